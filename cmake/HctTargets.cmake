@@ -1,0 +1,42 @@
+# What every target of the project has in common.
+
+# Carries the language level and the warnings, so that no flag is set globally.
+add_library(hct_flags INTERFACE)
+target_compile_features(hct_flags INTERFACE cxx_std_20)
+target_compile_definitions(hct_flags INTERFACE
+    QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING
+    QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+target_compile_options(hct_flags INTERFACE
+    -Werror -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+    -Woverloaded-virtual -Wold-style-cast -Wcast-align -Wunused -Wnull-dereference
+    -Wimplicit-fallthrough -Wformat=2)
+if(HCT_SANITIZE)
+    target_compile_options(hct_flags INTERFACE
+        -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(hct_flags INTERFACE -fsanitize=address,undefined)
+endif()
+
+# One floor's library. Its folder is its only include path and the folders below come with what it
+# links, so a header of a floor above cannot be found at all.
+#   hct_library(NAME SOURCES file... LINK target...)
+function(hct_library name)
+    cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+    add_library(${name} STATIC ${arg_SOURCES})
+    target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+    target_link_libraries(${name} PUBLIC ${arg_LINK} PRIVATE hct_flags)
+endfunction()
+
+# One test program, run off screen by ctest.
+#   hct_test(NAME SOURCES file... LINK target... [TIMEOUT seconds])
+function(hct_test name)
+    cmake_parse_arguments(arg "" "TIMEOUT" "SOURCES;LINK" ${ARGN})
+    if(NOT arg_TIMEOUT)
+        set(arg_TIMEOUT 60)
+    endif()
+    add_executable(${name} ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE ${arg_LINK} hct_test_support Qt6::Test hct_flags)
+    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} ENVIRONMENT
+        "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.txt;UBSAN_OPTIONS=print_stacktrace=1")
+endfunction()

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "frmCrono.h"
+
+#include <QPointer>
+
+/// A client's place in the timer service, from construction to destruction, so that no way out of a
+/// window can forget to leave.
+class CronoRegistration {
+public:
+    CronoRegistration(frmCrono& crono, DeferredProcess& client, qint16 period);
+    ~CronoRegistration();
+    CronoRegistration(const CronoRegistration&) = delete;
+    CronoRegistration& operator=(const CronoRegistration&) = delete;
+
+    void ActivaCliente();
+    void DesactivaCliente();
+    void CambiaPeriodo(qint16 period);
+    qint16 id() const { return m_id; }
+
+private:
+    QPointer<frmCrono> m_crono;
+    qint16 m_id;
+};

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+
+class QMdiArea;
+class QMdiSubWindow;
+
+/// A modeless window of the main window's MDI area. Showing, hiding and closing go through its
+/// sub-window, because the toolkit leaves an empty frame behind when the form itself is closed; and
+/// who asked for the closing is passed on, which a close event does not tell.
+class MdiForm : public QWidget {
+    Q_OBJECT
+public:
+    enum class CloseReason { Operator, Code, Shutdown };
+
+    /// The form lives in a sub-window of `area`, hidden until showForm.
+    explicit MdiForm(QMdiArea& area);
+    ~MdiForm() override;
+
+    /// Shows the window, out of its minimised state if need be, in front and with the focus.
+    void showForm();
+    void hideForm();
+    bool isFormVisible() const;
+
+    /// Asks queryUnload and, unless it refuses, unloads: the window disappears at once, `unloaded`
+    /// is emitted, and the form is deleted when the events that are running have ended. False when
+    /// it was refused. A second call while the first is asking does nothing.
+    bool closeWindow(CloseReason reason);
+
+signals:
+    void unloaded();
+
+protected:
+    /// Whether the window may unload; a form that hides itself instead does so here and refuses.
+    virtual bool queryUnload(CloseReason reason);
+    /// The last chance to let go of what the form holds; called once, before `unloaded`.
+    virtual void unload() {}
+
+private:
+    QPointer<QMdiSubWindow> m_frame;
+    bool m_asking = false;
+    bool m_unloaded = false;
+};

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "Registry.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+/// Which device of this machine a COM number means. On Windows the number itself. Elsewhere, the
+/// first of these that names one: the environment variable HCT_COM1 to HCT_COM16; a value of
+/// HKEY_LOCAL_MACHINE\HARDWARE\DEVICEMAP\SERIALCOMM ("/dev/ttyUSB0"="COM1"); the n-th port that
+/// the system lists, in natural order (ttyUSB2 before ttyUSB10).
+class PortNames {
+public:
+    using Environment = std::function<QString(const QString& variable)>;
+    using SystemPorts = std::function<QStringList()>;
+
+    explicit PortNames(const Registry& registry);
+    PortNames(const Registry& registry, Environment environment, SystemPorts systemPorts);
+
+    /// The device of COM `number` (1 to 16), as a path; empty when there is none.
+    QString device(int number) const;
+
+private:
+    const Registry& m_registry;
+    Environment m_environment;
+    SystemPorts m_systemPorts;
+};

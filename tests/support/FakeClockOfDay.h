@@ -1,0 +1,15 @@
+#pragma once
+
+#include "ClockOfDay.h"
+
+/// A clock of day that stands still until the test moves it.
+class FakeClockOfDay final : public ClockOfDay {
+public:
+    QDateTime time{QDate(2026, 11, 21), QTime(9, 5, 3)};
+
+    QDateTime now() const override { return time; }
+    void advance(double milliseconds)
+    {
+        time = time.addMSecs(static_cast<qint64>(milliseconds));
+    }
+};

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "FakeClockOfDay.h"
+#include "Pause.h"
+
+#include <QList>
+
+/// Moves a fake clock instead of waiting.
+class FakePause final : public Pause {
+public:
+    explicit FakePause(FakeClockOfDay& clock) : m_clock(clock) {}
+
+    void Wait(float milliseconds, bool letEventsRun) override
+    {
+        waits.append({milliseconds, letEventsRun});
+        m_clock.advance(static_cast<double>(milliseconds));
+    }
+
+    struct Entry {
+        float milliseconds;
+        bool letEventsRun;
+        bool operator==(const Entry&) const = default;
+    };
+    QList<Entry> waits;
+
+private:
+    FakeClockOfDay& m_clock;
+};

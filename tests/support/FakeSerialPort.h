@@ -1,0 +1,84 @@
+#pragma once
+
+#include "FakeClockOfDay.h"
+#include "SerialPort.h"
+
+#include <QList>
+
+/// A port whose far end is the test: it keeps every write with its time and delivers what the test
+/// says that the line brings.
+class FakeSerialPort final : public SerialPort {
+    Q_OBJECT
+public:
+    explicit FakeSerialPort(const FakeClockOfDay& clock, QObject* parent = nullptr)
+        : SerialPort(parent), m_clock(clock)
+    {
+    }
+
+    struct Write {
+        QByteArray bytes;
+        QTime time;
+    };
+
+    /// What the test sets and looks at.
+    QString refusal;
+    QString device = QStringLiteral("/dev/fake");
+    QList<Write> writes;
+    QList<QByteArray> lineChanges;
+    int timesOpened = 0;
+    int timesClosed = 0;
+    int outputClears = 0;
+
+    /// All bytes written, joined.
+    QByteArray written() const
+    {
+        QByteArray all;
+        for (const Write& write : writes)
+            all += write.bytes;
+        return all;
+    }
+    QByteArray takeWritten()
+    {
+        const QByteArray all = written();
+        writes.clear();
+        return all;
+    }
+    /// Bytes from the line.
+    void arrive(const QByteArray& bytes) { deliver(bytes); }
+    /// Each byte an arrival of its own.
+    void arriveBytewise(const QByteArray& bytes)
+    {
+        for (const char byte : bytes)
+            deliver(QByteArray(1, byte));
+    }
+    /// The device is unplugged.
+    void vanish() { deviceGone(); }
+
+    bool isOpen() const override { return m_open; }
+    QString deviceName() const override { return device; }
+    void clearOutput() override { ++outputClears; }
+    void write(const QByteArray& bytes) override { writes.append({bytes, m_clock.now().time()}); }
+
+protected:
+    QString openDevice() override
+    {
+        ++timesOpened;
+        m_open = refusal.isEmpty();
+        return refusal;
+    }
+    void closeDevice() override
+    {
+        ++timesClosed;
+        m_open = false;
+    }
+    /// Kept as "DTR=1 RTS=0".
+    void applyLines() override
+    {
+        lineChanges.append(QByteArray("DTR=") + (isDtrEnabled() ? '1' : '0') + " RTS=" +
+                           (isRtsEnabled() ? '1' : '0'));
+    }
+
+private:
+    const FakeClockOfDay& m_clock;
+    bool m_open = false;
+};

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "Registry.h"
+
+#include <QMap>
+
+/// A registry that lasts as long as the test.
+class MemoryRegistry final : public Registry {
+public:
+    /// Values by "HKCU\sub-key|name" or "HKLM\…".
+    QMap<QString, RegistryValue> values;
+    /// How many writes succeed before they begin to fail; below 0 all do.
+    int writesLeft = -1;
+    QStringList written;
+
+    static QString path(RootKey root, const QString& subKey, const QString& name)
+    {
+        return (root == RootKey::CurrentUser ? QStringLiteral("HKCU\\") : QStringLiteral("HKLM\\")) +
+               subKey + QStringLiteral("|") + name;
+    }
+    /// A REG_SZ value of the current user, ASCII.
+    void setText(const QString& subKey, const QString& name, const QByteArray& text)
+    {
+        values.insert(path(RootKey::CurrentUser, subKey, name),
+                      {RegistryValue::Text, text + '\0'});
+    }
+    QByteArray text(const QString& subKey, const QString& name) const
+    {
+        QByteArray bytes = values.value(path(RootKey::CurrentUser, subKey, name)).bytes;
+        if (bytes.endsWith('\0'))
+            bytes.chop(1);
+        return bytes;
+    }
+
+    std::optional<RegistryValue> query(RootKey root, const QString& subKey,
+                                       const QString& name) const override
+    {
+        const auto found = values.find(path(root, subKey, name));
+        if (found == values.end() || found->bytes.size() > maximumBytes)
+            return std::nullopt;
+        return *found;
+    }
+    bool set(RootKey root, const QString& subKey, const QString& name,
+             const RegistryValue& value) override
+    {
+        if (writesLeft == 0)
+            return false;
+        if (writesLeft > 0)
+            --writesLeft;
+        values.insert(path(root, subKey, name), value);
+        written.append(path(root, subKey, name));
+        return true;
+    }
+    QList<QString> valueNames(RootKey root, const QString& subKey) const override
+    {
+        QList<QString> names;
+        const QString prefix = path(root, subKey, QString());
+        for (auto it = values.begin(); it != values.end(); ++it)
+            if (it.key().startsWith(prefix))
+                names.append(it.key().mid(prefix.size()));
+        return names;
+    }
+};

@@ -1,0 +1,2 @@
+#include "FakeSerialPort.h"
+#include "FakeTimer.h"
