@@ -1,0 +1,63 @@
+#pragma once
+
+#include "FirmwareImage.h"
+#include "SimulatedClock.h"
+
+namespace simulator {
+
+/// Request codes without the alternating bit 0x10; every answer has code 8.
+namespace requestcode {
+constexpr quint8 Identification = 1;
+constexpr quint8 Answer = 8;
+constexpr quint8 Write = 105;
+constexpr quint8 Read = 137;
+} // namespace requestcode
+
+/// Body byte 0, which the answer repeats.
+namespace area {
+constexpr quint8 GeneralData = 0x00;
+constexpr quint8 Clock = 0x01;
+constexpr quint8 Identification = 0x02;
+constexpr quint8 ModeAndOutputs = 0xCA;
+constexpr quint8 Outputs = 0xCB;
+constexpr quint8 DaysWrite = 0xD2;
+constexpr quint8 DaysRead = 0xD9;
+constexpr quint8 AlarmBlock = 0xDA;
+constexpr quint8 FirmwareLine = 0xDD;
+} // namespace area
+
+/// Status byte of an answer to a write; only 0 means that the clock took it.
+enum class Status : quint8 { Accepted = 0, WrongLength = 1, WrongValue = 2, Unknown = 3 };
+
+/// Answers each request from the state of the clock and changes that state.
+class ClockAnswers {
+public:
+    ClockAnswers(SimulatedClock& clock, FirmwareImage& firmware, quint8 identification);
+
+    /// The body of the answer, none where the clock stays silent: codes it does not know, requests
+    /// without a body, and malformed ones whose answer has no room for a status.
+    std::optional<QByteArray> answer(quint8 code, const QByteArray& request);
+    /// Whether the last identification opened the session.
+    bool isSessionOpen() const { return m_sessionOpen; }
+    /// Answers that all went well to a firmware line that asks for a reset; asked once.
+    bool takeResetRequest();
+
+private:
+    QByteArray identify(const QByteArray& request);
+    std::optional<QByteArray> read(const QByteArray& request);
+    std::optional<QByteArray> readModeAndOutputs(const QByteArray& request);
+    Status write(const QByteArray& request);
+    Status writeClock(const QByteArray& request);
+    Status writeOutputs(const QByteArray& request);
+    Status writeAlarmBlock(const QByteArray& request);
+    Status writeDays(const QByteArray& request);
+    Status writeFirmwareLine(const QByteArray& request);
+
+    SimulatedClock& m_clock;
+    FirmwareImage& m_firmware;
+    quint8 m_identification;
+    bool m_sessionOpen = false;
+    bool m_resetRequested = false;
+};
+
+} // namespace simulator
