@@ -16,6 +16,9 @@ public:
     void ActivaCliente();
     void DesactivaCliente();
     void CambiaPeriodo(qint16 period);
+    /// Leaves before destruction: for a window that has unloaded but still waits to be deleted.
+    void EliminaCliente();
+    /// 0 once it has left.
     qint16 id() const { return m_id; }
 
 private:

@@ -23,6 +23,8 @@ public:
     void hideForm();
     bool isFormVisible() const;
 
+    /// Whether the window would unload now; changes nothing else. False while it is being asked.
+    bool mayUnload(CloseReason reason);
     /// Asks queryUnload and, unless it refuses, unloads: the window disappears at once, `unloaded`
     /// is emitted, and the form is deleted when the events that are running have ended. False when
     /// it was refused. A second call while the first is asking does nothing.
@@ -34,11 +36,17 @@ signals:
 protected:
     /// Whether the window may unload; a form that hides itself instead does so here and refuses.
     virtual bool queryUnload(CloseReason reason);
-    /// The last chance to let go of what the form holds; called once, before `unloaded`.
+    /// The last chance to let go of what the form holds, its place in the timer service above all;
+    /// called once, before `unloaded`.
     virtual void unload() {}
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
+    void placeFrame();
+
     QPointer<QMdiSubWindow> m_frame;
+    bool m_placed = false;
     bool m_asking = false;
     bool m_unloaded = false;
 };

@@ -2,7 +2,7 @@
 
 #include "DeferredProcess.h"
 
-#include <QString>
+#include <QStringList>
 
 #include <memory>
 #include <vector>
@@ -36,9 +36,10 @@ public:
     auto end() const { return m_records.end(); }
 
 private:
-    struct Record {
-        QString key;
-        std::unique_ptr<clsCliente> client;
-    };
-    std::vector<Record> m_records;
+    /// 1-based; 0 when there is none.
+    int positionOf(const QString& key) const;
+
+    /// Records keep their address while others come and go, as they do inside a client's call.
+    std::vector<std::unique_ptr<clsCliente>> m_records;
+    QStringList m_keys;
 };

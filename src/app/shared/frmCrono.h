@@ -18,16 +18,19 @@ public:
     frmCrono(IntervalTimer& tmrCrono, const modGlobais& globais, std::function<bool()> ocupado,
              QObject* parent = nullptr);
 
-    /// Registers a client, inactive, to be called every `period` ticks (at least 1). The result
-    /// identifies it from now on; numbers are never used twice.
+    /// Registers a client, inactive, to be called every `period` ticks (at least 1). The result,
+    /// never 0, identifies it from now on. A number is not used again, but for a run of more than
+    /// 65535 registrations, which begins anew with the numbers that have become free.
     qint16 EngadeCliente(DeferredProcess& client, qint16 period);
+    /// This and the next three do nothing for a number that is not registered.
     void EliminaCliente(qint16 id);
     void ActivaCliente(qint16 id);
     void DesactivaCliente(qint16 id);
     /// Takes any period as it is: one below 1 means a call at every visit.
     void CambiaPeriodo(qint16 id, qint16 period);
 
-    /// Switches the ticks on or off. Switching off inside a tick holds beyond that tick.
+    /// Switches the ticks on or off. Inside a tick this decides what the tick leaves behind; once
+    /// the program is shutting down nothing switches them on.
     void setTimerEnabled(bool enabled);
     void setTimerInterval(int milliseconds);
 
@@ -41,7 +44,8 @@ private:
     std::function<bool()> m_ocupado;
     colClientes m_clients;
     qint16 m_lastId = 0;
-    qint16 m_cursor = 0;
-    /// What the tick restores when it ends: enabled, unless it was switched off meanwhile.
-    bool m_enabled = false;
+    /// The position, counted from 1, of the client visited last.
+    int m_cursor = 0;
+    bool m_ticking = false;
+    bool m_enabledAfterTick = false;
 };
