@@ -1,11 +1,17 @@
 #include "ClockOfDay.h"
 
-double ClockOfDay::secondsOfDay() const
-{
-    return now().time().msecsSinceStartOfDay() / 1000.0;
-}
+#include <chrono>
 
-QDateTime SystemClockOfDay::now() const
+double ClockOfDay::secondsOfDay() const { return now().time().msecsSinceStartOfDay() / 1000.0; }
+
+QDateTime SystemClockOfDay::now() const { return QDateTime::currentDateTime(); }
+
+double SystemClockOfDay::secondsOfDay() const
 {
-    return QDateTime::currentDateTime();
+    using namespace std::chrono;
+    // A pause of 4 ms measured in whole milliseconds would last up to 5.
+    const auto sinceEpoch = system_clock::now().time_since_epoch();
+    const auto whole = floor<milliseconds>(sinceEpoch);
+    const QTime time = QDateTime::fromMSecsSinceEpoch(whole.count()).time();
+    return time.msecsSinceStartOfDay() / 1000.0 + duration<double>(sinceEpoch - whole).count();
 }

@@ -1,0 +1,111 @@
+#include "PortNames.h"
+
+#include <QSerialPortInfo>
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int highestPort = 16;
+
+QString environmentValue(const QString& variable)
+{
+    return qEnvironmentVariable(variable.toLatin1().constData());
+}
+
+QStringList portsOfTheSystem()
+{
+    QStringList paths;
+    const QList<QSerialPortInfo> ports = QSerialPortInfo::availablePorts();
+    for (const QSerialPortInfo& port : ports)
+        paths.append(port.systemLocation());
+    return paths;
+}
+
+/// How many digits stand at `from`.
+qsizetype digitsAt(const QString& text, qsizetype from)
+{
+    qsizetype end = from;
+    while (end < text.size() && text[end] >= u'0' && text[end] <= u'9')
+        ++end;
+    return end - from;
+}
+
+/// Runs of digits compare as numbers, all else by character, whatever the language of the desktop.
+bool naturallyLess(const QString& left, const QString& right)
+{
+    qsizetype l = 0;
+    qsizetype r = 0;
+    while (l < left.size() && r < right.size()) {
+        const qsizetype leftDigits = digitsAt(left, l);
+        const qsizetype rightDigits = digitsAt(right, r);
+        if (leftDigits > 0 && rightDigits > 0) {
+            const qulonglong leftNumber = left.mid(l, leftDigits).toULongLong();
+            const qulonglong rightNumber = right.mid(r, rightDigits).toULongLong();
+            if (leftNumber != rightNumber)
+                return leftNumber < rightNumber;
+            l += leftDigits;
+            r += rightDigits;
+        } else if (left[l] != right[r]) {
+            return left[l] < right[r];
+        } else {
+            ++l;
+            ++r;
+        }
+    }
+    return left.size() - l < right.size() - r;
+}
+
+/// The device of the registry's list whose value is the name of the port.
+QString registeredDevice(const Registry& registry, const QString& portName)
+{
+    const QString key = u"HARDWARE\\DEVICEMAP\\SERIALCOMM"_s;
+    const QList<QString> devices = registry.valueNames(Registry::RootKey::LocalMachine, key);
+    for (const QString& device : devices) {
+        // A list carried over from Windows names devices such as \Device\Serial0: not of this one.
+        if (!device.startsWith(u'/'))
+            continue;
+        const auto value = registry.query(Registry::RootKey::LocalMachine, key, device);
+        if (!value || value->type != RegistryValue::Text)
+            continue;
+        const QString text = QString::fromLatin1(value->bytes.constData()).trimmed();
+        if (text.compare(portName, Qt::CaseInsensitive) == 0)
+            return device;
+    }
+    return {};
+}
+
+} // namespace
+
+PortNames::PortNames(const Registry& registry)
+    : PortNames(registry, environmentValue, portsOfTheSystem)
+{}
+
+PortNames::PortNames(const Registry& registry, Environment environment, SystemPorts systemPorts)
+    : m_registry(registry),
+      m_environment(std::move(environment)),
+      m_systemPorts(std::move(systemPorts))
+{}
+
+QString PortNames::device(int number) const
+{
+    if (number < 1 || number > highestPort)
+        return {};
+    const QString portName = u"COM%1"_s.arg(number);
+#ifdef Q_OS_WIN
+    return portName;
+#else
+    const QString named = m_environment(u"HCT_"_s + portName).trimmed();
+    if (!named.isEmpty())
+        return named.contains(u'/') ? named : u"/dev/"_s + named;
+    const QString registered = registeredDevice(m_registry, portName);
+    if (!registered.isEmpty())
+        return registered;
+    QStringList ports = m_systemPorts();
+    std::sort(ports.begin(), ports.end(), naturallyLess);
+    return ports.value(number - 1);
+#endif
+}

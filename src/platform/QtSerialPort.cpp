@@ -1,0 +1,172 @@
+#include "QtSerialPort.h"
+
+#ifdef Q_OS_LINUX
+#include "DriverSettings.h"
+#endif
+
+#include <QFileInfo>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QSerialPort::Parity parityOf(char letter)
+{
+    switch (letter) {
+    case 'E': return QSerialPort::EvenParity;
+    case 'O': return QSerialPort::OddParity;
+    case 'M': return QSerialPort::MarkParity;
+    case 'S': return QSerialPort::SpaceParity;
+    default: return QSerialPort::NoParity;
+    }
+}
+
+QSerialPort::StopBits stopBitsOf(LineSettings::Stop stop)
+{
+    switch (stop) {
+    case LineSettings::Stop::One: break;
+    case LineSettings::Stop::OneAndHalf: return QSerialPort::OneAndHalfStop;
+    case LineSettings::Stop::Two: return QSerialPort::TwoStop;
+    }
+    return QSerialPort::OneStop;
+}
+
+} // namespace
+
+QtSerialPort::QtSerialPort(const PortNames& names, QObject* parent)
+    : SerialPort(parent), m_names(names)
+{
+    // Queued: inside its own signal the port announces no further bytes, so those that come while a
+    // box is up over the handler of an answer would stay unnoticed.
+    connect(&m_port, &QSerialPort::readyRead, this, &QtSerialPort::takeArrived,
+            Qt::QueuedConnection);
+    connect(&m_port, &QSerialPort::errorOccurred, this, &QtSerialPort::deviceFailed);
+}
+
+QtSerialPort::~QtSerialPort() { m_port.disconnect(this); }
+
+QString QtSerialPort::deviceName() const
+{
+    return isOpen() ? m_device : m_names.device(portNumber());
+}
+
+void QtSerialPort::clearInput()
+{
+    SerialPort::clearInput();
+    if (isOpen())
+        m_port.clear(QSerialPort::Input);
+}
+
+void QtSerialPort::clearOutput()
+{
+    if (isOpen())
+        m_port.clear(QSerialPort::Output);
+}
+
+void QtSerialPort::write(const QByteArray& bytes)
+{
+    if (!isOpen())
+        return;
+    // A full driver is an error too, though no more than a wait: what it does not take follows by
+    // itself. A device that is gone shows at once on the reading side.
+    m_settled = false;
+    m_port.write(bytes);
+    // The first flush gives the bytes to the driver, the second has the port take note of it.
+    if (m_port.flush())
+        m_port.flush();
+    m_settled = true;
+}
+
+QString QtSerialPort::openDevice()
+{
+    const LineSettingsResult parsed = parseLineSettings(settings());
+    if (!parsed.settings)
+        return parsed.reason;
+    m_device = m_names.device(portNumber());
+    if (m_device.isEmpty())
+        return u"No hay ningún puerto serie para COM%1: compruebe que el adaptador está conectado."_s
+            .arg(portNumber());
+    // By its true name: what locks a device against others goes by the name.
+    const QString path = QFileInfo(m_device).canonicalFilePath();
+    if (path.isEmpty())
+        return u"No existe %1: compruebe que el adaptador está conectado."_s.arg(m_device);
+
+    m_port.setPortName(path);
+    // What every port takes, so that a failed opening is not the fault of the parameters.
+    m_port.setBaudRate(QSerialPort::Baud9600);
+    m_port.setParity(QSerialPort::NoParity);
+    m_port.setDataBits(QSerialPort::Data8);
+    m_port.setStopBits(QSerialPort::OneStop);
+    m_port.setFlowControl(QSerialPort::NoFlowControl);
+    if (!m_port.open(QIODevice::ReadWrite))
+        return openFailure(path);
+    const QString refused = applySettings(*parsed.settings);
+    if (!refused.isEmpty()) {
+        m_port.close();
+        return u"%1 %2."_s.arg(m_device, refused);
+    }
+    applyLines();
+    m_settled = true;
+    return {};
+}
+
+void QtSerialPort::closeDevice()
+{
+    m_settled = false;
+    m_port.close();
+}
+
+void QtSerialPort::applyLines()
+{
+    // Devices without these lines, pseudo-terminals among them, do as well without.
+    m_port.setDataTerminalReady(isDtrEnabled());
+    m_port.setRequestToSend(isRtsEnabled());
+}
+
+void QtSerialPort::takeArrived() { deliver(m_port.readAll()); }
+
+void QtSerialPort::deviceFailed(QSerialPort::SerialPortError error)
+{
+    if (!m_settled)
+        return;
+    switch (error) {
+    case QSerialPort::ReadError:
+    case QSerialPort::WriteError:
+    case QSerialPort::ResourceError:
+    case QSerialPort::PermissionError:
+    case QSerialPort::DeviceNotFoundError: return deviceGone();
+    default: return;
+    }
+}
+
+QString QtSerialPort::openFailure(const QString& path) const
+{
+    const QFileInfo device(path);
+    if (!device.isReadable() || !device.isWritable())
+        return u"Sin permiso para usar %1: añada su usuario al grupo dialout y vuelva a iniciar la "
+               u"sesión."_s.arg(m_device);
+    if (m_port.error() == QSerialPort::PermissionError)
+        return u"%1 está en uso por otro programa."_s.arg(m_device);
+    if (m_port.error() == QSerialPort::UnsupportedOperationError)
+        return u"%1 no es un puerto serie."_s.arg(m_device);
+    return u"No se puede abrir %1 (%2)."_s.arg(m_device, m_port.errorString());
+}
+
+QString QtSerialPort::applySettings(const LineSettings& settings)
+{
+    if (settings.dataBits < 5)
+        return u"no admite %1 bits de datos"_s.arg(settings.dataBits);
+    if (!m_port.setBaudRate(settings.speed))
+        return u"no admite la velocidad de %1 bit/s"_s.arg(settings.speed);
+    if (!m_port.setParity(parityOf(settings.parity)))
+        return u"no admite la paridad elegida"_s;
+    if (!m_port.setDataBits(static_cast<QSerialPort::DataBits>(settings.dataBits)))
+        return u"no admite %1 bits de datos"_s.arg(settings.dataBits);
+    if (!m_port.setStopBits(stopBitsOf(settings.stop)))
+        return u"no admite los bits de parada elegidos"_s;
+#ifdef Q_OS_LINUX
+    return refusedByDriver(m_port.handle(), settings);
+#else
+    return {};
+#endif
+}
