@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Frame.h"
 #include "LinkState.h"
 
 #include <QByteArray>
@@ -9,6 +10,7 @@
 class CommSettings;
 class Exchange;
 class IntervalTimer;
+class ModemDialogue;
 class Pause;
 class SerialPort;
 
@@ -23,12 +25,12 @@ public:
                 Pause& pause, const CommSettings& settings, QObject* parent = nullptr);
     ~MessageLink() override;
 
-    /// Sends a request; the answer comes to the bound exchange, within this call with status 11 when
-    /// the port is closed. `body` is cut to 509 bytes. `timeout` in milliseconds; 0 is replaced by
-    /// the time that the line's speed asks for.
+    /// Sends a request; the answer comes to the bound exchange, within this call with status 11
+    /// when the port is closed. `body` is cut to 509 bytes. `timeout` in milliseconds; 0 is
+    /// replaced by the time that the line's speed asks for. A multiple of 32768 never ends.
     void Envia(quint8 code, QByteArray& body, qint32& timeout);
     /// From the sending of a request until its answer is delivered, its time is out or the
-    /// connection has ended.
+    /// connection has ended. The modem's command phases do not count.
     bool Ocupado() const { return m_busy; }
 
     /// Station address and identification number of the settings; a text that is no number from 0
@@ -36,22 +38,89 @@ public:
     quint8 estacion() const;
     quint8 identificacion() const;
 
-    /// Opens the port, and with `throughModem` dials: it lets events run until that has ended.
+    /// Opens the port, and with `throughModem` dials: it lets events run until that has ended. A
+    /// call while another is dialling does nothing; so ask isStarting before.
     void ArrancaConexion(bool throughModem);
-    /// Ends the connection: both ports closed, nothing awaited, no exchange bound.
+    /// Ends the connection: both ports closed, nothing awaited, no exchange bound. It also ends an
+    /// ArrancaConexion that is dialling, which then returns to its caller.
     void RemataConexion();
+    /// Whether an ArrancaConexion is dialling (somewhere below on the stack).
+    bool isStarting() const { return m_starting; }
 
     LinkState state() const { return m_state; }
+    /// A command phase of the modem: no request may be sent meanwhile.
+    bool isModemPhase() const;
+
+    /// Puts the settings into the two ports; reopens the one in use if either was open.
+    void ApplySettings();
+    const SerialPort& directPort() const { return m_commSerie; }
+    const SerialPort& modemPort() const { return m_commModem; }
+
+    // What the modem's side of the communications needs of the link.
+
+    void setModemDialogue(ModemDialogue* dialogue) { m_modemDialogue = dialogue; }
+    /// Opens the modem's port unless it is open, and makes it the one in use; whether it is open.
+    bool OpenModemPort();
+    /// Back to the kind of connection in force before OpenModemPort borrowed the port.
+    void restoreConnectionType();
+    /// Enters a command phase (1 to 6); a request still awaiting its answer is forgotten.
+    void enterModemPhase(LinkState phase);
+    /// Back to idle, with the timer stopped.
+    void leaveModemPhase();
+    /// The wait of a command phase or an answer: above 32767 ms it is (periods + 1) times the low
+    /// 15 bits; 0 stops the timer.
+    void armTimer(qint32 milliseconds);
+    void stopTimer();
 
 signals:
     /// The port in use ("COM1,9600,N,8,1", empty for none) and, as a tool tip, its device or why it
     /// could not be opened.
     void VisualizaPorto(const QString& text, const QString& toolTip);
+    /// The link state has come back to 0.
+    void becameIdle();
 
 private:
     friend class Exchange;
 
+    SerialPort& selectedPort() const;
+    void openSelectedPort();
+    void showSelectedPort(const QString& toolTip);
+    void closeModemPort();
+    void forgetRequest();
+    void setState(LinkState state);
+    void waitWhileDialling();
+
+    void portReceived(SerialPort& port);
+    void huntHeader(SerialPort& port);
+    void takeBody(SerialPort& port);
+    void timerTick();
+    void answerTimedOut();
+    void portLost(SerialPort& port);
+    /// Raises the answer at the bound exchange. False when the link has gone on to something else
+    /// (or is gone itself) by the time the handler returns.
+    bool raise(quint8 code, const QByteArray& body, qint16 status);
+
+    SerialPort& m_commSerie;
+    SerialPort& m_commModem;
+    IntervalTimer& m_timer;
+    Pause& m_pause;
+    const CommSettings& m_settings;
+    ModemDialogue* m_modemDialogue = nullptr;
+
     Exchange* m_bound = nullptr;
     LinkState m_state = LinkState::Idle;
     bool m_busy = false;
+    bool m_modem = false;
+    /// The modem flag as it was before the mini terminal borrowed the modem's port.
+    std::optional<bool> m_savedModem;
+    bool m_toggle = false;
+    bool m_starting = false;
+    frame::HeaderHunter m_hunter;
+    frame::Header m_header;
+    quint8 m_receivedCode = 0;
+    QByteArray m_receivedData;
+    int m_periodsLeft = 0;
+    /// Counts what begins and ends, so that what follows a handler's return can tell whether the
+    /// request it belongs to is still the current one.
+    quint32 m_generation = 0;
 };

@@ -1,0 +1,360 @@
+#include "MessageLink.h"
+
+#include "CommSettings.h"
+#include "Exchange.h"
+#include "IntervalTimer.h"
+#include "ModemDialogue.h"
+#include "Pause.h"
+#include "SerialPort.h"
+
+#include <QEventLoop>
+#include <QPointer>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr quint8 identificationCode = 1;
+/// The bit that alternates from request to request, so that the clock can tell a repetition.
+constexpr quint8 toggleBit = 0x10;
+/// The clock wakes at a lone first byte; before an identification it wants a gap after it.
+constexpr float pauseBeforeFrame = 4;
+constexpr float pauseAfterWakingByte = 50;
+
+/// 576 characters of 10 bits, in milliseconds times bits per second.
+constexpr qint32 answerBits = 5760000;
+constexpr qint32 directMargin = 200;
+constexpr qint32 modemMargin = 4000;
+
+/// The longest interval of the timer; what exceeds it is waited in whole periods.
+constexpr qint32 timerMask = 0x7FFF;
+constexpr qint32 timerPeriod = 32768;
+
+void closeIfOpen(SerialPort& port)
+{
+    if (port.isOpen())
+        port.close();
+}
+
+} // namespace
+
+MessageLink::MessageLink(SerialPort& commSerie, SerialPort& commModem,
+                         IntervalTimer& tmrTemporizador, Pause& pause, const CommSettings& settings,
+                         QObject* parent)
+    : QObject(parent),
+      m_commSerie(commSerie),
+      m_commModem(commModem),
+      m_timer(tmrTemporizador),
+      m_pause(pause),
+      m_settings(settings)
+{
+    m_timer.setEnabled(false);
+    connect(&m_timer, &IntervalTimer::tick, this, &MessageLink::timerTick);
+    for (SerialPort* port : {&m_commSerie, &m_commModem}) {
+        connect(port, &SerialPort::received, this, [this, port] { portReceived(*port); });
+        connect(port, &SerialPort::lost, this, [this, port] { portLost(*port); });
+    }
+}
+
+MessageLink::~MessageLink()
+{
+    if (m_bound)
+        m_bound->release();
+}
+
+void MessageLink::Envia(quint8 code, QByteArray& body, qint32& timeout)
+{
+    SerialPort& port = selectedPort();
+    if (!port.isOpen()) {
+        raise(code, body, linkstatus::PortClosed);
+        return;
+    }
+
+    ++m_generation;
+    m_busy = true;
+    m_toggle = !m_toggle;
+    if (code != identificationCode && m_toggle)
+        code |= toggleBit;
+    if (body.size() > frame::maximumData)
+        body.truncate(frame::maximumData);
+    const quint8 station = estacion();
+    const frame::Encoded encoded = frame::encode(station, code, body);
+
+    port.clearOutput();
+    port.clearInput();
+    port.setReceiveThreshold(1);
+    m_hunter = frame::HeaderHunter(station);
+    setState(LinkState::HeaderHunt);
+
+    m_pause.Wait(pauseBeforeFrame, false);
+    port.write(encoded.start);
+    if (code == identificationCode)
+        m_pause.Wait(pauseAfterWakingByte, false);
+    port.write(encoded.rest);
+
+    if (timeout == 0)
+        timeout = m_modem ? answerBits / m_settings.modemBitRate() + modemMargin
+                          : answerBits / m_settings.directBitRate() + directMargin;
+    armTimer(timeout);
+}
+
+quint8 MessageLink::estacion() const { return m_settings.estacion(); }
+
+quint8 MessageLink::identificacion() const { return m_settings.identificacion(); }
+
+void MessageLink::ArrancaConexion(bool throughModem)
+{
+    if (m_starting)
+        return;
+    forgetRequest();
+    setState(LinkState::Idle);
+    m_savedModem.reset();
+    m_modem = throughModem;
+    if (throughModem)
+        closeIfOpen(m_commSerie);
+    else
+        closeModemPort();
+    openSelectedPort();
+    if (throughModem && m_commModem.isOpen() && m_modemDialogue)
+        waitWhileDialling();
+}
+
+void MessageLink::waitWhileDialling()
+{
+    const QPointer<MessageLink> self(this);
+    m_starting = true;
+    QEventLoop loop;
+    connect(this, &MessageLink::becameIdle, &loop, &QEventLoop::quit);
+    m_modemDialogue->start();
+    if (self && m_state != LinkState::Idle)
+        loop.exec();
+    if (!self)
+        return;
+    m_starting = false;
+    // The loop also ends when the program does: then nobody else ends the attempt.
+    if (m_state != LinkState::Idle)
+        RemataConexion();
+}
+
+void MessageLink::RemataConexion()
+{
+    forgetRequest();
+    if (m_bound)
+        m_bound->release();
+    closeIfOpen(m_commSerie);
+    closeModemPort();
+    setState(LinkState::Idle);
+    if (m_modemDialogue)
+        m_modemDialogue->ended();
+    emit VisualizaPorto(QString(), QString());
+}
+
+bool MessageLink::isModemPhase() const
+{
+    return m_state >= LinkState::ScriptCommand && m_state <= LinkState::Dialling;
+}
+
+void MessageLink::ApplySettings()
+{
+    const bool wasOpen = m_commSerie.isOpen() || m_commModem.isOpen();
+    closeIfOpen(m_commSerie);
+    m_commSerie.setPortNumber(m_settings.directPortNumber());
+    m_commSerie.setSettings(m_settings.directLine());
+    m_commSerie.setDtrEnabled(m_settings.isDirectDtrOn());
+    m_commSerie.setRtsEnabled(m_settings.isDirectRtsOn());
+    closeIfOpen(m_commModem);
+    m_commModem.setPortNumber(m_settings.modemPortNumber());
+    m_commModem.setSettings(m_settings.modemLine());
+    m_commModem.setDtrEnabled(true);
+    m_commModem.setRtsEnabled(false);
+    if (wasOpen)
+        openSelectedPort();
+}
+
+bool MessageLink::OpenModemPort()
+{
+    if (!m_commModem.isOpen()) {
+        // Kept from the first borrowing on, whatever comes of later attempts.
+        if (!m_savedModem)
+            m_savedModem = m_modem;
+        m_modem = true;
+        openSelectedPort();
+    }
+    return m_commModem.isOpen();
+}
+
+void MessageLink::restoreConnectionType()
+{
+    m_modem = m_savedModem.value_or(m_modem);
+    m_savedModem.reset();
+}
+
+void MessageLink::enterModemPhase(LinkState phase)
+{
+    forgetRequest();
+    setState(phase);
+}
+
+void MessageLink::leaveModemPhase()
+{
+    stopTimer();
+    ++m_generation;
+    setState(LinkState::Idle);
+}
+
+void MessageLink::armTimer(qint32 milliseconds)
+{
+    m_timer.setEnabled(false);
+    m_timer.setInterval(milliseconds & timerMask);
+    m_periodsLeft = milliseconds / timerPeriod;
+    m_timer.setEnabled(true);
+}
+
+void MessageLink::stopTimer() { m_timer.setEnabled(false); }
+
+SerialPort& MessageLink::selectedPort() const { return m_modem ? m_commModem : m_commSerie; }
+
+void MessageLink::openSelectedPort()
+{
+    SerialPort& port = selectedPort();
+    if (!port.isOpen())
+        port.open();
+    showSelectedPort(port.isOpen() ? port.deviceName() : port.openError());
+}
+
+void MessageLink::showSelectedPort(const QString& toolTip)
+{
+    const SerialPort& port = selectedPort();
+    emit VisualizaPorto(u"COM%1,%2"_s.arg(port.portNumber()).arg(port.settings().toUpper()),
+                        toolTip);
+}
+
+void MessageLink::closeModemPort()
+{
+    if (!m_commModem.isOpen())
+        return;
+    // The drop of DTR is what makes the modem hang up.
+    m_commModem.setDtrEnabled(false);
+    m_commModem.setDtrEnabled(true);
+    m_commModem.close();
+}
+
+void MessageLink::forgetRequest()
+{
+    stopTimer();
+    m_busy = false;
+    ++m_generation;
+}
+
+void MessageLink::setState(LinkState state)
+{
+    if (m_state == state)
+        return;
+    m_state = state;
+    if (state == LinkState::Idle)
+        emit becameIdle();
+}
+
+void MessageLink::portReceived(SerialPort& port)
+{
+    switch (m_state) {
+    case LinkState::Idle:
+    case LinkState::ScriptCommand:
+    case LinkState::Initialisation:
+    case LinkState::PinSent:
+    case LinkState::PinQuery:
+    case LinkState::SignalQuery:
+    case LinkState::Dialling:
+        if (&port == &m_commModem && m_modemDialogue)
+            m_modemDialogue->received(port);
+        return;
+    case LinkState::HeaderHunt: huntHeader(port); return;
+    case LinkState::Body: takeBody(port); return;
+    }
+}
+
+void MessageLink::huntHeader(SerialPort& port)
+{
+    if (&port != &selectedPort())
+        return;
+    port.setReadLength(1);
+    while (port.inputCount() > 0) {
+        const auto header = m_hunter.take(static_cast<quint8>(port.read().front()));
+        if (!header)
+            continue;
+        m_header = *header;
+        setState(LinkState::Body);
+        port.setReceiveThreshold(m_header.bytesToCome());
+        takeBody(port);
+        return;
+    }
+}
+
+void MessageLink::takeBody(SerialPort& port)
+{
+    if (&port != &selectedPort() || port.inputCount() < m_header.bytesToCome())
+        return;
+    stopTimer();
+    port.setReadLength(m_header.bytesToCome());
+    const QByteArray rest = port.read();
+    port.setReceiveThreshold(0);
+
+    m_receivedCode = static_cast<quint8>(rest.front());
+    m_receivedData = rest.mid(1, m_header.length - 2);
+    // The byte after the checksum is the end byte, whatever it is.
+    const auto received = static_cast<quint8>(rest[m_header.length - 1]);
+    const quint8 expected = frame::checksum(m_header.station, m_receivedCode, m_receivedData);
+    const qint16 status = received == expected ? linkstatus::Good : linkstatus::ChecksumError;
+    if (raise(m_receivedCode, m_receivedData, status)) {
+        m_busy = false;
+        setState(LinkState::Idle);
+    }
+}
+
+void MessageLink::timerTick()
+{
+    if (m_periodsLeft >= 1) {
+        --m_periodsLeft;
+        return;
+    }
+    stopTimer();
+    m_busy = false;
+    if (!isModemPhase())
+        answerTimedOut();
+    else if (m_modemDialogue)
+        m_modemDialogue->timedOut();
+    else
+        leaveModemPhase();
+}
+
+void MessageLink::answerTimedOut()
+{
+    SerialPort& port = selectedPort();
+    if (port.isOpen()) {
+        port.setReadLength(0);
+        m_receivedData = port.read();
+    }
+    // The code is that of the frame received last, which with status 1 nobody looks at.
+    if (raise(m_receivedCode, m_receivedData, linkstatus::TimeOut))
+        setState(LinkState::Idle);
+}
+
+void MessageLink::portLost(SerialPort& port)
+{
+    if (&port == &selectedPort())
+        showSelectedPort(u"Se ha perdido el puerto %1"_s.arg(port.deviceName()));
+}
+
+bool MessageLink::raise(quint8 code, const QByteArray& body, qint16 status)
+{
+    if (!m_bound)
+        return true;
+    const QPointer<MessageLink> self(this);
+    const quint32 generation = m_generation;
+    // Copies: the handler releases its exchange, may destroy it, and may send again.
+    const Exchange::Handler handler = m_bound->m_handler;
+    const QByteArray answer = body;
+    if (handler)
+        handler(code, answer, status);
+    return self && m_generation == generation;
+}

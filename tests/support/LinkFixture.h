@@ -1,0 +1,81 @@
+#pragma once
+
+#include "CommSettings.h"
+#include "FakeClockOfDay.h"
+#include "FakeDialogs.h"
+#include "FakePause.h"
+#include "FakeSerialPort.h"
+#include "FakeTimer.h"
+#include "MemoryRegistry.h"
+#include "MessageLink.h"
+#include "RecordingLog.h"
+#include "frmCrono.h"
+#include "modGlobais.h"
+
+#include <QList>
+
+/// Everything that a window of a connected program needs, with the clock's end of the line in the
+/// hand of the test. Frames are taken apart and put together here without the program's own code.
+struct LinkFixture {
+    LinkFixture();
+
+    FakeClockOfDay clock;
+    FakePause pause{clock};
+    FakeTimer tmrTemporizador;
+    FakeTimer tmrCrono;
+    FakeSerialPort serie{clock};
+    FakeSerialPort modem{clock};
+    MemoryRegistry registry;
+    CommSettings settings;
+    MessageLink link{serie, modem, tmrTemporizador, pause, settings};
+    modGlobais globais;
+    frmCrono crono{tmrCrono, globais, [this] { return link.Ocupado(); }};
+    RecordingLog log;
+    FakeDialogs dialogs;
+
+    struct Request {
+        quint8 station = 0;
+        /// As it was sent, and without the toggle bit 0x10.
+        quint8 rawCode = 0;
+        quint8 code = 0;
+        QByteArray body;
+    };
+
+    /// Opens the direct line and lets the timer service tick.
+    void connect();
+    /// Fires the timer service's timer; less often when it is switched off meanwhile.
+    void tick(int times = 1);
+
+    /// Whether the program has sent a request that nobody has taken yet.
+    bool hasRequest();
+    /// The oldest request not taken yet; a request of code 0 when there is none.
+    Request takeRequest();
+    QByteArray takeRequestBody() { return takeRequest().body; }
+    /// Of the oldest request not taken yet, else of the one taken last.
+    quint8 requestCode();
+    quint8 rawRequestCode();
+
+    /// The clock answers.
+    void answer(const QByteArray& body, quint8 code = 8);
+    void answerHex(const char* hexadecimal, quint8 code = 8);
+    /// The clock answers a write or read of `selector` with a status byte that is not 0.
+    void refuse(quint8 selector, quint8 status = 1);
+    /// An answer whose checksum is wrong by one.
+    void answerDamaged(const QByteArray& body, quint8 code = 8);
+    /// Nobody answers: the time-out passes to its end.
+    void timeOut();
+
+    /// A frame as the clock sends it.
+    static QByteArray frame(quint8 station, quint8 code, const QByteArray& body,
+                            int checksumError = 0);
+    /// A plausible status block of 220 bytes: Saturday 21-11-26 09:05:03, outputs 1 and 3 on, all
+    /// inputs at rest, no flag set, no alarms.
+    static QByteArray fullBlock(quint8 model = 30);
+
+private:
+    void collectRequests();
+    FakeSerialPort& line() { return modem.isOpen() ? modem : serie; }
+
+    QList<Request> m_requests;
+    Request m_last;
+};
