@@ -14,6 +14,8 @@ struct RegistryValue {
 
     quint32 type = Text;
     QByteArray bytes;
+
+    bool operator==(const RegistryValue&) const = default;
 };
 
 /// The registry, or what stands for it. Two back ends: the Windows registry, and elsewhere one file

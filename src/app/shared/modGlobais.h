@@ -21,7 +21,4 @@ struct modGlobais {
 };
 
 /// The name in the About box, its menu entry, and the boxes that have no title of their own.
-inline QString applicationTitle()
-{
-    return QStringLiteral("Control Equipo HCT");
-}
+inline QString applicationTitle() { return QStringLiteral("Control Equipo HCT"); }

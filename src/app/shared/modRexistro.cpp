@@ -1,0 +1,69 @@
+#include "modRexistro.h"
+
+#include "AnsiText.h"
+
+namespace {
+
+QString textOf(const QByteArray& bytes, bool trim)
+{
+    if (trim)
+        return AnsiText::toUnicode(bytes.left(bytes.indexOf('\0')));
+    return AnsiText::toUnicode(bytes.endsWith('\0') ? bytes.chopped(1) : bytes);
+}
+
+/// A number of any length, from hexadecimal digits to decimal ones.
+QString decimalText(const QByteArray& hexadecimalDigits)
+{
+    QByteArray decimal("0");
+    for (const char digit : hexadecimalDigits) {
+        int carry = QByteArray(1, digit).toInt(nullptr, 16);
+        for (auto place = decimal.rbegin(); place != decimal.rend(); ++place) {
+            const int value = (*place - '0') * 16 + carry;
+            *place = static_cast<char>('0' + value % 10);
+            carry = value / 10;
+        }
+        if (carry > 0)
+            decimal.prepend(QByteArray::number(carry));
+    }
+    return QString::fromLatin1(decimal);
+}
+
+/// Each byte loses its leading zero, also in the middle of the number.
+QString dwordText(const QByteArray& bytes)
+{
+    QByteArray digits;
+    for (auto byte = bytes.rbegin(); byte != bytes.rend(); ++byte)
+        digits += QByteArray::number(static_cast<uchar>(*byte), 16);
+    return decimalText(digits);
+}
+
+} // namespace
+
+bool modRexistro::readValue(const Registry& registry, Registry::RootKey root, const QString& subKey,
+                            const QString& name, QString& text, bool trim)
+{
+    text.clear();
+    const auto value = registry.query(root, subKey, name);
+    if (!value)
+        return false;
+    if (value->type == RegistryValue::Text)
+        text = textOf(value->bytes, trim);
+    else if (value->type == RegistryValue::Dword)
+        text = dwordText(value->bytes);
+    return true;
+}
+
+void modRexistro::readWithDefault(const Registry& registry, Registry::RootKey root,
+                                  const QString& subKey, const QString& name,
+                                  const QString& defaultText, QString& text)
+{
+    QString found;
+    text = readValue(registry, root, subKey, name, found, false) ? found : defaultText;
+}
+
+bool modRexistro::writeText(Registry& registry, Registry::RootKey root, const QString& subKey,
+                            const QString& name, const QString& text)
+{
+    return registry.set(root, subKey, name,
+                        {RegistryValue::Text, AnsiText::fromUnicode(text) + '\0'});
+}

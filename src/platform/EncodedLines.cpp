@@ -1,0 +1,118 @@
+#include "EncodedLines.h"
+
+#include "AnsiText.h"
+
+#include <QStringList>
+
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+EncodedLines::EncodedLines(const QByteArray& file)
+{
+    struct Mark {
+        QByteArray bytes;
+        Encoding encoding;
+    };
+    static const std::array marks = {Mark{"\xEF\xBB\xBF", Encoding::Utf8},
+                                     Mark{"\xFF\xFE", Encoding::Utf16LittleEndian},
+                                     Mark{"\xFE\xFF", Encoding::Utf16BigEndian}};
+    for (const Mark& mark : marks) {
+        if (file.startsWith(mark.bytes)) {
+            m_mark = mark.bytes;
+            m_encoding = mark.encoding;
+        }
+    }
+    if (m_mark.isEmpty() && file.size() >= 2 && (file[0] == 0) != (file[1] == 0))
+        m_encoding = file[0] == 0 ? Encoding::Utf16BigEndian : Encoding::Utf16LittleEndian;
+
+    const QByteArrayView content = QByteArrayView(file).sliced(m_mark.size());
+    if (m_encoding == Encoding::Utf8)
+        readBytes(content);
+    else
+        readUnits(content);
+}
+
+void EncodedLines::readBytes(QByteArrayView content)
+{
+    if (m_mark.isEmpty() &&
+        content.first(std::max<qsizetype>(0, content.indexOf('\n'))).trimmed() ==
+            QByteArrayView("REGEDIT4"))
+        m_encoding = Encoding::Ansi;
+    while (!content.isEmpty()) {
+        const qsizetype newline = content.indexOf('\n');
+        const QByteArrayView line = newline < 0 ? content : content.first(newline + 1);
+        content = content.sliced(line.size());
+        const qsizetype endingSize = line.endsWith("\r\n") ? 2 : newline < 0 ? 0 : 1;
+        const QByteArrayView text = line.chopped(endingSize);
+        const bool readAsAnsi = isAnsi() || !text.isValidUtf8();
+        m_lines.append({line.toByteArray(),
+                        readAsAnsi ? AnsiText::toUnicode(text) : QString::fromUtf8(text),
+                        QString::fromLatin1(line.last(endingSize))});
+    }
+}
+
+void EncodedLines::readUnits(QByteArrayView content)
+{
+    const qsizetype high = m_encoding == Encoding::Utf16BigEndian ? 0 : 1;
+    qsizetype start = 0;
+    QString text;
+    const auto endLine = [&](qsizetype end) {
+        const qsizetype endingSize = text.endsWith(u"\r\n") ? 2 : text.endsWith(u'\n') ? 1 : 0;
+        m_lines.append({content.sliced(start, end - start).toByteArray(), text.chopped(endingSize),
+                        text.last(endingSize)});
+        start = end;
+        text.clear();
+    };
+    const qsizetype whole = content.size() - content.size() % 2;
+    for (qsizetype at = 0; at < whole; at += 2) {
+        text += QChar(uchar(content[at + 1 - high]), uchar(content[at + high]));
+        if (text.back() == u'\n')
+            endLine(at + 2);
+    }
+    if (start < whole)
+        endLine(whole);
+    m_rest = content.sliced(whole).toByteArray();
+}
+
+void EncodedLines::replace(qsizetype first, qsizetype count, const QStringList& texts)
+{
+    const QString ending = lineEnding();
+    if (first > 0 && m_lines[first - 1].ending.isEmpty()) {
+        m_lines[first - 1].ending = ending;
+        m_lines[first - 1].bytes += encode(ending);
+    }
+    m_lines.remove(first, count);
+    for (const QString& text : texts)
+        m_lines.insert(first++, {encode(text + ending), text, ending});
+}
+
+QByteArray EncodedLines::toBytes() const
+{
+    QByteArray bytes = m_mark;
+    for (const Line& line : m_lines)
+        bytes += line.bytes;
+    return bytes + m_rest;
+}
+
+QByteArray EncodedLines::encode(const QString& text) const
+{
+    if (m_encoding == Encoding::Utf8)
+        return text.toUtf8();
+    if (m_encoding == Encoding::Ansi)
+        return AnsiText::fromUnicode(text);
+    QByteArray bytes;
+    for (const QChar unit : text) {
+        const char low = static_cast<char>(unit.cell());
+        const char high = static_cast<char>(unit.row());
+        bytes += m_encoding == Encoding::Utf16BigEndian ? high : low;
+        bytes += m_encoding == Encoding::Utf16BigEndian ? low : high;
+    }
+    return bytes;
+}
+
+/// That of the first line, so that a file keeps its ways.
+QString EncodedLines::lineEnding() const
+{
+    return m_lines.isEmpty() || m_lines.first().ending.isEmpty() ? u"\n"_s : m_lines.first().ending;
+}

@@ -1,0 +1,74 @@
+#include "Win32Registry.h"
+
+#include "AnsiText.h"
+
+#include <windows.h>
+
+namespace {
+
+/// All rights to read and to write, as every key is opened, also where only reading is meant.
+constexpr REGSAM readAndWrite = 0x2003F;
+
+HKEY rootKey(Registry::RootKey root)
+{
+    return root == Registry::RootKey::CurrentUser ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
+}
+
+} // namespace
+
+std::optional<RegistryValue> Win32Registry::query(RootKey root, const QString& subKey,
+                                                  const QString& name) const
+{
+    HKEY key = nullptr;
+    if (RegOpenKeyExA(rootKey(root), AnsiText::fromUnicode(subKey).constData(), 0, readAndWrite,
+                      &key) != ERROR_SUCCESS)
+        return std::nullopt;
+    QByteArray buffer(maximumBytes, '\0');
+    DWORD type = REG_NONE;
+    DWORD size = static_cast<DWORD>(buffer.size());
+    const LSTATUS status = RegQueryValueExA(key, AnsiText::fromUnicode(name).constData(), nullptr,
+                                            &type, reinterpret_cast<BYTE*>(buffer.data()), &size);
+    RegCloseKey(key);
+    if (status != ERROR_SUCCESS)
+        return std::nullopt;
+    buffer.truncate(static_cast<qsizetype>(size));
+    return RegistryValue{static_cast<quint32>(type), buffer};
+}
+
+bool Win32Registry::set(RootKey root, const QString& subKey, const QString& name,
+                        const RegistryValue& value)
+{
+    HKEY key = nullptr;
+    if (RegCreateKeyExA(rootKey(root), AnsiText::fromUnicode(subKey).constData(), 0, nullptr,
+                        REG_OPTION_NON_VOLATILE, readAndWrite, nullptr, &key,
+                        nullptr) != ERROR_SUCCESS)
+        return false;
+    if (RegSetValueExA(key, AnsiText::fromUnicode(name).constData(), 0, value.type,
+                       reinterpret_cast<const BYTE*>(value.bytes.constData()),
+                       static_cast<DWORD>(value.bytes.size())) != ERROR_SUCCESS) {
+        RegCloseKey(key);
+        return false;
+    }
+    // After a good write the key stays open for the life of the program, as it always has.
+    return true;
+}
+
+QList<QString> Win32Registry::valueNames(RootKey root, const QString& subKey) const
+{
+    QList<QString> names;
+    HKEY key = nullptr;
+    if (RegOpenKeyExA(rootKey(root), AnsiText::fromUnicode(subKey).constData(), 0, KEY_READ,
+                      &key) != ERROR_SUCCESS)
+        return names;
+    // The registry's own bound for the name of a value is 16383 characters.
+    QByteArray buffer(16384, '\0');
+    for (DWORD index = 0;; ++index) {
+        DWORD size = static_cast<DWORD>(buffer.size());
+        if (RegEnumValueA(key, index, buffer.data(), &size, nullptr, nullptr, nullptr, nullptr) !=
+            ERROR_SUCCESS)
+            break;
+        names.append(AnsiText::toUnicode(buffer.first(static_cast<qsizetype>(size))));
+    }
+    RegCloseKey(key);
+    return names;
+}

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Registry.h"
+
+/// The registry of Windows, by its ANSI calls.
+class Win32Registry final : public Registry {
+public:
+    std::optional<RegistryValue> query(RootKey root, const QString& subKey,
+                                       const QString& name) const override;
+    bool set(RootKey root, const QString& subKey, const QString& name,
+             const RegistryValue& value) override;
+    QList<QString> valueNames(RootKey root, const QString& subKey) const override;
+};
