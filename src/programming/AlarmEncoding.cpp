@@ -1,0 +1,131 @@
+#include "AlarmEncoding.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr quint8 hourMask = 0x1F;
+constexpr quint8 minuteMask = 0x3F;
+
+quint8 bit(bool on, int number) { return static_cast<quint8>(on ? 1 << number : 0); }
+
+bool hasBit(quint8 byte, int number) { return (byte & (1 << number)) != 0; }
+
+/// Monday to Friday and nothing else, whatever the mode.
+class FirstModelEncoding : public AlarmEncoding {
+public:
+    quint8 mask(const Alarm& alarm, quint8 /*mode*/) const override
+    {
+        return workingDayMask(alarm);
+    }
+    void applyMask(Alarm& alarm, quint8 mask, quint8 /*mode*/) const override
+    {
+        for (int day = 0; day < workingDayCount; ++day)
+            alarm.flags[static_cast<std::size_t>(day)] = hasBit(mask, day);
+    }
+
+protected:
+    Carried carried(const Alarm& alarm, quint8 /*mode*/) const override
+    {
+        Carried flags;
+        std::copy_n(alarm.flags.begin(), workingDayCount, flags.begin());
+        return flags;
+    }
+    void takeCarried(Alarm& alarm, const Carried& flags, quint8 /*mode*/) const override
+    {
+        std::copy(flags.begin(), flags.end(), alarm.flags.begin());
+    }
+
+    static quint8 workingDayMask(const Alarm& alarm)
+    {
+        quint8 mask = 0;
+        for (int day = 0; day < workingDayCount; ++day)
+            mask |= bit(alarm.flags[static_cast<std::size_t>(day)], day);
+        return mask;
+    }
+};
+
+/// Modes 0 and 1 carry the single working days and nothing else; the others carry the special days,
+/// and the working days as one flag for all five.
+class SecondModelEncoding final : public FirstModelEncoding {
+public:
+    quint8 mask(const Alarm& alarm, quint8 mode) const override
+    {
+        if (carriesSingleDays(mode))
+            return workingDayMask(alarm);
+        return bit(alarm.is(DayFlag::Saturday), 0) | bit(alarm.is(DayFlag::Sunday), 1) |
+               bit(alarm.is(DayFlag::OnHoliday), 2) | bit(alarm.is(DayFlag::OnVacation), 3) |
+               bit(alarm.onAllWorkingDays(), 4);
+    }
+    void applyMask(Alarm& alarm, quint8 mask, quint8 mode) const override
+    {
+        if (carriesSingleDays(mode)) {
+            // A mask has five bits at most, so this clears Saturday and Sunday; holidays and
+            // vacations stay as they were.
+            for (int day = 0; day <= static_cast<int>(DayFlag::Sunday); ++day)
+                alarm.flags[static_cast<std::size_t>(day)] = hasBit(mask, day);
+            return;
+        }
+        alarm.set(DayFlag::Saturday, hasBit(mask, 0));
+        alarm.set(DayFlag::Sunday, hasBit(mask, 1));
+        alarm.set(DayFlag::OnHoliday, hasBit(mask, 2));
+        alarm.set(DayFlag::OnVacation, hasBit(mask, 3));
+        // A clear bit says only that not all five were set: single days stay as they were.
+        if (hasBit(mask, 4))
+            alarm.setWorkingDays(true);
+    }
+
+protected:
+    Carried carried(const Alarm& alarm, quint8 mode) const override
+    {
+        if (carriesSingleDays(mode))
+            return FirstModelEncoding::carried(alarm, mode);
+        return {alarm.is(DayFlag::Saturday), alarm.is(DayFlag::Sunday),
+                alarm.is(DayFlag::OnHoliday), alarm.is(DayFlag::OnVacation),
+                alarm.onAllWorkingDays()};
+    }
+    void takeCarried(Alarm& alarm, const Carried& flags, quint8 mode) const override
+    {
+        if (carriesSingleDays(mode))
+            return FirstModelEncoding::takeCarried(alarm, flags, mode);
+        alarm.set(DayFlag::Saturday, flags[0]);
+        alarm.set(DayFlag::Sunday, flags[1]);
+        alarm.set(DayFlag::OnHoliday, flags[2]);
+        alarm.set(DayFlag::OnVacation, flags[3]);
+        alarm.setWorkingDays(flags[4]);
+    }
+
+private:
+    static bool carriesSingleDays(quint8 mode) { return mode < 2; }
+};
+
+} // namespace
+
+const AlarmEncoding& AlarmEncoding::of(ClockModel model)
+{
+    static const FirstModelEncoding first;
+    static const SecondModelEncoding second;
+    if (model == ClockModel::HCT7200)
+        return first;
+    return second;
+}
+
+AlarmEncoding::Bytes AlarmEncoding::encode(const Alarm& alarm, quint8 mode) const
+{
+    const Carried flags = carried(alarm, mode);
+    return {static_cast<quint8>((alarm.Hour & hourMask) | bit(flags[0], 7) | bit(flags[1], 6) |
+                                bit(flags[2], 5)),
+            static_cast<quint8>((alarm.Minute & minuteMask) | bit(flags[3], 7) | bit(flags[4], 6))};
+}
+
+Alarm AlarmEncoding::decode(Bytes bytes, quint8 mode) const
+{
+    Alarm alarm;
+    alarm.Hour = bytes.first & hourMask;
+    alarm.Minute = bytes.second & minuteMask;
+    takeCarried(alarm,
+                {hasBit(bytes.first, 7), hasBit(bytes.first, 6), hasBit(bytes.first, 5),
+                 hasBit(bytes.second, 7), hasBit(bytes.second, 6)},
+                mode);
+    return alarm;
+}

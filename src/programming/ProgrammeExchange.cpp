@@ -1,0 +1,153 @@
+#include "ProgrammeExchange.h"
+
+#include "LinkState.h"
+#include "MessageCodes.h"
+#include "MessageLink.h"
+#include "ProgrammeMessages.h"
+#include "StatusLog.h"
+#include "modGlobais.h"
+
+#include <QPointer>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+ProgrammeExchange::ProgrammeExchange(const Services& services, ClockModel model,
+                                     const Programme& programme,
+                                     std::function<HolidayTable()> table)
+    : m_link(services.link),
+      m_globais(services.globais),
+      m_log(services.log),
+      m_model(model),
+      m_programme(programme),
+      m_table(std::move(table))
+{
+    m_registration.emplace(services.crono, *this, qint16{1});
+}
+
+void ProgrammeExchange::readHolidays()
+{
+    if (!m_registration)
+        return;
+    m_state = State::Opening;
+    m_registration->ActivaCliente();
+}
+
+void ProgrammeExchange::send()
+{
+    if (!m_registration)
+        return;
+    m_block = 0;
+    m_state = State::SendRequested;
+    m_registration->ActivaCliente();
+}
+
+void ProgrammeExchange::stop()
+{
+    m_state = State::Idle;
+    mntDatosXerais.release();
+    mntLectFestVacacionais.release();
+    mntProgBloquesAvisos.release();
+    mntProgFestVacacionais.release();
+    m_registration.reset();
+}
+
+void ProgrammeExchange::ProcesoDiferido()
+{
+    switch (m_state) {
+    case State::Idle: return;
+    case State::SendRequested:
+        return request(mntDatosXerais, messagecode::Read, ProgrammeMessages::generalDataRequest(),
+                       &ProgrammeExchange::mntDatosXerais_Recibido);
+    case State::Opening:
+        return request(mntLectFestVacacionais, messagecode::Read,
+                       ProgrammeMessages::holidaysRequest(),
+                       &ProgrammeExchange::mntLectFestVacacionais_Recibido);
+    case State::WritingBlocks:
+        return request(mntProgBloquesAvisos, messagecode::Write,
+                       ProgrammeMessages::alarmBlock(
+                           m_programme.blocks[static_cast<std::size_t>(m_block)], m_block, m_model),
+                       &ProgrammeExchange::mntProgBloquesAvisos_Recibido);
+    case State::WritingHolidays:
+        return request(mntProgFestVacacionais, messagecode::Write,
+                       ProgrammeMessages::holidays(m_table()),
+                       &ProgrammeExchange::mntProgFestVacacionais_Recibido);
+    case State::Failed: emit failed(); return;
+    case State::GivingUp: {
+        const QPointer<ProgrammeExchange> self(this);
+        emit failed();
+        if (self)
+            m_state = State::Idle;
+        return;
+    }
+    }
+}
+
+void ProgrammeExchange::request(Exchange& exchange, quint8 code, QByteArray body, Receiver receiver)
+{
+    exchange.bind(m_link,
+                  [this, receiver](quint8 answerCode, const QByteArray& answer, qint16 status) {
+                      (this->*receiver)(answerCode, answer, status);
+                  });
+    qint32 timeout = 0;
+    m_link.Envia(code, body, timeout);
+}
+
+void ProgrammeExchange::mntDatosXerais_Recibido(quint8 code, const QByteArray& body, qint16 status)
+{
+    mntDatosXerais.release();
+    if (status == linkstatus::Good && !ProgrammeMessages::isGeneralData(code, body))
+        status = linkstatus::WrongAnswer;
+    if (status != linkstatus::Good)
+        return refused(u"Fallo en lectura de datos generales"_s, status);
+    m_globais.GeneralData = body;
+    m_state = State::WritingBlocks;
+}
+
+void ProgrammeExchange::mntLectFestVacacionais_Recibido(quint8 code, const QByteArray& body,
+                                                        qint16 status)
+{
+    mntLectFestVacacionais.release();
+    const auto table =
+        status == linkstatus::Good ? ProgrammeMessages::holidaysAnswer(code, body) : std::nullopt;
+    if (status == linkstatus::Good && !table)
+        status = linkstatus::WrongAnswer;
+    if (!table)
+        return refused(u"Fallo en lectura de festivos y vacaciones"_s, status);
+    m_state = State::Idle;
+    m_registration->DesactivaCliente();
+    emit holidaysRead(*table);
+}
+
+void ProgrammeExchange::mntProgBloquesAvisos_Recibido(quint8 code, const QByteArray& body,
+                                                      qint16 status)
+{
+    mntProgBloquesAvisos.release();
+    if (status == linkstatus::Good && !ProgrammeMessages::isAlarmBlockAccepted(code, body))
+        status = linkstatus::WrongAnswer;
+    if (status != linkstatus::Good)
+        return refused(u"Fallo en escritura del bloque de avisos %1"_s.arg(m_block + 1), status);
+    ++m_block;
+    if (m_block == Programme::blockCount)
+        m_state = State::WritingHolidays;
+}
+
+void ProgrammeExchange::mntProgFestVacacionais_Recibido(quint8 /*code*/, const QByteArray& /*body*/,
+                                                        qint16 status)
+{
+    mntProgFestVacacionais.release();
+    // Any answer will do here: the clock says nothing about the table in it.
+    if (status != linkstatus::Good)
+        return refused(u"Fallo en escritura de festivos y vacaciones"_s, status);
+    m_state = State::Idle;
+    emit sent();
+}
+
+void ProgrammeExchange::refused(const QString& what, qint16 status)
+{
+    m_log.Rexistra(u"%1 (estado %2)"_s.arg(what).arg(status), false);
+    ++m_refusals;
+    if (m_refusals > refusalLimit)
+        m_state = State::GivingUp;
+}

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "CronoRegistration.h"
+#include "DeferredProcess.h"
+#include "Exchange.h"
+#include "Programme.h"
+
+#include <QObject>
+
+#include <functional>
+#include <optional>
+
+class MessageLink;
+class StatusLog;
+struct modGlobais;
+
+/// Reads the holidays from the clock and writes a whole programme to it, one request a call of the
+/// timer service. A refused answer is asked for again at the next call; what the clock has accepted
+/// stays in it whatever comes after.
+class ProgrammeExchange : public QObject, public DeferredProcess {
+    Q_OBJECT
+public:
+    enum class State {
+        Idle = 0,
+        SendRequested = 1,
+        Opening = 2,
+        WritingBlocks = 3,
+        WritingHolidays = 4,
+        Failed = 5,
+        GivingUp = 6,
+    };
+
+    /// More refusals than this, counted from the opening of the window to its end and never
+    /// forgotten in between, and the exchange gives up.
+    static constexpr qint16 refusalLimit = 10;
+
+    struct Services {
+        frmCrono& crono;
+        MessageLink& link;
+        modGlobais& globais;
+        StatusLog& log;
+    };
+
+    /// `programme` must outlive this; its blocks are read when each is sent. `table` gives the
+    /// holidays at the moment of their sending.
+    ProgrammeExchange(const Services& services, ClockModel model, const Programme& programme,
+                      std::function<HolidayTable()> table);
+
+    void readHolidays();
+    void send();
+    /// Ends whatever is under way, for good: nothing bound, no place in the timer service.
+    void stop();
+
+    State state() const { return m_state; }
+
+    void ProcesoDiferido() override;
+
+signals:
+    void holidaysRead(const HolidayTable& table);
+    void sent();
+    /// After too many refusals.
+    void failed();
+
+protected:
+    void setState(State state) { m_state = state; }
+
+private:
+    using Receiver = void (ProgrammeExchange::*)(quint8, const QByteArray&, qint16);
+
+    void request(Exchange& exchange, quint8 code, QByteArray body, Receiver receiver);
+    void mntDatosXerais_Recibido(quint8 code, const QByteArray& body, qint16 status);
+    void mntLectFestVacacionais_Recibido(quint8 code, const QByteArray& body, qint16 status);
+    void mntProgBloquesAvisos_Recibido(quint8 code, const QByteArray& body, qint16 status);
+    void mntProgFestVacacionais_Recibido(quint8 code, const QByteArray& body, qint16 status);
+    void refused(const QString& what, qint16 status);
+
+    MessageLink& m_link;
+    modGlobais& m_globais;
+    StatusLog& m_log;
+    const ClockModel m_model;
+    const Programme& m_programme;
+    const std::function<HolidayTable()> m_table;
+
+    State m_state = State::Idle;
+    qint16 m_block = 0;
+    qint16 m_refusals = 0;
+
+    Exchange mntDatosXerais;
+    Exchange mntLectFestVacacionais;
+    Exchange mntProgBloquesAvisos;
+    Exchange mntProgFestVacacionais;
+    std::optional<CronoRegistration> m_registration;
+};

@@ -1,0 +1,99 @@
+#include "ProgrammeMessages.h"
+
+#include "AlarmEncoding.h"
+#include "MessageCodes.h"
+#include "StatusBlock.h"
+
+namespace ProgrammeMessages {
+
+namespace {
+
+constexpr qsizetype tableSize = 66;
+
+quint8 byteAt(const QByteArray& body, qsizetype index)
+{
+    return static_cast<quint8>(body.at(index));
+}
+
+void append(QByteArray& body, quint8 byte) { body.append(static_cast<char>(byte)); }
+
+} // namespace
+
+QByteArray generalDataRequest() { return QByteArray(1, static_cast<char>(selector::GeneralData)); }
+
+QByteArray holidaysRequest() { return QByteArray(1, static_cast<char>(selector::HolidaysRead)); }
+
+QByteArray alarmBlock(const AlarmBlock& block, int number, ClockModel model)
+{
+    const AlarmEncoding& encoding = AlarmEncoding::of(model);
+    QByteArray body;
+    append(body, selector::AlarmBlockWrite);
+    append(body, static_cast<quint8>(number + 1));
+    for (const Alarm& alarm : block.Alarms) {
+        const AlarmEncoding::Bytes bytes = encoding.encode(alarm, block.Mode);
+        append(body, bytes.first);
+        append(body, bytes.second);
+    }
+    append(body, 0);
+    append(body, 0);
+    append(body, block.ActiveCountPlusOne);
+    if (model == ClockModel::HCT7300) {
+        append(body, block.Duration);
+        append(body, block.Mode);
+    }
+    return body;
+}
+
+QByteArray holidays(const HolidayTable& table)
+{
+    QByteArray body;
+    append(body, selector::HolidaysWrite);
+    append(body, 0);
+    for (const Holiday& holiday : table.holidays) {
+        append(body, holiday.Day);
+        append(body, holiday.Month);
+    }
+    for (const VacationPeriod& period : table.vacations) {
+        append(body, period.StartDay);
+        append(body, period.StartMonth);
+        append(body, period.EndDay);
+        append(body, period.EndMonth);
+    }
+    return body;
+}
+
+bool isGeneralData(quint8 code, const QByteArray& body)
+{
+    if (code != messagecode::Answer)
+        return false;
+    const StatusBlock block(body);
+    return block.isFull() && block.byte(0) == 0 && block.byte(1) == 0 &&
+           block.deviceType() == StatusBlock::familyType && block.refusal() == 0;
+}
+
+bool isAlarmBlockAccepted(quint8 code, const QByteArray& body)
+{
+    return code == messagecode::Answer && body.size() >= 2 &&
+           byteAt(body, 0) == selector::AlarmBlockWrite && byteAt(body, 1) == 0;
+}
+
+std::optional<HolidayTable> holidaysAnswer(quint8 code, const QByteArray& body)
+{
+    if (code != messagecode::Answer || body.size() < tableSize ||
+        byteAt(body, 0) != selector::HolidaysRead || byteAt(body, 1) != 0)
+        return std::nullopt;
+    HolidayTable table;
+    qsizetype at = 2;
+    for (Holiday& holiday : table.holidays) {
+        holiday = {byteAt(body, at), byteAt(body, at + 1)};
+        at += 2;
+    }
+    for (VacationPeriod& period : table.vacations) {
+        period = {byteAt(body, at), byteAt(body, at + 1), byteAt(body, at + 2),
+                  byteAt(body, at + 3)};
+        at += 4;
+    }
+    return table;
+}
+
+} // namespace ProgrammeMessages

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Programme.h"
+
+#include <QByteArray>
+
+#include <optional>
+
+/// The bodies that carry a programme to and from the clock, and what makes an answer good.
+namespace ProgrammeMessages {
+
+/// 1 byte: 0x00.
+QByteArray generalDataRequest();
+/// 1 byte: 0xD9.
+QByteArray holidaysRequest();
+/// 69 bytes, or 71 for the second model: 0xDA, block number 1 to 3, 32 alarms of two bytes, two
+/// zeros, ActiveCountPlusOne; the second model adds Duration and Mode.
+QByteArray alarmBlock(const AlarmBlock& block, int number, ClockModel model);
+/// 66 bytes: 0xD2, 0, 16 times Day and Month, 8 times StartDay, StartMonth, EndDay, EndMonth.
+QByteArray holidays(const HolidayTable& table);
+
+/// Whether the answer of a good status is one to the request; any other counts as refused.
+bool isGeneralData(quint8 code, const QByteArray& body);
+bool isAlarmBlockAccepted(quint8 code, const QByteArray& body);
+/// The table of an answer to the request for holidays; nothing when it is not one.
+std::optional<HolidayTable> holidaysAnswer(quint8 code, const QByteArray& body);
+
+} // namespace ProgrammeMessages

@@ -1,0 +1,145 @@
+#include "ProgrammeRules.h"
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace ProgrammeRules {
+
+namespace {
+
+std::optional<Violation> firstClash(const AlarmBlock& block, int number)
+{
+    const auto& alarms = block.Alarms;
+    for (std::size_t i = 0; i + 1 < alarms.size(); ++i) {
+        for (std::size_t j = i + 1; j < alarms.size(); ++j) {
+            const Alarm& first = alarms[i];
+            const Alarm& second = alarms[j];
+            if (!first.isActive() || !second.isActive() || first.Hour != second.Hour ||
+                first.Minute != second.Minute)
+                continue;
+            // Plain numbers: five past eight reads 8:5.
+            const QString text =
+                u"Error en el bloque de avisos %1. Está intentando programar múltiples avisos\r\n"
+                "para las %2:%3 horas."_s.arg(number + 1)
+                    .arg(first.Hour)
+                    .arg(first.Minute);
+            return Violation{Violation::Kind::Clash, number, text};
+        }
+    }
+    return std::nullopt;
+}
+
+/// Four all-or-none rules and a fifth about holidays, in this order. Together they reject every
+/// alarm with any of the four flags, but they are five rules of the mode and stay five.
+bool carriesSpecialDays(const Alarm& alarm)
+{
+    const bool saturday = alarm.is(DayFlag::Saturday);
+    const bool sunday = alarm.is(DayFlag::Sunday);
+    const bool holiday = alarm.is(DayFlag::OnHoliday);
+    const bool vacation = alarm.is(DayFlag::OnVacation);
+    if (saturday && (!sunday || !holiday || !vacation))
+        return true;
+    if (sunday && (!saturday || !holiday || !vacation))
+        return true;
+    if (holiday && (!saturday || !sunday || !vacation))
+        return true;
+    if (vacation && (!saturday || !sunday || !holiday))
+        return true;
+    return holiday && (saturday || sunday || vacation);
+}
+
+bool carriesSingleWorkingDays(const Alarm& alarm)
+{
+    Alarm days = alarm;
+    days.flags = {};
+    std::copy_n(alarm.flags.begin(), workingDayCount, days.flags.begin());
+    return days.isActive() && !days.onAllWorkingDays();
+}
+
+QString restrictionText(quint8 mode, const QString& what)
+{
+    return u"   No se ha podido realizar la configuración del equipo.\r\n"
+           "     En el Modo de Avisos %1, no se puede programar:\r\n%2"_s.arg(mode)
+               .arg(what);
+}
+
+std::optional<Violation> firstRestriction(const AlarmBlock& block, int number)
+{
+    for (const Alarm& alarm : block.Alarms) {
+        if (!alarm.isActive())
+            continue;
+        if (block.Mode <= 1 && carriesSpecialDays(alarm))
+            return Violation{
+                Violation::Kind::ModeRestriction, number,
+                restrictionText(block.Mode,
+                                u"          Sabados, Domingos, Festivos ni Vacaciones."_s)};
+        if ((block.Mode == 2 || block.Mode == 3) && carriesSingleWorkingDays(alarm))
+            return Violation{
+                Violation::Kind::ModeRestriction, number,
+                restrictionText(block.Mode,
+                                u"                 días sueltos entre lunes y viernes."_s)};
+    }
+    return std::nullopt;
+}
+
+bool comesBefore(const Alarm& second, const Alarm& first)
+{
+    if (second.isActive() && !first.isActive())
+        return true;
+    return first.isActive() && second.isActive() &&
+           (second.Hour < first.Hour ||
+            (second.Hour == first.Hour && second.Minute < first.Minute));
+}
+
+/// The exchange sort, step for step: it is not a stable one, so a library's sort would leave some
+/// programmes in another order.
+void sortAlarms(AlarmBlock& block)
+{
+    auto& alarms = block.Alarms;
+    for (std::size_t i = 0; i + 1 < alarms.size(); ++i)
+        for (std::size_t j = i + 1; j < alarms.size(); ++j)
+            if (comesBefore(alarms[j], alarms[i]))
+                std::swap(alarms[i], alarms[j]);
+}
+
+void clearInactive(AlarmBlock& block)
+{
+    int firstInactive = AlarmBlock::alarmCount;
+    for (int index = AlarmBlock::alarmCount - 1; index >= 0; --index) {
+        Alarm& alarm = block.Alarms[static_cast<std::size_t>(index)];
+        if (alarm.isActive())
+            continue;
+        alarm.Hour = 0;
+        alarm.Minute = 0;
+        firstInactive = index;
+    }
+    block.ActiveCountPlusOne = static_cast<quint8>(firstInactive + 1);
+}
+
+} // namespace
+
+std::optional<Violation> firstViolation(const Programme& programme, ClockModel model)
+{
+    for (int number = 0; number < Programme::blockCount; ++number)
+        if (auto clash = firstClash(programme.blocks[static_cast<std::size_t>(number)], number))
+            return clash;
+    if (model == ClockModel::HCT7200)
+        return std::nullopt;
+    for (int number = 0; number < Programme::blockCount; ++number)
+        if (auto found =
+                firstRestriction(programme.blocks[static_cast<std::size_t>(number)], number))
+            return found;
+    return std::nullopt;
+}
+
+void NormaliseProgramme(Programme& programme)
+{
+    for (AlarmBlock& block : programme.blocks) {
+        sortAlarms(block);
+        clearInactive(block);
+    }
+}
+
+} // namespace ProgrammeRules
