@@ -1,0 +1,267 @@
+#include "MdiForm.h"
+
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QSignalSpy>
+#include <QTest>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class Form final : public MdiForm {
+public:
+    explicit Form(QMdiArea& area) : MdiForm(area)
+    {
+        setWindowTitle(u"Ventana"_s);
+        auto* layout = new QVBoxLayout(this);
+        layout->addWidget(new QLineEdit);
+        edit = new QLineEdit;
+        layout->addWidget(edit);
+    }
+
+    QLineEdit* edit;
+    bool refuses = false;
+    QList<CloseReason> asked;
+    int unloads = 0;
+    std::function<void()> whileAsking;
+
+protected:
+    bool queryUnload(CloseReason reason) override
+    {
+        asked.append(reason);
+        if (whileAsking)
+            whileAsking();
+        return !refuses;
+    }
+    void unload() override { ++unloads; }
+};
+
+} // namespace
+
+class TestMdiForm : public QObject {
+    Q_OBJECT
+private slots:
+    void init();
+
+    void isHiddenUntilShown();
+    void showingGivesTheFocus();
+    void showingBringsToTheFront();
+    void hidingLeavesNoEmptyFrame();
+    void showingAgainKeepsWhatWasEntered();
+    void minimisedIsRestored();
+    void titleBarClosesForTheOperator();
+    void controlF4ClosesForTheOperator();
+    void refusalKeepsTheWindow();
+    void closingLeavesNoEmptyFrame();
+    void closingPassesTheReason();
+    void secondCloseWhileAskingDoesNothing();
+    void askingAloneUnloadsNothing();
+    void deletingTheFormTakesTheFrame();
+    void deletingTheAreaTakesTheForm();
+    void frameFitsItsContents();
+    void framesDoNotHideEachOther();
+
+private:
+    qsizetype visibleFrames() const
+    {
+        qsizetype count = 0;
+        for (const QMdiSubWindow* frame : m_area->subWindowList())
+            count += frame->isVisible() ? 1 : 0;
+        return count;
+    }
+
+    std::unique_ptr<QMdiArea> m_area;
+};
+
+void TestMdiForm::init()
+{
+    m_area = std::make_unique<QMdiArea>();
+    m_area->resize(800, 600);
+    m_area->show();
+    QVERIFY(QTest::qWaitForWindowActive(m_area.get()));
+}
+
+void TestMdiForm::isHiddenUntilShown()
+{
+    Form form(*m_area);
+    QVERIFY(!form.isFormVisible());
+    QCOMPARE(visibleFrames(), 0);
+    form.showForm();
+    QVERIFY(form.isFormVisible());
+    QVERIFY(form.isVisible());
+}
+
+void TestMdiForm::showingGivesTheFocus()
+{
+    Form first(*m_area);
+    Form second(*m_area);
+    first.showForm();
+    second.showForm();
+    first.showForm();
+    QVERIFY(first.isAncestorOf(QApplication::focusWidget()) ||
+            QApplication::focusWidget() == &first);
+}
+
+void TestMdiForm::showingBringsToTheFront()
+{
+    Form first(*m_area);
+    Form second(*m_area);
+    first.showForm();
+    second.showForm();
+    QCOMPARE(m_area->activeSubWindow()->widget(), &second);
+    first.showForm();
+    QCOMPARE(m_area->activeSubWindow()->widget(), &first);
+    QCOMPARE(m_area->subWindowList(QMdiArea::StackingOrder).constLast()->widget(), &first);
+}
+
+void TestMdiForm::hidingLeavesNoEmptyFrame()
+{
+    Form form(*m_area);
+    form.showForm();
+    form.hideForm();
+    QVERIFY(!form.isFormVisible());
+    QCOMPARE(visibleFrames(), 0);
+}
+
+void TestMdiForm::showingAgainKeepsWhatWasEntered()
+{
+    Form form(*m_area);
+    form.showForm();
+    QTest::keyClicks(form.edit, u"doce"_s);
+    form.hideForm();
+    form.showForm();
+    QVERIFY(form.isVisible());
+    QCOMPARE(form.edit->text(), u"doce"_s);
+}
+
+void TestMdiForm::minimisedIsRestored()
+{
+    Form form(*m_area);
+    form.showForm();
+    QMdiSubWindow* frame = m_area->subWindowList().constFirst();
+    frame->showMinimized();
+    QVERIFY(frame->isMinimized());
+    form.showForm();
+    QVERIFY(!frame->isMinimized());
+    QVERIFY(form.isVisible());
+}
+
+void TestMdiForm::titleBarClosesForTheOperator()
+{
+    QPointer<Form> form = new Form(*m_area);
+    form->showForm();
+    form->refuses = true;
+    m_area->subWindowList().constFirst()->close();
+    QCOMPARE(form->asked, QList<MdiForm::CloseReason>{MdiForm::CloseReason::Operator});
+    form->refuses = false;
+    m_area->subWindowList().constFirst()->close();
+    QTRY_VERIFY(!form);
+}
+
+void TestMdiForm::controlF4ClosesForTheOperator()
+{
+    QPointer<Form> form = new Form(*m_area);
+    form->showForm();
+    form->refuses = true;
+    QTest::keyClick(form->edit, Qt::Key_F4, Qt::ControlModifier);
+    QCOMPARE(form->asked, QList<MdiForm::CloseReason>{MdiForm::CloseReason::Operator});
+}
+
+void TestMdiForm::refusalKeepsTheWindow()
+{
+    Form form(*m_area);
+    form.showForm();
+    form.refuses = true;
+    QVERIFY(!form.closeWindow(MdiForm::CloseReason::Code));
+    QVERIFY(form.isFormVisible());
+    QCOMPARE(form.unloads, 0);
+}
+
+void TestMdiForm::closingLeavesNoEmptyFrame()
+{
+    QPointer<Form> form = new Form(*m_area);
+    form->showForm();
+    QSignalSpy unloaded(form, &MdiForm::unloaded);
+    QVERIFY(form->closeWindow(MdiForm::CloseReason::Code));
+    QCOMPARE(unloaded.size(), 1);
+    QCOMPARE(form->unloads, 1);
+    QCOMPARE(visibleFrames(), 0);
+    QVERIFY(form->closeWindow(MdiForm::CloseReason::Code));
+    QCOMPARE(unloaded.size(), 1);
+    QTRY_VERIFY(!form);
+    QCOMPARE(m_area->subWindowList().size(), 0);
+}
+
+void TestMdiForm::closingPassesTheReason()
+{
+    Form form(*m_area);
+    form.refuses = true;
+    form.closeWindow(MdiForm::CloseReason::Shutdown);
+    form.closeWindow(MdiForm::CloseReason::Code);
+    QCOMPARE(form.asked, (QList<MdiForm::CloseReason>{MdiForm::CloseReason::Shutdown,
+                                                      MdiForm::CloseReason::Code}));
+}
+
+void TestMdiForm::secondCloseWhileAskingDoesNothing()
+{
+    Form form(*m_area);
+    form.showForm();
+    form.whileAsking = [&] { QVERIFY(!form.closeWindow(MdiForm::CloseReason::Code)); };
+    form.closeWindow(MdiForm::CloseReason::Operator);
+    QCOMPARE(form.asked.size(), 1);
+    QCOMPARE(form.unloads, 1);
+}
+
+void TestMdiForm::askingAloneUnloadsNothing()
+{
+    Form form(*m_area);
+    form.showForm();
+    QVERIFY(form.mayUnload(MdiForm::CloseReason::Shutdown));
+    form.refuses = true;
+    QVERIFY(!form.mayUnload(MdiForm::CloseReason::Shutdown));
+    QVERIFY(form.isFormVisible());
+    QCOMPARE(form.unloads, 0);
+}
+
+void TestMdiForm::deletingTheFormTakesTheFrame()
+{
+    {
+        Form form(*m_area);
+        form.showForm();
+    }
+    QCOMPARE(visibleFrames(), 0);
+    QTRY_COMPARE(m_area->subWindowList().size(), 0);
+}
+
+void TestMdiForm::deletingTheAreaTakesTheForm()
+{
+    QPointer<Form> form = new Form(*m_area);
+    form->showForm();
+    m_area.reset();
+    QVERIFY(!form);
+}
+
+void TestMdiForm::frameFitsItsContents()
+{
+    Form form(*m_area);
+    form.showForm();
+    QVERIFY(form.height() >= form.sizeHint().height());
+    QVERIFY(form.width() >= form.sizeHint().width());
+}
+
+void TestMdiForm::framesDoNotHideEachOther()
+{
+    Form first(*m_area);
+    Form second(*m_area);
+    first.showForm();
+    second.showForm();
+    const QList<QMdiSubWindow*> frames = m_area->subWindowList();
+    QVERIFY(frames[0]->pos() != frames[1]->pos());
+    QVERIFY(m_area->viewport()->rect().contains(frames[1]->geometry()));
+}
+
+QTEST_MAIN(TestMdiForm)
+#include "TestMdiForm.moc"
