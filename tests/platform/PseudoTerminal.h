@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <pty.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+/// A pair of pseudo-terminals: the port under test opens `device`, the test holds the far end.
+class PseudoTerminal {
+public:
+    PseudoTerminal()
+    {
+        char name[128] = {};
+        if (::openpty(&m_master, &m_slave, name, nullptr, nullptr) == 0) {
+            device = QString::fromLatin1(name);
+            ::fcntl(m_master, F_SETFL, O_NONBLOCK);
+        }
+    }
+    ~PseudoTerminal()
+    {
+        vanish();
+        ::close(m_slave);
+    }
+    PseudoTerminal(const PseudoTerminal&) = delete;
+    PseudoTerminal& operator=(const PseudoTerminal&) = delete;
+
+    QString device;
+
+    bool send(const QByteArray& bytes)
+    {
+        return ::write(m_master, bytes.constData(), static_cast<size_t>(bytes.size())) ==
+               bytes.size();
+    }
+    /// What the port has written so far, without waiting.
+    QByteArray received()
+    {
+        QByteArray all;
+        char buffer[4096];
+        for (ssize_t count = 0; (count = ::read(m_master, buffer, sizeof buffer)) > 0;)
+            all.append(buffer, count);
+        return all;
+    }
+    /// Holds the thread until so many bytes are with the port's driver.
+    bool waitUntilWithDriver(int bytes)
+    {
+        for (int attempt = 0; attempt < 5000; ++attempt) {
+            int count = 0;
+            if (::ioctl(m_slave, FIONREAD, &count) == 0 && count >= bytes)
+                return true;
+            ::usleep(1000);
+        }
+        return false;
+    }
+    void vanish()
+    {
+        if (m_master >= 0)
+            ::close(m_master);
+        m_master = -1;
+    }
+
+private:
+    int m_master = -1;
+    int m_slave = -1;
+};

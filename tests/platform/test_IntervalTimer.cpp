@@ -1,0 +1,258 @@
+#include "IntervalTimer.h"
+
+#include <QElapsedTimer>
+#include <QSignalSpy>
+#include <QTest>
+#include <QThread>
+
+#include <functional>
+#include <memory>
+
+/// Both kinds of timer. A time is only ever awaited with events off, and is then past for certain:
+/// no test depends on how busy the machine is.
+class TestIntervalTimer : public QObject {
+    Q_OBJECT
+
+private slots:
+    void ticksAgainAndAgain_data() { bothKinds(); }
+    void ticksAgainAndAgain();
+    void intervalOfNothingKeepsItStill_data() { bothKinds(); }
+    void intervalOfNothingKeepsItStill();
+    void disabledTimerDoesNotTick_data() { bothKinds(); }
+    void disabledTimerDoesNotTick();
+    void settingWhatItHasChangesNothing_data() { bothKinds(); }
+    void settingWhatItHasChangesNothing();
+    void anotherIntervalStartsAnew_data() { bothKinds(); }
+    void anotherIntervalStartsAnew();
+    void intervalOfNothingStopsARunningTimer_data() { bothKinds(); }
+    void intervalOfNothingStopsARunningTimer();
+    void missedTicksComeAsOne_data() { bothKinds(); }
+    void missedTicksComeAsOne();
+    void preciseTimerIsNeverEarly();
+    void preciseTimerStartsAnewWhenEnabledAnew();
+    void tickTimerKeepsItsBeatWhileATickIsWorkedOn();
+    void disabledTickTimerWakesTheProgramOnceAtMost();
+    void tickTimerSwitchedOffInItsTickRunsAgainWhenEnabled();
+
+private:
+    using Maker = std::function<std::unique_ptr<IntervalTimer>()>;
+
+    static void bothKinds()
+    {
+        QTest::addColumn<Maker>("make");
+        QTest::newRow("precise timer") << Maker([] { return std::make_unique<PreciseTimer>(); });
+        QTest::newRow("tick timer") << Maker(makeTickTimer);
+    }
+    /// Lets events run until another timer has ticked three times.
+    static void letTimePass()
+    {
+        PreciseTimer other;
+        other.setInterval(10);
+        QSignalSpy ticks(&other, &IntervalTimer::tick);
+        other.setEnabled(true);
+        QTRY_VERIFY(ticks.count() >= 3);
+    }
+};
+
+void TestIntervalTimer::ticksAgainAndAgain()
+{
+    QFETCH(Maker, make);
+    const auto timer = make();
+    QSignalSpy ticks(timer.get(), &IntervalTimer::tick);
+    timer->setInterval(1);
+    timer->setEnabled(true);
+    QVERIFY(timer->isEnabled());
+    QCOMPARE(timer->interval(), 1);
+    QTRY_VERIFY(ticks.count() >= 5);
+}
+
+void TestIntervalTimer::intervalOfNothingKeepsItStill()
+{
+    QFETCH(Maker, make);
+    const auto timer = make();
+    QSignalSpy ticks(timer.get(), &IntervalTimer::tick);
+    timer->setEnabled(true);
+    letTimePass();
+    QCOMPARE(ticks.count(), 0);
+    QVERIFY(timer->isEnabled());
+
+    timer->setInterval(1);
+    QTRY_VERIFY(ticks.count() >= 1);
+}
+
+void TestIntervalTimer::disabledTimerDoesNotTick()
+{
+    QFETCH(Maker, make);
+    const auto timer = make();
+    QSignalSpy ticks(timer.get(), &IntervalTimer::tick);
+    timer->setInterval(1);
+    letTimePass();
+    QCOMPARE(ticks.count(), 0);
+
+    timer->setEnabled(true);
+    QTRY_VERIFY(ticks.count() >= 1);
+    timer->setEnabled(false);
+    ticks.clear();
+    letTimePass();
+    QCOMPARE(ticks.count(), 0);
+}
+
+void TestIntervalTimer::settingWhatItHasChangesNothing()
+{
+    QFETCH(Maker, make);
+    const auto timer = make();
+    QSignalSpy ticks(timer.get(), &IntervalTimer::tick);
+    timer->setInterval(50);
+    timer->setEnabled(true);
+    QThread::msleep(60);
+    timer->setInterval(50);
+    timer->setEnabled(true);
+    QCoreApplication::processEvents();
+    QCOMPARE(ticks.count(), 1);
+}
+
+void TestIntervalTimer::anotherIntervalStartsAnew()
+{
+    QFETCH(Maker, make);
+    const auto timer = make();
+    QSignalSpy ticks(timer.get(), &IntervalTimer::tick);
+    timer->setInterval(20);
+    timer->setEnabled(true);
+    QThread::msleep(30);
+    timer->setInterval(3600000);
+    letTimePass();
+    QCOMPARE(ticks.count(), 0);
+}
+
+void TestIntervalTimer::intervalOfNothingStopsARunningTimer()
+{
+    QFETCH(Maker, make);
+    const auto timer = make();
+    timer->setInterval(1);
+    timer->setEnabled(true);
+    QSignalSpy ticks(timer.get(), &IntervalTimer::tick);
+    QTRY_VERIFY(ticks.count() >= 1);
+    timer->setInterval(0);
+    ticks.clear();
+    letTimePass();
+    QCOMPARE(ticks.count(), 0);
+}
+
+void TestIntervalTimer::missedTicksComeAsOne()
+{
+    QFETCH(Maker, make);
+    const auto timer = make();
+    QSignalSpy ticks(timer.get(), &IntervalTimer::tick);
+    timer->setInterval(50);
+    timer->setEnabled(true);
+    QThread::msleep(180);
+    QCoreApplication::processEvents();
+    QCOMPARE(ticks.count(), 1);
+}
+
+void TestIntervalTimer::preciseTimerIsNeverEarly()
+{
+    PreciseTimer timer;
+    timer.setInterval(200);
+    for (int round = 0; round < 3; ++round) {
+        QSignalSpy ticks(&timer, &IntervalTimer::tick);
+        QElapsedTimer elapsed;
+        elapsed.start();
+        timer.setEnabled(true);
+        QVERIFY(ticks.wait());
+        QVERIFY2(elapsed.nsecsElapsed() >= 200'000'000, QByteArray::number(elapsed.nsecsElapsed()));
+        timer.setEnabled(false);
+    }
+}
+
+void TestIntervalTimer::preciseTimerStartsAnewWhenEnabledAnew()
+{
+    PreciseTimer timer;
+    QSignalSpy ticks(&timer, &IntervalTimer::tick);
+    timer.setInterval(200);
+    timer.setEnabled(true);
+    QThread::msleep(210);
+    QElapsedTimer elapsed;
+    elapsed.start();
+    timer.setEnabled(false);
+    timer.setEnabled(true);
+    QVERIFY(ticks.wait());
+    QVERIFY(elapsed.nsecsElapsed() >= 200'000'000);
+}
+
+void TestIntervalTimer::tickTimerKeepsItsBeatWhileATickIsWorkedOn()
+{
+#ifndef Q_OS_LINUX
+    QSKIP("only the kernel timer of Linux keeps its beat");
+#endif
+    const auto timer = makeTickTimer();
+    int ticks = 0;
+    connect(timer.get(), &IntervalTimer::tick, this, [&] {
+        timer->setEnabled(false);
+        if (++ticks == 1)
+            QThread::msleep(60);
+        timer->setEnabled(true);
+    });
+    timer->setInterval(50);
+    timer->setEnabled(true);
+    QTRY_COMPARE(ticks, 1);
+    // The next beat fell into the work of the first tick: its tick is due now, not 50 ms later.
+    QCoreApplication::processEvents();
+    QCOMPARE(ticks, 2);
+}
+
+/// Counts what the timer wakes the program for.
+class WakeUpCounter : public QObject {
+public:
+    explicit WakeUpCounter(QObject* timer) : m_timer(timer)
+    {
+        QCoreApplication::instance()->installEventFilter(this);
+    }
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (watched->parent() == m_timer && event->type() == QEvent::SockAct)
+            ++count;
+        return false;
+    }
+    int count = 0;
+
+private:
+    QObject* m_timer;
+};
+
+void TestIntervalTimer::disabledTickTimerWakesTheProgramOnceAtMost()
+{
+#ifndef Q_OS_LINUX
+    QSKIP("the kernel timer of Linux is not used");
+#endif
+    const auto timer = makeTickTimer();
+    QSignalSpy ticks(timer.get(), &IntervalTimer::tick);
+    WakeUpCounter wakeUps(timer.get());
+    timer->setInterval(1);
+    timer->setEnabled(true);
+    QTRY_VERIFY(ticks.count() >= 3);
+    QVERIFY(wakeUps.count >= 3);
+
+    timer->setEnabled(false);
+    wakeUps.count = 0;
+    letTimePass();
+    QVERIFY2(wakeUps.count <= 1, QByteArray::number(wakeUps.count));
+}
+
+void TestIntervalTimer::tickTimerSwitchedOffInItsTickRunsAgainWhenEnabled()
+{
+    const auto timer = makeTickTimer();
+    connect(timer.get(), &IntervalTimer::tick, this, [&] { timer->setEnabled(false); });
+    QSignalSpy ticks(timer.get(), &IntervalTimer::tick);
+    timer->setInterval(1);
+    timer->setEnabled(true);
+    QTRY_COMPARE(ticks.count(), 1);
+    letTimePass();
+    QCOMPARE(ticks.count(), 1);
+
+    timer->setEnabled(true);
+    QTRY_COMPARE(ticks.count(), 2);
+}
+
+QTEST_GUILESS_MAIN(TestIntervalTimer)
+#include "test_IntervalTimer.moc"

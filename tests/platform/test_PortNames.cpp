@@ -1,0 +1,114 @@
+#include "MemoryRegistry.h"
+#include "PortNames.h"
+
+#include <QMap>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+class TestPortNames : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void environmentComesFirst();
+    void nameWithoutFolderIsADeviceName();
+    void registryComesBeforeTheSystemsList();
+    void valuesThatAreNoDeviceHereAreIgnored();
+    void systemPortsCountInNaturalOrder();
+    void portsThatDoNotExistHaveNoDevice_data();
+    void portsThatDoNotExistHaveNoDevice();
+    void listIsLookedUpAnewEachTime();
+
+private:
+    void registerDevice(const QString& device, const QByteArray& portName,
+                        quint32 type = RegistryValue::Text)
+    {
+        m_registry.values.insert(MemoryRegistry::path(Registry::RootKey::LocalMachine,
+                                                      u"HARDWARE\\DEVICEMAP\\SERIALCOMM"_s, device),
+                                 {type, portName + '\0'});
+    }
+
+    MemoryRegistry m_registry;
+    QMap<QString, QString> m_environment;
+    QStringList m_ports;
+    PortNames m_names{m_registry,
+                      [this](const QString& variable) { return m_environment.value(variable); },
+                      [this] { return m_ports; }};
+};
+
+void TestPortNames::init()
+{
+    m_registry.values.clear();
+    m_environment.clear();
+    m_ports = {u"/dev/ttyUSB10"_s, u"/dev/ttyUSB2"_s, u"/dev/ttyS0"_s, u"/dev/ttyACM0"_s};
+}
+
+void TestPortNames::environmentComesFirst()
+{
+    m_environment[u"HCT_COM1"_s] = u"/dev/pts/7"_s;
+    m_environment[u"HCT_COM16"_s] = u" /dev/ttyUSB3 "_s;
+    registerDevice(u"/dev/ttyUSB0"_s, "COM1");
+    QCOMPARE(m_names.device(1), u"/dev/pts/7"_s);
+    QCOMPARE(m_names.device(16), u"/dev/ttyUSB3"_s);
+}
+
+void TestPortNames::nameWithoutFolderIsADeviceName()
+{
+    m_environment[u"HCT_COM1"_s] = u"ttyUSB0"_s;
+    QCOMPARE(m_names.device(1), u"/dev/ttyUSB0"_s);
+}
+
+void TestPortNames::registryComesBeforeTheSystemsList()
+{
+    registerDevice(u"/dev/ttyUSB0"_s, "COM10");
+    registerDevice(u"/dev/ttyUSB1"_s, "COM1");
+    registerDevice(u"/dev/ttyUSB5"_s, "com3");
+    QCOMPARE(m_names.device(1), u"/dev/ttyUSB1"_s);
+    QCOMPARE(m_names.device(3), u"/dev/ttyUSB5"_s);
+    QCOMPARE(m_names.device(10), u"/dev/ttyUSB0"_s);
+    QCOMPARE(m_names.device(2), u"/dev/ttyS0"_s);
+}
+
+void TestPortNames::valuesThatAreNoDeviceHereAreIgnored()
+{
+    registerDevice(u"\\Device\\Serial0"_s, "COM1");
+    registerDevice(u"/dev/ttyUSB7"_s, "COM1", RegistryValue::Dword);
+    QCOMPARE(m_names.device(1), u"/dev/ttyACM0"_s);
+}
+
+void TestPortNames::systemPortsCountInNaturalOrder()
+{
+    QCOMPARE(m_names.device(1), u"/dev/ttyACM0"_s);
+    QCOMPARE(m_names.device(2), u"/dev/ttyS0"_s);
+    QCOMPARE(m_names.device(3), u"/dev/ttyUSB2"_s);
+    QCOMPARE(m_names.device(4), u"/dev/ttyUSB10"_s);
+}
+
+void TestPortNames::portsThatDoNotExistHaveNoDevice_data()
+{
+    QTest::addColumn<int>("number");
+    QTest::newRow("beyond the list") << 5;
+    QTest::newRow("0") << 0;
+    QTest::newRow("below 0") << -1;
+    QTest::newRow("17") << 17;
+    QTest::newRow("very high") << 2147483647;
+}
+
+void TestPortNames::portsThatDoNotExistHaveNoDevice()
+{
+    QFETCH(int, number);
+    m_environment[u"HCT_COM17"_s] = u"/dev/ttyUSB0"_s;
+    QCOMPARE(m_names.device(number), QString());
+}
+
+void TestPortNames::listIsLookedUpAnewEachTime()
+{
+    m_ports.clear();
+    QCOMPARE(m_names.device(1), QString());
+    m_ports = {u"/dev/ttyUSB0"_s};
+    QCOMPARE(m_names.device(1), u"/dev/ttyUSB0"_s);
+}
+
+QTEST_GUILESS_MAIN(TestPortNames)
+#include "test_PortNames.moc"
