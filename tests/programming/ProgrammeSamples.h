@@ -1,0 +1,44 @@
+#pragma once
+
+#include "Programme.h"
+
+#include <QByteArray>
+
+#include <initializer_list>
+
+/// Programmes and answers that several tests start from.
+namespace samples {
+
+inline Alarm alarm(int hour, int minute, std::initializer_list<DayFlag> days)
+{
+    Alarm made;
+    made.Hour = static_cast<quint8>(hour);
+    made.Minute = static_cast<quint8>(minute);
+    for (const DayFlag day : days)
+        made.set(day, true);
+    return made;
+}
+
+inline Alarm onWorkingDays(int hour, int minute)
+{
+    using enum DayFlag;
+    return alarm(hour, minute, {Monday, Tuesday, Wednesday, Thursday, Friday});
+}
+
+/// A general-data answer of 220 bytes of the model, all else zero.
+inline QByteArray generalData(ClockModel model)
+{
+    QByteArray block(220, '\0');
+    block[3] = 11;
+    block[12] = model == ClockModel::HCT7200 ? 30 : 31;
+    return block;
+}
+
+inline QByteArray holidaysAnswer()
+{
+    QByteArray body(66, '\0');
+    body[0] = static_cast<char>(0xD9);
+    return body;
+}
+
+} // namespace samples
