@@ -1,0 +1,231 @@
+#include "RegistryText.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString key = u"HKEY_CURRENT_USER\\Software\\A"_s;
+
+/// The file after a text has been set.
+QByteArray afterSetting(const QByteArray& file, const QString& name, const QByteArray& text)
+{
+    RegistryText registry(file);
+    registry.setValue(key, name, {RegistryValue::Text, text + '\0'});
+    return registry.toBytes();
+}
+
+} // namespace
+
+class TestRegistryWriting : public QObject {
+    Q_OBJECT
+
+private slots:
+    void newFileHasHeaderKeyAndValue();
+    void valueIsReplacedWhereItStands();
+    void nameKeepsItsSpelling();
+    void newValueComesAtTheEndOfItsKey_data();
+    void newValueComesAtTheEndOfItsKey();
+    void newKeyComesAtTheEndOfTheFile_data();
+    void newKeyComesAtTheEndOfTheFile();
+    void textSpreadOverLinesIsReplacedWhole();
+    void sameValueLeavesTheFileUntouched();
+    void valueIsWrittenInItsForm_data();
+    void valueIsWrittenInItsForm();
+    void encodingStays_data();
+    void encodingStays();
+    void everyOtherLineStaysByteForByte();
+    void valueAfterADeletionIsSetBelowIt();
+};
+
+void TestRegistryWriting::newFileHasHeaderKeyAndValue()
+{
+    QCOMPARE(afterSetting({}, u"Puerto"_s, "0"),
+             QByteArray("Windows Registry Editor Version 5.00\n\n"
+                        "[HKEY_CURRENT_USER\\Software\\A]\n\"Puerto\"=\"0\"\n"));
+}
+
+void TestRegistryWriting::valueIsReplacedWhereItStands()
+{
+    QCOMPARE(afterSetting("[HKEY_CURRENT_USER\\Software\\A]\n\"x\"=\"1\"\n\"v\"=dword:00000001\n"
+                          "\"y\"=\"2\"\n",
+                          u"v"_s, "new"),
+             QByteArray("[HKEY_CURRENT_USER\\Software\\A]\n\"x\"=\"1\"\n\"v\"=\"new\"\n"
+                        "\"y\"=\"2\"\n"));
+}
+
+void TestRegistryWriting::nameKeepsItsSpelling()
+{
+    QCOMPARE(afterSetting("[hkey_current_user\\software\\a]\n\"PUERTO\"=\"1\"\n", u"Puerto"_s, "2"),
+             QByteArray("[hkey_current_user\\software\\a]\n\"PUERTO\"=\"2\"\n"));
+}
+
+void TestRegistryWriting::newValueComesAtTheEndOfItsKey_data()
+{
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<QByteArray>("after");
+    QTest::newRow("before the blank line that follows")
+        << QByteArray("[HKEY_CURRENT_USER\\Software\\A]\n\"x\"=\"1\"\n\n[HKEY_CURRENT_USER\\B]\n")
+        << QByteArray("[HKEY_CURRENT_USER\\Software\\A]\n\"x\"=\"1\"\n\"v\"=\"2\"\n\n"
+                      "[HKEY_CURRENT_USER\\B]\n");
+    QTest::newRow("into a key without values")
+        << QByteArray("[HKEY_CURRENT_USER\\Software\\A]\n")
+        << QByteArray("[HKEY_CURRENT_USER\\Software\\A]\n\"v\"=\"2\"\n");
+    QTest::newRow("after a last line without ending")
+        << QByteArray("[HKEY_CURRENT_USER\\Software\\A]\r\n\"x\"=\"1\"")
+        << QByteArray("[HKEY_CURRENT_USER\\Software\\A]\r\n\"x\"=\"1\"\r\n\"v\"=\"2\"\r\n");
+    QTest::newRow("before a damaged line")
+        << QByteArray("[HKEY_CURRENT_USER\\Software\\A]\n\"x\"=\"1\"\n\"v\"=\"never ends\n")
+        << QByteArray("[HKEY_CURRENT_USER\\Software\\A]\n\"x\"=\"1\"\n\"v\"=\"2\"\n"
+                      "\"v\"=\"never ends\n");
+    QTest::newRow("into the last of two sections")
+        << QByteArray("[HKEY_CURRENT_USER\\Software\\A]\n[HKEY_CURRENT_USER\\Software\\A]\n;\n")
+        << QByteArray("[HKEY_CURRENT_USER\\Software\\A]\n[HKEY_CURRENT_USER\\Software\\A]\n"
+                      "\"v\"=\"2\"\n;\n");
+}
+
+void TestRegistryWriting::newValueComesAtTheEndOfItsKey()
+{
+    QFETCH(QByteArray, before);
+    QFETCH(QByteArray, after);
+    QCOMPARE(afterSetting(before, u"v"_s, "2"), after);
+}
+
+void TestRegistryWriting::newKeyComesAtTheEndOfTheFile_data()
+{
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<QByteArray>("after");
+    QTest::newRow("after another key")
+        << QByteArray("[HKEY_CURRENT_USER\\B]\r\n\"v\"=\"1\"\r\n")
+        << QByteArray("[HKEY_CURRENT_USER\\B]\r\n\"v\"=\"1\"\r\n\r\n"
+                      "[HKEY_CURRENT_USER\\Software\\A]\r\n\"v\"=\"2\"\r\n");
+    QTest::newRow("after a blank line")
+        << QByteArray("Windows Registry Editor Version 5.00\n\n")
+        << QByteArray("Windows Registry Editor Version 5.00\n\n"
+                      "[HKEY_CURRENT_USER\\Software\\A]\n\"v\"=\"2\"\n");
+    QTest::newRow("after rubbish without ending")
+        << QByteArray("rubbish")
+        << QByteArray("rubbish\n\n[HKEY_CURRENT_USER\\Software\\A]\n\"v\"=\"2\"\n");
+    QTest::newRow("below the deletion of its key")
+        << QByteArray("[HKEY_CURRENT_USER\\Software\\A]\n\"v\"=\"1\"\n"
+                      "[-HKEY_CURRENT_USER\\Software]\n")
+        << QByteArray("[HKEY_CURRENT_USER\\Software\\A]\n\"v\"=\"1\"\n"
+                      "[-HKEY_CURRENT_USER\\Software]\n\n"
+                      "[HKEY_CURRENT_USER\\Software\\A]\n\"v\"=\"2\"\n");
+    QTest::newRow("mark alone") << QByteArray("\xEF\xBB\xBF")
+                                << QByteArray("\xEF\xBB\xBF"
+                                              "Windows Registry Editor Version 5.00\n\n"
+                                              "[HKEY_CURRENT_USER\\Software\\A]\n\"v\"=\"2\"\n");
+}
+
+void TestRegistryWriting::newKeyComesAtTheEndOfTheFile()
+{
+    QFETCH(QByteArray, before);
+    QFETCH(QByteArray, after);
+    QCOMPARE(afterSetting(before, u"v"_s, "2"), after);
+}
+
+void TestRegistryWriting::textSpreadOverLinesIsReplacedWhole()
+{
+    QCOMPARE(
+        afterSetting("[HKEY_CURRENT_USER\\Software\\A]\n\"v\"=\"one\ntwo\nthree\"\n\"x\"=\"1\"\n",
+                     u"v"_s, "2"),
+        QByteArray("[HKEY_CURRENT_USER\\Software\\A]\n\"v\"=\"2\"\n\"x\"=\"1\"\n"));
+    QCOMPARE(afterSetting("[HKEY_CURRENT_USER\\Software\\A]\n\"v\"=hex:01,\\\n  02\n\"x\"=\"1\"\n",
+                          u"v"_s, "2"),
+             QByteArray("[HKEY_CURRENT_USER\\Software\\A]\n\"v\"=\"2\"\n\"x\"=\"1\"\n"));
+}
+
+void TestRegistryWriting::sameValueLeavesTheFileUntouched()
+{
+    // The arrow reads as "?"; writing that back must not cost the arrow.
+    const QByteArray file("[HKEY_CURRENT_USER\\Software\\A]\n  \"v\" = \"a→b\" ; mine");
+    QCOMPARE(afterSetting(file, u"v"_s, "a?b"), file);
+}
+
+void TestRegistryWriting::valueIsWrittenInItsForm_data()
+{
+    QTest::addColumn<quint32>("type");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QByteArray>("lines");
+    const auto row = [](const char* title, quint32 type, const QByteArray& bytes,
+                        const QByteArray& lines) {
+        QTest::newRow(title) << type << bytes << lines;
+    };
+    row("text", 1, QByteArray("ATZ\0", 4), "\"v\"=\"ATZ\"\n");
+    row("escapes", 1, QByteArray("a\\b\"c\0", 6), "\"v\"=\"a\\\\b\\\"c\"\n");
+    row("non-ASCII", 1, QByteArray("\xF1\x80\0", 3), "\"v\"=\"ñ€\"\n");
+    row("line break", 1, QByteArray("a\n\0", 3), "\"v\"=hex(1):61,00,0a,00,00,00\n");
+    row("zero inside", 1, QByteArray("a\0b\0", 4), "\"v\"=hex(1):61,00,00,00,62,00,00,00\n");
+    row("text without its zero", 1, QByteArray("a"), "\"v\"=hex(1):61,00\n");
+    row("dword", 4, QByteArray::fromHex("0a000080"), "\"v\"=dword:8000000a\n");
+    row("dword of another length", 4, QByteArray::fromHex("0a"), "\"v\"=hex(4):0a\n");
+    row("binary", 3, QByteArray::fromHex("01ff"), "\"v\"=hex:01,ff\n");
+    row("empty binary", 3, QByteArray(), "\"v\"=hex:\n");
+    row("long binary", 3, QByteArray(26, '\1'),
+        "\"v\"=hex:01,01,01,01,01,01,01,01,01,01,01,01,01,01,01,01,01,01,01,01,01,01,01,01,\\\n"
+        "  01,01\n");
+    row("expandable text", 2, QByteArray("%\0", 2), "\"v\"=hex(2):25,00,00,00\n");
+    row("eight bytes", 11, QByteArray(8, '\2'), "\"v\"=hex(b):02,02,02,02,02,02,02,02\n");
+}
+
+void TestRegistryWriting::valueIsWrittenInItsForm()
+{
+    QFETCH(quint32, type);
+    QFETCH(QByteArray, bytes);
+    QFETCH(QByteArray, lines);
+    const QByteArray start("[HKEY_CURRENT_USER\\Software\\A]\n");
+    RegistryText text(start);
+    text.setValue(key, u"v"_s, {type, bytes});
+    QCOMPARE(text.toBytes(), start + lines);
+    const auto again = RegistryText(text.toBytes()).value(key, u"v"_s);
+    QVERIFY(again);
+    QCOMPARE(again->type, type);
+    QCOMPARE(again->bytes, bytes);
+}
+
+void TestRegistryWriting::encodingStays_data()
+{
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<QByteArray>("added");
+    QTest::newRow("UTF-8 with mark") << QByteArray("\xEF\xBB\xBF[HKEY_CURRENT_USER\\Software\\A]\n")
+                                     << QByteArray("\"v\"=\"\xC3\xB1\"\n");
+    QTest::newRow("ANSI") << QByteArray("REGEDIT4\n[HKEY_CURRENT_USER\\Software\\A]\n")
+                          << QByteArray("\"v\"=\"\xF1\"\n");
+    const char16_t header[] = u"\uFEFF[HKEY_CURRENT_USER\\Software\\A]\r\n";
+    const QByteArray little(reinterpret_cast<const char*>(header), sizeof header - 2);
+    QByteArray big = little;
+    for (qsizetype i = 0; i < big.size(); i += 2)
+        std::swap(big[i], big[i + 1]);
+    QTest::newRow("UTF-16 of Windows")
+        << little << QByteArray::fromHex("2200760022003d002200f10022000d000a00");
+    QTest::newRow("UTF-16, high byte first")
+        << big << QByteArray::fromHex("002200760022003d002200f10022000d000a");
+}
+
+void TestRegistryWriting::encodingStays()
+{
+    QFETCH(QByteArray, before);
+    QFETCH(QByteArray, added);
+    QCOMPARE(afterSetting(before, u"v"_s, "\xF1"), before + added);
+}
+
+void TestRegistryWriting::everyOtherLineStaysByteForByte()
+{
+    const QByteArray above("\xFF not text\r\n;comment\n[HKEY_CURRENT_USER\\Software\\A\n"
+                           "\"v\"=\"lost\n   \n[HKEY_CURRENT_USER\\Software\\A]\n\"v\"=9600\n");
+    const QByteArray below =
+        "\"w\"=hex:01,\\\n\"x\"=dword:zz\n\n@=\"\n[-]\n" + QByteArray(2, '\0') + "\x80";
+    const QByteArray value("\"v\"=\"1\"\n");
+    QCOMPARE(afterSetting(above + value + below, u"v"_s, "2"), above + "\"v\"=\"2\"\r\n" + below);
+}
+
+void TestRegistryWriting::valueAfterADeletionIsSetBelowIt()
+{
+    QCOMPARE(afterSetting("[HKEY_CURRENT_USER\\Software\\A]\n\"v\"=\"1\"\n\"v\"=-\n", u"v"_s, "2"),
+             QByteArray("[HKEY_CURRENT_USER\\Software\\A]\n\"v\"=\"1\"\n\"v\"=-\n\"v\"=\"2\"\n"));
+}
+
+QTEST_GUILESS_MAIN(TestRegistryWriting)
+#include "test_RegistryWriting.moc"
