@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QtGlobal>
+
+/// Fills of the indicators, as 0x00BBGGRR.
+namespace lampcolour {
+constexpr quint32 Red = 0x0000FF;
+constexpr quint32 DarkRed = 0x000080;
+constexpr quint32 Green = 0x00FF00;
+constexpr quint32 DarkGreen = 0x008000;
+} // namespace lampcolour
