@@ -30,12 +30,6 @@ constexpr qint32 modemMargin = 4000;
 constexpr qint32 timerMask = 0x7FFF;
 constexpr qint32 timerPeriod = 32768;
 
-void closeIfOpen(SerialPort& port)
-{
-    if (port.isOpen())
-        port.close();
-}
-
 } // namespace
 
 MessageLink::MessageLink(SerialPort& commSerie, SerialPort& commModem,
@@ -111,7 +105,7 @@ void MessageLink::ArrancaConexion(bool throughModem)
     m_savedModem.reset();
     m_modem = throughModem;
     if (throughModem)
-        closeIfOpen(m_commSerie);
+        m_commSerie.close();
     else
         closeModemPort();
     openSelectedPort();
@@ -141,7 +135,7 @@ void MessageLink::RemataConexion()
     forgetRequest();
     if (m_bound)
         m_bound->release();
-    closeIfOpen(m_commSerie);
+    m_commSerie.close();
     closeModemPort();
     setState(LinkState::Idle);
     if (m_modemDialogue)
@@ -157,12 +151,12 @@ bool MessageLink::isModemPhase() const
 void MessageLink::ApplySettings()
 {
     const bool wasOpen = m_commSerie.isOpen() || m_commModem.isOpen();
-    closeIfOpen(m_commSerie);
+    m_commSerie.close();
     m_commSerie.setPortNumber(m_settings.directPortNumber());
     m_commSerie.setSettings(m_settings.directLine());
     m_commSerie.setDtrEnabled(m_settings.isDirectDtrOn());
     m_commSerie.setRtsEnabled(m_settings.isDirectRtsOn());
-    closeIfOpen(m_commModem);
+    m_commModem.close();
     m_commModem.setPortNumber(m_settings.modemPortNumber());
     m_commModem.setSettings(m_settings.modemLine());
     m_commModem.setDtrEnabled(true);
