@@ -300,8 +300,10 @@ void TestMessageLinkConnection::endOfTheProgramWhileDiallingHangsUp()
 {
     IdleDialogue dialogue(m_fixture->link);
     m_fixture->link.setModemDialogue(&dialogue);
-    QTimer::singleShot(0, this, [&] { m_fixture->link.ArrancaConexion(true); });
-    QTimer::singleShot(0, this, [&] { QCoreApplication::quit(); });
+    QTimer::singleShot(0, this, [&] {
+        QTimer::singleShot(0, this, [] { QCoreApplication::quit(); });
+        m_fixture->link.ArrancaConexion(true);
+    });
     QCoreApplication::exec();
     QVERIFY(!m_fixture->modem.isOpen());
     QCOMPARE(m_fixture->link.state(), LinkState::Idle);
