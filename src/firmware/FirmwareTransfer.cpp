@@ -1,0 +1,133 @@
+#include "FirmwareTransfer.h"
+
+#include "LinkState.h"
+#include "MessageCodes.h"
+#include "MessageLink.h"
+
+#include <limits>
+
+namespace {
+
+constexpr qint16 mostFailures = 6;
+
+bool isAcknowledgement(quint8 code, const QByteArray& body)
+{
+    return code == messagecode::Answer && body.size() >= 2 &&
+           static_cast<quint8>(body[0]) == selector::FirmwareLineWrite && body[1] == 0;
+}
+
+} // namespace
+
+FirmwareTransfer::FirmwareTransfer(const HexFile& file, frmCrono& crono, MessageLink& link)
+    : m_file(file), m_link(link), m_registration(crono, *this, 1)
+{}
+
+void FirmwareTransfer::start()
+{
+    if (m_state == State::Sending || m_file.LineCount() < 1)
+        return;
+    m_currentLine = 0;
+    m_state = State::Sending;
+    m_registration.ActivaCliente();
+}
+
+void FirmwareTransfer::interrupt()
+{
+    mntProgramacion.release();
+    becomeIdle();
+}
+
+void FirmwareTransfer::leave()
+{
+    interrupt();
+    m_registration.EliminaCliente();
+}
+
+void FirmwareTransfer::ProcesoDiferido()
+{
+    switch (m_state) {
+    case State::Idle: return;
+    case State::Sending: return SendCurrentLine();
+    }
+}
+
+void FirmwareTransfer::SendCurrentLine()
+{
+    FinalLineFlag flag = MoreLinesFollow;
+    if (m_currentLine == m_file.LineCount() - 1)
+        flag = m_resetAfterwards ? LastLineThenReset : LastLine;
+    QByteArray body = message(m_file.Lines(m_currentLine), flag);
+    mntProgramacion.bind(m_link, [this](quint8 code, const QByteArray& answer, qint16 status) {
+        mntProgramacion_Recibido(code, answer, status);
+    });
+    qint32 timeout = 0;
+    m_link.Envia(messagecode::Write, body, timeout);
+}
+
+QByteArray FirmwareTransfer::message(const HexLine& line, FinalLineFlag flag)
+{
+    QByteArray body;
+    body.reserve(line.Count + 9);
+    body.append(static_cast<char>(selector::FirmwareLineWrite));
+    body.append(static_cast<char>(line.Count));
+    const auto address = static_cast<quint32>(line.Address);
+    quint32 sum = 0;
+    for (int shift = 0; shift < 32; shift += 8) {
+        const auto byte = static_cast<quint8>(address >> shift);
+        body.append(static_cast<char>(byte));
+        sum += byte;
+    }
+    body.append(static_cast<char>(flag));
+    for (const quint8 byte : line.Data) {
+        body.append(static_cast<char>(byte));
+        sum += byte;
+    }
+    // A plain sum without complement, and a zero behind it: the clock expects both.
+    body.append(static_cast<char>(sum & 0xFF));
+    body.append('\0');
+    return body;
+}
+
+void FirmwareTransfer::mntProgramacion_Recibido(quint8 code, const QByteArray& body, qint16 status)
+{
+    mntProgramacion.release();
+    if (status == linkstatus::Good && !isAcknowledgement(code, body))
+        status = linkstatus::WrongAnswer;
+    if (status == linkstatus::Good)
+        advance();
+    else
+        countFailure();
+}
+
+void FirmwareTransfer::countFailure()
+{
+    // Deliberately not cleared when the transfer ends here or begins anew: after a transfer that
+    // was given up, the next one gets no second chance before its first good acknowledgement.
+    if (m_failCount < std::numeric_limits<qint16>::max())
+        ++m_failCount;
+    if (m_failCount < mostFailures)
+        return;
+    becomeIdle();
+    emit failed();
+}
+
+void FirmwareTransfer::advance()
+{
+    m_failCount = 0;
+    const HexLine& line = m_file.Lines(m_currentLine);
+    const qint16 acknowledged = m_currentLine;
+    ++m_currentLine;
+    const bool done = m_currentLine == m_file.LineCount();
+    if (done)
+        becomeIdle();
+    emit lineAcknowledged(
+        acknowledged, static_cast<qint32>(static_cast<quint32>(line.Address) + line.Count - 1U));
+    if (done)
+        emit finished();
+}
+
+void FirmwareTransfer::becomeIdle()
+{
+    m_state = State::Idle;
+    m_registration.DesactivaCliente();
+}
