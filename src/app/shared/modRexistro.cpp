@@ -7,7 +7,8 @@ namespace {
 QString textOf(const QByteArray& bytes, bool trim)
 {
     if (trim)
-        return AnsiText::toUnicode(bytes.left(bytes.indexOf('\0')));
+        return AnsiText::toUnicode(
+            bytes.first(qsizetype(qstrnlen(bytes.constData(), size_t(bytes.size())))));
     return AnsiText::toUnicode(bytes.endsWith('\0') ? bytes.chopped(1) : bytes);
 }
 

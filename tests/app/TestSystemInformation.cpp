@@ -1,0 +1,142 @@
+#include "FakeDialogs.h"
+#include "MemoryRegistry.h"
+#include "modUtilidades.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+/// The path of the program stands in either of two values; the file must be there.
+class TestSystemInformation : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init();
+    void pathValueComesFirst();
+    void pathEndsAtItsFirstZero();
+    void folderValueIsUsedWhereThereIsNoPath();
+    void folderValueIsUsedWhereThePathNamesNoFile();
+    void missingProgramIsToldToTheOperator_data();
+    void missingProgramIsToldToTheOperator();
+    void programThatDoesNotStartIsToldToTheOperator();
+
+private:
+    void setMachineText(const QString& subKey, const QString& name, const QString& text)
+    {
+        m_registry.values.insert(
+            MemoryRegistry::path(Registry::RootKey::LocalMachine, subKey, name),
+            {RegistryValue::Text, text.toLatin1() + '\0'});
+    }
+    void setPath(const QString& text)
+    {
+        setMachineText(u"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO"_s, u"PATH"_s, text);
+    }
+    void setFolder(const QString& text)
+    {
+        setMachineText(u"SOFTWARE\\Microsoft\\Shared Tools Location"_s, u"MSINFO"_s, text);
+    }
+    /// Makes an empty file of this name in the test's folder.
+    QString makeFile(const QString& name) const
+    {
+        QFile file(m_folder->filePath(name));
+        return file.open(QIODevice::WriteOnly) ? file.fileName() : QString();
+    }
+    void run(bool starts = true)
+    {
+        modUtilidades::systemInformation(m_registry, m_dialogs, [&](const QString& program) {
+            m_started.append(program);
+            return starts;
+        });
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    MemoryRegistry m_registry;
+    FakeDialogs m_dialogs;
+    QStringList m_started;
+};
+
+void TestSystemInformation::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    m_registry.values.clear();
+    m_dialogs.boxes.clear();
+    m_started.clear();
+}
+
+void TestSystemInformation::pathValueComesFirst()
+{
+    const QString program = makeFile(u"info.exe"_s);
+    setPath(program);
+    makeFile(u"tools\\MSINFO32.EXE"_s);
+    setFolder(m_folder->filePath(u"tools"_s));
+    run();
+    QCOMPARE(m_started, QStringList(program));
+    QVERIFY(m_dialogs.boxes.isEmpty());
+}
+
+void TestSystemInformation::pathEndsAtItsFirstZero()
+{
+    const QString program = makeFile(u"info.exe"_s);
+    setPath(program + QChar(u'\0') + u"rest"_s);
+    run();
+    QCOMPARE(m_started, QStringList(program));
+}
+
+void TestSystemInformation::folderValueIsUsedWhereThereIsNoPath()
+{
+    const QString program = makeFile(u"tools\\MSINFO32.EXE"_s);
+    setFolder(m_folder->filePath(u"tools"_s));
+    run();
+    QCOMPARE(m_started, QStringList(program));
+}
+
+void TestSystemInformation::folderValueIsUsedWhereThePathNamesNoFile()
+{
+    setPath(m_folder->filePath(u"gone.exe"_s));
+    const QString program = makeFile(u"tools\\MSINFO32.EXE"_s);
+    setFolder(m_folder->filePath(u"tools"_s));
+    run();
+    QCOMPARE(m_started, QStringList(program));
+}
+
+void TestSystemInformation::missingProgramIsToldToTheOperator_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("folder");
+    QTest::newRow("no values") << QString() << QString();
+    QTest::newRow("files that are not there")
+        << u"C:\\Tools\\MSINFO\\MSINFO32.EXE"_s << u"C:\\Tools\\MSINFO"_s;
+    QTest::newRow("a folder in place of the program") << QDir::tempPath() << QString();
+}
+
+void TestSystemInformation::missingProgramIsToldToTheOperator()
+{
+    QFETCH(QString, path);
+    QFETCH(QString, folder);
+    if (!path.isNull())
+        setPath(path);
+    if (!folder.isNull())
+        setFolder(folder);
+    run();
+    QVERIFY(m_started.isEmpty());
+    QCOMPARE(m_dialogs.boxes.size(), 1);
+    QCOMPARE(m_dialogs.boxes.first().title, u"Control Equipo HCT"_s);
+    QCOMPARE(m_dialogs.boxes.first().text,
+             u"La información del sistema no está disponible en este momento"_s);
+}
+
+void TestSystemInformation::programThatDoesNotStartIsToldToTheOperator()
+{
+    setPath(makeFile(u"info.exe"_s));
+    run(false);
+    QCOMPARE(m_started.size(), 1);
+    QCOMPARE(m_dialogs.boxes.size(), 1);
+    QCOMPARE(m_dialogs.boxes.first().text,
+             u"La información del sistema no está disponible en este momento"_s);
+}
+
+QTEST_GUILESS_MAIN(TestSystemInformation)
+#include "TestSystemInformation.moc"
