@@ -54,6 +54,16 @@ std::optional<QByteArray> ClockAnswers::answer(quint8 code, const QByteArray& re
     }
 }
 
+QByteArray ClockAnswers::refusal(quint8 code, const QByteArray& request, quint8 status) const
+{
+    const quint8 selector = request.isEmpty() ? 0 : byteAt(request, 0);
+    if (code != requestcode::Read || selector != area::GeneralData)
+        return answerOf(selector, status);
+    QByteArray block = m_clock.statusBlock();
+    block[4] = char(status);
+    return block;
+}
+
 bool ClockAnswers::takeResetRequest() { return std::exchange(m_resetRequested, false); }
 
 QByteArray ClockAnswers::identify(const QByteArray& request)

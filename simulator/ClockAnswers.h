@@ -37,6 +37,9 @@ public:
     /// The body of the answer, none where the clock stays silent: codes it does not know, requests
     /// without a body, and malformed ones whose answer has no room for a status.
     std::optional<QByteArray> answer(quint8 code, const QByteArray& request);
+    /// The body by which the clock refuses without obeying: the status stands behind the selector,
+    /// in general data in byte 4.
+    QByteArray refusal(quint8 code, const QByteArray& request, quint8 status) const;
     /// Whether the last identification opened the session.
     bool isSessionOpen() const { return m_sessionOpen; }
     /// Answers that all went well to a firmware line that asks for a reset; asked once.

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <optional>
+#include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -68,7 +69,20 @@ QString DeviceLine::open()
         return reason;
     }
     adopt(descriptor, m_device);
+    m_wasReady = false;
+    m_watch.start();
     return {};
+}
+
+void DeviceLine::watchDataSetReady()
+{
+    int lines = 0;
+    if (!isOpen() || ::ioctl(descriptor(), TIOCMGET, &lines) != 0)
+        return m_watch.stop();
+    const bool ready = (lines & TIOCM_DSR) != 0;
+    if (m_wasReady && !ready)
+        emit farEndClosed();
+    m_wasReady = ready;
 }
 
 } // namespace simulator

@@ -2,9 +2,12 @@
 
 #include "Line.h"
 
+#include <QTimer>
+
 namespace simulator {
 
-/// A serial device of this machine, raw, 8 data bits, no parity, 1 stop bit.
+/// A serial device of this machine, raw, 8 data bits, no parity, 1 stop bit. Where the cable
+/// carries the program's DTR to this end's DSR, its drop counts as the program's closing.
 class DeviceLine : public Line {
     Q_OBJECT
 
@@ -15,8 +18,12 @@ public:
     QString open() override;
 
 private:
+    void watchDataSetReady();
+
     QString m_device;
     int m_speed;
+    QTimer m_watch;
+    bool m_wasReady = false;
 };
 
 } // namespace simulator

@@ -47,6 +47,7 @@ void Line::write(const QByteArray& bytes)
 
 void Line::readPending()
 {
+    beforeReading();
     std::array<char, 4096> buffer;
     const ssize_t count = ::read(m_descriptor, buffer.data(), buffer.size());
     if (count > 0) {

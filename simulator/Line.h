@@ -38,6 +38,8 @@ protected:
     explicit Line(QObject* parent) : QObject(parent) {}
     void adopt(int descriptor, const QString& devicePath);
     int descriptor() const { return m_descriptor; }
+    /// Called before bytes are read, for what happened on the line before they came.
+    virtual void beforeReading() {}
 
 private:
     void readPending();

@@ -121,8 +121,11 @@ void PtyLine::readWatch()
     bool closed = false;
     while (::read(m_watch, events.data(), events.size()) > 0)
         closed = true;
-    if (closed)
-        emit farEndClosed();
+    if (!closed)
+        return;
+    // What the program left unread is gone, as on a port that no one has open.
+    ::tcflush(m_slave, TCIFLUSH);
+    emit farEndClosed();
 }
 
 } // namespace simulator

@@ -18,6 +18,9 @@ public:
     QString open() override;
     void close() override;
 
+protected:
+    void beforeReading() override { readWatch(); }
+
 private:
     QString renewLink(const QString& device);
     void removeLink();

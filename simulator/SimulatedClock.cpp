@@ -118,6 +118,8 @@ QByteArray SimulatedClock::statusBlock() const
         if (held.key() >= 0 && held.key() < statusSize)
             block[held.key()] = char(held.value());
     }
+    if (quint8(block[3]) != familyType)
+        block.truncate(otherTypeSize);
     return block;
 }
 

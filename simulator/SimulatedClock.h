@@ -54,8 +54,10 @@ public:
     void holdByte(int index, quint8 value) { m_heldBytes[index] = value; }
     void releaseBytes() { m_heldBytes.clear(); }
 
+    static constexpr quint8 familyType = 11;
     static constexpr qsizetype statusSize = 220;
-    /// The body of the general-data answer, 220 bytes.
+    static constexpr qsizetype otherTypeSize = 5;
+    /// The body of the general-data answer: 220 bytes; 5 with a device type of another family.
     QByteArray statusBlock() const;
 
 private:
@@ -70,7 +72,7 @@ private:
     bool m_demonstration = false;
     quint8 m_inputs = 0x98;
     quint8 m_flags = 0;
-    quint8 m_deviceType = 11;
+    quint8 m_deviceType = familyType;
     ClockProgramme m_programme;
     QMap<int, quint8> m_heldBytes;
 };

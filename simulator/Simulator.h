@@ -2,6 +2,9 @@
 
 #include "ClockAnswers.h"
 #include "FrameReceiver.h"
+#include "Misbehaviour.h"
+#include "ModemLine.h"
+#include "Pacer.h"
 
 #include <QObject>
 #include <QTimer>
@@ -10,31 +13,90 @@ namespace simulator {
 
 class Line;
 
-/// What the simulated clock is when it starts.
-struct ClockIdentity {
-    quint8 station = 1;
-    quint8 identification = 1;
+/// What the clock does once it has acknowledged a firmware line that asks for a reset. It forgets
+/// its programme in every case; then it stays, falls silent or its line vanishes, for some
+/// milliseconds or, with 0, for good.
+struct AfterReset {
+    enum class Act { Stay, Silent, Vanish };
+    Act act = Act::Silent;
+    int milliseconds = 0;
 };
 
-/// A clock on a line: receives requests, answers them and keeps the clock's state.
+/// A clock on a line, or behind a modem on it: receives requests, lets faults strike, answers and
+/// keeps the state.
 class Simulator : public QObject {
     Q_OBJECT
 
 public:
+    struct Identity {
+        quint8 station = 1;
+        quint8 identification = 1;
+    };
+
     /// The line must outlive the simulator and is opened by the caller.
-    Simulator(Line& line, SimulatedClock& clock, const ClockIdentity& identity,
-              QObject* parent = nullptr);
+    Simulator(Line& line, Model model, const Identity& identity, QObject* parent = nullptr);
+
+    SimulatedClock& clock() { return m_clock; }
+    FirmwareImage& firmware() { return m_firmware; }
+    Misbehaviour& misbehaviour() { return m_misbehaviour; }
+    Pacer& pacer() { return m_pacer; }
+    ModemLine& modem() { return m_modem; }
+    const Line& line() const { return m_line; }
+
+    bool isSessionOpen() const { return m_answers.isSessionOpen(); }
+    int answeredRequests() const { return m_answered; }
+    const FrameReceiver& receiver() const { return m_receiver; }
+
+    /// Whether a modem stands between line and clock.
+    void setModem(bool present) { m_hasModem = present; }
+    bool hasModem() const { return m_hasModem; }
+    /// Modem replies leave byte by byte, so many milliseconds apart; 0 for whole.
+    void setModemSplit(int milliseconds) { m_modemSplit = milliseconds; }
+    void setAfterReset(const AfterReset& afterReset) { m_afterReset = afterReset; }
+    /// Endless bytes that are no frame, as from a line with a fault.
+    void setBabble(bool on);
+    void setTrace(bool on) { m_trace = on; }
+
+    /// Takes the line away; back after so many milliseconds, with 0 not by itself.
+    void vanish(int milliseconds);
+    /// Opens the line again; the reason of a failure, empty after success.
+    QString comeBack();
+
+signals:
+    /// A line about something that happened by itself.
+    void reported(const QString& text);
 
 private:
+    void connectLine();
+    void connectModem();
     void receive(const QByteArray& bytes);
+    void takeFrameBytes(const QByteArray& bytes);
     void serve(const QList<WireFrame>& requests);
+    void serveOne(const WireFrame& request);
+    void reset();
+    void fallSilent(int milliseconds);
+    void trace(QChar direction, const QString& text);
 
     Line& m_line;
-    ClockIdentity m_identity;
+    Identity m_identity;
+    SimulatedClock m_clock;
     FirmwareImage m_firmware;
     FrameReceiver m_receiver;
     ClockAnswers m_answers;
+    Misbehaviour m_misbehaviour;
+    Pacer m_pacer;
+    ModemLine m_modem;
+    AfterReset m_afterReset;
     QTimer m_silence;
+    QTimer m_babble;
+    QTimer m_return;
+    QTimer m_boot;
+    quint32 m_babbleSeed = 1;
+    bool m_hasModem = false;
+    int m_modemSplit = 0;
+    bool m_isDeaf = false;
+    bool m_trace = false;
+    int m_answered = 0;
 };
 
 } // namespace simulator

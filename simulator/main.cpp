@@ -1,56 +1,117 @@
 #include "CommandReader.h"
+#include "Commands.h"
 #include "DeviceLine.h"
+#include "EndSignals.h"
+#include "Options.h"
 #include "PtyLine.h"
-#include "Simulator.h"
 
-#include <QCommandLineParser>
 #include <QCoreApplication>
 
+#include <csignal>
 #include <cstdio>
 #include <memory>
+#include <sys/prctl.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
+using namespace simulator;
+
+namespace {
+
+enum ExitCode { Ended = 0, LineFailed = 1, WrongUsage = 2, LineLost = 3 };
+
+/// One line on standard output, at once; the program ends when no one can read it any more.
+void print(const QString& line)
+{
+    const QByteArray bytes = line.toUtf8() + '\n';
+    if (std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout) != size_t(bytes.size()) ||
+        std::fflush(stdout) != 0)
+        QCoreApplication::quit();
+}
+
+int fail(ExitCode code, const QString& reason)
+{
+    std::fprintf(stderr, "hct-simulator: %s\n", qUtf8Printable(reason));
+    return code;
+}
+
+void obey(Simulator& clock, const QString& line)
+{
+    if (line == "quit"_L1)
+        return QCoreApplication::quit();
+    const CommandResult result = runCommand(clock, line);
+    for (const QString& text : result.lines)
+        print(text);
+    print(result.error.isEmpty() ? u"ok"_s : u"error: "_s + result.error);
+}
+
+/// Writes what was asked for at the end.
+int finish(Simulator& clock, const Options& options)
+{
+    QStringList commands;
+    if (!options.saveTo.isEmpty())
+        commands += u"save "_s + options.saveTo;
+    if (!options.firmwareTo.isEmpty())
+        commands += u"firmware hex "_s + options.firmwareTo;
+    for (const QString& command : commands) {
+        const CommandResult result = runCommand(clock, command);
+        if (!result.error.isEmpty())
+            return fail(WrongUsage, result.error);
+    }
+    return Ended;
+}
+
+std::unique_ptr<Line> makeLine(const Options& options)
+{
+    if (options.device.isEmpty())
+        return std::make_unique<PtyLine>(options.link);
+    return std::make_unique<DeviceLine>(options.device, options.speed);
+}
+
+int serve(const Options& options)
+{
+    const std::unique_ptr<Line> line = makeLine(options);
+    Simulator clock(*line, options.model, options.identity);
+    for (const QString& command : options.commands) {
+        const CommandResult result = runCommand(clock, command);
+        if (!result.error.isEmpty())
+            return fail(WrongUsage, command + u": "_s + result.error);
+    }
+    const QString reason = line->open();
+    if (!reason.isEmpty())
+        return fail(LineFailed, reason);
+    print(line->devicePath());
+    CommandReader reader(STDIN_FILENO);
+    const EndSignals endSignals;
+    QObject::connect(&clock, &Simulator::reported, &clock, &print);
+    QObject::connect(line.get(), &Line::lost, &clock, [] { QCoreApplication::exit(LineLost); });
+    QObject::connect(&endSignals, &EndSignals::ended, &clock, &QCoreApplication::quit);
+    QObject::connect(&reader, &CommandReader::lineRead, &clock,
+                     [&](const QString& text) { obey(clock, text); });
+    if (!options.stays)
+        QObject::connect(&reader, &CommandReader::ended, &clock, &QCoreApplication::quit);
+    const int code = QCoreApplication::exec();
+    if (code != Ended)
+        return fail(LineLost, u"the line is lost"_s);
+    return finish(clock, options);
+}
+
+} // namespace
 
 int main(int argc, char* argv[])
 {
-    QCoreApplication application(argc, argv);
-    QCoreApplication::setApplicationName(u"hct-simulator"_s);
-    QCommandLineParser parser;
-    parser.setApplicationDescription(u"A simulated HCT clock behind a pseudo-terminal."_s);
-    parser.addHelpOption();
-    parser.addOptions({
-        {u"model"_s, u"Model of the clock: 7200 or 7300."_s, u"model"_s, u"7200"_s},
-        {u"link"_s, u"Symbolic link to the pseudo-terminal."_s, u"path"_s},
-        {u"station"_s, u"Station address, 0 to 255."_s, u"number"_s, u"1"_s},
-        {u"identification"_s, u"Identification number, 0 to 255."_s, u"number"_s, u"1"_s},
-        {u"start"_s, u"Date and time to start with (yyyy-MM-ddTHH:mm:ss)."_s, u"moment"_s},
-        {u"stay"_s, u"Go on after the end of standard input."_s},
-    });
-    parser.process(application);
-
-    using namespace simulator;
-    SimulatedClock clock(parser.value(u"model"_s) == u"7300"_s ? Model::Hct7300 : Model::Hct7200);
-    clock.programme() = schoolProgramme(clock.model());
-    if (parser.isSet(u"start"_s))
-        clock.setDateTime(QDateTime::fromString(parser.value(u"start"_s), Qt::ISODate));
-    PtyLine line(parser.value(u"link"_s));
-    const QString reason = line.open();
-    if (!reason.isEmpty()) {
-        std::fprintf(stderr, "hct-simulator: %s\n", qPrintable(reason));
-        return 1;
+    const QCoreApplication application(argc, argv);
+    std::signal(SIGPIPE, SIG_IGN);
+    QString reason;
+    const std::optional<Options> options =
+        parsedOptions(QCoreApplication::arguments().mid(1), reason);
+    if (!options)
+        return fail(WrongUsage, reason + u" (see --help)"_s);
+    if (options->wantsHelp) {
+        print(usage());
+        return Ended;
     }
-    const ClockIdentity identity{quint8(parser.value(u"station"_s).toUInt()),
-                                 quint8(parser.value(u"identification"_s).toUInt())};
-    const Simulator simulator(line, clock, identity);
-    CommandReader reader(STDIN_FILENO);
-    QObject::connect(&reader, &CommandReader::lineRead, &application, [](const QString& text) {
-        if (text == u"quit"_s)
-            QCoreApplication::quit();
-    });
-    if (!parser.isSet(u"stay"_s))
-        QObject::connect(&reader, &CommandReader::ended, &application, &QCoreApplication::quit);
-    std::printf("%s\n", qPrintable(line.devicePath()));
-    std::fflush(stdout);
-    return QCoreApplication::exec();
+    if (options->endsWithParent)
+        ::prctl(PR_SET_PDEATHSIG, SIGTERM);
+    return serve(*options);
 }

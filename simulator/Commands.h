@@ -1,0 +1,37 @@
+#pragma once
+
+#include "Simulator.h"
+
+#include <QStringList>
+
+#include <span>
+
+namespace simulator {
+
+/// What a command gave: lines for the user, or the reason why it failed.
+struct CommandResult {
+    QStringList lines;
+    QString error;
+
+    static CommandResult failed(const QString& reason) { return {{}, reason}; }
+};
+
+/// A command that the simulator takes, one a line: its name, then its argument.
+struct Command {
+    const char* name;
+    const char* usage;
+    CommandResult (*run)(Simulator& simulator, const QString& argument);
+};
+
+/// Runs a line such as "mode manual"; a name that no command has is an error.
+CommandResult runCommand(Simulator& simulator, const QString& line);
+/// Every command with its arguments, then the faults.
+QStringList commandHelp();
+
+/// The commands by what they are about; those of the modem stand behind the word "modem".
+std::span<const Command> clockCommands();
+std::span<const Command> programmeCommands();
+std::span<const Command> lineCommands();
+std::span<const Command> modemCommands();
+
+} // namespace simulator

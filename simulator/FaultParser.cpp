@@ -1,0 +1,163 @@
+#include "Misbehaviour.h"
+#include "Numbers.h"
+
+#include <QStringList>
+
+using namespace Qt::StringLiterals;
+
+namespace simulator {
+
+namespace {
+
+struct FaultName {
+    QLatin1StringView name;
+    Fault::Kind kind;
+    int value; ///< when none is given
+    int minimum;
+    int maximum;
+    QLatin1StringView help;
+};
+
+constexpr int anHour = 3'600'000;
+constexpr FaultName faultNames[] = {
+    {"silent"_L1, Fault::Kind::Silent, 0, 0, 0, "obeys, but no answer arrives"_L1},
+    {"lost"_L1, Fault::Kind::Lost, 0, 0, 0, "the request is lost: not obeyed, not answered"_L1},
+    {"late"_L1, Fault::Kind::Late, 1000, 0, anHour, "MS: answers that much later"_L1},
+    {"checksum"_L1, Fault::Kind::Checksum, 0, 0, 0, "wrong checksum"_L1},
+    {"station"_L1, Fault::Kind::Station, 0, 0, 0, "the answer of another station"_L1},
+    {"noise"_L1, Fault::Kind::Noise, 0, 0, 0, "[HEX]: those bytes before the frame"_L1},
+    {"split"_L1, Fault::Kind::Split, 2, 1, 1000, "[MS]: single bytes that far apart"_L1},
+    {"short"_L1, Fault::Kind::Short, 1, 0, 509, "[BYTES]: only the body's first bytes"_L1},
+    {"truncate"_L1, Fault::Kind::Truncate, 6, 0, 517, "[BYTES]: the frame breaks off"_L1},
+    {"echo"_L1, Fault::Kind::Echo, 0, 0, 0, "another selector than asked"_L1},
+    {"code"_L1, Fault::Kind::Code, 9, 0, 255, "[CODE]: another message code than 8"_L1},
+    {"refuse"_L1, Fault::Kind::Refuse, 2, 0, 255, "[STATUS]: refuses and does not obey"_L1},
+    {"end"_L1, Fault::Kind::End, 0, 0, 0, "end byte 0x17"_L1},
+    {"vanish"_L1, Fault::Kind::Vanish, 0, 0, anHour, "[MS]: the line vanishes, 0 for good"_L1},
+};
+
+struct RequestName {
+    QLatin1StringView name;
+    quint8 code;
+    quint8 area;
+};
+
+constexpr RequestName requestNames[] = {
+    {"identification"_L1, 1, 0x02}, {"general"_L1, 137, 0x00}, {"mode"_L1, 137, 0xCA},
+    {"days-read"_L1, 137, 0xD9},    {"clock"_L1, 105, 0x01},   {"outputs"_L1, 105, 0xCB},
+    {"days"_L1, 105, 0xD2},         {"block"_L1, 105, 0xDA},   {"firmware"_L1, 105, 0xDD},
+};
+
+/// Bytes that begin like frames and are none.
+QByteArray usualNoise() { return QByteArray::fromHex("00ff68686804480116680101686848"); }
+
+const FaultName* faultNamed(const QString& name)
+{
+    for (const FaultName& known : faultNames) {
+        if (known.name == name)
+            return &known;
+    }
+    return nullptr;
+}
+
+bool readRequest(const QString& name, Fault& fault)
+{
+    for (const RequestName& known : requestNames) {
+        if (known.name == name) {
+            fault.code = known.code;
+            fault.area = known.area;
+            return true;
+        }
+    }
+    const std::optional<int> area = numberIn(name, 0, 255);
+    if (area)
+        fault.area = quint8(*area);
+    return area.has_value();
+}
+
+bool readNoise(const QString& text, Fault& fault)
+{
+    constexpr qsizetype maximumNoise = 4096;
+    fault.noise = QByteArray::fromHex(text.toLatin1());
+    return !fault.noise.isEmpty() && fault.noise.size() <= maximumNoise &&
+           fault.noise.toHex() == text.toLatin1().toLower();
+}
+
+/// The value right behind the name; whatever else stands there is left to the caller.
+bool readValue(QStringList& words, const FaultName& name, Fault& fault)
+{
+    static const QStringList clauses{u"times"_s, u"always"_s, u"after"_s, u"on"_s};
+    fault.value = name.value;
+    if (name.kind == Fault::Kind::Noise)
+        fault.noise = usualNoise();
+    if (words.isEmpty() || clauses.contains(words.first()))
+        return true;
+    const QString word = words.takeFirst();
+    if (name.kind == Fault::Kind::Noise)
+        return readNoise(word, fault);
+    const std::optional<int> value = numberIn(word, name.minimum, name.maximum);
+    if (name.maximum == 0 || !value)
+        return false;
+    fault.value = *value;
+    return true;
+}
+
+bool readClause(QStringList& words, Fault& fault)
+{
+    constexpr int maximumCount = 1'000'000;
+    const QString clause = words.takeFirst();
+    if (clause == "always"_L1) {
+        fault.times.reset();
+        return true;
+    }
+    if (words.isEmpty())
+        return false;
+    const QString word = words.takeFirst();
+    if (clause == "on"_L1)
+        return readRequest(word, fault);
+    const std::optional<int> count = numberIn(word, 0, maximumCount);
+    if (clause == "times"_L1 && count && *count > 0)
+        fault.times = count;
+    else if (clause == "after"_L1 && count)
+        fault.after = *count;
+    else
+        return false;
+    return true;
+}
+
+} // namespace
+
+std::optional<Fault> parsedFault(const QString& text, QString& reason)
+{
+    QStringList words = text.split(u' ', Qt::SkipEmptyParts);
+    const FaultName* name = words.isEmpty() ? nullptr : faultNamed(words.takeFirst());
+    if (!name) {
+        reason = u"no fault is called so: %1"_s.arg(text);
+        return std::nullopt;
+    }
+    Fault fault;
+    fault.kind = name->kind;
+    fault.text = text.simplified();
+    bool good = readValue(words, *name, fault);
+    while (good && !words.isEmpty())
+        good = readClause(words, fault);
+    if (good)
+        return fault;
+    reason = u"cannot read the fault: %1"_s.arg(text);
+    return std::nullopt;
+}
+
+QStringList faultHelp()
+{
+    QStringList lines{u"FAULT is NAME [VALUE] [times N | always] [after N] [on REQUEST], once "
+                      "unless told otherwise. NAME is one of:"_s};
+    for (const FaultName& known : faultNames)
+        lines += u"  %1 %2"_s.arg(known.name, -10).arg(known.help);
+    QStringList names;
+    for (const RequestName& known : requestNames)
+        names += known.name;
+    lines += u"REQUEST is a selector such as 0xDA or one of: %1"_s.arg(names.join(u", "_s));
+    return lines;
+}
+
+} // namespace simulator

@@ -1,0 +1,115 @@
+#include "Misbehaviour.h"
+
+namespace simulator {
+
+namespace {
+
+bool matches(const Fault& fault, quint8 code, const QByteArray& body)
+{
+    if (fault.code && *fault.code != code)
+        return false;
+    return !fault.area || (!body.isEmpty() && quint8(body[0]) == *fault.area);
+}
+
+/// The body cut or changed before the frame is made of it.
+void spoilContent(WireFrame& frame, const Fault& fault)
+{
+    switch (fault.kind) {
+    case Fault::Kind::Station: frame.station = quint8(frame.station + 1); break;
+    case Fault::Kind::Code: frame.code = quint8(fault.value); break;
+    case Fault::Kind::Short: frame.data.truncate(fault.value); break;
+    case Fault::Kind::Echo:
+        if (!frame.data.isEmpty())
+            frame.data[0] = char(quint8(frame.data[0]) ^ 0x55);
+        break;
+    default: break;
+    }
+}
+
+void spoilWire(QByteArray& wire, const Fault& fault)
+{
+    const qsizetype checksum = wire.size() - 2;
+    switch (fault.kind) {
+    case Fault::Kind::Checksum: wire[checksum] = char(quint8(wire[checksum]) + 1); break;
+    case Fault::Kind::End: wire[checksum + 1] = '\x17'; break;
+    default: break;
+    }
+}
+
+/// What depends on the whole: cutting comes after every change, noise goes in front of it all.
+void spoilOutline(QByteArray& wire, const QList<Fault>& faults)
+{
+    for (const Fault& fault : faults) {
+        if (fault.kind == Fault::Kind::Truncate)
+            wire.truncate(fault.value);
+    }
+    for (const Fault& fault : faults) {
+        if (fault.kind == Fault::Kind::Noise)
+            wire.prepend(fault.noise);
+    }
+}
+
+} // namespace
+
+QStringList Misbehaviour::list() const
+{
+    QStringList lines;
+    for (const Fault& fault : m_faults) {
+        const QString left = fault.times ? QString::number(*fault.times) : QStringLiteral("always");
+        lines +=
+            QStringLiteral("%1 (after %2, left %3)").arg(fault.text).arg(fault.after).arg(left);
+    }
+    return lines;
+}
+
+QList<Fault> Misbehaviour::strike(quint8 code, const QByteArray& body)
+{
+    QList<Fault> striking;
+    for (Fault& fault : m_faults) {
+        if (!matches(fault, code, body))
+            continue;
+        if (fault.after > 0) {
+            --fault.after;
+            continue;
+        }
+        striking += fault;
+        if (fault.times)
+            --*fault.times;
+    }
+    m_faults.removeIf([](const Fault& fault) { return fault.times && *fault.times <= 0; });
+    return striking;
+}
+
+Delivery delivery(const QList<Fault>& faults)
+{
+    Delivery result;
+    for (const Fault& fault : faults) {
+        switch (fault.kind) {
+        case Fault::Kind::Silent: result.isSent = false; break;
+        case Fault::Kind::Lost: result.isSent = result.isObeyed = false; break;
+        case Fault::Kind::Late: result.delay += fault.value; break;
+        case Fault::Kind::Split: result.byteGap = fault.value; break;
+        case Fault::Kind::Refuse: result.refusal = quint8(fault.value); break;
+        case Fault::Kind::Vanish:
+            result.isSent = result.isObeyed = false;
+            result.vanishFor = fault.value;
+            break;
+        default: break;
+        }
+    }
+    return result;
+}
+
+QByteArray spoiled(const WireFrame& answer, const QList<Fault>& faults)
+{
+    WireFrame frame = answer;
+    for (const Fault& fault : faults)
+        spoilContent(frame, fault);
+    QByteArray wire = encoded(frame);
+    for (const Fault& fault : faults)
+        spoilWire(wire, fault);
+    spoilOutline(wire, faults);
+    return wire;
+}
+
+} // namespace simulator

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "WireFrame.h"
+
+#include <QList>
+#include <QString>
+
+#include <optional>
+
+namespace simulator {
+
+/// One way of going wrong, for some of the requests.
+struct Fault {
+    enum class Kind {
+        Silent,   ///< obeys, but the answer is lost
+        Lost,     ///< the request is lost
+        Late,     ///< value: milliseconds
+        Checksum, ///< one too high
+        Station,  ///< the next address
+        Noise,    ///< bytes before the frame
+        Split,    ///< each byte by itself, value: milliseconds apart
+        Short,    ///< value: bytes of the body that are left
+        Truncate, ///< value: bytes of the frame that are left
+        Echo,     ///< another selector than asked
+        Code,     ///< value: another message code than 8
+        Refuse,   ///< value: the status that refuses; the request is not obeyed
+        End,      ///< another end byte than 0x16
+        Vanish,   ///< the line goes; value: milliseconds until it comes back, 0 for good
+    };
+
+    Kind kind = Kind::Silent;
+    int value = 0;
+    QByteArray noise;
+    int after = 0;                ///< matching requests that still go well
+    std::optional<int> times = 1; ///< matching requests that go wrong; none means all
+    std::optional<quint8> code;   ///< only requests with this message code
+    std::optional<quint8> area;   ///< only requests with this selector
+    QString text;                 ///< as it was given
+};
+
+/// Reads "NAME [VALUE] [times N | always] [after N] [on REQUEST]"; REQUEST is a name such as
+/// general or block, or a selector such as 0xDA. Nothing with a reason when that is no fault.
+std::optional<Fault> parsedFault(const QString& text, QString& reason);
+
+/// The lines that explain faults to the user.
+QStringList faultHelp();
+
+/// Decides which of the faults in force strike a request.
+class Misbehaviour {
+public:
+    void add(const Fault& fault) { m_faults += fault; }
+    void clear() { m_faults.clear(); }
+    /// The faults in force as they were given, with what is left of them.
+    QStringList list() const;
+    /// The faults for this request. Each call counts as one request.
+    QList<Fault> strike(quint8 code, const QByteArray& body);
+
+private:
+    QList<Fault> m_faults;
+};
+
+/// What faults do to one exchange.
+struct Delivery {
+    bool isObeyed = true;
+    bool isSent = true;
+    std::optional<quint8> refusal;
+    int delay = 0;   ///< milliseconds
+    int byteGap = 0; ///< milliseconds between single bytes, 0 for none
+    std::optional<int> vanishFor;
+};
+Delivery delivery(const QList<Fault>& faults);
+
+/// The bytes that go out in place of the good answer.
+QByteArray spoiled(const WireFrame& answer, const QList<Fault>& faults);
+
+} // namespace simulator
