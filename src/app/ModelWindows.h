@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+
+#include <functional>
+
+class MdiForm;
+class QDialog;
+struct modGlobais;
+
+/// Which window serves which model, and which of them are open. A window that is open is brought to
+/// the front instead of being opened twice.
+class ModelWindows : public QObject {
+    Q_OBJECT
+public:
+    using FormFactory = std::function<MdiForm*()>;
+    using DialogFactory = std::function<QDialog*()>;
+
+    /// How each window is made. One that is not there opens nothing.
+    struct Factories {
+        FormFactory frmInfoHCT7200;
+        FormFactory frmInfoHCT7300;
+        FormFactory frmTelemandoHCT7200;
+        FormFactory frmTelemandoHCT7300;
+        FormFactory frmSincronizacionReloxo;
+        FormFactory frmProgramPROM;
+        DialogFactory frmProgHCT7200;
+        DialogFactory frmProgHCT7300;
+    };
+
+    ModelWindows(const modGlobais& globais, Factories factories);
+
+    // Byte 12 of the general data decides between the models at each call.
+    void openInformation();
+    void openRemoteControl();
+    void openProgramming();
+    void openSynchronisation();
+    void openFirmware();
+
+    /// Closes the windows that only live while a clock is connected: information and remote control
+    /// of both models, and synchronisation.
+    void closeClockWindows();
+
+private:
+    struct Form {
+        FormFactory make;
+        QPointer<MdiForm> open;
+    };
+    struct Dialog {
+        DialogFactory make;
+        QPointer<QDialog> open;
+    };
+    struct ModelForms {
+        Form first;
+        Form second;
+    };
+
+    bool isFirstModel() const;
+    void show(Form& form);
+    static void show(Dialog& dialog);
+    static void close(Form& form);
+
+    const modGlobais& m_globais;
+    ModelForms m_information;
+    ModelForms m_remoteControl;
+    Dialog m_programmingFirst;
+    Dialog m_programmingSecond;
+    Form m_synchronisation;
+    Form m_firmware;
+};

@@ -1,0 +1,68 @@
+#include "SystemOutside.h"
+
+#include "IntervalTimer.h"
+
+#include <QDir>
+#include <QProcess>
+
+#ifdef Q_OS_WIN
+#include "Win32Registry.h"
+#include "Win32SerialPort.h"
+#else
+#include "FileRegistry.h"
+#include "QtSerialPort.h"
+#endif
+
+namespace {
+
+#ifdef Q_OS_WIN
+using MachinePort = Win32SerialPort;
+
+std::unique_ptr<Registry> machineRegistry() { return std::make_unique<Win32Registry>(); }
+#else
+using MachinePort = QtSerialPort;
+
+std::unique_ptr<Registry> machineRegistry()
+{
+    return std::make_unique<FileRegistry>(FileRegistry::defaultPath());
+}
+#endif
+
+// The current directory, not that of the executable: the modem scripts are looked for where the
+// program is started.
+QString currentDirectory()
+{
+    QString path = QDir::toNativeSeparators(QDir::currentPath());
+    if (!path.endsWith(QDir::separator()))
+        path += QDir::separator();
+    return path;
+}
+
+} // namespace
+
+SystemOutside::SystemOutside()
+    : m_registry(machineRegistry()),
+      m_portNames(*m_registry),
+      m_commSerie(std::make_unique<MachinePort>(m_portNames)),
+      m_commModem(std::make_unique<MachinePort>(m_portNames)),
+      m_tmrCrono(makeTickTimer()),
+      m_tmrTemporizador(std::make_unique<PreciseTimer>())
+{}
+
+SystemOutside::~SystemOutside() = default;
+
+Outside SystemOutside::outside() { return outside(m_dialogs); }
+
+Outside SystemOutside::outside(Dialogs& dialogs)
+{
+    return {*m_registry,
+            *m_commSerie,
+            *m_commModem,
+            *m_tmrCrono,
+            *m_tmrTemporizador,
+            m_pause,
+            dialogs,
+            m_clock,
+            currentDirectory(),
+            [](const QString& program) { return QProcess::startDetached(program, {}); }};
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QObject>
+
+/// Tells, in the event loop, that the system wants the program to end: SIGTERM, SIGINT and SIGHUP.
+/// One at a time exists. On Windows, which closes the window instead, it never tells anything.
+class TerminationSignals : public QObject {
+    Q_OBJECT
+public:
+    explicit TerminationSignals(QObject* parent = nullptr);
+    ~TerminationSignals() override;
+
+signals:
+    void arrived();
+};

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <QMainWindow>
+#include <QPointer>
+
+#include <functional>
+
+class ConnectionWorkflow;
+class MdiForm;
+class ModelWindows;
+class QAction;
+class QLabel;
+class QMdiArea;
+class QMenu;
+class frmRexistroEstado;
+struct modGlobais;
+
+/// The main window: the menus, the status bar, and the area in which the other windows open. The
+/// connection itself is the ConnectionWorkflow's.
+class frmPrincipal : public QMainWindow {
+    Q_OBJECT
+public:
+    /// What the main window opens but does not know how to make.
+    struct Windows {
+        frmRexistroEstado& log;
+        ModelWindows& models;
+        std::function<void()> showSettings;
+        std::function<void(QWidget& owner)> showAbout;
+    };
+
+    /// Takes over `area`, and loads the workflow.
+    frmPrincipal(QMdiArea* area, ConnectionWorkflow& workflow, const modGlobais& globais,
+                 const Windows& windows);
+
+    /// Status-bar panel 3: the port in use, and about it as a tool tip.
+    void VisualizaPorto(const QString& text, const QString& toolTip);
+
+    /// Whether the program may end: the workflow is asked, then each open window.
+    bool queryUnload();
+    /// Ends the program without asking, as when the system says so: closes the connection and every
+    /// window, and emits `unloaded`. A second call does nothing.
+    void unload();
+
+    QSize sizeHint() const override;
+
+signals:
+    void unloaded();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void makeCommunicationsMenu();
+    void makeDeviceMenu();
+    void makeHelpMenu();
+    void makeStatusBar();
+    QMenu* addMenu(const QString& name, const QString& caption);
+    static QAction* addEntry(QMenu* menu, const QString& name, const QString& caption);
+    static QAction* addSeparator(QMenu* menu, const QString& name);
+    QLabel* addPanel(const QString& name, const QString& description, int stretch);
+
+    /// Each may go while another is asked.
+    QList<QPointer<MdiForm>> openForms() const;
+    void unlockClockCommands(bool unlocked);
+    void ShowConnectionStatus(bool connected);
+
+    QMdiArea* m_area;
+    ConnectionWorkflow& m_workflow;
+    const modGlobais& m_globais;
+    Windows m_windows;
+    bool m_asking = false;
+    bool m_unloaded = false;
+
+    QAction* mnuConectar = nullptr;
+    QAction* mnuDesconectar = nullptr;
+    QAction* mnuUsarModem = nullptr;
+    QAction* mnuConfiguracion = nullptr;
+    QAction* mnuInformacion = nullptr;
+    QAction* mnuSincronizacionReloxo = nullptr;
+    QAction* mnuTelemando = nullptr;
+    QAction* mnuSeparadorAux = nullptr;
+    QAction* mnuSeparadorProgramacion = nullptr;
+    QAction* mnuProgramacion = nullptr;
+    QAction* mnuSeparadorFirmware = nullptr;
+    QAction* mnuFirmware = nullptr;
+    QLabel* m_connectionPanel = nullptr;
+    QLabel* m_modelPanel = nullptr;
+    QLabel* m_portPanel = nullptr;
+};
