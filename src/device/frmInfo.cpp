@@ -46,6 +46,7 @@ QLabel* makeField(const QString& name, const QString& toolTip)
     field->setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Sunken));
     field->setBackgroundRole(QPalette::Base);
     field->setAutoFillBackground(true);
+    field->setMargin(2);
     field->setTextFormat(Qt::PlainText);
     field->setToolTip(toolTip);
     field->setAccessibleDescription(toolTip);
@@ -71,7 +72,7 @@ frmInfo::frmInfo(QMdiArea& area, frmCrono& crono, const modGlobais& globais, con
     auto* grid = new QGridLayout(this);
     grid->addWidget(makeClockFrame(), 0, 0, 1, 2);
     grid->addWidget(makeStatusFrame(), 1, 0, 2, 1);
-    grid->addWidget(makeOutputsFrame(), 1, 1);
+    grid->addWidget(makeOutputsFrame(), 1, 1, model.hasInputs ? 1 : 2, 1);
     if (model.hasInputs)
         grid->addWidget(makeInputsFrame(), 2, 1);
     grid->addWidget(cmdPechar, 3, 0, 1, 2, Qt::AlignRight);
