@@ -1,0 +1,71 @@
+#include "MiniTerminal.h"
+
+#include <QFontDatabase>
+#include <QKeyEvent>
+#include <QScrollBar>
+#include <QTextBlock>
+
+namespace {
+
+bool isShown(QChar character)
+{
+    return character == u'\n' || character == u'\t' || character.isPrint();
+}
+
+} // namespace
+
+MiniTerminal::MiniTerminal(QWidget* parent) : QPlainTextEdit(parent)
+{
+    setReadOnly(true);
+    setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    setUndoRedoEnabled(false);
+    setTabChangesFocus(true);
+    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+}
+
+void MiniTerminal::AppendToTerminal(const QString& text)
+{
+    QString shown;
+    for (const QChar character : text)
+        if (isShown(character))
+            shown += character;
+    if (shown.isEmpty())
+        return;
+    QTextCursor cursor(document());
+    cursor.movePosition(QTextCursor::End);
+    cursor.insertText(shown);
+    if (const int excess = document()->characterCount() - maximumText; excess > 0) {
+        cursor.setPosition(0);
+        cursor.setPosition(excess, QTextCursor::KeepAnchor);
+        cursor.removeSelectedText();
+    }
+    verticalScrollBar()->setValue(verticalScrollBar()->maximum());
+}
+
+QSize MiniTerminal::sizeHint() const
+{
+    constexpr int columns = 48;
+    constexpr int lines = 14;
+    const int frame = 2 * frameWidth() + static_cast<int>(2 * document()->documentMargin());
+    return {columns * fontMetrics().horizontalAdvance(u'0') + frame +
+                verticalScrollBar()->sizeHint().width(),
+            lines * fontMetrics().lineSpacing() + frame};
+}
+
+void MiniTerminal::keyPressEvent(QKeyEvent* event)
+{
+    // Reading on and copying stay the text's own; closing and the access keys the dialog's.
+    if (event->matches(QKeySequence::Copy) || event->matches(QKeySequence::SelectAll) ||
+        event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown)
+        return QPlainTextEdit::keyPressEvent(event);
+    if (event->key() == Qt::Key_Escape || event->key() == Qt::Key_Tab ||
+        event->key() == Qt::Key_Backtab || (event->modifiers() & Qt::AltModifier) != 0)
+        return event->ignore();
+    event->accept();
+    if (event->key() == Qt::Key_Delete || event->key() == Qt::Key_Clear ||
+        event->matches(QKeySequence::Paste))
+        return;
+    const QByteArray characters = event->text().toLatin1();
+    for (const char character : characters)
+        emit characterTyped(character);
+}

@@ -1,0 +1,103 @@
+#include "ModemPage.h"
+
+#include "MiniTerminal.h"
+#include "ModemControl.h"
+#include "WidgetDescription.h"
+#include "frmPINPUK.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QShortcutEvent>
+
+using namespace Qt::StringLiterals;
+
+ModemPage::ModemPage(ModemControl& modem, QWidget* parent)
+    : QWidget(parent),
+      m_modem(modem),
+      cmdComprobarPIN(new QPushButton(u"Com&probar PIN"_s)),
+      cmdEnviarPIN(new QPushButton(u"&Enviar PIN..."_s)),
+      cmdNivelSinal(new QPushButton(u"&Nivel señal"_s)),
+      cmdExecutarScript(new QPushButton(u"Archiv&o..."_s)),
+      cmdBorrarTerminal(new QPushButton(u"&Borrar terminal"_s)),
+      txtRexistro(new MiniTerminal)
+{
+    describe(*cmdComprobarPIN, u"cmdComprobarPIN"_s, u"Comprobar PIN"_s,
+             u"Pregunta al módem si la tarjeta SIM necesita un código"_s);
+    describe(*cmdEnviarPIN, u"cmdEnviarPIN"_s, u"Enviar PIN..."_s,
+             u"Envía al módem el código PIN, o el código PUK y un nuevo PIN"_s);
+    describe(*cmdNivelSinal, u"cmdNivelSinal"_s, u"Nivel señal"_s,
+             u"Pregunta al módem el nivel de la señal que recibe"_s);
+    describe(*cmdExecutarScript, u"cmdExecutarScript"_s, u"Archivo..."_s,
+             u"Envía al módem los comandos de un archivo"_s);
+    describe(*cmdBorrarTerminal, u"cmdBorrarTerminal"_s, u"Borrar terminal"_s);
+    describe(*txtRexistro, u"txtRexistro"_s, u"Mini Terminal"_s);
+
+    auto* buttons = new QVBoxLayout;
+    for (QPushButton* button : {cmdComprobarPIN, cmdEnviarPIN, cmdNivelSinal, cmdExecutarScript})
+        buttons->addWidget(button);
+    buttons->addStretch(1);
+    auto* layout = new QHBoxLayout(this);
+    layout->addLayout(buttons);
+    layout->addWidget(makeTerminalFrame(), 1);
+
+    connect(cmdComprobarPIN, &QPushButton::clicked, &m_modem, &ModemControl::checkPin);
+    connect(cmdEnviarPIN, &QPushButton::clicked, this, &ModemPage::askForPin);
+    connect(cmdNivelSinal, &QPushButton::clicked, &m_modem, &ModemControl::querySignal);
+    connect(cmdExecutarScript, &QPushButton::clicked, &m_modem, &ModemControl::executeScript);
+    connect(cmdBorrarTerminal, &QPushButton::clicked, txtRexistro, &MiniTerminal::clear);
+    connect(txtRexistro, &MiniTerminal::characterTyped, &m_modem, &ModemControl::typeCharacter);
+    connect(&m_modem, &ModemControl::terminalWritten, txtRexistro, &MiniTerminal::AppendToTerminal);
+    connect(&m_modem, &ModemControl::controlsEnabled, this, &ModemPage::EnableModemControls);
+}
+
+QGroupBox* ModemPage::makeTerminalFrame()
+{
+    auto* frame = new QGroupBox(u"Mini Terminal"_s);
+    auto* layout = new QVBoxLayout(frame);
+    layout->addWidget(txtRexistro, 1);
+    layout->addWidget(cmdBorrarTerminal, 0, Qt::AlignRight);
+    return frame;
+}
+
+void ModemPage::EnableModemControls(bool enabled)
+{
+    for (QPushButton* button : {cmdComprobarPIN, cmdEnviarPIN, cmdNivelSinal, cmdExecutarScript})
+        button->setEnabled(enabled);
+}
+
+void ModemPage::shareAccessKey(QWidget& tabBar)
+{
+    tabBar.installEventFilter(this);
+    cmdExecutarScript->installEventFilter(this);
+}
+
+bool ModemPage::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Shortcut && isVisible() && cmdExecutarScript->isEnabled()) {
+        const auto* shortcut = static_cast<QShortcutEvent*>(event);
+        if (shortcut->key() == QKeySequence::mnemonic(cmdExecutarScript->text())) {
+            cmdExecutarScript->click();
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void ModemPage::askForPin()
+{
+    if (!m_modem.ensureModemPort())
+        return;
+    auto* dialog = new frmPINPUK(this);
+    connect(dialog, &QDialog::finished, this, [this, dialog] {
+        if (!dialog->Cancelado()) {
+            QByteArray pin = dialog->pin();
+            QByteArray puk = dialog->puk();
+            m_modem.sendPin(pin, puk);
+            ModemControl::wipe(pin);
+            ModemControl::wipe(puk);
+        }
+        dialog->deleteLater();
+    });
+    dialog->open();
+}

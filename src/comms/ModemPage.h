@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QList>
+#include <QWidget>
+
+class MiniTerminal;
+class ModemControl;
+class QGroupBox;
+class QPushButton;
+
+/// The tab "Operación de módem": SIM codes, signal level, command scripts and the mini terminal.
+class ModemPage : public QWidget {
+    Q_OBJECT
+public:
+    explicit ModemPage(ModemControl& modem, QWidget* parent = nullptr);
+
+    /// While a command runs no other can be started.
+    void EnableModemControls(bool enabled);
+    /// The tab's caption and the button of the scripts have the same access key; while the tab is
+    /// in front the key is the button's.
+    void shareAccessKey(QWidget& tabBar);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    QGroupBox* makeTerminalFrame();
+    void askForPin();
+
+    ModemControl& m_modem;
+    QPushButton* cmdComprobarPIN;
+    QPushButton* cmdEnviarPIN;
+    QPushButton* cmdNivelSinal;
+    QPushButton* cmdExecutarScript;
+    QPushButton* cmdBorrarTerminal;
+    MiniTerminal* txtRexistro;
+};

@@ -1,0 +1,154 @@
+#include "frmPINPUK.h"
+
+#include "WidgetDescription.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QDialogButtonBox>
+#include <QEvent>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProxyStyle>
+#include <QPushButton>
+#include <QRegularExpressionValidator>
+#include <QStyle>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int pinLength = 4;
+constexpr int pukLength = 8;
+
+/// The style that the program runs in, but for the character that hides a code.
+class AsteriskStyle : public QProxyStyle {
+public:
+    AsteriskStyle() : QProxyStyle(QApplication::style()->name()) {}
+
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* returnData) const override
+    {
+        if (hint == SH_LineEdit_PasswordCharacter)
+            return u'*';
+        if (hint == SH_LineEdit_PasswordMaskDelay)
+            return 0;
+        return QProxyStyle::styleHint(hint, option, widget, returnData);
+    }
+};
+
+QLineEdit* makeCodeEdit(int length, QWidget* parent)
+{
+    auto* edit = new QLineEdit(parent);
+    auto* style = new AsteriskStyle;
+    style->setParent(edit);
+    edit->setStyle(style);
+    edit->setMaxLength(length);
+    edit->setValidator(new QRegularExpressionValidator(QRegularExpression(u"[0-9]*"_s), edit));
+    edit->setInputMethodHints(Qt::ImhDigitsOnly | Qt::ImhSensitiveData | Qt::ImhNoPredictiveText);
+    return edit;
+}
+
+} // namespace
+
+frmPINPUK::frmPINPUK(QWidget* parent)
+    : QDialog(parent),
+      lblPIN(new QLabel(u"P&IN:"_s, this)),
+      txtPIN(makeCodeEdit(pinLength, this)),
+      lblPUK(new QLabel(u"P&UK:"_s, this)),
+      txtPUK(makeCodeEdit(pukLength, this)),
+      chkPUK(new QCheckBox(u"Cambiar &PIN"_s, this)),
+      chkVerCodigos(new QCheckBox(u"&Ver códigos"_s, this)),
+      cmdAceptar(new QPushButton(u"&Aceptar"_s, this)),
+      cmdCancelar(new QPushButton(u"&Cancelar"_s, this))
+{
+    setObjectName(u"frmPINPUK"_s);
+    setWindowTitle(u"Introducción de datos"_s);
+    describe(*txtPIN, u"txtPIN"_s, u"PIN"_s);
+    describe(*txtPUK, u"txtPUK"_s, u"PUK"_s);
+    describe(*chkPUK, u"chkPUK"_s, u"Cambiar PIN"_s);
+    describe(*chkVerCodigos, u"chkVerCodigos"_s, u"Ver códigos"_s);
+    describe(*cmdAceptar, u"cmdAceptar"_s, u"Aceptar"_s);
+    describe(*cmdCancelar, u"cmdCancelar"_s, u"Cancelar"_s);
+    lblPIN->setObjectName(u"lblPIN"_s);
+    lblPIN->setBuddy(txtPIN);
+    lblPUK->setObjectName(u"lblPUK"_s);
+    lblPUK->setBuddy(txtPUK);
+
+    auto* codes = new QGroupBox(u"Códigos Identificación de Usuario"_s, this);
+    auto* grid = new QGridLayout(codes);
+    grid->addWidget(lblPIN, 0, 0);
+    grid->addWidget(txtPIN, 0, 1);
+    grid->addWidget(lblPUK, 1, 0);
+    grid->addWidget(txtPUK, 1, 1);
+    grid->addWidget(chkPUK, 2, 1);
+    grid->addWidget(chkVerCodigos, 3, 1);
+    grid->setColumnStretch(1, 1);
+    // Room for the longer of the captions that the label takes in turn.
+    grid->setColumnMinimumWidth(0, fontMetrics().horizontalAdvance(u"Nuevo PIN:"_s));
+
+    auto* buttons = new QDialogButtonBox(this);
+    buttons->addButton(cmdAceptar, QDialogButtonBox::AcceptRole);
+    buttons->addButton(cmdCancelar, QDialogButtonBox::RejectRole);
+    cmdAceptar->setDefault(true);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(codes);
+    layout->addWidget(buttons);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
+
+    connect(buttons, &QDialogButtonBox::accepted, this, &frmPINPUK::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &frmPINPUK::reject);
+    connect(txtPIN, &QLineEdit::textChanged, this, &frmPINPUK::validate);
+    connect(txtPUK, &QLineEdit::textChanged, this, &frmPINPUK::validate);
+    connect(chkPUK, &QCheckBox::toggled, this, &frmPINPUK::choosePuk);
+    connect(chkVerCodigos, &QCheckBox::toggled, this, &frmPINPUK::showCodes);
+    choosePuk(false);
+    // The access key of the first caption goes the first time the box is clicked, and stays away.
+    lblPIN->setText(u"P&IN:"_s);
+    showCodes(false);
+}
+
+QByteArray frmPINPUK::pin() const { return txtPIN->text().toLatin1(); }
+
+QByteArray frmPINPUK::puk() const { return txtPUK->text().toLatin1(); }
+
+void frmPINPUK::accept()
+{
+    m_cancelled = false;
+    QDialog::accept();
+}
+
+bool frmPINPUK::event(QEvent* event)
+{
+    if (event->type() == QEvent::WindowActivate)
+        validate();
+    return QDialog::event(event);
+}
+
+void frmPINPUK::choosePuk(bool wanted)
+{
+    lblPUK->setEnabled(wanted);
+    txtPUK->setEnabled(wanted);
+    QPalette colours = palette();
+    if (!wanted)
+        colours.setColor(QPalette::Base, colours.color(QPalette::Window));
+    txtPUK->setPalette(colours);
+    lblPIN->setText(wanted ? u"Nuevo PIN:"_s : u"PIN:"_s);
+    txtPIN->setAccessibleName(wanted ? u"Nuevo PIN"_s : u"PIN"_s);
+    txtPUK->clear();
+    validate();
+}
+
+void frmPINPUK::showCodes(bool clear)
+{
+    for (QLineEdit* edit : {txtPIN, txtPUK})
+        edit->setEchoMode(clear ? QLineEdit::Normal : QLineEdit::Password);
+}
+
+void frmPINPUK::validate()
+{
+    const bool pukComplete = !chkPUK->isChecked() || txtPUK->text().size() == txtPUK->maxLength();
+    cmdAceptar->setEnabled(txtPIN->text().size() == txtPIN->maxLength() && pukComplete);
+}
