@@ -42,7 +42,7 @@ void ConnectionWorkflow::load()
 
 void ConnectionWorkflow::Conectar(bool throughModem)
 {
-    if (m_link.isStarting())
+    if (m_link.isStarting() || m_globais.ShuttingDown)
         return;
     // Dialling lets events run, and nothing may be sent into that dialogue.
     m_crono.setTimerEnabled(false);
@@ -143,6 +143,8 @@ void ConnectionWorkflow::mntIdentificacion_Recibido(quint8 code, const QByteArra
     else
         m_log.Rexistra(failure, false);
 }
+
+void ConnectionWorkflow::requestClosing() { m_state = ConnectionState::Closing; }
 
 qint16 ConnectionWorkflow::checkedIdentification(quint8 code, const QByteArray& body) const
 {

@@ -57,6 +57,9 @@ public:
     void mntIdentificacion_Recibido(quint8 code, const QByteArray& body, qint16 status);
     void mntDatosXerais_Recibido(quint8 code, const QByteArray& body, qint16 status);
 
+    /// Takes leave by a closing identification, whose answer, good or bad, ends the connection. No
+    /// command of the main window does so: Desconectar ends the link directly.
+    void requestClosing();
     /// Ends the connection, its windows and its menus.
     void ConnectionEnded();
 

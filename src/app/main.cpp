@@ -8,6 +8,8 @@
 #include <QSessionManager>
 #include <QTranslator>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -18,11 +20,17 @@ void nameApplication()
     QCoreApplication::setApplicationVersion(QStringLiteral(HCT_VERSION));
 }
 
-// The parser ends the process itself, before there is any need of a display.
-void answerCommandLine(int& argc, char** argv)
+bool asksForText(int argc, char** argv)
 {
-    const QCoreApplication application(argc, argv);
-    nameApplication();
+    const QStringList texts{u"-h"_s, u"--help"_s, u"-v"_s, u"--version"_s};
+    return std::any_of(argv + 1, argv + argc, [&texts](const char* argument) {
+        return texts.contains(QString::fromLocal8Bit(argument));
+    });
+}
+
+// The parser itself ends the process where there is a text to print.
+void readCommandLine(const QCoreApplication& application)
+{
     QCommandLineParser parser;
     parser.setApplicationDescription(
         u"Control de los relojes programadores de señales HCT-7200 y HCT-7300."_s);
@@ -53,14 +61,19 @@ void closeWithSession(frmPrincipal& mainWindow, QSessionManager& session)
 
 int main(int argc, char* argv[])
 {
-    answerCommandLine(argc, argv);
+    nameApplication();
+    QTranslator toolkit;
+    if (asksForText(argc, argv)) {
+        // A text needs no display.
+        const QCoreApplication application(argc, argv);
+        speakSpanish(toolkit);
+        readCommandLine(application);
+    }
 
     const QApplication application(argc, argv);
-    nameApplication();
-    QGuiApplication::setApplicationDisplayName(QString());
-    QGuiApplication::setDesktopFileName(u"hct"_s);
-    QTranslator toolkit;
     speakSpanish(toolkit);
+    readCommandLine(application);
+    QGuiApplication::setDesktopFileName(u"hct"_s);
 
     SystemOutside system;
     Program program(system.outside());
