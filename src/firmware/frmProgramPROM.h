@@ -1,0 +1,60 @@
+#pragma once
+
+#include "FirmwareTransfer.h"
+#include "HexFile.h"
+#include "MdiForm.h"
+
+class Dialogs;
+class QCheckBox;
+class QGroupBox;
+class QLabel;
+class QLayout;
+class QPlainTextEdit;
+class QProgressBar;
+class QPushButton;
+class StatusLog;
+class frmCrono;
+
+/// Firmware update: reads an image from an Intel HEX file and sends it to the clock. Closing it
+/// while idle only hides it, with the image still loaded; while sending it asks first.
+class frmProgramPROM : public MdiForm {
+    Q_OBJECT
+public:
+    frmProgramPROM(QMdiArea& area, frmCrono& crono, MessageLink& link, StatusLog& log,
+                   Dialogs& dialogs);
+
+protected:
+    bool queryUnload(CloseReason reason) override;
+    void unload() override;
+
+private:
+    void cmdAbrir_Click();
+    void cmdEnviar_Click();
+    void showProgress(qint16 index, qint32 lastAddress);
+    void clearProgress();
+    void showLoadedFile(const QString& path);
+    void showFinished();
+    void showFailed();
+    void showSending(bool sending);
+    void appendNote(const QString& text);
+
+    QLayout* makeFileRow();
+    QGroupBox* makeTransferFrame();
+    void makeLog();
+
+    StatusLog& m_log;
+    Dialogs& m_dialogs;
+    HexFile m_file;
+    FirmwareTransfer m_transfer;
+
+    QPushButton* cmdAbrir;
+    QLabel* lblArquivo;
+    QLabel* lblTamanho;
+    QProgressBar* pgbEnvio;
+    QLabel* lblLinhas;
+    QLabel* lblDireccion;
+    QCheckBox* chkReset;
+    QPushButton* cmdEnviar;
+    QPlainTextEdit* txtNotas;
+    QPushButton* cmdCancelar;
+};

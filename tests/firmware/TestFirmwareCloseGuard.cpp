@@ -1,0 +1,370 @@
+#include "LinkFixture.h"
+#include "frmProgramPROM.h"
+
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace Qt::StringLiterals;
+
+/// Every way of closing the firmware window, idle and while sending, and what may happen while its
+/// question is up.
+class TestFirmwareCloseGuard : public QObject {
+    Q_OBJECT
+private slots:
+    void idleWindowHidesAndKeepsItsFile_data();
+    void idleWindowHidesAndKeepsItsFile();
+    void hidingClearsTheProgress();
+    void idleWindowUnloadsWithTheApplication();
+    void closingWhileSendingAsks_data();
+    void closingWhileSendingAsks();
+    void noKeepsTheTransfer_data();
+    void noKeepsTheTransfer();
+    void yesInterruptsAndUnloads_data();
+    void yesInterruptsAndUnloads();
+    void transferGoesOnUnderTheQuestion();
+    void secondCloseUnderTheQuestionDoesNothing();
+    void yesAfterTheTransferHasFinishedUnloads();
+    void noAfterTheTransferHasFinishedLeavesTheWindowIdle();
+    void yesAfterTheTransferHasFailedUnloads();
+    void noAfterTheTransferHasFailedLeavesTheWindowIdle();
+    void disconnectionUnderTheQuestionIsNoFault();
+    void windowGoneUnderTheQuestionIsNoFault();
+    void interruptedWindowThatStaysCanSendAgain();
+    void unloadedWindowHasLeftTheTimerService();
+    void closingAfterATransferHidesAgain();
+
+private:
+    QTemporaryDir m_folder;
+};
+
+namespace {
+
+enum class Way { TitleBar, CancelButton, Code, Shutdown };
+
+struct Fixture : LinkFixture {
+    explicit Fixture(const QTemporaryDir& folder)
+    {
+        QFile file(folder.filePath(u"reloj.hex"_s));
+        if (!file.open(QIODevice::WriteOnly) ||
+            file.write(":0400100001020304E2\n:03FFFE00ABCDEF99\n:00000001FF\n") < 0)
+            qFatal("cannot write the test's file");
+        file.close();
+        form = new frmProgramPROM(*area, crono, link, log, dialogs);
+        area->resize(900, 700);
+        area->show();
+        form->showForm();
+        connect();
+        dialogs.paths = {file.fileName()};
+        click("cmdAbrir");
+    }
+
+    template<typename Control>
+    Control* find(const char* name) const
+    {
+        return form->findChild<Control*>(QString::fromLatin1(name));
+    }
+    void click(const char* name) const
+    {
+        QTest::mouseClick(find<QPushButton>(name), Qt::LeftButton);
+    }
+    void startSending()
+    {
+        click("cmdEnviar");
+        acknowledge();
+    }
+    void acknowledge()
+    {
+        tick();
+        takeRequest();
+        answerHex("dd00");
+    }
+    void failSixTimes()
+    {
+        for (int time = 0; time < 6; ++time) {
+            tick();
+            takeRequest();
+            timeOut();
+        }
+    }
+    void close(Way way)
+    {
+        switch (way) {
+        case Way::TitleBar: area->subWindowList().first()->close(); break;
+        case Way::CancelButton: click("cmdCancelar"); break;
+        case Way::Code: form->closeWindow(MdiForm::CloseReason::Code); break;
+        case Way::Shutdown: form->closeWindow(MdiForm::CloseReason::Shutdown); break;
+        }
+    }
+    /// Lets what was deleted later go.
+    void settle() const { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
+    QString notes() const { return find<QPlainTextEdit>("txtNotas")->toPlainText(); }
+    QByteArray sent()
+    {
+        tick();
+        return takeRequestBody().toHex();
+    }
+
+    std::unique_ptr<QMdiArea> area = std::make_unique<QMdiArea>();
+    QPointer<frmProgramPROM> form;
+};
+
+void everyWay(bool withShutdown)
+{
+    QTest::addColumn<Way>("way");
+    QTest::newRow("title bar") << Way::TitleBar;
+    QTest::newRow("Cancelar") << Way::CancelButton;
+    QTest::newRow("code") << Way::Code;
+    if (withShutdown)
+        QTest::newRow("end of the application") << Way::Shutdown;
+}
+
+} // namespace
+
+void TestFirmwareCloseGuard::idleWindowHidesAndKeepsItsFile_data() { everyWay(false); }
+
+void TestFirmwareCloseGuard::idleWindowHidesAndKeepsItsFile()
+{
+    QFETCH(Way, way);
+    Fixture f(m_folder);
+    f.close(way);
+    f.settle();
+    QVERIFY(f.form);
+    QVERIFY(!f.form->isFormVisible());
+    QVERIFY(f.dialogs.boxes.isEmpty());
+
+    f.form->showForm();
+    QVERIFY(f.form->isFormVisible());
+    QCOMPARE(f.find<QLabel>("lblArquivo")->text(), u"reloj.hex "_s);
+    QCOMPARE(f.find<QLabel>("lblTamanho")->text(), u"2"_s);
+    QVERIFY(f.notes().endsWith(u"Leídas 2 líneas de código HEX\n"_s));
+    f.click("cmdEnviar");
+    QCOMPARE(f.sent(), QByteArray("dd041000000000010203041a00"));
+}
+
+void TestFirmwareCloseGuard::hidingClearsTheProgress()
+{
+    Fixture f(m_folder);
+    f.startSending();
+    f.acknowledge();
+    QCOMPARE(f.find<QProgressBar>("pgbEnvio")->value(), 1);
+    f.close(Way::TitleBar);
+    QCOMPARE(f.find<QProgressBar>("pgbEnvio")->value(), 0);
+    QCOMPARE(f.find<QLabel>("lblLinhas")->text(), QString());
+    QCOMPARE(f.find<QLabel>("lblDireccion")->text(), QString());
+}
+
+void TestFirmwareCloseGuard::idleWindowUnloadsWithTheApplication()
+{
+    Fixture f(m_folder);
+    QSignalSpy unloaded(f.form, &MdiForm::unloaded);
+    QVERIFY(f.form->closeWindow(MdiForm::CloseReason::Shutdown));
+    QCOMPARE(unloaded.size(), 1);
+    QVERIFY(f.dialogs.boxes.isEmpty());
+    f.settle();
+    QVERIFY(!f.form);
+}
+
+void TestFirmwareCloseGuard::closingWhileSendingAsks_data() { everyWay(true); }
+
+void TestFirmwareCloseGuard::closingWhileSendingAsks()
+{
+    QFETCH(Way, way);
+    Fixture f(m_folder);
+    f.startSending();
+    f.close(way);
+    QCOMPARE(f.dialogs.boxes.size(), 1);
+    const FakeDialogs::Box& box = f.dialogs.boxes[0];
+    QVERIFY(box.question);
+    QCOMPARE(box.icon, Dialogs::Icon::Warning);
+    QCOMPARE(box.text, u"¿El firmware se está actualizando en este momento.\r\n"
+                       "¿Seguro que desea interrumpir el proceso?"_s);
+}
+
+void TestFirmwareCloseGuard::noKeepsTheTransfer_data() { everyWay(true); }
+
+void TestFirmwareCloseGuard::noKeepsTheTransfer()
+{
+    QFETCH(Way, way);
+    Fixture f(m_folder);
+    f.startSending();
+    f.dialogs.confirmations = {false};
+    f.close(way);
+    f.settle();
+    QVERIFY(f.form && f.form->isFormVisible());
+    QCOMPARE(f.find<QLabel>("lblLinhas")->text(), u"   1"_s);
+    QVERIFY(!f.find<QPushButton>("cmdAbrir")->isEnabled());
+    QCOMPARE(f.sent(), QByteArray("dd03feff000001abcdef6400"));
+    f.answerHex("dd00");
+    QVERIFY(f.notes().endsWith(u"Envío finalizado\n"_s));
+}
+
+void TestFirmwareCloseGuard::yesInterruptsAndUnloads_data() { everyWay(true); }
+
+void TestFirmwareCloseGuard::yesInterruptsAndUnloads()
+{
+    QFETCH(Way, way);
+    Fixture f(m_folder);
+    f.startSending();
+    f.sent();
+    f.dialogs.confirmations = {true};
+    QSignalSpy unloaded(f.form, &MdiForm::unloaded);
+    f.close(way);
+    QCOMPARE(unloaded.size(), 1);
+    QVERIFY(!f.form->isFormVisible());
+    f.settle();
+    QVERIFY(!f.form);
+    // The answer under way reaches nobody, and nothing more is sent.
+    f.answerHex("dd00");
+    f.tick(20);
+    QVERIFY(!f.hasRequest());
+}
+
+void TestFirmwareCloseGuard::transferGoesOnUnderTheQuestion()
+{
+    Fixture f(m_folder);
+    f.click("cmdEnviar");
+    f.dialogs.whileUp = [&f] {
+        f.acknowledge();
+        QCOMPARE(f.find<QLabel>("lblLinhas")->text(), u"   1"_s);
+    };
+    f.close(Way::TitleBar);
+    QCOMPARE(f.sent(), QByteArray("dd03feff000001abcdef6400"));
+}
+
+void TestFirmwareCloseGuard::secondCloseUnderTheQuestionDoesNothing()
+{
+    Fixture f(m_folder);
+    f.startSending();
+    f.dialogs.whileUp = [&f] { f.close(Way::Shutdown); };
+    f.dialogs.confirmations = {false};
+    f.close(Way::TitleBar);
+    QCOMPARE(f.dialogs.boxes.size(), 1);
+    QVERIFY(f.form->isFormVisible());
+}
+
+void TestFirmwareCloseGuard::yesAfterTheTransferHasFinishedUnloads()
+{
+    Fixture f(m_folder);
+    f.startSending();
+    f.dialogs.whileUp = [&f] { f.acknowledge(); };
+    f.dialogs.confirmations = {true};
+    f.close(Way::TitleBar);
+    f.settle();
+    QVERIFY(!f.form);
+}
+
+void TestFirmwareCloseGuard::noAfterTheTransferHasFinishedLeavesTheWindowIdle()
+{
+    Fixture f(m_folder);
+    f.startSending();
+    f.dialogs.whileUp = [&f] { f.acknowledge(); };
+    f.dialogs.confirmations = {false};
+    f.close(Way::TitleBar);
+    QVERIFY(f.form->isFormVisible());
+    QVERIFY(f.notes().endsWith(u"Envío finalizado\n"_s));
+    QVERIFY(f.find<QPushButton>("cmdEnviar")->isEnabled());
+    QVERIFY(f.find<QPushButton>("cmdAbrir")->isEnabled());
+    f.tick(20);
+    QVERIFY(!f.hasRequest());
+}
+
+void TestFirmwareCloseGuard::yesAfterTheTransferHasFailedUnloads()
+{
+    Fixture f(m_folder);
+    f.startSending();
+    f.dialogs.whileUp = [&f] { f.failSixTimes(); };
+    f.dialogs.confirmations = {true};
+    f.close(Way::TitleBar);
+    f.settle();
+    QVERIFY(!f.form);
+}
+
+void TestFirmwareCloseGuard::noAfterTheTransferHasFailedLeavesTheWindowIdle()
+{
+    Fixture f(m_folder);
+    f.startSending();
+    f.dialogs.whileUp = [&f] { f.failSixTimes(); };
+    f.dialogs.confirmations = {false};
+    f.close(Way::TitleBar);
+    QVERIFY(f.notes().endsWith(u"Error actualizando firmware del equipo\n"_s));
+    QVERIFY(f.find<QPushButton>("cmdEnviar")->isEnabled());
+    QVERIFY(f.find<QPushButton>("cmdAbrir")->isEnabled());
+}
+
+void TestFirmwareCloseGuard::disconnectionUnderTheQuestionIsNoFault()
+{
+    Fixture f(m_folder);
+    f.startSending();
+    f.dialogs.whileUp = [&f] {
+        f.crono.setTimerEnabled(false);
+        f.link.RemataConexion();
+    };
+    f.dialogs.confirmations = {true};
+    f.close(Way::CancelButton);
+    f.settle();
+    QVERIFY(!f.form);
+}
+
+void TestFirmwareCloseGuard::windowGoneUnderTheQuestionIsNoFault()
+{
+    for (const bool answer : {true, false}) {
+        Fixture f(m_folder);
+        f.startSending();
+        f.dialogs.whileUp = [&f] { f.area.reset(); };
+        f.dialogs.confirmations = {answer};
+        f.form->closeWindow(MdiForm::CloseReason::Code);
+        QVERIFY(!f.form);
+        f.tick(20);
+        QVERIFY(!f.hasRequest());
+    }
+}
+
+void TestFirmwareCloseGuard::interruptedWindowThatStaysCanSendAgain()
+{
+    Fixture f(m_folder);
+    f.startSending();
+    // The application asks, the operator agrees, and another window refuses.
+    f.dialogs.confirmations = {true};
+    QVERIFY(f.form->mayUnload(MdiForm::CloseReason::Shutdown));
+    f.tick(20);
+    QVERIFY(!f.hasRequest());
+    QVERIFY(f.find<QPushButton>("cmdAbrir")->isEnabled());
+    f.click("cmdEnviar");
+    QCOMPARE(f.sent(), QByteArray("dd041000000000010203041a00"));
+}
+
+void TestFirmwareCloseGuard::unloadedWindowHasLeftTheTimerService()
+{
+    Fixture f(m_folder);
+    f.startSending();
+    f.dialogs.confirmations = {true};
+    f.close(Way::Code);
+    // Not deleted yet.
+    QVERIFY(f.form);
+    f.tick(20);
+    QVERIFY(!f.hasRequest());
+}
+
+void TestFirmwareCloseGuard::closingAfterATransferHidesAgain()
+{
+    Fixture f(m_folder);
+    f.startSending();
+    f.acknowledge();
+    f.close(Way::CancelButton);
+    QVERIFY(f.dialogs.boxes.isEmpty());
+    QVERIFY(!f.form->isFormVisible());
+    f.form->showForm();
+    f.startSending();
+    f.close(Way::CancelButton);
+    QCOMPARE(f.dialogs.boxes.size(), 1);
+}
+
+QTEST_MAIN(TestFirmwareCloseGuard)
+#include "TestFirmwareCloseGuard.moc"
