@@ -1,0 +1,110 @@
+#include "ClockSetting.h"
+
+#include "MessageCodes.h"
+#include "MessageLink.h"
+#include "modGlobais.h"
+#include "modUtilidades.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The clock itself knows 500 here, not 400: 29/02/2500 exists for it and 29/02/2400 does not.
+bool isLeapYear(int year) { return (year % 4 == 0 && year % 100 != 0) || year % 500 == 0; }
+
+ClockFields fieldsOf(const QDateTime& moment)
+{
+    const QDate date = moment.date();
+    const QTime time = moment.time();
+    return {date.day(), date.month(), date.year(), time.hour(), time.minute(), time.second()};
+}
+
+} // namespace
+
+ClockFields ClockFields::fromBlock(const StatusBlock& block)
+{
+    return {block.day(),   block.month(),   modUtilidades::fullYear(block.year()),
+            block.hours(), block.minutes(), block.seconds()};
+}
+
+ClockSetting::ClockSetting(MessageLink& link, StatusLog& log, Dialogs& dialogs,
+                           const ClockOfDay& clock)
+    : m_link(link), m_log(log), m_dialogs(dialogs), m_clock(clock)
+{}
+
+bool ClockSetting::isValidDate(int day, int month, int year)
+{
+    if (day == 29 && month == 2)
+        return isLeapYear(year);
+    // Counted from 0 and modulo 7 the months without a 31st are the odd ones: 2, 4, 6, 9, 11.
+    const bool isShortMonth = (month - 1) % 7 % 2 == 1;
+    return !(day == 31 && isShortMonth) && !(day == 30 && month == 2);
+}
+
+QByteArray ClockSetting::message(const ClockFields& fields)
+{
+    QByteArray body;
+    for (const int value : {int(selector::ClockWrite), fields.seconds, fields.minutes, fields.hours,
+                            fields.day, fields.month, fields.year % 100})
+        body.append(static_cast<char>(value));
+    return body;
+}
+
+void ClockSetting::begin(State source)
+{
+    m_failedAttempts = 0;
+    m_state = source;
+}
+
+void ClockSetting::stop()
+{
+    m_state = State::Idle;
+    mntSincronismo.release();
+}
+
+void ClockSetting::ProcesoDiferido()
+{
+    switch (m_state) {
+    case State::Idle: return;
+    case State::Manual: return send(m_fields);
+    case State::Automatic: return send(fieldsOf(m_clock.now()));
+    }
+}
+
+void ClockSetting::send(const ClockFields& fields)
+{
+    QByteArray body = message(fields);
+    qint32 timeout = 0;
+    mntSincronismo.bind(m_link, [this](quint8 code, const QByteArray& answer, qint16 status) {
+        mntSincronismo_Recibido(code, answer, status);
+    });
+    m_link.Envia(messagecode::Write, body, timeout);
+}
+
+void ClockSetting::mntSincronismo_Recibido(quint8 code, const QByteArray& body, qint16 status)
+{
+    mntSincronismo.release();
+    const bool isGood = status == linkstatus::Good && code == messagecode::Answer &&
+                        body.size() >= 2 && quint8(body[0]) == selector::ClockWrite && body[1] == 0;
+    if (isGood) {
+        m_state = State::Idle;
+        m_log.Rexistra(u"Reloj del equipo actualizado en fecha y hora"_s, false);
+        emit accepted();
+        return;
+    }
+    ++m_failedAttempts;
+    if (m_failedAttempts >= mostAttempts)
+        giveUp();
+}
+
+void ClockSetting::giveUp()
+{
+    m_state = State::Idle;
+    // While the box is up the connection may end, and this object with its window.
+    StatusLog& log = m_log;
+    m_dialogs.tell(Dialogs::Icon::Critical, applicationTitle(),
+                   u"No se han podido actualizar la fecha y la hora en el equipo.\n"
+                   "Compruebe que no se ha interrumpido la comunicación y si lo\n"
+                   "desea inténtelo de nuevo."_s);
+    log.Rexistra(u"Error intentando puesta en hora del equipo"_s, false);
+}

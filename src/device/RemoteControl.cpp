@@ -1,0 +1,112 @@
+#include "RemoteControl.h"
+
+#include "MessageCodes.h"
+#include "MessageLink.h"
+
+namespace {
+
+QByteArray message(quint8 area, quint8 value)
+{
+    QByteArray body;
+    body.append(static_cast<char>(area)).append(static_cast<char>(value));
+    return body;
+}
+
+bool isAnswerOf(quint8 area, quint8 code, const QByteArray& body, qint16 status)
+{
+    return status == linkstatus::Good && code == messagecode::Answer && body.size() >= 2 &&
+           static_cast<quint8>(body[0]) == area;
+}
+
+} // namespace
+
+RemoteControl::RemoteControl(MessageLink& link, bool manual) : m_link(link), m_manual(manual) {}
+
+quint8 RemoteControl::offMask() const
+{
+    unsigned mask = 0;
+    for (int i = 0; i < outputCount; ++i)
+        mask |= position(i) == 0 ? 1u << i : 0u;
+    return static_cast<quint8>(mask);
+}
+
+void RemoteControl::setManual(bool manual)
+{
+    m_manual = manual;
+    if (m_manual && m_stateKnown)
+        m_nextAction = NextAction::SendCommand;
+}
+
+void RemoteControl::setPosition(int index, int position)
+{
+    if (m_manual)
+        place(index, position);
+}
+
+void RemoteControl::stop()
+{
+    m_nextAction = NextAction::None;
+    mntTelemando.release();
+    mntLectEstadoSaidas.release();
+}
+
+void RemoteControl::ProcesoDiferido()
+{
+    switch (m_nextAction) {
+    case NextAction::None: return;
+    case NextAction::SendCommand: return sendCommand();
+    case NextAction::ReadState: return sendStateRead();
+    }
+}
+
+void RemoteControl::sendCommand()
+{
+    QByteArray body = message(selector::OutputsWrite, offMask());
+    qint32 timeout = 0;
+    mntTelemando.bind(m_link, [this](quint8 code, const QByteArray& answer, qint16 status) {
+        mntTelemando_Recibido(code, answer, status);
+    });
+    m_link.Envia(messagecode::Write, body, timeout);
+}
+
+void RemoteControl::sendStateRead()
+{
+    QByteArray body = message(selector::ModeAndOutputsRead, m_manual ? 1 : 0);
+    qint32 timeout = 0;
+    mntLectEstadoSaidas.bind(m_link, [this](quint8 code, const QByteArray& answer, qint16 status) {
+        mntLectEstadoSaidas_Recibido(code, answer, status);
+    });
+    m_link.Envia(messagecode::Read, body, timeout);
+}
+
+void RemoteControl::mntTelemando_Recibido(quint8 code, const QByteArray& body, qint16 status)
+{
+    mntTelemando.release();
+    if (isAnswerOf(selector::OutputsWrite, code, body, status) && body[1] == 0)
+        m_nextAction = NextAction::ReadState;
+}
+
+void RemoteControl::mntLectEstadoSaidas_Recibido(quint8 code, const QByteArray& body, qint16 status)
+{
+    mntLectEstadoSaidas.release();
+    if (!isAnswerOf(selector::ModeAndOutputsRead, code, body, status))
+        return;
+    const auto restBits = static_cast<quint8>(body[1]);
+    // Once the operator has the switches in hand, they show what was asked for, not what is.
+    if (!(m_manual && m_stateKnown))
+        for (int i = 0; i < outputCount; ++i)
+            place(i, (restBits >> i & 1) != 0 ? 0 : 1);
+    m_stateKnown = true;
+    if (m_manual)
+        m_nextAction = NextAction::SendCommand;
+    emit stateRead(restBits);
+}
+
+void RemoteControl::place(int index, int position)
+{
+    int& current = m_positions.at(static_cast<std::size_t>(index));
+    if (current == position)
+        return;
+    current = position;
+    emit switchMoved(index, position);
+}
