@@ -5,6 +5,9 @@
 #endif
 
 #include <QFileInfo>
+#include <QSocketNotifier>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -31,16 +34,29 @@ QSerialPort::StopBits stopBitsOf(LineSettings::Stop stop)
     return QSerialPort::OneStop;
 }
 
+/// In milliseconds: the rests worth a timer, and how soon before their end to look again.
+constexpr double shortestRest = 2;
+constexpr double longestRest = 20;
+constexpr double restMargin = 0.5;
+
+/// The time that a byte takes on the line, at least: clocks may run up to 3 % fast.
+double millisecondsPerByte(const LineSettings& settings)
+{
+    const int parityBits = settings.parity == 'N' ? 0 : 1;
+    const int stopBits = settings.stop == LineSettings::Stop::Two ? 2 : 1;
+    return 970.0 * (1 + settings.dataBits + parityBits + stopBits) / settings.speed;
+}
+
 } // namespace
 
 QtSerialPort::QtSerialPort(const PortNames& names, QObject* parent)
     : SerialPort(parent), m_names(names)
 {
-    // Queued: inside its own signal the port announces no further bytes, so those that come while a
-    // box is up over the handler of an answer would stay unnoticed.
-    connect(&m_port, &QSerialPort::readyRead, this, &QtSerialPort::takeArrived,
-            Qt::QueuedConnection);
+    connect(&m_port, &QSerialPort::readyRead, this, &QtSerialPort::bytesArrived);
     connect(&m_port, &QSerialPort::errorOccurred, this, &QtSerialPort::deviceFailed);
+    m_rest.setTimerType(Qt::PreciseTimer);
+    m_rest.setSingleShot(true);
+    connect(&m_rest, &QTimer::timeout, this, &QtSerialPort::endRest);
 }
 
 QtSerialPort::~QtSerialPort() { m_port.disconnect(this); }
@@ -53,8 +69,11 @@ QString QtSerialPort::deviceName() const
 void QtSerialPort::clearInput()
 {
     SerialPort::clearInput();
-    if (isOpen())
-        m_port.clear(QSerialPort::Input);
+    if (!isOpen())
+        return;
+    m_port.clear(QSerialPort::Input);
+    if (m_rest.isActive())
+        endRest();
 }
 
 void QtSerialPort::clearOutput()
@@ -106,6 +125,7 @@ QString QtSerialPort::openDevice()
         return u"%1 %2."_s.arg(m_device, refused);
     }
     applyLines();
+    m_millisecondsPerByte = millisecondsPerByte(*parsed.settings);
     m_settled = true;
     return {};
 }
@@ -113,6 +133,7 @@ QString QtSerialPort::openDevice()
 void QtSerialPort::closeDevice()
 {
     m_settled = false;
+    m_rest.stop();
     m_port.close();
 }
 
@@ -123,7 +144,55 @@ void QtSerialPort::applyLines()
     m_port.setRequestToSend(isRtsEnabled());
 }
 
-void QtSerialPort::takeArrived() { deliver(m_port.readAll()); }
+void QtSerialPort::bytesArrived()
+{
+    if (inputCount() + m_port.bytesAvailable() < receiveThreshold() || receiveThreshold() == 0) {
+        takeArrived();
+    } else if (!m_taking) {
+        // Later: inside its own signal the port announces no further bytes, so those that come
+        // while a box is up over the handler of an answer would stay unnoticed.
+        m_taking = true;
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                m_taking = false;
+                takeArrived();
+            },
+            Qt::QueuedConnection);
+    }
+}
+
+void QtSerialPort::takeArrived()
+{
+    deliver(m_port.readAll());
+    restWhileBytesAreOnTheWay();
+}
+
+void QtSerialPort::restWhileBytesAreOnTheWay()
+{
+    const auto missing = static_cast<double>(receiveThreshold() - inputCount());
+    const double onTheWay = missing * m_millisecondsPerByte - restMargin;
+    if (!isOpen() || onTheWay < shortestRest)
+        return;
+    m_rest.start(static_cast<int>(std::min(onTheWay, longestRest)));
+    setReading(false);
+}
+
+void QtSerialPort::endRest()
+{
+    m_rest.stop();
+    setReading(true);
+}
+
+void QtSerialPort::setReading(bool on)
+{
+    const auto notifiers =
+        m_port.findChildren<QSocketNotifier*>(QString(), Qt::FindDirectChildrenOnly);
+    for (QSocketNotifier* notifier : notifiers) {
+        if (notifier->type() == QSocketNotifier::Read)
+            notifier->setEnabled(on);
+    }
+}
 
 void QtSerialPort::deviceFailed(QSerialPort::SerialPortError error)
 {

@@ -5,6 +5,7 @@
 #include "SerialPort.h"
 
 #include <QSerialPort>
+#include <QTimer>
 
 /// A port of this machine. Its device is looked up anew each time it opens, and is then this
 /// program's alone. A device that vanishes, or fails in any other way while it is open, closes it.
@@ -26,7 +27,13 @@ protected:
     void applyLines() override;
 
 private:
+    void bytesArrived();
     void takeArrived();
+    /// Most of an answer's bytes are a while away when its header is there. Until the last are due
+    /// the device is not watched, which would wake the program for each single byte.
+    void restWhileBytesAreOnTheWay();
+    void endRest();
+    void setReading(bool on);
     void deviceFailed(QSerialPort::SerialPortError error);
     QString openFailure(const QString& path) const;
     /// Sets the parameters on the open device; in Spanish what it refuses.
@@ -37,4 +44,8 @@ private:
     QString m_device;
     /// While it is opened, closed or written to, an error does not mean that the device is gone.
     bool m_settled = false;
+    /// A call of takeArrived is under way.
+    bool m_taking = false;
+    double m_millisecondsPerByte = 0;
+    QTimer m_rest;
 };

@@ -55,6 +55,18 @@ public:
         }
         return false;
     }
+    /// What the port has had its driver discard since the last call (TIOCPKT_FLUSHREAD for what it
+    /// has received, TIOCPKT_FLUSHWRITE for what it sends). Bytes are not looked at meanwhile.
+    int takeFlushes()
+    {
+        int on = 1;
+        ::ioctl(m_master, TIOCPKT, &on);
+        int flushes = 0;
+        char packet[4096];
+        while (::read(m_master, packet, sizeof packet) > 0)
+            flushes |= packet[0] & (TIOCPKT_FLUSHREAD | TIOCPKT_FLUSHWRITE);
+        return flushes;
+    }
     void vanish()
     {
         if (m_master >= 0)

@@ -22,13 +22,17 @@ private slots:
     void allByteValuesPassBothWays();
     void writtenBytesAreWithTheDriverOnReturn();
     void bytesWrittenTogetherArriveInOrder();
-    void clearingTheOutputDiscardsWhatTheDriverHolds();
+    void clearingReachesTheDriver();
     void clearingTheInputDiscardsWhatTheDriverHolds();
     void fullDriverIsNoReasonToClose();
     void bytesArriveWhileTheHandlerOfEarlierOnesRunsEvents();
+    void awaitedBytesDoNotWakeTheProgramOneByOne();
+    void restOfAnAnswerArrivesAfterTheRest();
+    void newRequestIsNotKeptFromItsAnswerByTheRest();
     void linesThatTheDeviceLacksAreNoReasonToClose();
 
     void vanishedDeviceClosesThePortOnce();
+    void deviceThatVanishesInMidAnswerIsNoticed();
     void writingToAVanishedDeviceIsSafe();
     void clearingAVanishedDeviceIsSafe();
     void reopensOnTheDeviceThatHasTakenThePlace();
@@ -109,17 +113,18 @@ void TestQtSerialPort::bytesWrittenTogetherArriveInOrder()
     QCOMPARE(line.received(), "");
 }
 
-void TestQtSerialPort::clearingTheOutputDiscardsWhatTheDriverHolds()
+void TestQtSerialPort::clearingReachesTheDriver()
 {
     PseudoTerminal line;
     m_device = line.device;
     QtSerialPort port(m_names);
     port.open();
+    line.takeFlushes();
 
-    port.write("old");
     port.clearOutput();
-    port.write("new");
-    QCOMPARE(line.received(), "new");
+    QCOMPARE(line.takeFlushes(), TIOCPKT_FLUSHWRITE);
+    port.clearInput();
+    QCOMPARE(line.takeFlushes(), TIOCPKT_FLUSHREAD);
 }
 
 void TestQtSerialPort::clearingTheInputDiscardsWhatTheDriverHolds()
@@ -151,15 +156,20 @@ void TestQtSerialPort::fullDriverIsNoReasonToClose()
     QSignalSpy lost(&port, &SerialPort::lost);
     port.open();
 
-    for (int frame = 0; frame < 100; ++frame)
-        port.write(QByteArray(517, 'x'));
+    // Far more than any driver holds while nobody reads.
+    const qsizetype much = 2'000'000;
+    port.write(QByteArray(much, 'x'));
+    port.write(QByteArray(much, 'x'));
     QCoreApplication::processEvents();
     QVERIFY(port.isOpen());
     QCOMPARE(lost.count(), 0);
 
+    // What waited in the program is gone.
     port.clearOutput();
+    QByteArray heard = line.received();
     port.write("new");
-    QCOMPARE(line.received(), "new");
+    QTRY_VERIFY((heard += line.received()).endsWith("new"));
+    QVERIFY(heard.size() < much);
 }
 
 void TestQtSerialPort::bytesArriveWhileTheHandlerOfEarlierOnesRunsEvents()
@@ -182,6 +192,84 @@ void TestQtSerialPort::bytesArriveWhileTheHandlerOfEarlierOnesRunsEvents()
 
     QVERIFY(line.send("first"));
     QTRY_VERIFY(cameMeanwhile);
+}
+
+/// Counts what devices wake the program for.
+class WakeUpCounter : public QObject {
+public:
+    WakeUpCounter() { QCoreApplication::instance()->installEventFilter(this); }
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        if (event->type() == QEvent::SockAct)
+            ++count;
+        return false;
+    }
+    int count = 0;
+};
+
+void TestQtSerialPort::awaitedBytesDoNotWakeTheProgramOneByOne()
+{
+    PseudoTerminal line;
+    m_device = line.device;
+    QtSerialPort port(m_names);
+    port.setSettings(u"110,N,8,1"_s);
+    port.open();
+    port.setReceiveThreshold(100);
+    QSignalSpy received(&port, &SerialPort::received);
+
+    // Each byte is with the driver while events run; watched all the time, each would be an event.
+    WakeUpCounter wakeUps;
+    for (int byte = 0; byte < 99; ++byte) {
+        QVERIFY(line.send("x"));
+        QVERIFY(line.waitUntilWithDriver(1));
+        QCoreApplication::processEvents();
+    }
+    QVERIFY2(wakeUps.count < 99, QByteArray::number(wakeUps.count));
+    QCOMPARE(received.count(), 0);
+
+    QVERIFY(line.send("y"));
+    QTRY_COMPARE(received.count(), 1);
+    QCOMPARE(port.read(), QByteArray(99, 'x') + "y");
+}
+
+void TestQtSerialPort::restOfAnAnswerArrivesAfterTheRest()
+{
+    PseudoTerminal line;
+    m_device = line.device;
+    QtSerialPort port(m_names);
+    port.open();
+    port.setReceiveThreshold(1);
+    QSignalSpy received(&port, &SerialPort::received);
+    connect(&port, &SerialPort::received, this, [&] { port.setReceiveThreshold(200); });
+
+    QVERIFY(line.send("header"));
+    QTRY_COMPARE(received.count(), 1);
+    QVERIFY(line.send(QByteArray(193, 'x')));
+    QVERIFY(line.waitUntilWithDriver(193));
+    QVERIFY(line.send("y"));
+    QTRY_COMPARE(received.count(), 2);
+    QCOMPARE(port.read(), "header" + QByteArray(193, 'x') + "y");
+}
+
+void TestQtSerialPort::newRequestIsNotKeptFromItsAnswerByTheRest()
+{
+    PseudoTerminal line;
+    m_device = line.device;
+    QtSerialPort port(m_names);
+    port.open();
+    port.setReceiveThreshold(500);
+    QVERIFY(line.send("partial"));
+    QTRY_COMPARE(port.inputCount(), 7);
+
+    port.clearInput();
+    port.setReceiveThreshold(1);
+    QSignalSpy received(&port, &SerialPort::received);
+    QVERIFY(line.send("answer"));
+    QVERIFY(line.waitUntilWithDriver(6));
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+    QCOMPARE(received.count(), 1);
+    QCOMPARE(port.read(), "answer");
 }
 
 void TestQtSerialPort::linesThatTheDeviceLacksAreNoReasonToClose()
@@ -217,6 +305,23 @@ void TestQtSerialPort::vanishedDeviceClosesThePortOnce()
     for (int pass = 0; pass < 100; ++pass)
         QCoreApplication::processEvents();
     QCOMPARE(lost.count(), 1);
+}
+
+void TestQtSerialPort::deviceThatVanishesInMidAnswerIsNoticed()
+{
+    PseudoTerminal line;
+    m_device = line.device;
+    QtSerialPort port(m_names);
+    port.setSettings(u"110,N,8,1"_s);
+    port.open();
+    port.setReceiveThreshold(500);
+    QSignalSpy lost(&port, &SerialPort::lost);
+    QVERIFY(line.send("partial"));
+    QTRY_COMPARE(port.inputCount(), 7);
+
+    line.vanish();
+    QTRY_COMPARE(lost.count(), 1);
+    QVERIFY(!port.isOpen());
 }
 
 void TestQtSerialPort::writingToAVanishedDeviceIsSafe()
