@@ -7,8 +7,8 @@
 #include "modUtilidades.h"
 
 #include <QDir>
-#include <QGridLayout>
 #include <QGroupBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QProgressBar>
@@ -134,16 +134,18 @@ QGroupBox* frmProgramPROM::makeTransferFrame()
 
     auto* frame = new QGroupBox(u"Envío de archivo:"_s);
     frame->setObjectName(u"fraEnvio"_s);
-    auto* grid = new QGridLayout(frame);
-    grid->addWidget(chkReset, 0, 0, 1, 4);
-    grid->addWidget(cmdEnviar, 0, 4);
-    grid->addWidget(pgbEnvio, 1, 0, 1, 5);
-    grid->addWidget(makeCaption(linesSent, lblLinhas), 2, 0);
-    grid->addWidget(lblLinhas, 2, 1);
-    grid->addWidget(makeCaption(currentAddress, lblDireccion), 2, 2);
-    grid->addWidget(lblDireccion, 2, 3, 1, 2);
-    grid->setColumnStretch(1, 1);
-    grid->setColumnStretch(3, 1);
+    auto* order = new QHBoxLayout;
+    order->addWidget(chkReset, 1);
+    order->addWidget(cmdEnviar);
+    auto* progress = new QHBoxLayout;
+    progress->addWidget(makeCaption(linesSent, lblLinhas));
+    progress->addWidget(lblLinhas, 1);
+    progress->addWidget(makeCaption(currentAddress, lblDireccion));
+    progress->addWidget(lblDireccion, 1);
+    auto* rows = new QVBoxLayout(frame);
+    rows->addLayout(order);
+    rows->addWidget(pgbEnvio);
+    rows->addLayout(progress);
     return frame;
 }
 
