@@ -25,7 +25,7 @@ std::optional<Violation> firstClash(const AlarmBlock& block, int number)
                 "para las %2:%3 horas."_s.arg(number + 1)
                     .arg(first.Hour)
                     .arg(first.Minute);
-            return Violation{Violation::Kind::Clash, number, text};
+            return Violation{Violation::Kind::Clash, number, static_cast<int>(j), text};
         }
     }
     return std::nullopt;
@@ -67,17 +67,18 @@ QString restrictionText(quint8 mode, const QString& what)
 
 std::optional<Violation> firstRestriction(const AlarmBlock& block, int number)
 {
-    for (const Alarm& alarm : block.Alarms) {
+    for (int index = 0; index < AlarmBlock::alarmCount; ++index) {
+        const Alarm& alarm = block.Alarms[static_cast<std::size_t>(index)];
         if (!alarm.isActive())
             continue;
         if (block.Mode <= 1 && carriesSpecialDays(alarm))
             return Violation{
-                Violation::Kind::ModeRestriction, number,
+                Violation::Kind::ModeRestriction, number, index,
                 restrictionText(block.Mode,
                                 u"          Sabados, Domingos, Festivos ni Vacaciones."_s)};
         if ((block.Mode == 2 || block.Mode == 3) && carriesSingleWorkingDays(alarm))
             return Violation{
-                Violation::Kind::ModeRestriction, number,
+                Violation::Kind::ModeRestriction, number, index,
                 restrictionText(block.Mode,
                                 u"                 días sueltos entre lunes y viernes."_s)};
     }

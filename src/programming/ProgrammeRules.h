@@ -17,6 +17,8 @@ struct Violation {
     Kind kind;
     /// 0 to 2.
     int block;
+    /// 0 to 31; of a clash the later one.
+    int alarm;
     /// What the operator is told, lines separated by CR LF.
     QString text;
 };

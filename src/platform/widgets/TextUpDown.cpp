@@ -54,6 +54,19 @@ void TextUpDown::setHint(const QString& text)
         field->setAccessibleDescription(text);
 }
 
+void TextUpDown::setDimmed(bool dimmed)
+{
+    if (m_dimmed == dimmed)
+        return;
+    m_dimmed = dimmed;
+    QPalette colours;
+    if (dimmed)
+        colours.setColor(QPalette::Text, palette().color(QPalette::PlaceholderText));
+    for (UpDownField* field : m_fields)
+        field->setPalette(colours);
+    update();
+}
+
 void TextUpDown::setFieldFocus(int field, Qt::FocusReason reason)
 {
     m_fields[static_cast<std::size_t>(field)]->setFocus(reason);
@@ -141,7 +154,8 @@ void TextUpDown::paintEvent(QPaintEvent* /*event*/)
         return;
     const QRect left = m_fields.front()->geometry();
     const QRect gap(left.right() + 1, left.top(), separatorWidth(), left.height());
-    painter.drawItemText(gap, Qt::AlignCenter, palette(), isEnabled(), m_separator, QPalette::Text);
+    painter.drawItemText(gap, Qt::AlignCenter, m_fields.front()->palette(), isEnabled(),
+                         m_separator, QPalette::Text);
 }
 
 void TextUpDown::resizeEvent(QResizeEvent* /*event*/) { placeFields(); }

@@ -37,6 +37,8 @@ public:
 
     /// Tool tip, and description for a screen reader, of the whole and of each field.
     void setHint(const QString& text);
+    /// Grey numbers: they are there but mean nothing at the moment.
+    void setDimmed(bool dimmed);
     void setFieldFocus(int field, Qt::FocusReason reason);
     /// -1 when none has it.
     int fieldWithFocus() const;
@@ -77,6 +79,7 @@ private:
     std::vector<UpDownField*> m_fields;
     QString m_separator;
     int m_active = 0;
+    bool m_dimmed = false;
     int m_wheelRest = 0;
     int m_pressedStep = 0;
     QBasicTimer m_repeat;

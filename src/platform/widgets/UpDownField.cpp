@@ -98,10 +98,10 @@ void UpDownField::keyPressEvent(QKeyEvent* event)
         m_owner.pasteFrom(this, QApplication::clipboard()->text());
         return;
     }
-    const bool plain = (event->modifiers() & ~Qt::KeypadModifier) == 0;
-    if (plain && handleMovement(*event))
+    const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
+    if (modifiers == Qt::NoModifier && handleMovement(*event))
         return;
-    if (handleText(event->text()))
+    if ((modifiers & ~Qt::ShiftModifier) == 0 && handleText(event->text()))
         return;
     QLineEdit::keyPressEvent(event);
 }

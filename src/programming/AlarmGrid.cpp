@@ -1,0 +1,319 @@
+#include "AlarmGrid.h"
+
+#include "TextUpDown.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPainter>
+#include <QShortcut>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int rowsAHalf = AlarmBlock::alarmCount / 2;
+
+struct DayText {
+    const char16_t* control;
+    const char16_t* caption;
+    /// Begins the name that a screen reader tells: "Sábado, aviso 7".
+    const char16_t* name;
+    /// None from Saturday on.
+    const char16_t* toolTip;
+};
+
+constexpr std::array<DayText, dayFlagCount> dayTexts{{
+    {u"chkLuns", u"Lun", u"Lunes", u"Márquese para avisar los Lunes"},
+    {u"chkMartes", u"Mar", u"Martes", u"Márquese para avisar los Martes"},
+    {u"chkMercores", u"Mié", u"Miércoles", u"Márquese para avisar los Miércoles"},
+    {u"chkXoves", u"Jue", u"Jueves", u"Márquese para avisar los Jueves"},
+    {u"chkVenres", u"Vie", u"Viernes", u"Márquese para avisar los Viernes"},
+    {u"chkSabado", u"Sáb", u"Sábado", u""},
+    {u"chkDomingo", u"Dom", u"Domingo", u""},
+    {u"chkFestivo", u"Fest", u"Festivo", u""},
+    {u"chkVacaciones", u"Vac", u"Vacaciones", u""},
+}};
+
+const DayText& textOf(int day) { return dayTexts[static_cast<std::size_t>(day)]; }
+
+QString text(const char16_t* literal) { return QString::fromUtf16(literal); }
+
+QString numbered(const char16_t* control, int index)
+{
+    return u"%1(%2)"_s.arg(text(control)).arg(index);
+}
+
+} // namespace
+
+AlarmGrid::AlarmGrid(ClockModel model, QWidget* parent)
+    : QWidget(parent), m_dayCount(dayFlagsOf(model))
+{
+    setBackgroundRole(QPalette::Base);
+    setAutoFillBackground(true);
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(6, 2, 6, 4);
+    grid->setHorizontalSpacing(4);
+    grid->setVerticalSpacing(2);
+    for (int row = 0; row < AlarmBlock::alarmCount; ++row)
+        addRow(row);
+    grid->setColumnMinimumWidth(m_dayCount + 2, fontMetrics().averageCharWidth() * 4);
+    grid->setRowStretch(rowsAHalf + 1, 1);
+    addCaptions();
+    grid->setRowMinimumHeight(0, m_captions->minimumHeight());
+
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](QWidget*, QWidget* now) { focusChanged(now); });
+    auto* repeat = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_D), this);
+    repeat->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(repeat, &QShortcut::activated, this, &AlarmGrid::repeatDaysOfRowAbove);
+}
+
+void AlarmGrid::setAlarms(const AlarmBlock& block)
+{
+    for (std::size_t row = 0; row < m_rows.size(); ++row) {
+        const Alarm& alarm = block.Alarms[row];
+        m_rows[row].txtHora->setValues(alarm.Hour, alarm.Minute);
+        for (std::size_t day = 0; day < m_rows[row].days.size(); ++day)
+            m_rows[row].days[day]->setChecked(alarm.flags[day]);
+    }
+}
+
+void AlarmGrid::storeAlarms(AlarmBlock& block) const
+{
+    for (std::size_t row = 0; row < m_rows.size(); ++row) {
+        Alarm& alarm = block.Alarms[row];
+        alarm.Hour = static_cast<quint8>(m_rows[row].txtHora->value(0));
+        alarm.Minute = static_cast<quint8>(m_rows[row].txtHora->value(1));
+        for (std::size_t day = 0; day < m_rows[row].days.size(); ++day)
+            alarm.flags[day] = m_rows[row].days[day]->isChecked();
+    }
+}
+
+void AlarmGrid::focusRow(int row) { moveTo({row, 0}); }
+
+void AlarmGrid::setScrolled(int pixels)
+{
+    m_scrolled = pixels;
+    placeCaptions();
+}
+
+void AlarmGrid::addRow(int index)
+{
+    auto* grid = static_cast<QGridLayout*>(layout());
+    const int gridRow = 1 + index % rowsAHalf;
+    const int firstColumn = index < rowsAHalf ? 0 : m_dayCount + 3;
+    const QString number = QString::number(index + 1);
+
+    Row row;
+    row.lblOrde = new QLabel(number, this);
+    row.lblOrde->setObjectName(numbered(u"lblOrde", index));
+    row.lblOrde->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    row.txtHora = new TextUpDown({{u"Hora del aviso %1"_s.arg(number), 0, 23, 2},
+                                  {u"Minuto del aviso %1"_s.arg(number), 0, 59, 2}},
+                                 u":"_s, this);
+    row.txtHora->setObjectName(numbered(u"txtHora", index));
+    row.txtHora->setAccessibleName(u"Aviso %1"_s.arg(number));
+    row.txtHora->setHint(u"Hora y minuto del aviso %1 del bloque"_s.arg(number));
+    row.lblOrde->setBuddy(row.txtHora);
+    grid->addWidget(row.lblOrde, gridRow, firstColumn);
+    grid->addWidget(row.txtHora, gridRow, firstColumn + 1);
+    for (int day = 0; day < m_dayCount; ++day) {
+        row.days.push_back(addDay(index, day));
+        grid->addWidget(row.days.back(), gridRow, firstColumn + 2 + day, Qt::AlignCenter);
+    }
+    row.txtHora->setDimmed(true);
+    m_rows.push_back(std::move(row));
+}
+
+QCheckBox* AlarmGrid::addDay(int index, int day)
+{
+    auto* check = new QCheckBox(this);
+    check->setObjectName(numbered(textOf(day).control, index));
+    check->setAccessibleName(u"%1, aviso %2"_s.arg(text(textOf(day).name)).arg(index + 1));
+    check->setToolTip(text(textOf(day).toolTip));
+    check->setAccessibleDescription(check->toolTip());
+    check->installEventFilter(this);
+    connect(check, &QCheckBox::toggled, this, [this, index] { dimIfInactive(index); });
+    return check;
+}
+
+void AlarmGrid::addCaptions()
+{
+    m_captions = new QWidget(this);
+    m_captions->setAutoFillBackground(true);
+    auto* grid = static_cast<QGridLayout*>(layout());
+    const auto add = [this](const QString& caption) {
+        auto* label = new QLabel(caption, m_captions);
+        label->setAlignment(Qt::AlignCenter);
+        m_captionLabels.push_back(label);
+        return label;
+    };
+    for (int half = 0; half < 2; ++half) {
+        add(u"N.º"_s)->setObjectName(numbered(u"lblNumero", half));
+        add(u"Hora"_s);
+        for (int day = 0; day < m_dayCount; ++day) {
+            // Five columns leave room for whole names.
+            const bool whole = m_dayCount == workingDayCount;
+            const QLabel* label = add(text(whole ? textOf(day).name : textOf(day).caption));
+            const int column = half * (m_dayCount + 3) + 2 + day;
+            grid->setColumnMinimumWidth(column, label->sizeHint().width() + 6);
+            grid->setColumnStretch(column, 1);
+        }
+    }
+    m_captions->setMinimumHeight(m_captionLabels.front()->sizeHint().height() + 6);
+}
+
+void AlarmGrid::placeCaptions()
+{
+    const auto* grid = static_cast<QGridLayout*>(layout());
+    const int height = grid->cellRect(1, 0).top();
+    m_captions->setGeometry(0, m_scrolled, width(), height);
+    m_captions->raise();
+    for (int index = 0; index < static_cast<int>(m_captionLabels.size()); ++index) {
+        const int perHalf = m_dayCount + 2;
+        const int column = index < perHalf ? index : index + 1;
+        const QRect cell = grid->cellRect(1, column);
+        m_captionLabels[static_cast<std::size_t>(index)]->setGeometry(cell.left(), 0, cell.width(),
+                                                                      height);
+    }
+}
+
+bool AlarmGrid::event(QEvent* event)
+{
+    const bool handled = QWidget::event(event);
+    if (event->type() == QEvent::LayoutRequest)
+        placeCaptions();
+    return handled;
+}
+
+void AlarmGrid::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    layout()->activate();
+    placeCaptions();
+}
+
+void AlarmGrid::paintEvent(QPaintEvent* /*event*/)
+{
+    QPainter painter(this);
+    QColor marked = palette().color(QPalette::Highlight);
+    marked.setAlphaF(0.22F);
+    for (int row = 0; row < AlarmBlock::alarmCount; ++row) {
+        const QRect band = rowRect(row);
+        if (row % 2 != 0)
+            painter.fillRect(band, palette().alternateBase());
+        if (row != m_focusRow)
+            continue;
+        painter.fillRect(band, marked);
+        painter.fillRect(QRect(band.topLeft(), QSize(3, band.height())), palette().highlight());
+    }
+}
+
+bool AlarmGrid::eventFilter(QObject* watched, QEvent* event)
+{
+    // A check box takes the arrows for a walk through all check boxes; here they go by row and day.
+    if (event->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(watched, event);
+    const Place place = placeOf(qobject_cast<QWidget*>(watched));
+    switch (static_cast<QKeyEvent*>(event)->key()) {
+    case Qt::Key_Up: moveTo({place.row - 1, place.column}); return true;
+    case Qt::Key_Down: moveTo({place.row + 1, place.column}); return true;
+    case Qt::Key_Left: moveTo({place.row, place.column - 1}); return true;
+    case Qt::Key_Right: moveTo({place.row, place.column + 1}); return true;
+    default: return QWidget::eventFilter(watched, event);
+    }
+}
+
+void AlarmGrid::keyPressEvent(QKeyEvent* event)
+{
+    const Place place = placeOf(QApplication::focusWidget());
+    if (place.row < 0)
+        return QWidget::keyPressEvent(event);
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter: moveTo({place.row + 1, 0}); return;
+    case Qt::Key_Right:
+        if (place.column == 0)
+            moveTo({place.row, 1});
+        return;
+    case Qt::Key_Left: return;
+    default: QWidget::keyPressEvent(event);
+    }
+}
+
+void AlarmGrid::focusChanged(QWidget* now)
+{
+    const int row = placeOf(now).row;
+    if (row == m_focusRow)
+        return;
+    for (const int changed : {m_focusRow, row})
+        if (changed >= 0)
+            update(rowRect(changed));
+    m_focusRow = row;
+    if (row >= 0)
+        emit rowEntered(rowRect(row));
+}
+
+AlarmGrid::Place AlarmGrid::placeOf(const QWidget* widget) const
+{
+    while (widget && widget->parentWidget() != this)
+        widget = widget->parentWidget();
+    if (!widget)
+        return {};
+    for (int index = 0; index < static_cast<int>(m_rows.size()); ++index) {
+        const Row& row = m_rows[static_cast<std::size_t>(index)];
+        if (row.txtHora == widget)
+            return {index, 0};
+        for (int day = 0; day < m_dayCount; ++day)
+            if (row.days[static_cast<std::size_t>(day)] == widget)
+                return {index, day + 1};
+    }
+    return {};
+}
+
+void AlarmGrid::moveTo(Place place)
+{
+    if (place.row < 0 || place.row >= static_cast<int>(m_rows.size()) || place.column > m_dayCount)
+        return;
+    const Row& row = m_rows[static_cast<std::size_t>(place.row)];
+    if (place.column > 0)
+        row.days[static_cast<std::size_t>(place.column - 1)]->setFocus(Qt::OtherFocusReason);
+    else
+        row.txtHora->setFieldFocus(0, Qt::OtherFocusReason);
+}
+
+void AlarmGrid::repeatDaysOfRowAbove()
+{
+    const int row = placeOf(QApplication::focusWidget()).row;
+    if (row < 1)
+        return;
+    const Row& above = m_rows[static_cast<std::size_t>(row - 1)];
+    const Row& here = m_rows[static_cast<std::size_t>(row)];
+    for (std::size_t day = 0; day < here.days.size(); ++day)
+        here.days[day]->setChecked(above.days[day]->isChecked());
+}
+
+void AlarmGrid::dimIfInactive(int index)
+{
+    const Row& row = m_rows[static_cast<std::size_t>(index)];
+    const bool active = std::any_of(row.days.begin(), row.days.end(),
+                                    [](const QCheckBox* day) { return day->isChecked(); });
+    row.txtHora->setDimmed(!active);
+}
+
+QRect AlarmGrid::rowRect(int row) const
+{
+    const Row& fields = m_rows[static_cast<std::size_t>(row)];
+    const auto* grid = static_cast<QGridLayout*>(layout());
+    const int gridRow = 1 + row % rowsAHalf;
+    const int firstColumn = row < rowsAHalf ? 0 : m_dayCount + 3;
+    const QRect cells = grid->cellRect(gridRow, firstColumn) |
+                        grid->cellRect(gridRow, firstColumn + m_dayCount + 1) |
+                        fields.txtHora->geometry();
+    return cells.adjusted(-4, -1, 2, 1);
+}

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "Programme.h"
+
+#include <QWidget>
+
+#include <vector>
+
+class QCheckBox;
+class QLabel;
+class TextUpDown;
+
+/// The alarms of one block as rows: a number, a time, and a check box a day. Sixteen rows stand
+/// beside the other sixteen, so that a whole block is seen at a glance.
+///
+/// By keyboard: Tab walks a row, Enter begins the next, the arrows go from day to day and from row
+/// to row, Space marks a day, Ctrl+D repeats the days of the row above.
+class AlarmGrid : public QWidget {
+    Q_OBJECT
+public:
+    explicit AlarmGrid(ClockModel model, QWidget* parent = nullptr);
+
+    void setAlarms(const AlarmBlock& block);
+    /// Times and flags of all rows into the block.
+    void storeAlarms(AlarmBlock& block) const;
+
+    void focusRow(int row);
+    /// How far the rows are scrolled up: the captions of the columns stay in sight.
+    void setScrolled(int pixels);
+
+signals:
+    /// The focus has come to this part of the grid.
+    void rowEntered(const QRect& row);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    bool event(QEvent* event) override;
+
+private:
+    struct Row {
+        QLabel* lblOrde;
+        TextUpDown* txtHora;
+        std::vector<QCheckBox*> days;
+    };
+    /// A place among the fields of the grid: column 0 is the time, 1 Monday.
+    struct Place {
+        int row = -1;
+        int column = 0;
+    };
+
+    void addRow(int index);
+    QCheckBox* addDay(int index, int day);
+    void addCaptions();
+    void placeCaptions();
+    void focusChanged(QWidget* now);
+    Place placeOf(const QWidget* widget) const;
+    /// Nowhere when there is no such place.
+    void moveTo(Place place);
+    void repeatDaysOfRowAbove();
+    /// Without a day the time means nothing, and looks so.
+    void dimIfInactive(int index);
+    QRect rowRect(int row) const;
+
+    const int m_dayCount;
+    std::vector<Row> m_rows;
+    QWidget* m_captions;
+    std::vector<QLabel*> m_captionLabels;
+    int m_focusRow = -1;
+    int m_scrolled = 0;
+};

@@ -1,0 +1,124 @@
+#include "BlockHeader.h"
+
+#include "CaptionUpdate.h"
+#include "TextUpDown.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QLabel>
+
+using namespace Qt::StringLiterals;
+using modUtilidades::updateCaption;
+
+namespace {
+
+void setHint(QWidget* widget, const QString& text)
+{
+    widget->setToolTip(text);
+    widget->setAccessibleDescription(text);
+}
+
+QLabel* makeValueLabel(const QString& name, const QString& hint, QWidget* parent)
+{
+    auto* label = new QLabel(parent);
+    label->setObjectName(name);
+    QFont bold = label->font();
+    bold.setBold(true);
+    label->setFont(bold);
+    if (!hint.isEmpty())
+        setHint(label, hint);
+    return label;
+}
+
+void setValue(QLabel& label, const QString& caption, const QString& value)
+{
+    updateCaption(label, value);
+    label.setAccessibleName(caption + u' ' + value.trimmed());
+}
+
+} // namespace
+
+BlockHeader::BlockHeader(QWidget* parent) : QWidget(parent), m_row(new QHBoxLayout(this))
+{
+    m_row->setContentsMargins(0, 0, 0, 0);
+    m_number = makeValueLabel(u"lblPrograma"_s, QString(), this);
+    addCaptioned(u"Programa:"_s, m_number);
+}
+
+BlockHeader* BlockHeader::make(ClockModel model, QWidget* parent)
+{
+    if (model == ClockModel::HCT7200)
+        return new FirstModelHeader(parent);
+    return new SecondModelHeader(parent);
+}
+
+void BlockHeader::setBlock(const AlarmBlock& /*block*/, int number, quint8 /*statusMode*/)
+{
+    setValue(*m_number, u"Programa"_s, QString::number(number + 1));
+}
+
+void BlockHeader::addCaptioned(const QString& caption, QWidget* field)
+{
+    auto* label = new QLabel(caption, this);
+    label->setBuddy(field);
+    m_row->addWidget(label);
+    m_row->addWidget(field);
+    m_row->addSpacing(fontMetrics().averageCharWidth() * 3);
+}
+
+FirstModelHeader::FirstModelHeader(QWidget* parent) : BlockHeader(parent)
+{
+    lblModo = makeValueLabel(u"lblModo"_s, u"Modo del Aviso."_s, this);
+    lblDuracion = makeValueLabel(u"lblDuracion"_s, u"Duración del aviso"_s, this);
+    chkIntermitente = new QCheckBox(u"Modo intermitente"_s, this);
+    chkIntermitente->setObjectName(u"chkIntermitente"_s);
+    setHint(chkIntermitente,
+            u"Modo de avisos intermitente. No puede programarse desde el ordenador"_s);
+    chkIntermitente->setEnabled(false);
+    addCaptioned(u"Modo:"_s, lblModo);
+    addCaptioned(u"Tiempo:"_s, lblDuracion);
+    row()->addWidget(chkIntermitente);
+    row()->addStretch();
+}
+
+void FirstModelHeader::setBlock(const AlarmBlock& block, int number, quint8 statusMode)
+{
+    BlockHeader::setBlock(block, number, statusMode);
+    setValue(*lblModo, u"Modo"_s, QString::number(statusMode));
+    // The blank after the number belongs to the caption.
+    setValue(*lblDuracion, u"Tiempo"_s, QString::number(block.Duration) + u' ');
+    chkIntermitente->setChecked(block.Mode == 1);
+}
+
+void FirstModelHeader::storeBlock(AlarmBlock& block) const
+{
+    block.Mode = chkIntermitente->isChecked() ? 1 : 0;
+}
+
+SecondModelHeader::SecondModelHeader(QWidget* parent) : BlockHeader(parent)
+{
+    txtModo = new TextUpDown({{u"Modo"_s, 0, 255, 1}}, QString(), this);
+    txtModo->setObjectName(u"txtModo"_s);
+    txtModo->setAccessibleName(u"Modo"_s);
+    txtModo->setHint(u"Modo del Aviso."_s);
+    txtDuracion = new TextUpDown({{u"Tiempo"_s, 0, 255, 1}}, QString(), this);
+    txtDuracion->setObjectName(u"txtDuracion"_s);
+    txtDuracion->setAccessibleName(u"Tiempo"_s);
+    txtDuracion->setHint(u"Tiempo del Aviso."_s);
+    addCaptioned(u"Modo:"_s, txtModo);
+    addCaptioned(u"Tiempo:"_s, txtDuracion);
+    row()->addStretch();
+}
+
+void SecondModelHeader::setBlock(const AlarmBlock& block, int number, quint8 statusMode)
+{
+    BlockHeader::setBlock(block, number, statusMode);
+    txtModo->setValue(0, block.Mode);
+    txtDuracion->setValue(0, block.Duration);
+}
+
+void SecondModelHeader::storeBlock(AlarmBlock& block) const
+{
+    block.Mode = static_cast<quint8>(txtModo->value());
+    block.Duration = static_cast<quint8>(txtDuracion->value());
+}

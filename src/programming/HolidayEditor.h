@@ -1,0 +1,33 @@
+#pragma once
+
+#include "Programme.h"
+
+#include <QFrame>
+
+#include <vector>
+
+class QGroupBox;
+class TextUpDown;
+
+/// The 16 holidays and the 8 vacation periods, a day and a month each. Enter goes on to the next
+/// date.
+class HolidayEditor : public QFrame {
+    Q_OBJECT
+public:
+    explicit HolidayEditor(QWidget* parent = nullptr);
+
+    void setTable(const HolidayTable& table);
+    HolidayTable table() const;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    QGroupBox* makeHolidays();
+    QGroupBox* makeVacations();
+    TextUpDown* addDate(const QString& name, const QString& what);
+
+    std::vector<TextUpDown*> txtFest;
+    std::vector<TextUpDown*> txtVacacIni;
+    std::vector<TextUpDown*> txtVacacFin;
+};
