@@ -24,7 +24,8 @@ TextUpDown::TextUpDown(const std::vector<Field>& fields, const QString& separato
 {
     for (const Field& field : fields)
         m_fields.push_back(new UpDownField(field, *this));
-    setFocusPolicy(Qt::StrongFocus);
+    // Not by clicking: a click on the buttons belongs to the number that has the focus already.
+    setFocusPolicy(Qt::TabFocus);
     setFocusProxy(m_fields.front());
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     setAttribute(Qt::WA_Hover);

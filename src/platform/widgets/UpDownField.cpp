@@ -45,6 +45,8 @@ void UpDownField::setValue(int value)
         // A value out of the range may be longer than what can be typed.
         setMaxLength(std::max(digits(), static_cast<int>(shown.size())));
         setText(shown);
+        if (hasFocus())
+            selectAll();
     }
     if (value == m_value)
         return;
@@ -69,7 +71,7 @@ void UpDownField::focusInEvent(QFocusEvent* event)
 {
     QLineEdit::focusInEvent(event);
     m_selectOnPress = event->reason() == Qt::MouseFocusReason;
-    if (event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason)
+    if (event->reason() != Qt::PopupFocusReason)
         selectAll();
     m_owner.fieldGotFocus(this);
 }
