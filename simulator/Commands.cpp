@@ -54,10 +54,10 @@ QStringList commandHelp()
     QStringList lines;
     for (const Group& group : groups()) {
         for (const Command& command : group.commands)
-            lines += QLatin1String(group.prefix) + QLatin1String(command.name) + u' ' +
-                     QLatin1String(command.usage);
+            lines += QString::fromLatin1(group.prefix) + QLatin1String(command.name) +
+                     QLatin1String(*command.usage == ':' ? "" : " ") + QLatin1String(command.usage);
     }
-    lines += {u"help"_s, u"quit"_s};
+    lines += {u"help: this list"_s, u"quit: ends the simulator"_s};
     return lines + faultHelp();
 }
 

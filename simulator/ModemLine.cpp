@@ -167,7 +167,7 @@ void ModemLine::dial(const QString& number)
     m_number = number.trimmed();
     if (m_number.startsWith(u'T', Qt::CaseInsensitive) ||
         m_number.startsWith(u'P', Qt::CaseInsensitive))
-        m_number.remove(0, 1);
+        m_number = m_number.mid(1).trimmed();
     if (m_number.isEmpty() || m_simCard.state() != SimCard::State::Ready)
         return reply(result("ERROR"));
     m_state = State::Dialling;

@@ -70,6 +70,7 @@ std::unique_ptr<Line> makeLine(const Options& options)
 
 int serve(const Options& options)
 {
+    const EndSignals endSignals;
     const std::unique_ptr<Line> line = makeLine(options);
     Simulator clock(*line, options.model, options.identity);
     for (const QString& command : options.commands) {
@@ -82,7 +83,6 @@ int serve(const Options& options)
         return fail(LineFailed, reason);
     print(line->devicePath());
     CommandReader reader(STDIN_FILENO);
-    const EndSignals endSignals;
     QObject::connect(&clock, &Simulator::reported, &clock, &print);
     QObject::connect(line.get(), &Line::lost, &clock, [] { QCoreApplication::exit(LineLost); });
     QObject::connect(&endSignals, &EndSignals::ended, &clock, &QCoreApplication::quit);

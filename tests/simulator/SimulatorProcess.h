@@ -1,0 +1,107 @@
+#pragma once
+
+#include <QByteArray>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QStringList>
+
+#include <array>
+#include <fcntl.h>
+#include <poll.h>
+#include <termios.h>
+#include <unistd.h>
+
+/// The simulator as a process, its commands, and the far end of its line as a program has it.
+class SimulatorProcess {
+public:
+    explicit SimulatorProcess(const QStringList& arguments = {})
+    {
+        process.start(QStringLiteral(HCT_SIMULATOR), arguments);
+        device = readLine();
+        openDevice();
+    }
+    ~SimulatorProcess()
+    {
+        closeDevice();
+        process.closeWriteChannel();
+        if (!process.waitForFinished(5000))
+            process.kill();
+        process.waitForFinished();
+    }
+    SimulatorProcess(const SimulatorProcess&) = delete;
+    SimulatorProcess& operator=(const SimulatorProcess&) = delete;
+
+    QProcess process;
+    QString device;
+
+    /// The next line of standard output without its end; empty after five seconds without one.
+    QString readLine()
+    {
+        while (!process.canReadLine()) {
+            if (!process.waitForReadyRead(5000))
+                return {};
+        }
+        return QString::fromUtf8(process.readLine()).trimmed();
+    }
+    /// Runs a command; its lines, the last of which is "ok" or an error.
+    QStringList command(const QString& text)
+    {
+        process.write(text.toUtf8() + '\n');
+        QStringList lines;
+        do
+            lines += readLine();
+        while (!lines.last().isEmpty() && lines.last() != QLatin1String("ok") &&
+               !lines.last().startsWith(QLatin1String("error: ")));
+        return lines;
+    }
+    /// The value of a key in the answer to "state".
+    QString state(const QString& key)
+    {
+        for (const QString& line : command(QStringLiteral("state"))) {
+            if (line.startsWith(key + u'='))
+                return line.mid(key.size() + 1);
+        }
+        return {};
+    }
+
+    bool openDevice()
+    {
+        m_descriptor = ::open(device.toLocal8Bit().constData(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+        return m_descriptor >= 0;
+    }
+    void closeDevice()
+    {
+        if (m_descriptor >= 0)
+            ::close(m_descriptor);
+        m_descriptor = -1;
+    }
+    void write(const QByteArray& bytes)
+    {
+        [[maybe_unused]] const ssize_t written =
+            ::write(m_descriptor, bytes.constData(), size_t(bytes.size()));
+    }
+    /// What arrives until there are so many bytes, or until the line has been gone or silent for
+    /// that long.
+    QByteArray read(qsizetype count, int milliseconds = 5000)
+    {
+        QByteArray bytes;
+        pollfd ready{m_descriptor, POLLIN, 0};
+        while (bytes.size() < count && ::poll(&ready, 1, milliseconds) > 0) {
+            std::array<char, 4096> buffer;
+            const ssize_t got = ::read(m_descriptor, buffer.data(), buffer.size());
+            if (got <= 0)
+                break;
+            bytes.append(buffer.data(), got);
+        }
+        return bytes;
+    }
+    /// Sends a request and reads so many bytes; both in hexadecimal.
+    QByteArray exchange(const char* request, qsizetype count, int milliseconds = 5000)
+    {
+        write(QByteArray::fromHex(request));
+        return read(count, milliseconds).toHex();
+    }
+
+private:
+    int m_descriptor = -1;
+};

@@ -1,0 +1,168 @@
+#include "Misbehaviour.h"
+
+#include <QTest>
+
+using namespace simulator;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QByteArray bytes(const char* hex) { return QByteArray::fromHex(hex); }
+
+Fault fault(const QString& text)
+{
+    QString reason;
+    return parsedFault(text, reason).value_or(Fault());
+}
+
+} // namespace
+
+class TestMisbehaviour : public QObject {
+    Q_OBJECT
+
+private slots:
+    void answerIsSpoiled_data();
+    void answerIsSpoiled();
+    void faultsAddUp();
+    void faultStrikesOnceUnlessTold();
+    void faultStrikesNTimesAfterOthersWentWell();
+    void faultStrikesAlways();
+    void faultStrikesOnlyItsRequest_data();
+    void faultStrikesOnlyItsRequest();
+    void deliveryIsDisturbed();
+    void nonsenseIsNoFault_data();
+    void nonsenseIsNoFault();
+    void usualNoiseHidesNoHeader();
+};
+
+void TestMisbehaviour::answerIsSpoiled_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QByteArray>("wire");
+    QTest::newRow("checksum") << u"checksum"_s << bytes("68040468010802000c16");
+    QTest::newRow("station") << u"station"_s << bytes("68040468020802000c16");
+    QTest::newRow("noise") << u"noise 00FF16"_s << bytes("00ff1668040468010802000b16");
+    QTest::newRow("short") << u"short"_s << bytes("680303680108020b16");
+    QTest::newRow("short to nothing") << u"short 0"_s << bytes("6802026801080916");
+    QTest::newRow("truncate") << u"truncate 5"_s << bytes("6804046801");
+    QTest::newRow("echo") << u"echo"_s << bytes("68040468010857006016");
+    QTest::newRow("code") << u"code"_s << bytes("68040468010902000c16");
+    QTest::newRow("code given") << u"code 0x18"_s << bytes("68040468011802001b16");
+    QTest::newRow("end") << u"end"_s << bytes("68040468010802000b17");
+    QTest::newRow("late leaves the bytes alone") << u"late 5"_s << bytes("68040468010802000b16");
+}
+
+void TestMisbehaviour::answerIsSpoiled()
+{
+    QFETCH(QString, text);
+    QTEST(spoiled({1, 8, bytes("0200")}, {fault(text)}), "wire");
+}
+
+void TestMisbehaviour::faultsAddUp()
+{
+    const QList<Fault> faults{fault(u"noise AA"_s), fault(u"end"_s), fault(u"truncate 4"_s)};
+    QCOMPARE(spoiled({1, 8, bytes("0200")}, faults), bytes("aa68040468"));
+}
+
+void TestMisbehaviour::faultStrikesOnceUnlessTold()
+{
+    Misbehaviour misbehaviour;
+    misbehaviour.add(fault(u"silent"_s));
+    QCOMPARE(misbehaviour.strike(1, bytes("0201")).size(), 1);
+    QCOMPARE(misbehaviour.strike(1, bytes("0201")).size(), 0);
+    QVERIFY(misbehaviour.list().isEmpty());
+}
+
+void TestMisbehaviour::faultStrikesNTimesAfterOthersWentWell()
+{
+    Misbehaviour misbehaviour;
+    misbehaviour.add(fault(u"checksum times 2 after 3"_s));
+    QList<qsizetype> struck;
+    for (int request = 0; request < 7; ++request)
+        struck += misbehaviour.strike(137, bytes("00")).size();
+    QCOMPARE(struck, (QList<qsizetype>{0, 0, 0, 1, 1, 0, 0}));
+}
+
+void TestMisbehaviour::faultStrikesAlways()
+{
+    Misbehaviour misbehaviour;
+    misbehaviour.add(fault(u"silent always"_s));
+    for (int request = 0; request < 1000; ++request)
+        QCOMPARE(misbehaviour.strike(137, bytes("00")).size(), 1);
+    QCOMPARE(misbehaviour.list(), QStringList{u"silent always (after 0, left always)"_s});
+    misbehaviour.clear();
+    QVERIFY(misbehaviour.strike(137, bytes("00")).isEmpty());
+}
+
+void TestMisbehaviour::faultStrikesOnlyItsRequest_data()
+{
+    QTest::addColumn<QString>("request");
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QByteArray>("body");
+    QTest::addColumn<bool>("strikes");
+    QTest::newRow("identification") << u"identification"_s << 1 << bytes("0201") << true;
+    QTest::newRow("general") << u"general"_s << 137 << bytes("00") << true;
+    QTest::newRow("clock") << u"clock"_s << 105 << bytes("01") << true;
+    QTest::newRow("mode") << u"mode"_s << 137 << bytes("ca01") << true;
+    QTest::newRow("outputs") << u"outputs"_s << 105 << bytes("cb01") << true;
+    QTest::newRow("days") << u"days"_s << 105 << bytes("d2") << true;
+    QTest::newRow("days-read") << u"days-read"_s << 137 << bytes("d9") << true;
+    QTest::newRow("block") << u"block"_s << 105 << bytes("da01") << true;
+    QTest::newRow("firmware") << u"firmware"_s << 105 << bytes("dd") << true;
+    QTest::newRow("selector") << u"0xDA"_s << 105 << bytes("da01") << true;
+    QTest::newRow("another selector") << u"0xDA"_s << 105 << bytes("dd") << false;
+    QTest::newRow("another code") << u"general"_s << 105 << bytes("00") << false;
+    QTest::newRow("empty body") << u"general"_s << 137 << QByteArray() << false;
+}
+
+void TestMisbehaviour::faultStrikesOnlyItsRequest()
+{
+    QFETCH(QString, request);
+    QFETCH(int, code);
+    QFETCH(QByteArray, body);
+    Misbehaviour misbehaviour;
+    misbehaviour.add(fault(u"silent on %1"_s.arg(request)));
+    QTEST(!misbehaviour.strike(quint8(code), body).isEmpty(), "strikes");
+}
+
+void TestMisbehaviour::deliveryIsDisturbed()
+{
+    QVERIFY(!delivery({fault(u"silent"_s)}).isSent);
+    QVERIFY(delivery({fault(u"silent"_s)}).isObeyed);
+    QVERIFY(!delivery({fault(u"lost"_s)}).isObeyed);
+    QCOMPARE(delivery({fault(u"late 250"_s)}).delay, 250);
+    QCOMPARE(delivery({fault(u"split"_s)}).byteGap, 2);
+    QCOMPARE(delivery({fault(u"refuse 7"_s)}).refusal, std::optional<quint8>(7));
+    QCOMPARE(delivery({fault(u"vanish 900"_s)}).vanishFor, std::optional<int>(900));
+}
+
+void TestMisbehaviour::nonsenseIsNoFault_data()
+{
+    QTest::addColumn<QString>("text");
+    for (const char* text :
+         {"", "nonsense", "late -1", "late soon", "silent 3", "noise GG", "noise ABC",
+          "silent times", "silent times 0", "silent times x", "silent on", "silent on 256",
+          "silent on nobody", "split 0", "short 510", "silent always more", "code 256"})
+        QTest::newRow(text) << QString::fromLatin1(text);
+}
+
+void TestMisbehaviour::nonsenseIsNoFault()
+{
+    QFETCH(QString, text);
+    QString reason;
+    QVERIFY(!parsedFault(text, reason));
+    QVERIFY(!reason.isEmpty());
+}
+
+void TestMisbehaviour::usualNoiseHidesNoHeader()
+{
+    const QByteArray noise = fault(u"noise"_s).noise + bytes("68040468010802000b16");
+    for (qsizetype at = 0; at + 4 < noise.size() - 10; ++at) {
+        const bool header = noise[at] == noise[at + 3] && noise[at + 1] == noise[at + 2] &&
+                            (quint8(noise[at]) & 0xDF) == 0x48 && noise[at + 4] == 1;
+        QVERIFY2(!header, qPrintable(QString::number(at)));
+    }
+}
+
+QTEST_GUILESS_MAIN(TestMisbehaviour)
+#include "TestMisbehaviour.moc"

@@ -1,0 +1,354 @@
+#include "SimulatorProcess.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr const char* identification = "68040468010102010516";
+constexpr const char* accepted = "68040468010802000b16";
+constexpr const char* general = "680303680189008a16";
+constexpr qsizetype generalAnswer = 228;
+
+} // namespace
+
+class TestSimulatorProgram : public QObject {
+    Q_OBJECT
+
+private slots:
+    void firstLineIsTheDevice();
+    void identificationIsAnswered();
+    void alternatingBitIsOfNoMatter();
+    void generalDataIsA228ByteFrame();
+    void clockSetIsSeenInGeneralData();
+    void outputsAreSwitchedByRemoteControl();
+    void identificationWithItsPauseIsAnswered();
+    void silentTwiceThenAnswers();
+    void lateAnswerComesLate();
+    void optionAndCommandMisbehaveAlike_data();
+    void optionAndCommandMisbehaveAlike();
+    void lineVanishesAndComesBackAtItsLink();
+    void pacedAnswerTakesItsWireTime();
+    void babbleHasNoEnd();
+    void programmeIsLoadedAndSaved();
+    void firmwareIsWrittenAsIntelHex();
+    void resetEndsInSilence();
+    void resetLetsTheLineVanish();
+    void traceShowsEachFrame();
+    void closingTheDeviceDropsWhatWasUnread();
+    void wrongUsageIsToldOnStandardError_data();
+    void wrongUsageIsToldOnStandardError();
+    void endOfInputEndsTheProgramUnlessItStays();
+    void terminationRemovesTheLink();
+    void foreignFileIsNotReplacedByTheLink();
+    void endOfTheParentEndsTheProgram();
+};
+
+void TestSimulatorProgram::firstLineIsTheDevice()
+{
+    SimulatorProcess simulator;
+    QVERIFY2(simulator.device.startsWith(u"/dev/pts/"_s), qPrintable(simulator.device));
+}
+
+void TestSimulatorProgram::identificationIsAnswered()
+{
+    SimulatorProcess simulator;
+    QCOMPARE(simulator.state(u"session"_s), u"closed"_s);
+    QCOMPARE(simulator.exchange(identification, 10), QByteArray(accepted));
+    QCOMPARE(simulator.state(u"session"_s), u"open"_s);
+    QCOMPARE(simulator.exchange("68040468010102fe0216", 10), QByteArray("68040468010802010c16"));
+    QCOMPARE(simulator.exchange("68040468010102070b16", 10), QByteArray("68040468010802020d16"));
+}
+
+void TestSimulatorProgram::alternatingBitIsOfNoMatter()
+{
+    SimulatorProcess simulator({u"--frozen"_s});
+    const QByteArray plain = simulator.exchange(general, generalAnswer);
+    QCOMPARE(simulator.exchange("680303680199009a16", generalAnswer), plain);
+}
+
+void TestSimulatorProgram::generalDataIsA228ByteFrame()
+{
+    SimulatorProcess simulator({u"--frozen"_s, u"--start"_s, u"2026-11-21T14:35:57"_s,
+                                u"--programme"_s, u"empty"_s, u"--inputs"_s, u"0x90"_s});
+    QCOMPARE(simulator.exchange(general, generalAnswer), QByteArray("68dede68010800"
+                                                                    "00000b0039230e06150b1a1e00") +
+                                                             QByteArray(2 * 204, '0') + "90006c16");
+}
+
+void TestSimulatorProgram::clockSetIsSeenInGeneralData()
+{
+    SimulatorProcess simulator({u"--frozen"_s});
+    QCOMPARE(simulator.exchange("68090968016901323b08140b1a1916", 10),
+             QByteArray("68040468010801000a16"));
+    QCOMPARE(simulator.state(u"time"_s), u"2026-11-20T08:59:50"_s);
+    QCOMPARE(simulator.exchange(general, generalAnswer).mid(22, 14), QByteArray("323b0805140b1a"));
+    QCOMPARE(simulator.exchange("680909680179010000001f041ab816", 10),
+             QByteArray("68040468010801020c16"));
+}
+
+void TestSimulatorProgram::outputsAreSwitchedByRemoteControl()
+{
+    SimulatorProcess simulator({u"--programme"_s, u"empty"_s});
+    QCOMPARE(simulator.exchange("680404680199ca016516", 10), QByteArray("680404680108ca07da16"));
+    QCOMPARE(simulator.exchange("680404680169cb053a16", 10), QByteArray("680404680108cb00d416"));
+    QCOMPARE(simulator.exchange("680404680199ca016516", 10), QByteArray("680404680108ca05d816"));
+    QCOMPARE(simulator.state(u"mode"_s), u"manual"_s);
+    QCOMPARE(simulator.state(u"outputs"_s), u"0x02"_s);
+    QCOMPARE(simulator.state(u"flags"_s), u"0x04"_s);
+    QCOMPARE(simulator.exchange("680404680189ca005416", 10), QByteArray("680404680108ca07da16"));
+    QCOMPARE(simulator.state(u"mode"_s), u"automatic"_s);
+}
+
+void TestSimulatorProgram::identificationWithItsPauseIsAnswered()
+{
+    SimulatorProcess simulator;
+    simulator.write("\x68");
+    QTest::qSleep(50);
+    QCOMPARE(simulator.exchange("040468010102010516", 10), QByteArray(accepted));
+}
+
+void TestSimulatorProgram::silentTwiceThenAnswers()
+{
+    SimulatorProcess simulator({u"--fault"_s, u"silent times 2"_s});
+    QCOMPARE(simulator.exchange(identification, 10, 100), QByteArray());
+    QCOMPARE(simulator.exchange(identification, 10, 100), QByteArray());
+    QCOMPARE(simulator.exchange(identification, 10), QByteArray(accepted));
+}
+
+void TestSimulatorProgram::lateAnswerComesLate()
+{
+    SimulatorProcess simulator({u"--fault"_s, u"late 300"_s});
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(simulator.exchange(identification, 10), QByteArray(accepted));
+    QVERIFY(timer.elapsed() >= 300);
+}
+
+void TestSimulatorProgram::optionAndCommandMisbehaveAlike_data()
+{
+    QTest::addColumn<QString>("fault");
+    QTest::addColumn<QByteArray>("answer");
+    QTest::newRow("checksum") << u"checksum"_s << QByteArray("68040468010802000c16");
+    QTest::newRow("station") << u"station"_s << QByteArray("68040468020802000c16");
+    QTest::newRow("noise") << u"noise ff00"_s << QByteArray("ff0068040468010802000b16");
+    QTest::newRow("split") << u"split 5"_s << QByteArray(accepted);
+    QTest::newRow("refusal") << u"refuse 5 on identification"_s
+                             << QByteArray("68040468010802051016");
+    QTest::newRow("end byte") << u"end"_s << QByteArray("68040468010802000b17");
+}
+
+void TestSimulatorProgram::optionAndCommandMisbehaveAlike()
+{
+    QFETCH(QString, fault);
+    QFETCH(QByteArray, answer);
+    SimulatorProcess simulator({u"--fault"_s, fault});
+    QCOMPARE(simulator.exchange(identification, answer.size() / 2), answer);
+    QCOMPARE(simulator.exchange(identification, 10), QByteArray(accepted));
+    QCOMPARE(simulator.command(u"fault "_s + fault), QStringList{u"ok"_s});
+    QCOMPARE(simulator.exchange(identification, answer.size() / 2), answer);
+}
+
+void TestSimulatorProgram::lineVanishesAndComesBackAtItsLink()
+{
+    const QTemporaryDir folder;
+    const QString link = folder.filePath(u"clock"_s);
+    SimulatorProcess simulator({u"--link"_s, link});
+    QCOMPARE(QFile::symLinkTarget(link), simulator.device);
+    QCOMPARE(simulator.command(u"vanish"_s), (QStringList{u"event vanished"_s, u"ok"_s}));
+    QVERIFY(!QFile::exists(link));
+    QCOMPARE(simulator.exchange(identification, 10, 500), QByteArray());
+    simulator.closeDevice();
+    const QStringList lines = simulator.command(u"return"_s);
+    QCOMPARE(lines.size(), 2);
+    QCOMPARE(lines[0], u"event returned "_s + QFile::symLinkTarget(link));
+    simulator.device = link;
+    QVERIFY(simulator.openDevice());
+    QCOMPARE(simulator.exchange(identification, 10), QByteArray(accepted));
+}
+
+void TestSimulatorProgram::pacedAnswerTakesItsWireTime()
+{
+    SimulatorProcess simulator({u"--pace"_s, u"9600"_s});
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(simulator.exchange(general, generalAnswer).size(), 2 * generalAnswer);
+    // 9 bytes of request and 228 of answer, 10 bits each.
+    QVERIFY2(timer.nsecsElapsed() >= 246'875'000, qPrintable(QString::number(timer.elapsed())));
+}
+
+void TestSimulatorProgram::babbleHasNoEnd()
+{
+    SimulatorProcess simulator({u"--babble"_s});
+    const QByteArray bytes = simulator.read(500);
+    QVERIFY(bytes.size() >= 500);
+    QVERIFY(!bytes.contains('\x68') && !bytes.contains('\x48'));
+}
+
+void TestSimulatorProgram::programmeIsLoadedAndSaved()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"a school's week.hct"_s);
+    SimulatorProcess simulator({u"--model"_s, u"7300"_s});
+    const QString alarms = simulator.state(u"block3.alarms"_s);
+    QVERIFY(alarms.startsWith(u"ca001240945e"_s));
+    QCOMPARE(simulator.command(u"save "_s + path), QStringList{u"ok"_s});
+    QCOMPARE(simulator.command(u"programme empty"_s), QStringList{u"ok"_s});
+    QCOMPARE(simulator.state(u"block3.alarms"_s), QString(132, u'0'));
+    QCOMPARE(simulator.command(u"programme "_s + path), QStringList{u"ok"_s});
+    QCOMPARE(simulator.state(u"block3.alarms"_s), alarms);
+    QCOMPARE(simulator.state(u"block3.mode"_s), u"2"_s);
+}
+
+void TestSimulatorProgram::firmwareIsWrittenAsIntelHex()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"image.hex"_s);
+    {
+        SimulatorProcess simulator({u"--firmware-lose"_s, u"1"_s, u"--firmware-refuse"_s, u"1"_s,
+                                    u"--firmware-save"_s, path});
+        const char* line = "680f0f680169dd041000010001010203041b008216";
+        QCOMPARE(simulator.exchange(line, 10, 100), QByteArray());
+        QCOMPARE(simulator.exchange(line, 10), QByteArray("680404680108dd00e616"));
+        QCOMPARE(simulator.state(u"firmware.complete"_s), u"yes"_s);
+    }
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(),
+             QByteArray(":020000040001F9\r\n:0400100001020304E2\r\n:00000001FF\r\n"));
+}
+
+void TestSimulatorProgram::resetEndsInSilence()
+{
+    SimulatorProcess simulator({u"--after-reset"_s, u"silent 400"_s});
+    QCOMPARE(simulator.exchange("680f0f680169dd0410000100ff010203041b008016", 10),
+             QByteArray("680404680108dd00e616"));
+    QCOMPARE(simulator.readLine(), u"event reset"_s);
+    QCOMPARE(simulator.exchange(identification, 10, 50), QByteArray());
+    QCOMPARE(simulator.readLine(), u"event started"_s);
+    QCOMPARE(simulator.exchange(identification, 10), QByteArray(accepted));
+    QCOMPARE(simulator.state(u"block1.alarms"_s), QString(132, u'0'));
+}
+
+void TestSimulatorProgram::resetLetsTheLineVanish()
+{
+    SimulatorProcess simulator({u"--after-reset"_s, u"vanish"_s});
+    QCOMPARE(simulator.exchange("680f0f680169dd0410000100ff010203041b008016", 10),
+             QByteArray("680404680108dd00e616"));
+    QCOMPARE(simulator.readLine(), u"event reset"_s);
+    QCOMPARE(simulator.readLine(), u"event vanished"_s);
+}
+
+void TestSimulatorProgram::traceShowsEachFrame()
+{
+    SimulatorProcess simulator({u"--trace"_s});
+    QCOMPARE(simulator.exchange(identification, 10), QByteArray(accepted));
+    const QString request = simulator.readLine();
+    QVERIFY(request.startsWith(u"trace "_s));
+    QVERIFY(request.endsWith(u" < 68 04 04 68 01 01 02 01 05 16"_s));
+    QVERIFY(simulator.readLine().endsWith(u" > 68 04 04 68 01 08 02 00 0B 16"_s));
+}
+
+void TestSimulatorProgram::closingTheDeviceDropsWhatWasUnread()
+{
+    SimulatorProcess simulator;
+    simulator.write(QByteArray::fromHex(general));
+    QTRY_COMPARE(simulator.state(u"answered"_s), u"1"_s);
+    simulator.closeDevice();
+    // By the answer to the second command the first one's round of events is over.
+    simulator.command(u"state"_s);
+    simulator.command(u"state"_s);
+    QVERIFY(simulator.openDevice());
+    QCOMPARE(simulator.exchange(identification, 10), QByteArray(accepted));
+}
+
+void TestSimulatorProgram::wrongUsageIsToldOnStandardError_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<int>("code");
+    QTest::newRow("model") << QStringList{u"--model"_s, u"7100"_s} << 2;
+    QTest::newRow("unknown option") << QStringList{u"--none"_s} << 2;
+    QTest::newRow("lone argument") << QStringList{u"7300"_s} << 2;
+    QTest::newRow("fault") << QStringList{u"--fault"_s, u"none"_s} << 2;
+    QTest::newRow("station") << QStringList{u"--station"_s, u"256"_s} << 2;
+    QTest::newRow("programme") << QStringList{u"--programme"_s, u"/none/at/all.hct"_s} << 2;
+    QTest::newRow("line 0") << QStringList{u"--firmware-lose"_s, u"0"_s} << 2;
+    QTest::newRow("device") << QStringList{u"--port"_s, u"/dev/none"_s} << 1;
+    QTest::newRow("speed") << QStringList{u"--port"_s, u"/dev/null"_s, u"--speed"_s, u"9601"_s}
+                           << 1;
+    QTest::newRow("no terminal") << QStringList{u"--port"_s, u"/dev/null"_s} << 1;
+}
+
+void TestSimulatorProgram::wrongUsageIsToldOnStandardError()
+{
+    QFETCH(QStringList, arguments);
+    QProcess process;
+    process.start(QStringLiteral(HCT_SIMULATOR), arguments);
+    QVERIFY(process.waitForFinished());
+    QTEST(process.exitCode(), "code");
+    QVERIFY(process.readAllStandardError().startsWith("hct-simulator: "));
+    QCOMPARE(process.readAllStandardOutput(), QByteArray());
+}
+
+void TestSimulatorProgram::endOfInputEndsTheProgramUnlessItStays()
+{
+    SimulatorProcess ending;
+    ending.process.closeWriteChannel();
+    QVERIFY(ending.process.waitForFinished());
+    QCOMPARE(ending.process.exitCode(), 0);
+
+    SimulatorProcess staying({u"--stay"_s});
+    staying.process.closeWriteChannel();
+    QVERIFY(!staying.process.waitForFinished(200));
+    QCOMPARE(staying.exchange(identification, 10), QByteArray(accepted));
+    staying.process.terminate();
+    QVERIFY(staying.process.waitForFinished());
+    QCOMPARE(staying.process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(staying.process.exitCode(), 0);
+}
+
+void TestSimulatorProgram::terminationRemovesTheLink()
+{
+    const QTemporaryDir folder;
+    const QString link = folder.filePath(u"clock"_s);
+    SimulatorProcess simulator({u"--link"_s, link});
+    QVERIFY(QFile::exists(link));
+    simulator.process.terminate();
+    QVERIFY(simulator.process.waitForFinished());
+    QVERIFY(!QFileInfo(link).isSymLink());
+}
+
+void TestSimulatorProgram::foreignFileIsNotReplacedByTheLink()
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(u"clock"_s));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QProcess process;
+    process.start(QStringLiteral(HCT_SIMULATOR), {u"--link"_s, file.fileName()});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 1);
+    QVERIFY(QFile::exists(file.fileName()));
+}
+
+void TestSimulatorProgram::endOfTheParentEndsTheProgram()
+{
+    const QTemporaryDir folder;
+    const QString link = folder.filePath(u"clock"_s);
+    QProcess shell;
+    shell.start(
+        u"/bin/sh"_s,
+        {u"-c"_s,
+         u"\"$0\" --exit-with-parent --stay --link \"$1\" </dev/null >/dev/null & read end"_s,
+         QStringLiteral(HCT_SIMULATOR), link});
+    QTRY_VERIFY(QFile::exists(link));
+    shell.closeWriteChannel();
+    QVERIFY(shell.waitForFinished());
+    QTRY_VERIFY(!QFileInfo(link).isSymLink());
+}
+
+QTEST_GUILESS_MAIN(TestSimulatorProgram)
+#include "TestSimulatorProgram.moc"
