@@ -12,18 +12,22 @@ class Dialogs;
 class IntervalTimer;
 class MessageLink;
 class ModelWindows;
+class ModemControl;
 class Pause;
+class PortNames;
 class QMdiArea;
 class QWidget;
 class Registry;
 class SerialPort;
 class frmCrono;
+class frmPortoSerie;
 class frmPrincipal;
 class frmRexistroEstado;
 
 /// What the program meets of the outside world. Tests put their own in its place.
 struct Outside {
     Registry& registry;
+    const PortNames& portNames;
     SerialPort& commSerie;
     SerialPort& commModem;
     IntervalTimer& tmrCrono;
@@ -55,9 +59,11 @@ public:
     MessageLink& link() { return *m_link; }
     ConnectionWorkflow& workflow() { return *m_workflow; }
     frmRexistroEstado& log() { return *m_log; }
+    frmPortoSerie& communications() { return *m_communications; }
     frmPrincipal& mainWindow() { return *m_mainWindow; }
 
 private:
+    void makeCommunications();
     void makeModelWindows();
     void makeMainWindow();
 
@@ -65,11 +71,13 @@ private:
     modGlobais m_globais;
     CommSettings m_settings;
     std::unique_ptr<MessageLink> m_link;
+    std::unique_ptr<ModemControl> m_modem;
     std::unique_ptr<frmCrono> m_crono;
     std::unique_ptr<ConnectionWorkflow> m_workflow;
     std::unique_ptr<ModelWindows> m_models;
     std::unique_ptr<frmPrincipal> m_mainWindow;
-    /// Both belong to the main window.
+    /// These belong to the main window.
     QMdiArea* m_area;
     frmRexistroEstado* m_log;
+    frmPortoSerie* m_communications;
 };

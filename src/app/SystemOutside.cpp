@@ -55,14 +55,17 @@ Outside SystemOutside::outside() { return outside(m_dialogs); }
 
 Outside SystemOutside::outside(Dialogs& dialogs)
 {
-    return {*m_registry,
-            *m_commSerie,
-            *m_commModem,
-            *m_tmrCrono,
-            *m_tmrTemporizador,
-            m_pause,
-            dialogs,
-            m_clock,
-            currentDirectory(),
-            [](const QString& program) { return QProcess::startDetached(program, {}); }};
+    return {
+        .registry = *m_registry,
+        .portNames = m_portNames,
+        .commSerie = *m_commSerie,
+        .commModem = *m_commModem,
+        .tmrCrono = *m_tmrCrono,
+        .tmrTemporizador = *m_tmrTemporizador,
+        .pause = m_pause,
+        .dialogs = dialogs,
+        .clock = m_clock,
+        .applicationDirectory = currentDirectory(),
+        .startProgram = [](const QString& program) { return QProcess::startDetached(program, {}); },
+    };
 }

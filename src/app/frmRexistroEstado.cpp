@@ -31,17 +31,31 @@ void frmRexistroEstado::Rexistra(const QString& message, bool show)
 {
     const QDateTime now = m_clock.now();
     const QString stamp = now.toString(u"dd'/'MM'/'yyyy' - 'HH':'mm':'ss"_s);
-    QScrollBar* bar = txtRexistro->verticalScrollBar();
-    const bool following = bar->value() == bar->maximum();
-    // A cursor of its own writes at the end: the selection of the window's cursor stays.
-    QTextCursor end(txtRexistro->document());
-    end.movePosition(QTextCursor::End);
-    end.insertText(stamp + u" :: "_s + message + u"\n"_s);
-    if (following)
-        bar->setValue(bar->maximum());
+    append(stamp + u" :: "_s + message + u"\n"_s);
     // Under a modal window it could not be used; it can be opened from the menu afterwards.
     if (show && !QApplication::activeModalWidget())
         showForm();
+}
+
+void frmRexistroEstado::append(const QString& entry)
+{
+    const QTextCursor selection = txtRexistro->textCursor();
+    const int anchor = selection.anchor();
+    const int position = selection.position();
+    QScrollBar* bar = txtRexistro->verticalScrollBar();
+    const bool following = bar->value() == bar->maximum() && !selection.hasSelection();
+    QTextCursor end(txtRexistro->document());
+    end.movePosition(QTextCursor::End);
+    end.insertText(entry);
+    // What is inserted at a cursor pushes it along: one that stood at the end goes back.
+    QTextCursor kept = txtRexistro->textCursor();
+    if (kept.anchor() != anchor || kept.position() != position) {
+        kept.setPosition(anchor);
+        kept.setPosition(position, QTextCursor::KeepAnchor);
+        txtRexistro->setTextCursor(kept);
+    }
+    if (following)
+        bar->setValue(bar->maximum());
 }
 
 QSize frmRexistroEstado::sizeHint() const

@@ -23,6 +23,8 @@ protected:
     bool queryUnload(CloseReason reason) override;
 
 private:
+    void append(const QString& entry);
+
     const ClockOfDay& m_clock;
     QPlainTextEdit* txtRexistro;
 };
