@@ -89,6 +89,7 @@ QWidget* frmSincronizacionReloxo::makeFields()
     row->addWidget(dateCaption);
     row->addWidget(txtData);
     row->addStretch();
+    row->addSpacing(fontMetrics().height());
     row->addWidget(timeCaption);
     row->addWidget(txtHora);
     return Frame1;

@@ -10,6 +10,7 @@
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QHBoxLayout>
 #include <QPushButton>
 
 using namespace Qt::StringLiterals;
@@ -44,8 +45,12 @@ frmTelemando::frmTelemando(QMdiArea& area, frmCrono& crono, MessageLink& link,
     for (std::size_t row = 0; row < RemoteControl::outputCount; ++row)
         column->addWidget(makeFrame(row));
     column->addStretch();
-    column->addWidget(chkAutomatico);
-    column->addWidget(cmdPechar, 0, Qt::AlignRight);
+    auto* bottom = new QHBoxLayout;
+    bottom->addWidget(chkAutomatico);
+    bottom->addStretch();
+    bottom->addSpacing(fontMetrics().height());
+    bottom->addWidget(cmdPechar);
+    column->addLayout(bottom);
 
     chkAutomatico->setChecked(!m_control.Manual());
     showMode();
@@ -82,14 +87,14 @@ QWidget* frmTelemando::makeFrame(std::size_t row)
     lblTapa[i]->setAccessibleName(caption);
 
     auto* grid = new QGridLayout(fraSaida);
-    grid->addWidget(shpSaida[i], 0, 0, 2, 1, Qt::AlignCenter);
-    grid->addWidget(makeEndLabel(indexed(u"lblOFF"_s, i), u"0"_s), 0, 2,
-                    Qt::AlignRight | Qt::AlignTop);
-    grid->addWidget(makeEndLabel(indexed(u"lblON"_s, i), u"1"_s), 1, 2,
-                    Qt::AlignRight | Qt::AlignBottom);
-    grid->addWidget(sldInterruptor[i], 0, 3, 2, 1);
-    grid->addWidget(lblTapa[i], 0, 3, 2, 1);
-    grid->setColumnStretch(1, 1);
+    grid->addWidget(shpSaida[i], 0, 1, 2, 1, Qt::AlignCenter);
+    grid->addWidget(makeEndLabel(indexed(u"lblOFF"_s, i), u"0"_s), 0, 3, Qt::AlignTop);
+    grid->addWidget(makeEndLabel(indexed(u"lblON"_s, i), u"1"_s), 1, 3, Qt::AlignBottom);
+    grid->addWidget(sldInterruptor[i], 0, 4, 2, 1);
+    grid->addWidget(lblTapa[i], 0, 4, 2, 1);
+    grid->setColumnMinimumWidth(2, 3 * fontMetrics().height());
+    grid->setColumnStretch(0, 1);
+    grid->setColumnStretch(5, 1);
 
     connect(lblTapa[i], &CoverLabel::clicked, this,
             [this, i] { m_control.toggle(static_cast<int>(i)); });

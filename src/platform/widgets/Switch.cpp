@@ -62,7 +62,7 @@ Switch::Switch(QWidget* parent) : QSlider(Qt::Vertical, parent)
 QSize Switch::sizeHint() const
 {
     const int unit = fontMetrics().height();
-    return {unit * 3 / 2, unit * 5 / 2};
+    return {unit * 2, unit * 3};
 }
 
 void Switch::changeEvent(QEvent* event)
@@ -107,15 +107,16 @@ void Switch::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
 
-    const double edge = qMax(1.0, width() * 0.06);
-    const QRectF track = QRectF(rect()).adjusted(2 * edge, 2 * edge, -2 * edge, -2 * edge);
+    // From the outside: the ring of the focus, a gap, the track and the knob in it.
+    const double edge = qMax(1.0, width() * 0.055);
+    const QRectF track = QRectF(rect()).adjusted(4 * edge, 4 * edge, -4 * edge, -4 * edge);
     const double round = track.width() / 2;
     painter.setPen(QPen(colours.color(QPalette::Dark).darker(130), edge));
     painter.setBrush(value() == 1 && isEnabled() ? colours.color(QPalette::Highlight)
                                                  : colours.color(QPalette::Mid));
     painter.drawRoundedRect(track, round, round);
 
-    const double gap = 2 * edge;
+    const double gap = 1.5 * edge;
     const double side = track.width() - 2 * gap;
     const double top = value() == 0 ? track.top() + gap : track.bottom() - gap - side;
     painter.setBrush(colours.color(isEnabled() ? QPalette::Light : QPalette::Button));
@@ -123,8 +124,8 @@ void Switch::paintEvent(QPaintEvent*)
 
     if (hasFocus()) {
         painter.setBrush(Qt::NoBrush);
-        painter.setPen(QPen(colours.color(QPalette::Highlight), 2 * edge));
-        painter.drawRoundedRect(QRectF(rect()).adjusted(edge, edge, -edge, -edge), round + edge,
-                                round + edge);
+        painter.setPen(QPen(colours.color(QPalette::Highlight), 1.5 * edge));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(edge, edge, -edge, -edge), round + 3 * edge,
+                                round + 3 * edge);
     }
 }
