@@ -97,14 +97,16 @@ PortsPage::PortsPage(const MessageLink& link, const PortNames& names, QWidget* p
       txtEstacion(new QLineEdit),
       txtIdentificacion(new QLineEdit)
 {
+    auto* layout = new QVBoxLayout(this);
+    auto* columns = new QHBoxLayout;
     auto* right = new QVBoxLayout;
-    auto* columns = new QHBoxLayout(this);
+    layout->addLayout(columns);
+    layout->addStretch(1);
     columns->addWidget(makeDirectFrame(), 1);
     columns->addLayout(right, 1);
     right->addWidget(makeModemFrame());
     right->addWidget(makeInitialisationFrame());
     right->addWidget(makeDeviceFrame());
-    right->addStretch(1);
 
     // `activated` is the operator's choice alone, not that of showSettings.
     connect(cbbCanal2, &QComboBox::activated, this, &PortsPage::modemLineChosen);

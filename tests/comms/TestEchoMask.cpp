@@ -1,0 +1,50 @@
+#include "EchoMask.h"
+
+#include <QByteArray>
+#include <QTest>
+
+class TestEchoMask : public QObject {
+    Q_OBJECT
+private slots:
+    void codesAreHiddenAndTheRestIsNot_data();
+    void codesAreHiddenAndTheRestIsNot();
+};
+
+void TestEchoMask::codesAreHiddenAndTheRestIsNot_data()
+{
+    QTest::addColumn<QByteArray>("said");
+    QTest::addColumn<bool>("codeJustSent");
+    QTest::addColumn<QByteArray>("shown");
+    QTest::newRow("PIN") << QByteArray("AT+CPIN=1234\r\nOK\r\n") << true
+                         << QByteArray("AT+CPIN=****\r\nOK\r\n");
+    QTest::newRow("PUK and PIN") << QByteArray("AT+CPIN=12345678,4321\r") << true
+                                 << QByteArray("AT+CPIN=********,****\r");
+    QTest::newRow("in quotes") << QByteArray("at+cpin=\"1234\"\r") << false
+                               << QByteArray("at+cpin=******\r");
+    QTest::newRow("command typed by hand")
+        << QByteArray("AT+CPIN=1234\rAT1\r") << false << QByteArray("AT+CPIN=****\rAT1\r");
+    QTest::newRow("echo without its beginning")
+        << QByteArray("N=1234\r\nOK\r\n") << true << QByteArray("N=****\r\nOK\r\n");
+    QTest::newRow("error number of the modem")
+        << QByteArray("+CME ERROR: 16\r\n") << true << QByteArray("+CME ERROR: 16\r\n");
+    QTest::newRow("query") << QByteArray("AT+CPIN?\r\n+CPIN: SIM PIN2\r\n") << false
+                           << QByteArray("AT+CPIN?\r\n+CPIN: SIM PIN2\r\n");
+    QTest::newRow("digits of another command")
+        << QByteArray("ATD986123456\r\n") << false << QByteArray("ATD986123456\r\n");
+    QTest::newRow("beginning twice")
+        << QByteArray("CPICPIN=1\n") << false << QByteArray("CPICPIN=*\n");
+}
+
+void TestEchoMask::codesAreHiddenAndTheRestIsNot()
+{
+    QFETCH(QByteArray, said);
+    QFETCH(bool, codeJustSent);
+    EchoMask mask;
+    QByteArray shown;
+    for (const char character : said)
+        shown += mask.take(character, codeJustSent);
+    QTEST(shown, "shown");
+}
+
+QTEST_GUILESS_MAIN(TestEchoMask)
+#include "TestEchoMask.moc"
