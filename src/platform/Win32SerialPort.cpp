@@ -1,0 +1,248 @@
+#include "Win32SerialPort.h"
+
+#include <numeric>
+
+#include <windows.h>
+
+using namespace Qt::StringLiterals;
+
+/// One overlapped call with its event and its bytes, which must outlive it.
+struct Win32SerialPort::Operation {
+    Operation() { overlapped.hEvent = CreateEventW(nullptr, TRUE, FALSE, nullptr); }
+    ~Operation() { CloseHandle(overlapped.hEvent); }
+    Operation(const Operation&) = delete;
+    Operation& operator=(const Operation&) = delete;
+
+    void restart()
+    {
+        const HANDLE event = overlapped.hEvent;
+        overlapped = {};
+        overlapped.hEvent = event;
+        ResetEvent(event);
+    }
+    bool isFinished() const { return WaitForSingleObject(overlapped.hEvent, 0) == WAIT_OBJECT_0; }
+
+    OVERLAPPED overlapped{};
+    QByteArray bytes;
+};
+
+namespace {
+
+constexpr DWORD driverBuffer = 4096;
+
+BYTE parityOf(char letter)
+{
+    switch (letter) {
+    case 'E': return EVENPARITY;
+    case 'O': return ODDPARITY;
+    case 'M': return MARKPARITY;
+    case 'S': return SPACEPARITY;
+    default: return NOPARITY;
+    }
+}
+
+BYTE stopBitsOf(LineSettings::Stop stop)
+{
+    switch (stop) {
+    case LineSettings::Stop::One: break;
+    case LineSettings::Stop::OneAndHalf: return ONE5STOPBITS;
+    case LineSettings::Stop::Two: return TWOSTOPBITS;
+    }
+    return ONESTOPBIT;
+}
+
+QString openFailure(const QString& device, DWORD error)
+{
+    if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND)
+        return u"No existe %1: compruebe que el adaptador está conectado."_s.arg(device);
+    if (error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION)
+        return u"%1 está en uso por otro programa."_s.arg(device);
+    return u"No se puede abrir %1 (error %2)."_s.arg(device).arg(error);
+}
+
+} // namespace
+
+Win32SerialPort::Win32SerialPort(const PortNames& names, QObject* parent)
+    : SerialPort(parent), m_names(names)
+{}
+
+Win32SerialPort::~Win32SerialPort()
+{
+    if (isOpen())
+        closeDevice();
+}
+
+QString Win32SerialPort::deviceName() const { return m_names.device(portNumber()); }
+
+QString Win32SerialPort::openDevice()
+{
+    const LineSettingsResult parsed = parseLineSettings(settings());
+    if (!parsed.settings)
+        return parsed.reason;
+    const QString device = deviceName();
+    const QString path = u"\\\\.\\"_s + device;
+    const HANDLE handle =
+        CreateFileW(reinterpret_cast<const wchar_t*>(path.utf16()), GENERIC_READ | GENERIC_WRITE, 0,
+                    nullptr, OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr);
+    if (handle == INVALID_HANDLE_VALUE)
+        return openFailure(device, GetLastError());
+
+    m_handle = handle;
+    const QString refused = configure(*parsed.settings);
+    if (!refused.isEmpty()) {
+        CloseHandle(handle);
+        m_handle = nullptr;
+        return u"%1 %2."_s.arg(device, refused);
+    }
+    applyLines();
+    PurgeComm(m_handle, PURGE_RXCLEAR | PURGE_TXCLEAR);
+    m_read = std::make_unique<Operation>();
+    m_notifier = std::make_unique<QWinEventNotifier>(m_read->overlapped.hEvent);
+    connect(m_notifier.get(), &QWinEventNotifier::activated, this, &Win32SerialPort::readFinished);
+    if (startRead())
+        return {};
+    closeDevice();
+    return u"%1 no es un puerto serie."_s.arg(device);
+}
+
+QString Win32SerialPort::configure(const LineSettings& settings)
+{
+    DCB dcb{};
+    dcb.DCBlength = sizeof dcb;
+    if (!GetCommState(m_handle, &dcb))
+        return u"no es un puerto serie"_s;
+    SetupComm(m_handle, driverBuffer, driverBuffer);
+    dcb = {};
+    dcb.DCBlength = sizeof dcb;
+    dcb.BaudRate = static_cast<DWORD>(settings.speed);
+    dcb.ByteSize = static_cast<BYTE>(settings.dataBits);
+    dcb.Parity = parityOf(settings.parity);
+    dcb.StopBits = stopBitsOf(settings.stop);
+    dcb.fBinary = TRUE;
+    dcb.fParity = dcb.Parity != NOPARITY;
+    dcb.fDtrControl = isDtrEnabled() ? DTR_CONTROL_ENABLE : DTR_CONTROL_DISABLE;
+    dcb.fRtsControl = isRtsEnabled() ? RTS_CONTROL_ENABLE : RTS_CONTROL_DISABLE;
+    if (!SetCommState(m_handle, &dcb))
+        return u"no admite estos parámetros (%1)"_s.arg(this->settings());
+    // No time-outs: the read of one byte waits for it, and nobody waits for a write.
+    COMMTIMEOUTS none{};
+    SetCommTimeouts(m_handle, &none);
+    return {};
+}
+
+void Win32SerialPort::closeDevice()
+{
+    const HANDLE handle = m_handle;
+    m_handle = nullptr;
+    if (m_notifier) {
+        // It may be what is being listened to just now.
+        m_notifier->setEnabled(false);
+        m_notifier.release()->deleteLater();
+    }
+    // Every call under way is brought to its end before its bytes go.
+    CancelIo(handle);
+    if (m_read)
+        m_writes.push_back(std::move(m_read));
+    for (const auto& operation : m_writes) {
+        DWORD count = 0;
+        GetOverlappedResult(handle, &operation->overlapped, &count, TRUE);
+    }
+    m_writes.clear();
+    CloseHandle(handle);
+}
+
+void Win32SerialPort::applyLines()
+{
+    // Devices without these lines do as well without.
+    EscapeCommFunction(m_handle, isDtrEnabled() ? SETDTR : CLRDTR);
+    EscapeCommFunction(m_handle, isRtsEnabled() ? SETRTS : CLRRTS);
+}
+
+void Win32SerialPort::clearInput()
+{
+    SerialPort::clearInput();
+    if (!isOpen())
+        return;
+    PurgeComm(m_handle, PURGE_RXCLEAR);
+    // A byte that has come but was not looked at yet goes too.
+    DWORD count = 0;
+    if (m_read->isFinished() && GetOverlappedResult(m_handle, &m_read->overlapped, &count, FALSE))
+        startRead();
+}
+
+void Win32SerialPort::clearOutput()
+{
+    if (isOpen())
+        PurgeComm(m_handle, PURGE_TXCLEAR);
+}
+
+void Win32SerialPort::write(const QByteArray& bytes)
+{
+    if (!isOpen() || bytes.isEmpty())
+        return;
+    reapWrites();
+    const qsizetype waiting =
+        std::accumulate(m_writes.begin(), m_writes.end(), qsizetype(0),
+                        [](qsizetype sum, const auto& write) { return sum + write->bytes.size(); });
+    if (waiting + bytes.size() > outputCapacity)
+        return;
+    auto operation = std::make_unique<Operation>();
+    operation->bytes = bytes;
+    const BOOL done = WriteFile(m_handle, operation->bytes.constData(),
+                                static_cast<DWORD>(operation->bytes.size()), nullptr,
+                                &operation->overlapped);
+    // A device that is gone shows on the reading side.
+    if (!done && GetLastError() == ERROR_IO_PENDING)
+        m_writes.push_back(std::move(operation));
+}
+
+void Win32SerialPort::reapWrites()
+{
+    std::erase_if(m_writes, [](const auto& write) { return write->isFinished(); });
+}
+
+bool Win32SerialPort::startRead()
+{
+    m_read->restart();
+    m_read->bytes.resize(1);
+    if (ReadFile(m_handle, m_read->bytes.data(), 1, nullptr, &m_read->overlapped))
+        return true;
+    return GetLastError() == ERROR_IO_PENDING;
+}
+
+void Win32SerialPort::readFinished()
+{
+    DWORD count = 0;
+    if (!isOpen() || !m_read->isFinished())
+        return;
+    if (!GetOverlappedResult(m_handle, &m_read->overlapped, &count, FALSE)) {
+        deviceGone();
+        return;
+    }
+    QByteArray arrived = m_read->bytes.left(static_cast<qsizetype>(count));
+    arrived += fetchWaiting();
+    if (startRead())
+        deliver(arrived);
+    else
+        deviceGone();
+}
+
+QByteArray Win32SerialPort::fetchWaiting()
+{
+    DWORD errors = 0;
+    COMSTAT status{};
+    if (!ClearCommError(m_handle, &errors, &status) || status.cbInQue == 0)
+        return {};
+    Operation operation;
+    operation.bytes.resize(static_cast<qsizetype>(std::min<DWORD>(status.cbInQue, driverBuffer)));
+    DWORD count = 0;
+    const BOOL done = ReadFile(m_handle, operation.bytes.data(),
+                               static_cast<DWORD>(operation.bytes.size()), nullptr,
+                               &operation.overlapped);
+    if (!done && GetLastError() != ERROR_IO_PENDING)
+        return {};
+    // The bytes are there, so this does not wait.
+    if (!GetOverlappedResult(m_handle, &operation.overlapped, &count, TRUE))
+        return {};
+    return operation.bytes.left(static_cast<qsizetype>(count));
+}
