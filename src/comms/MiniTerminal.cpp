@@ -25,14 +25,22 @@ MiniTerminal::MiniTerminal(QWidget* parent) : QPlainTextEdit(parent)
 
 void MiniTerminal::AppendToTerminal(const QString& text)
 {
-    QString shown;
-    for (const QChar character : text)
-        if (isShown(character))
-            shown += character;
-    if (shown.isEmpty())
-        return;
     QTextCursor cursor(document());
     cursor.movePosition(QTextCursor::End);
+    int column = cursor.positionInBlock();
+    QString shown;
+    for (const QChar character : text) {
+        if (!isShown(character))
+            continue;
+        if (character != u'\n' && column == maximumLine) {
+            shown += u'\n';
+            column = 0;
+        }
+        shown += character;
+        column = character == u'\n' ? 0 : column + 1;
+    }
+    if (shown.isEmpty())
+        return;
     cursor.insertText(shown);
     if (const int excess = document()->characterCount() - maximumText; excess > 0) {
         cursor.setPosition(0);

@@ -3,11 +3,13 @@
 #include <QPlainTextEdit>
 
 /// The window on a modem dialogue: shows what is appended, and hands on each character typed
-/// instead of taking it into its text. Keeps the last maximumText characters.
+/// instead of taking it into its text. Keeps the last maximumText characters, in lines of up to
+/// maximumLine: longer ones are broken, because each character costs a layout of its whole line.
 class MiniTerminal : public QPlainTextEdit {
     Q_OBJECT
 public:
     static constexpr int maximumText = 65536;
+    static constexpr int maximumLine = 1024;
 
     explicit MiniTerminal(QWidget* parent = nullptr);
 
