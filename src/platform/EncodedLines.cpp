@@ -23,6 +23,9 @@ EncodedLines::EncodedLines(const QByteArray& file)
             m_encoding = mark.encoding;
         }
     }
+    // A lone zero is half a unit: whatever is written before it must not make it a whole one.
+    if (file.size() == 1 && file[0] == 0)
+        m_encoding = Encoding::Utf16LittleEndian;
     if (m_mark.isEmpty() && file.size() >= 2 && (file[0] == 0) != (file[1] == 0))
         m_encoding = file[0] == 0 ? Encoding::Utf16BigEndian : Encoding::Utf16LittleEndian;
 
@@ -35,9 +38,9 @@ EncodedLines::EncodedLines(const QByteArray& file)
 
 void EncodedLines::readBytes(QByteArrayView content)
 {
-    if (m_mark.isEmpty() &&
-        content.first(std::max<qsizetype>(0, content.indexOf('\n'))).trimmed() ==
-            QByteArrayView("REGEDIT4"))
+    const qsizetype firstEnd = content.indexOf('\n');
+    if (m_mark.isEmpty() && content.first(firstEnd < 0 ? content.size() : firstEnd).trimmed() ==
+                                QByteArrayView("REGEDIT4"))
         m_encoding = Encoding::Ansi;
     while (!content.isEmpty()) {
         const qsizetype newline = content.indexOf('\n');

@@ -37,6 +37,8 @@ private slots:
     void encodingStays();
     void everyOtherLineStaysByteForByte();
     void valueAfterADeletionIsSetBelowIt();
+    void encodingOfAStumpIsThatOfTheFileItGrowsInto_data();
+    void encodingOfAStumpIsThatOfTheFileItGrowsInto();
 };
 
 void TestRegistryWriting::newFileHasHeaderKeyAndValue()
@@ -225,6 +227,23 @@ void TestRegistryWriting::valueAfterADeletionIsSetBelowIt()
 {
     QCOMPARE(afterSetting("[HKEY_CURRENT_USER\\Software\\A]\n\"v\"=\"1\"\n\"v\"=-\n", u"v"_s, "2"),
              QByteArray("[HKEY_CURRENT_USER\\Software\\A]\n\"v\"=\"1\"\n\"v\"=-\n\"v\"=\"2\"\n"));
+}
+
+void TestRegistryWriting::encodingOfAStumpIsThatOfTheFileItGrowsInto_data()
+{
+    QTest::addColumn<QByteArray>("stump");
+    QTest::newRow("ANSI header without line end") << QByteArray("REGEDIT4");
+    QTest::newRow("half a UTF-16 unit") << QByteArray(1, '\0');
+}
+
+void TestRegistryWriting::encodingOfAStumpIsThatOfTheFileItGrowsInto()
+{
+    QFETCH(QByteArray, stump);
+    // A control character is written as bytes, which mean what the encoding says.
+    const RegistryText anew(afterSetting(stump, u"v"_s, "a\rb"));
+    const auto value = anew.value(key, u"v"_s);
+    QVERIFY(value.has_value());
+    QCOMPARE(value->bytes, QByteArray("a\rb\0", 4));
 }
 
 QTEST_GUILESS_MAIN(TestRegistryWriting)

@@ -1,0 +1,148 @@
+#include "CommSettings.h"
+#include "Exchange.h"
+#include "Frame.h"
+#include "IntervalTimer.h"
+#include "MessageCodes.h"
+#include "MessageLink.h"
+#include "Pause.h"
+#include "SerialPort.h"
+
+#include <cstdlib>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void require(bool condition)
+{
+    if (!condition)
+        std::abort();
+}
+
+class Port final : public SerialPort {
+public:
+    void arrive(const QByteArray& bytes) { deliver(bytes); }
+    bool isOpen() const override { return m_open; }
+    QString deviceName() const override { return {}; }
+    void clearOutput() override {}
+    void write(const QByteArray&) override {}
+
+protected:
+    QString openDevice() override
+    {
+        m_open = true;
+        return {};
+    }
+    void closeDevice() override { m_open = false; }
+    void applyLines() override {}
+
+private:
+    bool m_open = false;
+};
+
+class Timer final : public IntervalTimer {
+public:
+    void setInterval(int milliseconds) override { m_interval = milliseconds; }
+    int interval() const override { return m_interval; }
+    void setEnabled(bool enabled) override { m_enabled = enabled; }
+    bool isEnabled() const override { return m_enabled; }
+    void fire() { emit tick(); }
+
+private:
+    int m_interval = 0;
+    bool m_enabled = false;
+};
+
+class NoPause final : public Pause {
+public:
+    void Wait(float, bool) override {}
+};
+
+struct Answer {
+    qint16 status = linkstatus::TimeOut;
+    quint8 code = 0;
+    QByteArray data;
+};
+
+quint8 byteAt(const QByteArray& bytes, qsizetype index)
+{
+    return static_cast<quint8>(bytes[index]);
+}
+
+/// L when a header begins at `at`, else 0.
+int headerLength(const QByteArray& line, qsizetype at, quint8 station)
+{
+    const quint8 start = byteAt(line, at);
+    const int length = byteAt(line, at + 1) + (start == 0x48 ? 256 : 0);
+    const bool isHeader = (start == 0x48 || start == 0x68) && byteAt(line, at + 3) == start &&
+                          line[at + 1] == line[at + 2] && length >= 2 &&
+                          (station == 255 || byteAt(line, at + 4) == station);
+    return isHeader ? length : 0;
+}
+
+/// The answer that a line holds, seen whole.
+Answer answerIn(const QByteArray& line, quint8 station)
+{
+    for (qsizetype at = 0; at + 5 <= line.size(); ++at) {
+        const int length = headerLength(line, at, station);
+        if (length == 0)
+            continue;
+        if (line.size() < at + 6 + length)
+            return {};
+        Answer answer{linkstatus::Good, byteAt(line, at + 5), line.mid(at + 6, length - 2)};
+        int sum = byteAt(line, at + 4) + answer.code;
+        for (const char byte : answer.data)
+            sum += static_cast<quint8>(byte);
+        if ((sum & 0xFF) != byteAt(line, at + 4 + length))
+            answer.status = linkstatus::ChecksumError;
+        return answer;
+    }
+    return {};
+}
+
+} // namespace
+
+/// Whatever the line brings in whatever portions, one request gets one answer, and it is the first
+/// frame for this station, or the time-out. The first byte is the station, the second the portions.
+extern "C" int LLVMFuzzerTestOneInput(const quint8* data, std::size_t size)
+{
+    if (size < 2)
+        return 0;
+    const quint8 station = data[0];
+    const QByteArray line(reinterpret_cast<const char*>(data + 2),
+                          static_cast<qsizetype>(size - 2));
+
+    Port serie;
+    Port modem;
+    Timer timer;
+    NoPause pause;
+    CommSettings settings;
+    settings.station = QString::number(station);
+    MessageLink link(serie, modem, timer, pause, settings);
+    link.ApplySettings();
+    link.ArrancaConexion(false);
+
+    int answers = 0;
+    Answer answer;
+    Exchange exchange;
+    exchange.bind(link, [&](quint8 code, const QByteArray& body, qint16 status) {
+        exchange.release();
+        ++answers;
+        answer = {status, code, body};
+    });
+    QByteArray body(1, '\0');
+    qint32 timeout = 0;
+    link.Envia(messagecode::Read, body, timeout);
+    for (qsizetype at = 0; at < line.size(); at += data[1] + 1)
+        serie.arrive(line.mid(at, data[1] + 1));
+
+    const Answer expected = answerIn(line, station);
+    require(answers == (expected.status == linkstatus::TimeOut ? 0 : 1));
+    require(link.Ocupado() == (answers == 0));
+    if (answers == 0)
+        timer.fire();
+    require(answers == 1 && answer.status == expected.status && !link.Ocupado());
+    if (expected.status != linkstatus::TimeOut)
+        require(answer.code == expected.code && answer.data == expected.data);
+    return 0;
+}
