@@ -12,7 +12,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPlainTextEdit>
-#include <QTabWidget>
+#include <QTabBar>
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
@@ -161,7 +161,7 @@ bool Tour::picturesOfDialog(const QString& entry, const QDir& folder)
             saved = dialog->grab().save(folder.filePath(dialog->objectName() + suffix + u".png"_s));
         };
         save(QString());
-        auto* tabs = dialog->findChild<QTabWidget*>();
+        auto* tabs = dialog->findChild<QTabBar*>();
         for (int tab = 1; tabs && tab < tabs->count(); ++tab) {
             tabs->setCurrentIndex(tab);
             settle();
