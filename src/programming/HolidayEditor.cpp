@@ -7,6 +7,8 @@
 #include <QKeyEvent>
 #include <QLabel>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -29,12 +31,17 @@ HolidayEditor::HolidayEditor(QWidget* parent) : QFrame(parent)
 {
     setObjectName(u"fraCadroFestVacac"_s);
     auto* layout = new QGridLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(makeHolidays(), 0, 0);
     layout->addWidget(makeVacations(), 0, 1);
-    auto* unused = new QLabel(u"Una fecha 00/00 está sin usar."_s, this);
-    layout->addWidget(unused, 1, 0, 1, 2);
     layout->setColumnStretch(2, 1);
-    layout->setRowStretch(2, 1);
+    layout->setRowStretch(1, 1);
+    auto* keys = new QLabel(u"Intro: fecha siguiente   F6: de los festivos a los períodos y vuelta"
+                            "   00/00: sin usar"_s,
+                            this);
+    keys->setWordWrap(true);
+    keys->setForegroundRole(QPalette::PlaceholderText);
+    layout->addWidget(keys, 2, 0, 1, 3);
 }
 
 void HolidayEditor::setTable(const HolidayTable& table)
@@ -59,16 +66,32 @@ HolidayTable HolidayEditor::table() const
     return table;
 }
 
+void HolidayEditor::focusFirst() { focusDate(0); }
+
 void HolidayEditor::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
-        return QFrame::keyPressEvent(event);
-    // From the day the next field is the month, from the month it is the next date.
-    for (const auto* dates : {&txtFest, &txtVacacIni, &txtVacacFin})
-        for (TextUpDown* date : *dates)
-            if (date->fieldWithFocus() == 0)
-                date->setFieldFocus(1, Qt::OtherFocusReason);
-    focusNextChild();
+    const int date = dateWithFocus();
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter: return focusDate(date + 1);
+    case Qt::Key_F6:
+        return focusDate(date < HolidayTable::holidayCount ? HolidayTable::holidayCount : 0);
+    default: return QFrame::keyPressEvent(event);
+    }
+}
+
+int HolidayEditor::dateWithFocus() const
+{
+    const auto found = std::find_if(m_dates.begin(), m_dates.end(), [](const TextUpDown* date) {
+        return date->fieldWithFocus() >= 0;
+    });
+    return found == m_dates.end() ? -1 : static_cast<int>(found - m_dates.begin());
+}
+
+void HolidayEditor::focusDate(int index)
+{
+    if (index < static_cast<int>(m_dates.size()))
+        m_dates[static_cast<std::size_t>(index)]->setFieldFocus(0, Qt::OtherFocusReason);
 }
 
 QGroupBox* HolidayEditor::makeHolidays()
@@ -122,5 +145,6 @@ TextUpDown* HolidayEditor::addDate(const QString& name, const QString& what)
     date->setDimmed(true);
     connect(date, &TextUpDown::valueChanged, this,
             [date] { date->setDimmed(date->value(0) == 0 && date->value(1) == 0); });
+    m_dates.push_back(date);
     return date;
 }

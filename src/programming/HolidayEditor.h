@@ -10,7 +10,7 @@ class QGroupBox;
 class TextUpDown;
 
 /// The 16 holidays and the 8 vacation periods, a day and a month each. Enter goes on to the next
-/// date.
+/// date, F6 from the holidays to the periods and back.
 class HolidayEditor : public QFrame {
     Q_OBJECT
 public:
@@ -18,6 +18,7 @@ public:
 
     void setTable(const HolidayTable& table);
     HolidayTable table() const;
+    void focusFirst();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -26,8 +27,12 @@ private:
     QGroupBox* makeHolidays();
     QGroupBox* makeVacations();
     TextUpDown* addDate(const QString& name, const QString& what);
+    /// In the order that Tab walks them; -1 when none has the focus.
+    int dateWithFocus() const;
+    void focusDate(int index);
 
     std::vector<TextUpDown*> txtFest;
     std::vector<TextUpDown*> txtVacacIni;
     std::vector<TextUpDown*> txtVacacFin;
+    std::vector<TextUpDown*> m_dates;
 };

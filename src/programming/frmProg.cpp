@@ -225,8 +225,17 @@ void frmProg::ShowBlock(int number)
 
 void frmProg::showTab(int index)
 {
+    // Whoever walks the tabs themselves by keyboard stays there; anybody else wants to type.
+    const bool keepsFocus = tabPrincipal->hasFocus();
+    const bool gridHadFocus = m_grid->isAncestorOf(focusWidget());
     fraCadroFestVacac->setVisible(index == holidayTab);
     fraCadroAvisos->setVisible(index != holidayTab);
+    if (keepsFocus)
+        return tabPrincipal->setFocus();
+    if (index == holidayTab)
+        fraCadroFestVacac->focusFirst();
+    else if (!gridHadFocus)
+        m_grid->focusRow(0);
 }
 
 void frmProg::openFile()
@@ -331,7 +340,7 @@ void frmProg::restore()
         button->setEnabled(true);
     if (m_focusBeforeLock && m_focusBeforeLock != cmdCancelar)
         m_focusBeforeLock->setFocus();
-    else if (tabPrincipal->currentIndex() != holidayTab)
+    else
         m_grid->focusRow(0);
 }
 

@@ -34,6 +34,16 @@ inline QByteArray generalData(ClockModel model)
     return block;
 }
 
+/// Block 1: duration 5, mode 1, alarm 1 at 8:45 on all five days. Block 3: mode 4, alarm 32.
+inline QByteArray someBlocks(ClockModel model)
+{
+    QByteArray data = generalData(model);
+    data.replace(14, 6, QByteArray::fromHex("050107000904"));
+    data.replace(20, 2, QByteArray::fromHex("e8ed"));
+    data.replace(20 + 132 + 62, 2, QByteArray::fromHex("973b"));
+    return data;
+}
+
 inline QByteArray holidaysAnswer()
 {
     QByteArray body(66, '\0');

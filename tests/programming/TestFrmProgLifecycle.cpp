@@ -1,0 +1,263 @@
+#include "ProgWindow.h"
+
+using namespace Qt::StringLiterals;
+
+constexpr auto first = ClockModel::HCT7200;
+
+namespace {
+
+enum class Way { Button, Escape, TitleBar, OwnersEnd };
+
+} // namespace
+
+class TestFrmProgLifecycle : public QObject {
+    Q_OBJECT
+private slots:
+    void closingWhileReadingLeavesNothingBehind_data();
+    void closingWhileReadingLeavesNothingBehind();
+    void closingWhileSendingLeavesNothingBehind_data() { ways(); }
+    void closingWhileSendingLeavesNothingBehind();
+    void acceptedBlocksStayWhenTheSendIsAbandoned();
+    void closedWindowSendsNothing();
+    void lostConnectionLeavesTheWindowOpen();
+    void windowClosedUnderTheFailureBoxOutlivesIt();
+    void windowClosedUnderTheClashBoxOutlivesIt();
+    void windowClosedUnderAFileDialogReadsNoFile();
+    void windowDestroyedUnderItsBoxIsNotTouched();
+    void windowDestroyedUnderAFileDialogIsNotTouched();
+    void sendingGoesOnWhileTheMainWindowPolls();
+    void windowDestroyedWithoutClosingLeavesTheService();
+
+private:
+    void ways();
+    static void closeBy(ProgWindow& w, Way way);
+};
+
+void TestFrmProgLifecycle::ways()
+{
+    QTest::addColumn<Way>("way");
+    QTest::newRow("cmdCancelar") << Way::Button;
+    QTest::newRow("Escape") << Way::Escape;
+    QTest::newRow("title bar") << Way::TitleBar;
+    QTest::newRow("end of the main window") << Way::OwnersEnd;
+}
+
+void TestFrmProgLifecycle::closeBy(ProgWindow& w, Way way)
+{
+    switch (way) {
+    case Way::Button: w.click(u"cmdCancelar"_s); break;
+    case Way::Escape: ProgWindow::press(Qt::Key_Escape); break;
+    case Way::TitleBar: w.form->close(); break;
+    case Way::OwnersEnd: delete w.form; break;
+    }
+}
+
+void TestFrmProgLifecycle::closingWhileReadingLeavesNothingBehind_data() { ways(); }
+
+void TestFrmProgLifecycle::closingWhileReadingLeavesNothingBehind()
+{
+    QFETCH(Way, way);
+    ProgWindow w(first);
+    w.fixture.tick();
+    w.fixture.takeRequest();
+    closeBy(w, way);
+    w.fixture.answer(samples::holidaysAnswer());
+    w.fixture.tick(20);
+    QVERIFY(!w.fixture.hasRequest());
+    ProgWindow::runDeletions();
+    QVERIFY(!w.form);
+    w.fixture.tick(20);
+    QVERIFY(!w.fixture.hasRequest());
+}
+
+void TestFrmProgLifecycle::closingWhileSendingLeavesNothingBehind()
+{
+    QFETCH(Way, way);
+    ProgWindow w(first);
+    w.becomeReady();
+    w.click(u"cmdEnviar"_s);
+    w.fixture.tick();
+    w.fixture.takeRequest();
+    closeBy(w, way);
+    const QByteArray before = w.fixture.globais.GeneralData;
+    w.fixture.answer(samples::generalData(first) + QByteArray("late"));
+    QCOMPARE(w.fixture.globais.GeneralData, before);
+    w.fixture.tick(20);
+    QVERIFY(!w.fixture.hasRequest());
+    ProgWindow::runDeletions();
+    QVERIFY(!w.form);
+}
+
+void TestFrmProgLifecycle::acceptedBlocksStayWhenTheSendIsAbandoned()
+{
+    ProgWindow w(first);
+    w.becomeReady();
+    w.click(u"cmdEnviar"_s);
+    w.nextRequest();
+    w.fixture.answer(samples::generalData(first));
+    QCOMPARE(w.nextRequest().left(2), QByteArray::fromHex("da01"));
+    w.fixture.answerHex("da00");
+    QCOMPARE(w.nextRequest().left(2), QByteArray::fromHex("da02"));
+    w.click(u"cmdCancelar"_s);
+    w.fixture.timeOut();
+    QCOMPARE(w.nextRequest(), QByteArray());
+    QVERIFY(w.fixture.dialogs.boxes.isEmpty());
+}
+
+void TestFrmProgLifecycle::closedWindowSendsNothing()
+{
+    ProgWindow w(first);
+    w.becomeReady();
+    QPushButton* send = w.find<QPushButton>(u"cmdEnviar"_s);
+    w.form->close();
+    send->click();
+    w.fixture.tick(5);
+    QVERIFY(!w.fixture.hasRequest());
+}
+
+void TestFrmProgLifecycle::lostConnectionLeavesTheWindowOpen()
+{
+    ProgWindow w(first);
+    w.becomeReady();
+    w.click(u"cmdEnviar"_s);
+    w.nextRequest();
+    w.fixture.crono.setTimerEnabled(false);
+    w.fixture.link.RemataConexion();
+    QVERIFY(w.form->isVisible());
+    QVERIFY(w.isVisible(u"fraAviso"_s));
+    QVERIFY(w.isEnabled(u"cmdCancelar"_s));
+    w.click(u"cmdCancelar"_s);
+    ProgWindow::runDeletions();
+    QVERIFY(!w.form);
+}
+
+void TestFrmProgLifecycle::windowClosedUnderTheFailureBoxOutlivesIt()
+{
+    ProgWindow w(first);
+    bool alive = false;
+    w.fixture.dialogs.whileUp = [&] {
+        w.form->close();
+        ProgWindow::runDeletions();
+        alive = w.form;
+    };
+    for (int call = 0; call < 12; ++call) {
+        w.fixture.tick();
+        w.fixture.timeOut();
+    }
+    QCOMPARE(w.fixture.dialogs.boxes.count(), 1);
+    QVERIFY(alive);
+    ProgWindow::runDeletions();
+    QVERIFY(!w.form);
+}
+
+void TestFrmProgLifecycle::windowClosedUnderTheClashBoxOutlivesIt()
+{
+    ProgWindow w(first);
+    w.becomeReady();
+    for (const int row : {0, 1})
+        w.clickDay(u"chkLuns"_s, row);
+    bool alive = false;
+    w.fixture.dialogs.whileUp = [&] {
+        w.form->close();
+        ProgWindow::runDeletions();
+        alive = w.form;
+    };
+    w.find<QPushButton>(u"cmdEnviar"_s)->click();
+    QVERIFY(alive);
+    ProgWindow::runDeletions();
+    QVERIFY(!w.form);
+    w.fixture.tick(5);
+    QVERIFY(!w.fixture.hasRequest());
+}
+
+void TestFrmProgLifecycle::windowClosedUnderAFileDialogReadsNoFile()
+{
+    ProgWindow w(first);
+    w.becomeReady();
+    w.fixture.dialogs.paths = {u"/no/hay/tal.hct"_s};
+    w.fixture.dialogs.whileUp = [&] { w.form->close(); };
+    w.find<QPushButton>(u"cmdAbrir"_s)->click();
+    QVERIFY(w.fixture.log.lines.isEmpty());
+    ProgWindow::runDeletions();
+    QVERIFY(!w.form);
+}
+
+void TestFrmProgLifecycle::windowDestroyedUnderItsBoxIsNotTouched()
+{
+    ProgWindow w(first);
+    w.fixture.dialogs.whileUp = [&] { delete w.form; };
+    for (int call = 0; call < 12; ++call) {
+        w.fixture.tick();
+        w.fixture.timeOut();
+    }
+    QVERIFY(!w.form);
+    w.fixture.tick(5);
+    QCOMPARE(w.fixture.dialogs.boxes.count(), 1);
+}
+
+void TestFrmProgLifecycle::windowDestroyedUnderAFileDialogIsNotTouched()
+{
+    ProgWindow w(first);
+    w.becomeReady();
+    w.fixture.dialogs.paths = {u"/no/hay/tal.hct"_s};
+    w.fixture.dialogs.whileUp = [&] { delete w.form; };
+    // As a slot, not as a click: a button that dies under its own click is the toolkit's affair.
+    QMetaObject::invokeMethod(w.form, [&w] { emit w.find<QPushButton>(u"cmdAbrir"_s)->clicked(); });
+    QVERIFY(!w.form);
+    QVERIFY(w.fixture.log.lines.isEmpty());
+}
+
+void TestFrmProgLifecycle::sendingGoesOnWhileTheMainWindowPolls()
+{
+    ProgWindow w(first);
+    w.becomeReady();
+
+    struct Poller final : DeferredProcess {
+        explicit Poller(LinkFixture& linkFixture)
+            : fixture(linkFixture), registration(linkFixture.crono, *this, 10)
+        {
+            registration.ActivaCliente();
+        }
+        void ProcesoDiferido() override
+        {
+            polling.bind(fixture.link, [this](quint8, const QByteArray&, qint16) {
+                polling.release();
+                ++answers;
+            });
+            QByteArray body(1, '\0');
+            qint32 timeout = 0;
+            fixture.link.Envia(137, body, timeout);
+        }
+        LinkFixture& fixture;
+        Exchange polling;
+        CronoRegistration registration;
+        int answers = 0;
+    };
+    Poller poller(w.fixture);
+
+    w.fixture.tick(8);
+    w.click(u"cmdEnviar"_s);
+    int written = 0;
+    for (int tick = 0; tick < 40 && w.form->isVisible(); ++tick) {
+        const QByteArray request = w.nextRequest();
+        if (request.isEmpty())
+            continue;
+        written += request.size() > 1 ? 1 : 0;
+        w.fixture.answer(request.size() == 1 ? samples::generalData(first)
+                                             : request.left(1) + QByteArray(1, '\0'));
+    }
+    QVERIFY(!w.form->isVisible());
+    QCOMPARE(written, 4);
+    QVERIFY(poller.answers > 0);
+}
+
+void TestFrmProgLifecycle::windowDestroyedWithoutClosingLeavesTheService()
+{
+    ProgWindow w(first);
+    delete w.form;
+    w.fixture.tick(5);
+    QVERIFY(!w.fixture.hasRequest());
+}
+
+QTEST_MAIN(TestFrmProgLifecycle)
+#include "TestFrmProgLifecycle.moc"
