@@ -107,6 +107,8 @@ void Simulator::vanish(int milliseconds)
 QString Simulator::comeBack()
 {
     m_return.stop();
+    if (m_line.isOpen())
+        return u"the line is there"_s;
     m_isDeaf = false;
     const QString reason = m_line.open();
     emit reported(reason.isEmpty() ? u"event returned %1"_s.arg(m_line.devicePath())

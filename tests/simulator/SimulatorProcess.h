@@ -66,7 +66,8 @@ public:
 
     bool openDevice()
     {
-        m_descriptor = ::open(device.toLocal8Bit().constData(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+        m_descriptor =
+            ::open(device.toLocal8Bit().constData(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
         return m_descriptor >= 0;
     }
     void closeDevice()

@@ -5,6 +5,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cstdlib>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -46,6 +48,8 @@ private slots:
     void terminationRemovesTheLink();
     void foreignFileIsNotReplacedByTheLink();
     void endOfTheParentEndsTheProgram();
+    void givenDeviceIsServedUntilItIsLost();
+    void endlessCommandIsCut();
 };
 
 void TestSimulatorProgram::firstLineIsTheDevice()
@@ -166,6 +170,7 @@ void TestSimulatorProgram::lineVanishesAndComesBackAtItsLink()
     const QStringList lines = simulator.command(u"return"_s);
     QCOMPARE(lines.size(), 2);
     QCOMPARE(lines[0], u"event returned "_s + QFile::symLinkTarget(link));
+    QCOMPARE(simulator.command(u"return"_s), QStringList{u"error: the line is there"_s});
     simulator.device = link;
     QVERIFY(simulator.openDevice());
     QCOMPARE(simulator.exchange(identification, 10), QByteArray(accepted));
@@ -348,6 +353,40 @@ void TestSimulatorProgram::endOfTheParentEndsTheProgram()
     shell.closeWriteChannel();
     QVERIFY(shell.waitForFinished());
     QTRY_VERIFY(!QFileInfo(link).isSymLink());
+}
+
+void TestSimulatorProgram::givenDeviceIsServedUntilItIsLost()
+{
+    const int master = ::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+    QVERIFY(::grantpt(master) == 0 && ::unlockpt(master) == 0);
+    const QString slave = QString::fromLocal8Bit(::ptsname(master));
+    QProcess process;
+    process.start(QStringLiteral(HCT_SIMULATOR), {u"--port"_s, slave, u"--speed"_s, u"19200"_s});
+    QVERIFY(process.waitForReadyRead());
+    QCOMPARE(QString::fromLocal8Bit(process.readLine()), slave + u'\n');
+
+    const QByteArray request = QByteArray::fromHex(identification);
+    QCOMPARE(::write(master, request.constData(), size_t(request.size())), ssize_t(10));
+    QByteArray answer;
+    while (answer.size() < 10) {
+        char byte = 0;
+        QCOMPARE(::read(master, &byte, 1), ssize_t(1));
+        answer.append(byte);
+    }
+    QCOMPARE(answer.toHex(), QByteArray(accepted));
+
+    ::close(master);
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 3);
+    QCOMPARE(process.readAllStandardOutput(), QByteArray("event lost\n"));
+}
+
+void TestSimulatorProgram::endlessCommandIsCut()
+{
+    SimulatorProcess simulator;
+    const QStringList lines = simulator.command(QString(100'000, u'x'));
+    QCOMPARE(lines.size(), 1);
+    QCOMPARE(lines[0], u"error: there is no such command, see help: "_s + QString(4096, u'x'));
 }
 
 QTEST_GUILESS_MAIN(TestSimulatorProgram)
