@@ -1,0 +1,183 @@
+#include "ProgramWithClock.h"
+#include "TextoRestrinxido.h"
+#include "frmInfoHCT7200.h"
+#include "frmSincronizacionReloxo.h"
+
+#include <QLabel>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString done = u"Reloj del equipo actualizado en fecha y hora"_s;
+const QString failed = u"Error intentando puesta en hora del equipo"_s;
+
+/// The program connected to a clock that stands at 20-11-2026 08:59:50, with the window open.
+struct Setting : ProgramWithClock {
+    Setting() : ProgramWithClock({u"--start"_s, u"2026-11-20T08:59:50"_s, u"--frozen"_s}) {}
+
+    bool open()
+    {
+        if (!connectToClock())
+            return false;
+        choose(u"mnuSincronizacionReloxo"_s);
+        return form() != nullptr;
+    }
+    frmSincronizacionReloxo* form() const { return window<frmSincronizacionReloxo>(); }
+    TextoRestrinxido* field(const QString& name) const
+    {
+        return form()->findChild<TextoRestrinxido*>(name);
+    }
+    void type(const QString& name, const QString& keys) const
+    {
+        TextoRestrinxido* target = field(name);
+        target->setFocus(Qt::TabFocusReason);
+        QTest::keyClick(target, Qt::Key_Home);
+        QTest::keyClicks(target, keys);
+    }
+    void click(const QString& name) const
+    {
+        QTest::mouseClick(form()->findChild<QPushButton*>(name), Qt::LeftButton);
+    }
+};
+
+} // namespace
+
+class TestClockOverTheLine : public QObject {
+    Q_OBJECT
+private slots:
+    void clockSetByHandIsSeenInTheInformationWindow();
+    void clockSetFromTheComputerRunsWithIt();
+    void refusedSettingIsRepeatedAndSucceeds();
+    void threeRefusalsAreTold();
+    void threeLostAnswersAreToldAndTheConnectionGoesOn();
+    void connectionLostUnderTheBoxClosesTheWindow();
+    void connectionLostWhileTheWindowIsOpenClosesIt();
+    void nonsenseOfTheClockIsClamped();
+};
+
+void TestClockOverTheLine::clockSetByHandIsSeenInTheInformationWindow()
+{
+    Setting setting;
+    QVERIFY(setting.open());
+    QCOMPARE(setting.field(u"txtData"_s)->text(), u"20/11/2026"_s);
+    QCOMPARE(setting.field(u"txtHora"_s)->text(), u"08:59:50"_s);
+    setting.choose(u"mnuInformacion"_s);
+    auto* information = setting.window<frmInfoHCT7200>();
+    QVERIFY(information);
+    setting.type(u"txtData"_s, u"29/02/2028"_s);
+    setting.type(u"txtHora"_s, u"23:05:03"_s);
+    setting.click(u"cmdEnviar"_s);
+    QTRY_VERIFY(!setting.form());
+    QCOMPARE(setting.linesWith(done), 1);
+    QCOMPARE(setting.clock.state(u"time"_s), u"2028-02-29T23:05:03"_s);
+    QTRY_COMPARE(information->findChild<QLabel*>(u"lblHora"_s)->text(), u"23:05:03 "_s);
+    QVERIFY(information->findChild<QLabel*>(u"lblData"_s)
+                ->text()
+                .endsWith(u", 29 de febrero de 2028"_s));
+}
+
+void TestClockOverTheLine::clockSetFromTheComputerRunsWithIt()
+{
+    Setting setting;
+    QVERIFY(setting.open());
+    const QDateTime before = QDateTime::currentDateTime().addSecs(-1);
+    setting.click(u"cmdPC"_s);
+    QTRY_VERIFY(!setting.form());
+    const QDateTime set = QDateTime::fromString(setting.clock.state(u"time"_s), Qt::ISODate);
+    QVERIFY(before <= set && set <= QDateTime::currentDateTime());
+}
+
+void TestClockOverTheLine::refusedSettingIsRepeatedAndSucceeds()
+{
+    Setting setting;
+    QVERIFY(setting.open());
+    setting.clock.command(u"fault refuse times 2 on clock"_s);
+    setting.type(u"txtHora"_s, u"12:00:00"_s);
+    setting.click(u"cmdEnviar"_s);
+    QTRY_VERIFY(!setting.form());
+    QVERIFY(setting.dialogs.boxes.isEmpty());
+    QCOMPARE(setting.clock.state(u"time"_s), u"2026-11-20T12:00:00"_s);
+}
+
+void TestClockOverTheLine::threeRefusalsAreTold()
+{
+    Setting setting;
+    QVERIFY(setting.open());
+    setting.clock.command(u"fault refuse always on clock"_s);
+    setting.click(u"cmdEnviar"_s);
+    QTRY_COMPARE(setting.linesWith(failed), 1);
+    QCOMPARE(setting.dialogs.boxes.size(), 1);
+    QVERIFY(setting.form());
+    QVERIFY(!setting.form()->findChild<QPushButton*>(u"cmdEnviar"_s)->isEnabled());
+    // The general data goes on being asked for.
+    const int answered = setting.clock.state(u"answered"_s).toInt();
+    QTRY_VERIFY(setting.clock.state(u"answered"_s).toInt() > answered + 3);
+    QVERIFY(setting.hasConnection());
+}
+
+void TestClockOverTheLine::threeLostAnswersAreToldAndTheConnectionGoesOn()
+{
+    Setting setting;
+    QVERIFY(setting.open());
+    setting.choose(u"mnuInformacion"_s);
+    setting.clock.command(u"fault lost always on clock"_s);
+    QString shownUnderTheBox;
+    setting.dialogs.whileUp = [&] {
+        setting.clock.command(u"time 2026-11-20T10:11:12"_s);
+        const auto* time = setting.window<frmInfoHCT7200>()->findChild<QLabel*>(u"lblHora"_s);
+        QVERIFY(QTest::qWaitFor([time] { return time->text() == u"10:11:12 "_s; }));
+        shownUnderTheBox = time->text();
+    };
+    setting.click(u"cmdPC"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(setting.linesWith(failed), 1, 10000);
+    QCOMPARE(shownUnderTheBox, u"10:11:12 "_s);
+    QVERIFY(setting.hasConnection());
+}
+
+void TestClockOverTheLine::connectionLostUnderTheBoxClosesTheWindow()
+{
+    Setting setting;
+    QVERIFY(setting.open());
+    setting.clock.command(u"fault lost always on clock"_s);
+    bool closedUnderTheBox = false;
+    setting.dialogs.whileUp = [&] {
+        setting.clock.command(u"vanish"_s);
+        closedUnderTheBox = QTest::qWaitFor([&] { return !setting.form(); }, 20000);
+    };
+    setting.click(u"cmdEnviar"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(setting.linesWith(failed), 1, 30000);
+    QVERIFY(closedUnderTheBox);
+    QVERIFY(!setting.hasConnection());
+    QCOMPARE(setting.linesWith(u"Conexión interrumpida"_s), 2);
+}
+
+void TestClockOverTheLine::connectionLostWhileTheWindowIsOpenClosesIt()
+{
+    Setting setting;
+    QVERIFY(setting.open());
+    setting.choose(u"mnuInformacion"_s);
+    setting.clock.command(u"vanish"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(!setting.hasConnection(), 10000);
+    QVERIFY(!setting.form());
+    QVERIFY(!setting.window<frmInfoHCT7200>());
+}
+
+void TestClockOverTheLine::nonsenseOfTheClockIsClamped()
+{
+    Setting setting;
+    // Hours, day and month.
+    setting.clock.command(u"byte 7 200"_s);
+    setting.clock.command(u"byte 9 45"_s);
+    setting.clock.command(u"byte 10 0"_s);
+    QVERIFY(setting.open());
+    QCOMPARE(setting.field(u"txtData"_s)->text(), u"31/01/2026"_s);
+    QCOMPARE(setting.field(u"txtHora"_s)->text(), u"23:59:50"_s);
+    setting.choose(u"mnuInformacion"_s);
+    const auto* date = setting.window<frmInfoHCT7200>()->findChild<QLabel*>(u"lblData"_s);
+    QTRY_VERIFY(date->text().endsWith(u", 45 de ------- de 2026"_s));
+}
+
+QTEST_MAIN(TestClockOverTheLine)
+#include "TestClockOverTheLine.moc"

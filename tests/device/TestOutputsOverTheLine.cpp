@@ -1,0 +1,176 @@
+#include "CoverLabel.h"
+#include "ProgramWithClock.h"
+#include "RoundLamp.h"
+#include "Switch.h"
+#include "frmInfoHCT7200.h"
+#include "frmInfoHCT7300.h"
+#include "frmTelemandoHCT7200.h"
+#include "frmTelemandoHCT7300.h"
+
+#include <QCheckBox>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr quint32 green = 0x00FF00;
+constexpr quint32 darkGreen = 0x008000;
+
+/// The program connected to a clock that rings for nothing, with the remote control open.
+struct Remote : ProgramWithClock {
+    explicit Remote(const QString& model = u"7200"_s)
+        : ProgramWithClock({u"--programme"_s, u"empty"_s, u"--model"_s, model})
+    {}
+
+    bool open()
+    {
+        if (!connectToClock())
+            return false;
+        choose(u"mnuTelemando"_s);
+        return form() != nullptr;
+    }
+    frmTelemando* form() const { return window<frmTelemando>(); }
+    QCheckBox* chkAutomatico() const { return form()->findChild<QCheckBox*>(u"chkAutomatico"_s); }
+    Switch* sldInterruptor(int index) const
+    {
+        return form()->findChild<Switch*>(u"sldInterruptor(%1)"_s.arg(index));
+    }
+    void clickCover(int index) const
+    {
+        QTest::mouseClick(form()->findChild<CoverLabel*>(u"lblTapa(%1)"_s.arg(index)),
+                          Qt::LeftButton);
+    }
+    static QList<quint32> fills(const QWidget* form)
+    {
+        QList<quint32> all;
+        for (int i = 0; i < 3; ++i)
+            all.append(form->findChild<RoundLamp*>(u"shpSaida(%1)"_s.arg(i))->fill());
+        return all;
+    }
+    QList<int> positions() const
+    {
+        return {sldInterruptor(0)->value(), sldInterruptor(1)->value(), sldInterruptor(2)->value()};
+    }
+};
+
+const QList<quint32> allDark{darkGreen, darkGreen, darkGreen};
+const QList<quint32> lowestLit{green, darkGreen, darkGreen};
+
+} // namespace
+
+class TestOutputsOverTheLine : public QObject {
+    Q_OBJECT
+private slots:
+    void outputIsSwitchedSeenAndGivenBack_data();
+    void outputIsSwitchedSeenAndGivenBack();
+    void clockInManualModeIsShownAsItStands();
+    void failuresAreSatOutInSilence_data();
+    void failuresAreSatOutInSilence();
+    void connectionLostClosesTheWindow();
+    void disconnectingAsksBecauseOfTheManualMode();
+};
+
+void TestOutputsOverTheLine::outputIsSwitchedSeenAndGivenBack_data()
+{
+    QTest::addColumn<QString>("model");
+    QTest::addColumn<QString>("caption");
+    QTest::newRow("HCT-7200") << u"7200"_s << u"Telemando HCT-7200"_s;
+    QTest::newRow("HCT-7300") << u"7300"_s << u"Telemando HCT-7300"_s;
+}
+
+void TestOutputsOverTheLine::outputIsSwitchedSeenAndGivenBack()
+{
+    QFETCH(QString, model);
+    Remote remote(model);
+    QVERIFY(remote.open());
+    QTEST(remote.form()->windowTitle(), "caption");
+    remote.choose(u"mnuInformacion"_s);
+    const auto* information = remote.window<frmInfo>();
+    QVERIFY(information);
+    QVERIFY(remote.chkAutomatico()->isChecked());
+    QTRY_COMPARE(Remote::fills(remote.form()), allDark);
+
+    remote.chkAutomatico()->click();
+    QTRY_COMPARE(remote.clock.state(u"mode"_s), u"manual"_s);
+    remote.clickCover(0);
+    QTRY_COMPARE(Remote::fills(remote.form()), lowestLit);
+    QTRY_COMPARE(Remote::fills(information), lowestLit);
+    QCOMPARE(remote.positions(), QList<int>({1, 0, 0}));
+
+    remote.chkAutomatico()->click();
+    QTRY_COMPARE(remote.clock.state(u"mode"_s), u"automatic"_s);
+    QTRY_COMPARE(Remote::fills(remote.form()), allDark);
+    QTRY_COMPARE(remote.positions(), QList<int>({0, 0, 0}));
+    QTRY_COMPARE(Remote::fills(information), allDark);
+}
+
+void TestOutputsOverTheLine::clockInManualModeIsShownAsItStands()
+{
+    Remote remote;
+    remote.clock.command(u"outputs 5"_s);
+    QVERIFY(remote.open());
+    QVERIFY(!remote.chkAutomatico()->isChecked());
+    QTRY_COMPARE(remote.positions(), QList<int>({1, 0, 1}));
+    QTRY_COMPARE(Remote::fills(remote.form()), QList<quint32>({green, darkGreen, green}));
+    // Several commands later.
+    const int answered = remote.clock.state(u"answered"_s).toInt();
+    QTRY_VERIFY(remote.clock.state(u"answered"_s).toInt() > answered + 10);
+    QCOMPARE(remote.clock.state(u"outputs"_s), u"0x05"_s);
+}
+
+void TestOutputsOverTheLine::failuresAreSatOutInSilence_data()
+{
+    QTest::addColumn<QString>("fault");
+    QTest::newRow("commands refused") << u"fault refuse times 4 on outputs"_s;
+    QTest::newRow("commands lost") << u"fault lost times 4 on outputs"_s;
+    QTest::newRow("state reads lost") << u"fault silent times 4 on mode"_s;
+    QTest::newRow("state reads damaged") << u"fault checksum times 4 on mode"_s;
+    QTest::newRow("state reads short") << u"fault short 1 times 4 on mode"_s;
+    QTest::newRow("another echo") << u"fault echo times 4 on mode"_s;
+    QTest::newRow("another code") << u"fault code times 4 on outputs"_s;
+}
+
+void TestOutputsOverTheLine::failuresAreSatOutInSilence()
+{
+    QFETCH(QString, fault);
+    Remote remote;
+    QVERIFY(remote.open());
+    QTRY_COMPARE(Remote::fills(remote.form()), allDark);
+    QCOMPARE(remote.clock.command(fault).last(), u"ok"_s);
+    remote.chkAutomatico()->click();
+    remote.clickCover(0);
+    QTRY_COMPARE_WITH_TIMEOUT(Remote::fills(remote.form()), lowestLit, 10000);
+    QVERIFY(remote.dialogs.boxes.isEmpty());
+    QVERIFY(remote.hasConnection());
+}
+
+void TestOutputsOverTheLine::connectionLostClosesTheWindow()
+{
+    Remote remote;
+    QVERIFY(remote.open());
+    remote.choose(u"mnuInformacion"_s);
+    remote.chkAutomatico()->click();
+    remote.clock.command(u"vanish"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(!remote.hasConnection(), 10000);
+    QVERIFY(!remote.form());
+    QVERIFY(!remote.window<frmInfo>());
+    QVERIFY(remote.dialogs.boxes.isEmpty());
+}
+
+void TestOutputsOverTheLine::disconnectingAsksBecauseOfTheManualMode()
+{
+    Remote remote;
+    QVERIFY(remote.open());
+    remote.chkAutomatico()->click();
+    QTRY_VERIFY((remote.program->globais().GeneralData.at(219) & 4) != 0);
+    remote.choose(u"mnuDesconectar"_s);
+    QCOMPARE(remote.dialogs.boxes.size(), 1);
+    QVERIFY(remote.form());
+    remote.dialogs.confirmations = {true};
+    remote.choose(u"mnuDesconectar"_s);
+    QVERIFY(!remote.hasConnection());
+    QVERIFY(!remote.form());
+}
+
+QTEST_MAIN(TestOutputsOverTheLine)
+#include "TestOutputsOverTheLine.moc"
