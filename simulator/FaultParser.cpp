@@ -28,6 +28,7 @@ constexpr FaultName faultNames[] = {
     {"noise"_L1, Fault::Kind::Noise, 0, 0, 0, "[HEX]: those bytes before the frame"_L1},
     {"split"_L1, Fault::Kind::Split, 2, 1, 1000, "[MS]: single bytes that far apart"_L1},
     {"short"_L1, Fault::Kind::Short, 1, 0, 509, "[BYTES]: only the body's first bytes"_L1},
+    {"long"_L1, Fault::Kind::Long, 509, 0, 509, "[BYTES]: the body filled up with 0"_L1},
     {"truncate"_L1, Fault::Kind::Truncate, 6, 0, 517, "[BYTES]: the frame breaks off"_L1},
     {"echo"_L1, Fault::Kind::Echo, 0, 0, 0, "another selector than asked"_L1},
     {"code"_L1, Fault::Kind::Code, 9, 0, 255, "[CODE]: another message code than 8"_L1},

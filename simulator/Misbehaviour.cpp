@@ -18,6 +18,7 @@ void spoilContent(WireFrame& frame, const Fault& fault)
     case Fault::Kind::Station: frame.station = quint8(frame.station + 1); break;
     case Fault::Kind::Code: frame.code = quint8(fault.value); break;
     case Fault::Kind::Short: frame.data.truncate(fault.value); break;
+    case Fault::Kind::Long: frame.data = frame.data.leftJustified(fault.value, '\0'); break;
     case Fault::Kind::Echo:
         if (!frame.data.isEmpty())
             frame.data[0] = char(quint8(frame.data[0]) ^ 0x55);

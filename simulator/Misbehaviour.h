@@ -20,6 +20,7 @@ struct Fault {
         Noise,    ///< bytes before the frame
         Split,    ///< each byte by itself, value: milliseconds apart
         Short,    ///< value: bytes of the body that are left
+        Long,     ///< value: bytes of the body, filled up with 0
         Truncate, ///< value: bytes of the frame that are left
         Echo,     ///< another selector than asked
         Code,     ///< value: another message code than 8

@@ -44,6 +44,10 @@ void TestMisbehaviour::answerIsSpoiled_data()
     QTest::newRow("noise") << u"noise 00FF16"_s << bytes("00ff1668040468010802000b16");
     QTest::newRow("short") << u"short"_s << bytes("680303680108020b16");
     QTest::newRow("short to nothing") << u"short 0"_s << bytes("6802026801080916");
+    QTest::newRow("long") << u"long 4"_s << bytes("680606680108020000000b16");
+    QTest::newRow("long with 48") << u"long 254"_s
+                                  << bytes("48000048010802") + QByteArray(253, '\0') +
+                                         bytes("0b16");
     QTest::newRow("truncate") << u"truncate 5"_s << bytes("6804046801");
     QTest::newRow("echo") << u"echo"_s << bytes("68040468010857006016");
     QTest::newRow("code") << u"code"_s << bytes("68040468010902000c16");
