@@ -70,14 +70,13 @@ QSize TextoRestrinxido::sizeHint() const
 {
     QString widest = shownText();
     std::replace_if(widest.begin(), widest.end(), isDigit, u'0');
-    // One more digit's width leaves room for the cursor and the margins of the style.
+    // Two digits' width more leaves room for the cursor and the margins within the frame.
     const int width = fontMetrics().horizontalAdvance(widest + u"00"_s);
     QStyleOptionFrame option;
     initStyleOption(&option);
-    const QSize contents(width, QLineEdit::sizeHint().height());
-    return style()
-        ->sizeFromContents(QStyle::CT_LineEdit, &option, contents, this)
-        .boundedTo(QSize(QWIDGETSIZE_MAX, contents.height()));
+    const QSize framed =
+        style()->sizeFromContents(QStyle::CT_LineEdit, &option, QSize(width, 0), this);
+    return {framed.width(), QLineEdit::sizeHint().height()};
 }
 
 bool TextoRestrinxido::focusNextPrevChild(bool next)
