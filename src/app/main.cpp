@@ -1,11 +1,9 @@
+#include "ApplicationEnd.h"
 #include "SystemOutside.h"
-#include "TerminationSignals.h"
-#include "frmPrincipal.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QLibraryInfo>
-#include <QSessionManager>
 #include <QTranslator>
 
 #include <algorithm>
@@ -46,17 +44,6 @@ void speakSpanish(QTranslator& toolkit)
         QCoreApplication::installTranslator(&toolkit);
 }
 
-void closeWithSession(frmPrincipal& mainWindow, QSessionManager& session)
-{
-    if (!session.allowsInteraction())
-        return;
-    if (mainWindow.queryUnload())
-        mainWindow.unload();
-    else
-        session.cancel();
-    session.release();
-}
-
 } // namespace
 
 int main(int argc, char* argv[])
@@ -70,23 +57,14 @@ int main(int argc, char* argv[])
         readCommandLine(application);
     }
 
-    const QApplication application(argc, argv);
+    QApplication application(argc, argv);
     speakSpanish(toolkit);
     readCommandLine(application);
     QGuiApplication::setDesktopFileName(u"hct"_s);
 
     SystemOutside system;
     Program program(system.outside());
-    frmPrincipal& mainWindow = program.mainWindow();
-    QObject::connect(&mainWindow, &frmPrincipal::unloaded, &application, &QCoreApplication::quit);
-    QObject::connect(&application, &QCoreApplication::aboutToQuit, &mainWindow,
-                     &frmPrincipal::unload);
-    QObject::connect(
-        &application, &QGuiApplication::commitDataRequest, &mainWindow,
-        [&mainWindow](QSessionManager& session) { closeWithSession(mainWindow, session); });
-    const TerminationSignals termination;
-    QObject::connect(&termination, &TerminationSignals::arrived, &mainWindow,
-                     &frmPrincipal::unload);
+    const ApplicationEnd end(application, program.mainWindow());
     program.start();
     return QCoreApplication::exec();
 }

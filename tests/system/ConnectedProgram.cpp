@@ -1,0 +1,72 @@
+#include "ConnectedProgram.h"
+
+#include "frmPrincipal.h"
+#include "frmRexistroEstado.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPlainTextEdit>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool prepareEnvironment(const QString& device, const QString& settingsFolder)
+{
+    return qputenv("HCT_COM1", device.toLocal8Bit()) &&
+           qputenv("XDG_CONFIG_HOME", settingsFolder.toLocal8Bit());
+}
+
+} // namespace
+
+ConnectedProgram::ConnectedProgram(const QStringList& simulatorOptions)
+    : clock(simulatorOptions),
+      m_prepared(prepareEnvironment(clock.device(), m_settings.path())),
+      program(system.outside(dialogs))
+{
+    program.start();
+}
+
+ConnectedProgram::~ConnectedProgram() { program.mainWindow().unload(); }
+
+void ConnectedProgram::choose(const char* name)
+{
+    auto* entry = program.mainWindow().findChild<QAction*>(QString::fromLatin1(name));
+    if (entry && entry->isVisible())
+        entry->trigger();
+}
+
+QString ConnectedProgram::panel(int number)
+{
+    auto& window = program.mainWindow();
+    return window.findChild<QLabel*>(u"stbBarra(%1)"_s.arg(number))->text();
+}
+
+QStringList ConnectedProgram::logLines()
+{
+    auto& log = program.log();
+    QStringList lines = log.findChild<QPlainTextEdit*>()->toPlainText().split(u'\n');
+    lines.removeAll(QString());
+    for (QString& line : lines)
+        line = line.section(u" :: "_s, 1);
+    return lines;
+}
+
+QWidget* ConnectedProgram::shownForm(const char* className)
+{
+    auto& window = program.mainWindow();
+    for (const QMdiSubWindow* frame : window.findChild<QMdiArea*>()->subWindowList())
+        if (frame->isVisible() &&
+            qstrcmp(frame->widget()->metaObject()->className(), className) == 0)
+            return frame->widget();
+    return nullptr;
+}
+
+QString ConnectedProgram::text(const char* className, const char* control)
+{
+    const QWidget* form = shownForm(className);
+    const auto* label = form ? form->findChild<QLabel*>(QString::fromLatin1(control)) : nullptr;
+    return label ? label->text() : QString();
+}

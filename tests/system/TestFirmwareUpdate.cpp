@@ -1,0 +1,253 @@
+#include "../firmware/HexText.h"
+#include "ConnectedProgram.h"
+#include "MessageLink.h"
+#include "frmPrincipal.h"
+
+#include <QCheckBox>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+/// Firmware goes into a simulated clock over a pseudo-terminal, as an operator would send it.
+class TestFirmwareUpdate : public QObject {
+    Q_OBJECT
+private slots:
+    void imageOf2000LinesArrivesByteForByteDespiteLosses();
+    void linesOfAllLengthsArriveByteForByte();
+    void refusedLineSixTimesEndsTheTransfer();
+    void resetAfterTheLastLineSilencesTheClock();
+    void disconnectionKeepsTheTransferUntilTheNextConnection();
+    void closingTheApplicationWhileSendingAsksFirst();
+    void operatorInterruptsTheTransfer();
+
+private:
+    QTemporaryDir m_folder;
+};
+
+namespace {
+
+constexpr auto form = "frmProgramPROM";
+constexpr int patience = 90000;
+
+/// An image as text and as the bytes from its lowest to its highest address.
+struct Image {
+    QByteArray text;
+    QByteArray bytes;
+};
+
+/// Lines of 16 bytes over three banks of 64 KB, the last of which is begun by a segment record.
+Image imageOfLines(int lines)
+{
+    Image image;
+    for (int index = 0; index < lines; ++index) {
+        if (index == lines / 3)
+            image.text += ":020000040001F9\r\n";
+        if (index == lines * 2 / 3)
+            image.text += ":020000020100FB\r\n";
+        const int bank = index < lines / 3 ? 0 : index < lines * 2 / 3 ? 1 : 2;
+        const int offset = (index * 16) & 0xFFFF;
+        QByteArray data;
+        for (int byte = 0; byte < 16; ++byte)
+            data.append(static_cast<char>(index * 7 + byte * 31 + index / 256));
+        image.text += record(0, static_cast<quint16>(offset), data) + "\r\n";
+        const qsizetype address = bank * 0x10000 + offset;
+        image.bytes.append(
+            QByteArray(std::max<qsizetype>(0, address - image.bytes.size()), '\xFF'));
+        image.bytes.append(data);
+    }
+    image.text += ":00000001FF\r\n";
+    return image;
+}
+
+/// The program connected, with the firmware window open.
+struct Session {
+    explicit Session(const QTemporaryDir& files, const QStringList& options = {})
+        : folder(files), run(options)
+    {
+        run.choose("mnuConectar");
+    }
+    bool open()
+    {
+        if (!QTest::qWaitFor([this] { return run.isEstablished(); }))
+            return false;
+        run.choose("mnuFirmware");
+        return run.shownForm(form) != nullptr;
+    }
+    void read(const QByteArray& text)
+    {
+        QFile file(folder.filePath(u"reloj.hex"_s));
+        if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+            qFatal("cannot write the test's file");
+        file.close();
+        run.dialogs.paths = {file.fileName()};
+        click("cmdAbrir");
+    }
+    template<typename Control>
+    Control* find(const char* name)
+    {
+        QWidget* window = run.shownForm(form);
+        return window ? window->findChild<Control*>(QString::fromLatin1(name)) : nullptr;
+    }
+    void click(const char* name) { QTest::mouseClick(find<QPushButton>(name), Qt::LeftButton); }
+    QString notes() { return find<QPlainTextEdit>("txtNotas")->toPlainText(); }
+    bool finished() { return notes().endsWith(u"Envío finalizado\n"_s); }
+    /// How many lines the window says it has sent.
+    int linesSent() { return run.text(form, "lblLinhas").trimmed().toInt(); }
+    QByteArray received()
+    {
+        const QString path = folder.filePath(u"recibido.bin"_s);
+        run.clock.command(u"firmware binary "_s + path);
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    const QTemporaryDir& folder;
+    ConnectedProgram run;
+};
+
+} // namespace
+
+void TestFirmwareUpdate::imageOf2000LinesArrivesByteForByteDespiteLosses()
+{
+    Session s(m_folder,
+              {u"--firmware-lose"_s, u"7"_s, u"--firmware-refuse"_s, u"100"_s, u"--fault"_s,
+               u"silent after 300 on firmware"_s, u"--fault"_s,
+               u"checksum times 5 after 700 on firmware"_s, u"--fault"_s,
+               u"station after 900 on firmware"_s, u"--fault"_s, u"echo after 1200 on firmware"_s,
+               u"--fault"_s, u"truncate 5 after 1500 on firmware"_s, u"--fault"_s,
+               u"lost after 2000 on firmware"_s});
+    QVERIFY(s.open());
+    const Image image = imageOfLines(2000);
+    s.read(image.text);
+    QCOMPARE(s.run.text(form, "lblTamanho"), u"2000"_s);
+    s.click("cmdEnviar");
+    QTRY_VERIFY_WITH_TIMEOUT(s.finished(), patience);
+
+    QCOMPARE(s.linesSent(), 2000);
+    QCOMPARE(s.find<QProgressBar>("pgbEnvio")->value(), 1999);
+    QCOMPARE(s.run.clock.state(u"firmware.complete"_s), u"yes"_s);
+    QVERIFY(s.received() == image.bytes);
+    // Nothing of it has disturbed the connection.
+    QVERIFY(s.run.isEstablished());
+}
+
+void TestFirmwareUpdate::linesOfAllLengthsArriveByteForByte()
+{
+    Session s(m_folder);
+    QVERIFY(s.open());
+    Image image;
+    for (int length = 1; length <= 255; ++length) {
+        const QByteArray data(length, static_cast<char>(length));
+        image.text += record(0, static_cast<quint16>(image.bytes.size()), data) + "\n";
+        image.bytes += data;
+    }
+    s.read(image.text + ":00000001FF");
+    s.click("cmdEnviar");
+    QTRY_VERIFY_WITH_TIMEOUT(s.finished(), patience);
+    QVERIFY(s.received() == image.bytes);
+}
+
+void TestFirmwareUpdate::refusedLineSixTimesEndsTheTransfer()
+{
+    Session s(m_folder, {u"--fault"_s, u"refuse 2 times 6 after 20 on firmware"_s});
+    QVERIFY(s.open());
+    const Image image = imageOfLines(60);
+    s.read(image.text);
+    s.click("cmdEnviar");
+    QTRY_VERIFY(s.notes().endsWith(u"Error actualizando firmware del equipo\n"_s));
+    QCOMPARE(s.linesSent(), 20);
+    QCOMPARE(s.run.clock.state(u"firmware.lines"_s), u"20"_s);
+    QVERIFY(s.find<QPushButton>("cmdAbrir")->isEnabled());
+
+    s.click("cmdEnviar");
+    QTRY_VERIFY(s.finished());
+    QVERIFY(s.received() == image.bytes);
+}
+
+void TestFirmwareUpdate::resetAfterTheLastLineSilencesTheClock()
+{
+    Session s(m_folder, {u"--after-reset"_s, u"silent 1500"_s});
+    QVERIFY(s.open());
+    s.read(imageOfLines(30).text);
+    QTest::keyClick(s.find<QCheckBox>("chkReset"), Qt::Key_Space);
+    s.click("cmdEnviar");
+    QTRY_VERIFY(s.finished());
+    // The last acknowledgement came before the silence.
+    QCOMPARE(s.linesSent(), 30);
+    QCOMPARE(s.run.clock.state(u"block1.count"_s), u"0"_s);
+}
+
+void TestFirmwareUpdate::disconnectionKeepsTheTransferUntilTheNextConnection()
+{
+    Session s(m_folder);
+    QVERIFY(s.open());
+    const Image image = imageOfLines(400);
+    s.read(image.text);
+    s.click("cmdEnviar");
+    QTRY_VERIFY(s.linesSent() >= 50);
+    s.run.choose("mnuDesconectar");
+    const int sent = s.linesSent();
+    QTest::qWait(100);
+    QCOMPARE(s.linesSent(), sent);
+    QVERIFY(!s.find<QPushButton>("cmdAbrir")->isEnabled());
+
+    s.run.choose("mnuConectar");
+    QTRY_VERIFY_WITH_TIMEOUT(s.finished(), patience);
+    QVERIFY(s.run.isEstablished());
+    QVERIFY(s.received() == image.bytes);
+}
+
+void TestFirmwareUpdate::closingTheApplicationWhileSendingAsksFirst()
+{
+    Session s(m_folder);
+    QVERIFY(s.open());
+    const Image image = imageOfLines(400);
+    s.read(image.text);
+    s.click("cmdEnviar");
+    QTRY_VERIFY(s.linesSent() >= 20);
+    s.run.dialogs.confirmations = {false};
+    s.run.dialogs.whileUp = [&s] { QVERIFY(s.run.program.globais().LinkEstablished); };
+    s.run.program.mainWindow().close();
+    QCOMPARE(s.run.dialogs.boxes.size(), 1);
+    QCOMPARE(s.run.dialogs.boxes[0].text, u"¿El firmware se está actualizando en este momento.\r\n"
+                                          "¿Seguro que desea interrumpir el proceso?"_s);
+    QVERIFY(s.run.program.mainWindow().isVisible());
+    QVERIFY(s.run.isEstablished());
+    QTRY_VERIFY_WITH_TIMEOUT(s.finished(), patience);
+    QVERIFY(s.received() == image.bytes);
+
+    s.click("cmdEnviar");
+    QTRY_VERIFY(s.linesSent() >= 20);
+    s.run.dialogs.confirmations = {true};
+    s.run.program.mainWindow().close();
+    QCOMPARE(s.run.dialogs.boxes.size(), 2);
+    QVERIFY(!s.run.program.mainWindow().isVisible());
+    QVERIFY(s.run.program.globais().ShuttingDown);
+}
+
+void TestFirmwareUpdate::operatorInterruptsTheTransfer()
+{
+    Session s(m_folder);
+    QVERIFY(s.open());
+    s.read(imageOfLines(400).text);
+    s.click("cmdEnviar");
+    QTRY_VERIFY(s.linesSent() >= 20);
+    s.run.dialogs.confirmations = {true};
+    s.click("cmdCancelar");
+    QVERIFY(!s.run.shownForm(form));
+    QTRY_VERIFY(!s.run.program.link().Ocupado());
+    const QString lines = s.run.clock.state(u"firmware.lines"_s);
+    QTest::qWait(100);
+    QCOMPARE(s.run.clock.state(u"firmware.lines"_s), lines);
+    QVERIFY(s.run.isEstablished());
+
+    // A new window, without the file.
+    s.run.choose("mnuFirmware");
+    QVERIFY(!s.find<QPushButton>("cmdEnviar")->isEnabled());
+}
+
+QTEST_MAIN(TestFirmwareUpdate)
+#include "TestFirmwareUpdate.moc"

@@ -1,0 +1,301 @@
+#include "ConnectedProgram.h"
+#include "TextUpDown.h"
+#include "frmPrincipal.h"
+#include "frmProg.h"
+
+#include <QCheckBox>
+#include <QFile>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int patience = 20000;
+
+QByteArray contents(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
+}
+
+/// Numbers apart by blanks, one to a line.
+QByteArray lines(const char* numbers)
+{
+    return QByteArray(numbers).simplified().replace(' ', "\r\n") + "\r\n";
+}
+
+QByteArray zeros(int count) { return QByteArray("0\r\n").repeated(count); }
+
+/// The 66 bytes of a block as the simulator tells them.
+QString alarms(const QByteArray& hexadecimal)
+{
+    return QString::fromLatin1(hexadecimal.leftJustified(132, '0'));
+}
+
+/// The program connected, with the programming window open and the clock's holidays read.
+struct Session {
+    explicit Session(const QStringList& options) : run(options) { run.choose("mnuConectar"); }
+
+    bool open()
+    {
+        if (!QTest::qWaitFor([this] { return run.isEstablished(); }))
+            return false;
+        run.choose("mnuProgramacion");
+        form = run.program.mainWindow().findChild<frmProg*>();
+        return form && isReady();
+    }
+    bool isReady()
+    {
+        return QTest::qWaitFor([this] { return find<QWidget>("fraEnvolvente")->isVisible(); },
+                               patience);
+    }
+    template<typename Control>
+    Control* find(const char* name) const
+    {
+        return form->findChild<Control*>(QString::fromUtf8(name));
+    }
+    void click(const char* name) const
+    {
+        QTest::mouseClick(find<QPushButton>(name), Qt::LeftButton);
+    }
+    void clickTab(int index) const
+    {
+        auto* tabs = find<QTabBar>("tabPrincipal");
+        QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(index).center());
+    }
+    void clickDay(const char* name) const
+    {
+        auto* box = find<QCheckBox>(name);
+        QTest::mouseClick(box, Qt::LeftButton, {}, QPoint(8, box->height() / 2));
+    }
+    /// Types into the fields of a TextUpDown.
+    void type(const char* name, const QList<QByteArray>& numbers) const
+    {
+        const auto edits = find<TextUpDown>(name)->findChildren<QLineEdit*>();
+        for (qsizetype field = 0; field < numbers.size(); ++field) {
+            edits[field]->setFocus();
+            edits[field]->selectAll();
+            QTest::keyClicks(edits[field], QString::fromLatin1(numbers[field]));
+        }
+    }
+    /// Saves to a file, clears the window and loads the file again.
+    void saveClearAndLoad(const QString& path)
+    {
+        run.dialogs.paths = {path, path};
+        click("cmdGardar");
+        click("cmdBorrar");
+        QCOMPARE(find<TextUpDown>("txtHora(0)")->value(0), 0);
+        click("cmdAbrir");
+    }
+    bool isClosed() const
+    {
+        return QTest::qWaitFor([this] { return form.isNull(); }, patience);
+    }
+
+    ConnectedProgram run;
+    QPointer<frmProg> form;
+};
+
+} // namespace
+
+/// A bell programme is read from a simulated clock, edited, kept in a file and sent, over a
+/// pseudo-terminal.
+class TestProgramming : public QObject {
+    Q_OBJECT
+private slots:
+    void firstModelIsEditedSavedClearedLoadedAndSent();
+    void secondModelIsEditedSavedClearedLoadedAndSent();
+    void faultsOnTheWayChangeNothingOfTheOutcome();
+    void elevenRefusedBlocksLeaveTheFirstWritten();
+    void cancelWhileSendingKeepsTheConnection();
+    void lineLostWhileSendingLeavesTheWindowOpen();
+};
+
+void TestProgramming::firstModelIsEditedSavedClearedLoadedAndSent()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"colegio.hct"_s);
+    Session s({u"--programme"_s, u"school"_s});
+    QVERIFY(s.open());
+    QCOMPARE(s.form->windowTitle(), u"Configuración del  HCT-7200"_s);
+    s.type("txtHora(0)", {"9", "5"});
+    s.clickDay("chkVenres(1)");
+    s.type("txtHora(20)", {"7", "45"});
+    s.clickDay("chkLuns(20)");
+    s.clickTab(3);
+    s.type("txtFest(8)", {"24", "12"});
+    s.type("txtVacacIni(3)", {"31", "10"});
+    s.type("txtVacacFin(3)", {"2", "11"});
+    s.clickTab(0);
+    s.saveClearAndLoad(path);
+
+    QCOMPARE(contents(path),
+             "--AVISOS 1--\r\n" +
+                 lines("8 0  9 5 31  9 55 15  10 50 31  11 20 31  12 15 31  13 10 31  14 5 31 "
+                       "16 0 31  17 30 31") +
+                 zeros(33) + lines("7 45 1") + zeros(33) + "--AVISOS 2--\r\n" +
+                 lines("5 1  10 50 31  11 15 31  11 20 31  16 45 31") + zeros(84) +
+                 "--AVISOS 3--\r\n" + lines("12 0  18 0 7  20 30 15") + zeros(90) +
+                 "--FESTIVOS--\r\n" + lines("1 1  6 1  1 5  15 8  12 10  1 11  6 12  8 12  24 12") +
+                 zeros(14) + "--PERIODOS VACACIONALES--\r\n" +
+                 lines("23 12 7 1  26 3 4 4  25 6 8 9  31 10 2 11") + zeros(16));
+
+    s.click("cmdEnviar");
+    QVERIFY(s.isClosed());
+    auto& clock = s.run.clock;
+    QCOMPARE(clock.state(u"block1.alarms"_s), alarms("872d"
+                                                     "e9c5"
+                                                     "e9b7"
+                                                     "eaf2"
+                                                     "ebd4"
+                                                     "eccf"
+                                                     "edca"
+                                                     "eec5"
+                                                     "f0c0"
+                                                     "f1de"));
+    QCOMPARE(clock.state(u"block1.count"_s), u"11"_s);
+    QCOMPARE(clock.state(u"block2.alarms"_s), alarms("eaf2ebcfebd4f0ed"));
+    QCOMPARE(clock.state(u"block2.count"_s), u"5"_s);
+    QCOMPARE(clock.state(u"block3.alarms"_s), alarms("f200f49e"));
+    QCOMPARE(clock.state(u"block3.count"_s), u"3"_s);
+    // The first model's durations and modes are the clock's own affair.
+    QCOMPARE(clock.state(u"block1.duration"_s), u"8"_s);
+    QCOMPARE(clock.state(u"block2.mode"_s), u"1"_s);
+    QCOMPARE(clock.state(u"holidays"_s),
+             QString::fromLatin1(
+                 QByteArray("0101060101050f080c0a010b060c080c180c").leftJustified(64, '0')));
+    QCOMPARE(
+        clock.state(u"vacations"_s),
+        QString::fromLatin1(QByteArray("170c07011a030404190608091f0a020b").leftJustified(64, '0')));
+    QVERIFY(s.run.isEstablished());
+    QVERIFY(s.run.dialogs.boxes.isEmpty());
+}
+
+void TestProgramming::secondModelIsEditedSavedClearedLoadedAndSent()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"fábrica.hct"_s);
+    Session s({u"--model"_s, u"7300"_s, u"--programme"_s, u"school"_s});
+    QVERIFY(s.open());
+    QCOMPARE(s.form->windowTitle(), u"Configuración del  HCT-7300"_s);
+    s.clickTab(2);
+    s.type("txtModo", {"3"});
+    s.type("txtDuracion", {"20"});
+    s.type("txtHora(3)", {"12", "0"});
+    s.clickDay("chkFestivo(3)");
+    s.clickDay("chkVacaciones(3)");
+    s.saveClearAndLoad(path);
+
+    QCOMPARE(
+        contents(path),
+        "--AVISOS 1--\r\n" +
+            lines("8 0  9 0 31  9 55 31  10 50 31  11 20 31  12 15 31  13 10 31  14 5 31 "
+                  "16 0 31  17 30 31") +
+            zeros(69) + "--AVISOS 2--\r\n" + lines("5 1  10 50 31  11 15 31  11 20 31  16 45 31") +
+            zeros(84) + "--AVISOS 3--\r\n" + lines("20 3  10 0 3  18 0 16  20 30 17  12 0 12") +
+            zeros(84) + "--FESTIVOS--\r\n" + lines("1 1  6 1  1 5  15 8  12 10  1 11  6 12  8 12") +
+            zeros(16) + "--PERIODOS VACACIONALES--\r\n" + lines("23 12 7 1  26 3 4 4  25 6 8 9") +
+            zeros(20));
+
+    s.click("cmdEnviar");
+    QVERIFY(s.isClosed());
+    auto& clock = s.run.clock;
+    QCOMPARE(clock.state(u"block1.alarms"_s), alarms("e9c0"
+                                                     "e9f7"
+                                                     "eaf2"
+                                                     "ebd4"
+                                                     "eccf"
+                                                     "edca"
+                                                     "eec5"
+                                                     "f0c0"
+                                                     "f1de"));
+    QCOMPARE(clock.state(u"block3.alarms"_s), alarms("ca00"
+                                                     "2c80"
+                                                     "1240"
+                                                     "945e"));
+    QCOMPARE(clock.state(u"block3.count"_s), u"5"_s);
+    QCOMPARE(clock.state(u"block3.duration"_s), u"20"_s);
+    QCOMPARE(clock.state(u"block3.mode"_s), u"3"_s);
+    QCOMPARE(clock.state(u"block2.mode"_s), u"1"_s);
+    QCOMPARE(clock.state(u"vacations"_s),
+             QString::fromLatin1(QByteArray("170c07011a03040419060809").leftJustified(64, '0')));
+}
+
+void TestProgramming::faultsOnTheWayChangeNothingOfTheOutcome()
+{
+    Session s({u"--programme"_s, u"school"_s, u"--fault"_s, u"refuse after 1 on block"_s,
+               u"--fault"_s, u"checksum after 2 on block"_s, u"--fault"_s, u"silent on block"_s});
+    QVERIFY(s.open());
+    s.type("txtHora(0)", {"8", "59"});
+    s.click("cmdEnviar");
+    QVERIFY(s.isClosed());
+    auto& clock = s.run.clock;
+    QCOMPARE(clock.state(u"block1.alarms"_s), alarms("e8fb"
+                                                     "e9f7"
+                                                     "eaf2"
+                                                     "ebd4"
+                                                     "eccf"
+                                                     "edca"
+                                                     "eec5"
+                                                     "f0c0"
+                                                     "f1de"));
+    QCOMPARE(clock.state(u"block3.alarms"_s), alarms("f200f49e"));
+    QVERIFY(s.run.isEstablished());
+}
+
+void TestProgramming::elevenRefusedBlocksLeaveTheFirstWritten()
+{
+    Session s({u"--programme"_s, u"school"_s, u"--fault"_s, u"refuse times 11 after 1 on block"_s});
+    QVERIFY(s.open());
+    s.type("txtHora(0)", {"8", "59"});
+    s.clickTab(1);
+    s.type("txtHora(0)", {"10", "49"});
+    s.click("cmdEnviar");
+    QTRY_COMPARE_WITH_TIMEOUT(s.run.dialogs.boxes.count(), 1, patience);
+    QCOMPARE(s.run.dialogs.boxes[0].text,
+             u"No se ha podido realizar la configuración del equipo.\r\n"
+             "Verifique el estado de las conexiones e inténtelo de nuevo."_s);
+    QVERIFY(s.form->isVisible());
+    QVERIFY(s.run.clock.state(u"block1.alarms"_s).startsWith(u"e8fb"));
+    QVERIFY(s.run.clock.state(u"block2.alarms"_s).startsWith(u"eaf2"));
+    // What was entered is still there, and goes with the next try.
+    QCOMPARE(s.find<TextUpDown>("txtHora(0)")->value(1), 49);
+    s.click("cmdEnviar");
+    QVERIFY(s.isClosed());
+    QVERIFY(s.run.clock.state(u"block2.alarms"_s).startsWith(u"eaf1"));
+}
+
+void TestProgramming::cancelWhileSendingKeepsTheConnection()
+{
+    Session s({u"--programme"_s, u"school"_s, u"--fault"_s, u"silent always on block"_s});
+    QVERIFY(s.open());
+    s.click("cmdEnviar");
+    QTRY_VERIFY(!s.run.clock.state(u"answered"_s).isEmpty());
+    s.click("cmdCancelar");
+    QVERIFY(s.isClosed());
+    QVERIFY(s.run.isEstablished());
+    s.run.choose("mnuProgramacion");
+    s.form = s.run.program.mainWindow().findChild<frmProg*>();
+    QVERIFY(s.form);
+    QVERIFY(s.isReady());
+}
+
+void TestProgramming::lineLostWhileSendingLeavesTheWindowOpen()
+{
+    Session s({u"--programme"_s, u"school"_s, u"--fault"_s, u"vanish 600000 on block"_s});
+    QVERIFY(s.open());
+    s.click("cmdEnviar");
+    QTRY_VERIFY_WITH_TIMEOUT(!s.run.isEstablished() || !s.run.dialogs.boxes.isEmpty(), patience);
+    QVERIFY(s.form);
+    QVERIFY(s.form->isVisible());
+    s.click("cmdCancelar");
+    QVERIFY(s.isClosed());
+}
+
+QTEST_MAIN(TestProgramming)
+#include "TestProgramming.moc"
