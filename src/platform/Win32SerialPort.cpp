@@ -188,9 +188,9 @@ void Win32SerialPort::write(const QByteArray& bytes)
         return;
     auto operation = std::make_unique<Operation>();
     operation->bytes = bytes;
-    const BOOL done = WriteFile(m_handle, operation->bytes.constData(),
-                                static_cast<DWORD>(operation->bytes.size()), nullptr,
-                                &operation->overlapped);
+    const BOOL done =
+        WriteFile(m_handle, operation->bytes.constData(),
+                  static_cast<DWORD>(operation->bytes.size()), nullptr, &operation->overlapped);
     // A device that is gone shows on the reading side.
     if (!done && GetLastError() == ERROR_IO_PENDING)
         m_writes.push_back(std::move(operation));
@@ -236,9 +236,9 @@ QByteArray Win32SerialPort::fetchWaiting()
     Operation operation;
     operation.bytes.resize(static_cast<qsizetype>(std::min<DWORD>(status.cbInQue, driverBuffer)));
     DWORD count = 0;
-    const BOOL done = ReadFile(m_handle, operation.bytes.data(),
-                               static_cast<DWORD>(operation.bytes.size()), nullptr,
-                               &operation.overlapped);
+    const BOOL done =
+        ReadFile(m_handle, operation.bytes.data(), static_cast<DWORD>(operation.bytes.size()),
+                 nullptr, &operation.overlapped);
     if (!done && GetLastError() != ERROR_IO_PENDING)
         return {};
     // The bytes are there, so this does not wait.

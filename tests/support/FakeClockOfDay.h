@@ -8,8 +8,5 @@ public:
     QDateTime time{QDate(2026, 11, 21), QTime(9, 5, 3)};
 
     QDateTime now() const override { return time; }
-    void advance(double milliseconds)
-    {
-        time = time.addMSecs(static_cast<qint64>(milliseconds));
-    }
+    void advance(double milliseconds) { time = time.addMSecs(static_cast<qint64>(milliseconds)); }
 };

@@ -12,8 +12,7 @@ class FakeSerialPort final : public SerialPort {
 public:
     explicit FakeSerialPort(const FakeClockOfDay& clock, QObject* parent = nullptr)
         : SerialPort(parent), m_clock(clock)
-    {
-    }
+    {}
 
     struct Write {
         QByteArray bytes;
@@ -74,8 +73,8 @@ protected:
     /// Kept as "DTR=1 RTS=0".
     void applyLines() override
     {
-        lineChanges.append(QByteArray("DTR=") + (isDtrEnabled() ? '1' : '0') + " RTS=" +
-                           (isRtsEnabled() ? '1' : '0'));
+        lineChanges.append(QByteArray("DTR=") + (isDtrEnabled() ? '1' : '0') +
+                           " RTS=" + (isRtsEnabled() ? '1' : '0'));
     }
 
 private:

@@ -15,14 +15,14 @@ public:
 
     static QString path(RootKey root, const QString& subKey, const QString& name)
     {
-        return (root == RootKey::CurrentUser ? QStringLiteral("HKCU\\") : QStringLiteral("HKLM\\")) +
+        return (root == RootKey::CurrentUser ? QStringLiteral("HKCU\\")
+                                             : QStringLiteral("HKLM\\")) +
                subKey + QStringLiteral("|") + name;
     }
     /// A REG_SZ value of the current user, ASCII.
     void setText(const QString& subKey, const QString& name, const QByteArray& text)
     {
-        values.insert(path(RootKey::CurrentUser, subKey, name),
-                      {RegistryValue::Text, text + '\0'});
+        values.insert(path(RootKey::CurrentUser, subKey, name), {RegistryValue::Text, text + '\0'});
     }
     QByteArray text(const QString& subKey, const QString& name) const
     {
