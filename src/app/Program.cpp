@@ -17,13 +17,19 @@
 #include "frmTelemandoHCT7200.h"
 #include "frmTelemandoHCT7300.h"
 
+#include <QApplication>
+#include <QIcon>
 #include <QMdiArea>
+
+using namespace Qt::StringLiterals;
 
 Program::Program(const Outside& outside) : m_outside(outside), m_area(new QMdiArea)
 {
     m_globais.applicationDirectory = outside.applicationDirectory;
-    m_crono = std::make_unique<frmCrono>(outside.tmrCrono, m_globais,
-                                         [this] { return m_link && m_link->Ocupado(); });
+    // A modem command awaits its reply too: nothing may be sent into that dialogue.
+    m_crono = std::make_unique<frmCrono>(outside.tmrCrono, m_globais, [this] {
+        return m_link && (m_link->Ocupado() || m_link->isModemPhase());
+    });
     m_log = new frmRexistroEstado(*m_area, outside.clock);
     makeCommunications();
     makeModelWindows();
@@ -77,6 +83,7 @@ void Program::makeModelWindows()
 
 void Program::makeMainWindow()
 {
+    QApplication::setWindowIcon(QIcon(u":/hct.png"_s));
     m_workflow = std::make_unique<ConnectionWorkflow>(*m_crono, *m_link, m_globais, *m_log,
                                                       m_outside.dialogs);
     const frmPrincipal::Windows windows{*m_log, *m_models, [this] { m_communications->open(); },

@@ -1,5 +1,7 @@
 #include "Frame.h"
 
+#include "modVBINUTIL.h"
+
 #include <algorithm>
 
 namespace frame {
@@ -14,10 +16,10 @@ constexpr int envelopeAfterStart = 7;
 
 quint8 checksum(quint8 station, quint8 code, const QByteArray& data)
 {
-    unsigned sum = unsigned(station) + code;
+    quint8 sum = modVBINUTIL::NOVF_Add8(station, code);
     for (const char byte : data)
-        sum += static_cast<quint8>(byte);
-    return static_cast<quint8>(sum);
+        sum = modVBINUTIL::NOVF_Add8(sum, static_cast<quint8>(byte));
+    return sum;
 }
 
 Encoded encode(quint8 station, quint8 code, const QByteArray& data)

@@ -1,5 +1,7 @@
 #include "AlarmEncoding.h"
 
+#include "modVBINUTIL.h"
+
 #include <algorithm>
 
 namespace {
@@ -7,9 +9,9 @@ namespace {
 constexpr quint8 hourMask = 0x1F;
 constexpr quint8 minuteMask = 0x3F;
 
-quint8 bit(bool on, int number) { return static_cast<quint8>(on ? 1 << number : 0); }
+quint8 bit(bool on, int number) { return on ? modVBINUTIL::BITOP_BitSet8(0, number) : quint8(0); }
 
-bool hasBit(quint8 byte, int number) { return (byte & (1 << number)) != 0; }
+bool hasBit(quint8 byte, int number) { return modVBINUTIL::BITOP_BitTest8(byte, number); }
 
 /// Monday to Friday and nothing else, whatever the mode.
 class FirstModelEncoding : public AlarmEncoding {
