@@ -1,0 +1,240 @@
+// The programming window of the second model, the larger one: its file, its opening to the first
+// painting, from the clock's answer to a window ready to type in, and from tab to tab.
+
+#include "CommSettings.h"
+#include "Dialogs.h"
+#include "IntervalTimer.h"
+#include "MessageLink.h"
+#include "Pause.h"
+#include "ProgrammeFile.h"
+#include "SerialPort.h"
+#include "StatusLog.h"
+#include "frmCrono.h"
+#include "frmProgHCT7300.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QTabBar>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int weekdayFlags = 0xE0;
+
+/// A status block in which every alarm of the first and the third block is used.
+QByteArray statusBlock()
+{
+    QByteArray block(220, '\0');
+    block[3] = 11;
+    block[12] = 31;
+    for (const int start : {20, 20 + 2 * 66})
+        for (int alarm = 0; alarm < AlarmBlock::alarmCount; ++alarm) {
+            block[start + 2 * alarm] = static_cast<char>(weekdayFlags | (alarm / 2));
+            block[start + 2 * alarm + 1] = static_cast<char>(0xC0 | (alarm % 2 * 30 + 5));
+        }
+    return block;
+}
+
+Programme fullProgramme()
+{
+    Programme programme;
+    for (AlarmBlock& block : programme.blocks)
+        for (Alarm& alarm : block.Alarms) {
+            alarm.setWorkingDays(true);
+            alarm.Hour = 23;
+            alarm.Minute = 59;
+        }
+    programme.table.holidays.fill({25, 12});
+    programme.table.vacations.fill({23, 12, 31, 12});
+    return programme;
+}
+
+QString filePath()
+{
+    static const QTemporaryDir directory;
+    return directory.filePath(u"colegio.hct"_s);
+}
+
+void save(benchmark::State& state)
+{
+    const Programme programme = fullProgramme();
+    for (auto _ : state)
+        if (!ProgrammeFile::save(filePath(), programme, ClockModel::HCT7300))
+            state.SkipWithError("not saved");
+}
+BENCHMARK(save)->Unit(benchmark::kMicrosecond);
+
+void load(benchmark::State& state)
+{
+    Programme programme = fullProgramme();
+    ProgrammeFile::save(filePath(), programme, ClockModel::HCT7300);
+    for (auto _ : state)
+        if (!ProgrammeFile::load(filePath(), programme, ClockModel::HCT7300))
+            state.SkipWithError("not loaded");
+}
+BENCHMARK(load)->Unit(benchmark::kMicrosecond);
+
+/// A line whose far end answers when told to.
+class AnsweringPort final : public SerialPort {
+public:
+    void answer(const QByteArray& bytes) { deliver(bytes); }
+    bool isOpen() const override { return m_open; }
+    QString deviceName() const override { return {}; }
+    void clearOutput() override {}
+    void write(const QByteArray&) override {}
+
+protected:
+    QString openDevice() override
+    {
+        m_open = true;
+        return {};
+    }
+    void closeDevice() override { m_open = false; }
+    void applyLines() override {}
+
+private:
+    bool m_open = false;
+};
+
+class HandTimer final : public IntervalTimer {
+public:
+    void setInterval(int milliseconds) override { m_interval = milliseconds; }
+    int interval() const override { return m_interval; }
+    void setEnabled(bool enabled) override { m_enabled = enabled; }
+    bool isEnabled() const override { return m_enabled; }
+
+private:
+    int m_interval = 0;
+    bool m_enabled = false;
+};
+
+class NoPause final : public Pause {
+public:
+    void Wait(float, bool) override {}
+};
+
+class NoLog final : public StatusLog {
+public:
+    void Rexistra(const QString&, bool) override {}
+};
+
+class NoDialogs final : public Dialogs {
+public:
+    void tell(Icon, const QString&, const QString&) override {}
+    bool confirm(Icon, const QString&, const QString&) override { return false; }
+    std::optional<QString> askText(const QString&, const QString&) override { return {}; }
+    QString openFile(const FileRequest&) override { return {}; }
+    QString saveFile(const FileRequest&) override { return {}; }
+};
+
+/// A connected program as far as the window knows it.
+struct Connection {
+    AnsweringPort serie;
+    AnsweringPort modem;
+    HandTimer tmrTemporizador;
+    HandTimer tmrCrono;
+    NoPause pause;
+    CommSettings settings;
+    MessageLink link{serie, modem, tmrTemporizador, pause, settings};
+    modGlobais globais;
+    frmCrono crono{tmrCrono, globais, [this] { return link.Ocupado(); }};
+    NoLog log;
+    NoDialogs dialogs;
+    QWidget owner;
+
+    Connection()
+    {
+        globais.GeneralData = statusBlock();
+        link.ArrancaConexion(false);
+        owner.show();
+    }
+    frmProg* openWindow()
+    {
+        auto* form = new frmProgHCT7300(&owner, crono, link, globais, log, dialogs);
+        form->open();
+        paint(*form);
+        return form;
+    }
+    void askForHolidays() { emit tmrCrono.tick(); }
+    /// The answer with holidays and periods, all unused.
+    void answerHolidays()
+    {
+        const char station = static_cast<char>(settings.estacion());
+        const char sum = static_cast<char>(settings.estacion() + 8 + 0xD9);
+        serie.answer(QByteArray::fromHex("68444468") + station + '\x08' + '\xD9' +
+                     QByteArray(65, '\0') + sum + '\x16');
+    }
+    static void paint(QWidget& form)
+    {
+        QCoreApplication::processEvents();
+        form.repaint();
+    }
+    static void dispose(frmProg* form)
+    {
+        form->close();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+};
+
+void openToFirstPainting(benchmark::State& state)
+{
+    Connection connection;
+    for (auto _ : state) {
+        frmProg* form = connection.openWindow();
+        state.PauseTiming();
+        Connection::dispose(form);
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(openToFirstPainting)->Unit(benchmark::kMillisecond);
+
+void answerToReady(benchmark::State& state)
+{
+    Connection connection;
+    for (auto _ : state) {
+        state.PauseTiming();
+        frmProg* form = connection.openWindow();
+        connection.askForHolidays();
+        state.ResumeTiming();
+        connection.answerHolidays();
+        Connection::paint(*form);
+        state.PauseTiming();
+        if (!form->findChild<QTabBar*>()->isEnabled())
+            state.SkipWithError("not ready");
+        Connection::dispose(form);
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(answerToReady)->Unit(benchmark::kMillisecond);
+
+/// From a block in which all is used to one in which nothing is, or to the holidays, and back.
+void switchTab(benchmark::State& state)
+{
+    Connection connection;
+    frmProg* form = connection.openWindow();
+    connection.askForHolidays();
+    connection.answerHolidays();
+    auto* tabs = form->findChild<QTabBar*>();
+    const int other = static_cast<int>(state.range(0));
+    for (auto _ : state) {
+        tabs->setCurrentIndex(tabs->currentIndex() == 0 ? other : 0);
+        Connection::paint(*form);
+    }
+    Connection::dispose(form);
+}
+BENCHMARK(switchTab)->Arg(1)->Arg(3)->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
