@@ -100,6 +100,8 @@ void MessageLink::ArrancaConexion(bool throughModem)
 {
     if (m_starting)
         return;
+    if (isModemPhase() && m_modemDialogue)
+        m_modemDialogue->ended();
     forgetRequest();
     setState(LinkState::Idle);
     m_savedModem.reset();

@@ -53,7 +53,12 @@ void addRow(QFormLayout& form, const QString& caption, QWidget* field, const QSt
     form.addRow(caption, field);
 }
 
-void selectText(QComboBox& list, const QString& text) { list.setCurrentIndex(list.findText(text)); }
+/// What the list does not hold is shown as its placeholder: in force, but not selected.
+void selectText(QComboBox& list, const QString& text)
+{
+    list.setPlaceholderText(text);
+    list.setCurrentIndex(list.findText(text));
+}
 
 void storeText(const QComboBox& list, QString& text)
 {
@@ -180,6 +185,7 @@ void PortsPage::showSettings(CommSettings& settings)
     selectText(*cbbRTS, settings.directRts);
     // Looked up by its text like the others, so an index selects nothing, and is kept.
     selectText(*cbbCanal2, settings.modemPort);
+    cbbCanal2->setPlaceholderText(u"COM%1"_s.arg(settings.modemPortNumber()));
     selectText(*cbbVelocidade2, settings.modemSpeed);
     txtInicializacion->setText(settings.modemInitialisation);
     txtEstacion->setText(settings.station);

@@ -35,6 +35,7 @@ private slots:
     void channelOutsideTheListBecomesCom1();
     void unlistedSpeedSelectsNothingAndIsStillApplied();
     void modemChannelIsLookedUpByItsText();
+    void unselectedListsShowWhatIsInForce();
     void unselectedListsKeepTheirSettingsOnAccept();
 
     void acceptStoresAppliesAndSaves();
@@ -265,6 +266,18 @@ void TestFrmPortoSerie::modemChannelIsLookedUpByItsText()
     f.show();
     QCOMPARE(f.find<QComboBox>(u"cbbCanal2"_s).currentIndex(), -1);
     QCOMPARE(f.modem.portNumber(), 4);
+}
+
+void TestFrmPortoSerie::unselectedListsShowWhatIsInForce()
+{
+    FormFixture f([](MemoryRegistry& registry) {
+        registry.setText(direct, u"Velocidad"_s, "9601");
+        registry.setText(remote, u"Puerto"_s, "3");
+    });
+    f.show();
+    QCOMPARE(f.find<QComboBox>(u"cbbVelocidade"_s).placeholderText(), u"9601"_s);
+    QCOMPARE(f.find<QComboBox>(u"cbbCanal2"_s).placeholderText(), u"COM4"_s);
+    QCOMPARE(f.find<QComboBox>(u"cbbCanal2"_s).currentText(), QString());
 }
 
 void TestFrmPortoSerie::unselectedListsKeepTheirSettingsOnAccept()
