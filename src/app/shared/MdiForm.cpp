@@ -78,7 +78,8 @@ bool MdiForm::queryUnload(CloseReason) { return true; }
 // The close button, Ctrl+F4 and the frame's own menu all end in a close event of the frame.
 bool MdiForm::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched != m_frame || event->type() != QEvent::Close)
+    // The type first: events come here even while the frame is half destroyed.
+    if (event->type() != QEvent::Close || watched != m_frame)
         return QWidget::eventFilter(watched, event);
     event->ignore();
     closeWindow(CloseReason::Operator);
