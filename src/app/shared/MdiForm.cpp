@@ -12,9 +12,10 @@ MdiForm::MdiForm(QMdiArea& area) : m_frame(area.addSubWindow(this))
 
 MdiForm::~MdiForm()
 {
-    if (m_frame) {
-        m_frame->hide();
-        m_frame->deleteLater();
+    // A frame that takes its form with it is no QMdiSubWindow any more by now.
+    if (auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget())) {
+        frame->hide();
+        frame->deleteLater();
     }
 }
 
