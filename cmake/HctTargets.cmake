@@ -6,12 +6,20 @@ target_compile_features(hct_flags INTERFACE cxx_std_20)
 target_compile_definitions(hct_flags INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING
     QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400)
-target_compile_options(hct_flags INTERFACE
-    -Werror -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
-    -Woverloaded-virtual -Wold-style-cast -Wcast-align -Wunused
-    # Optimisation makes g++ see null pointers behind every guarded QPointer.
-    $<$<CONFIG:Debug>:-Wnull-dereference>
-    -Wimplicit-fallthrough -Wformat=2)
+if(MSVC)
+    target_compile_options(hct_flags INTERFACE /W4 /permissive- /utf-8)
+else()
+    target_compile_options(hct_flags INTERFACE
+        -Werror -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
+        -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast -Wcast-align -Wunused
+        # Optimisation makes g++ see null pointers behind every guarded QPointer.
+        $<$<CONFIG:Debug>:-Wnull-dereference>
+        -Wimplicit-fallthrough -Wformat=2)
+endif()
+if(MINGW)
+    # One file that needs nothing but the system's own libraries.
+    target_link_options(hct_flags INTERFACE -static -static-libgcc -static-libstdc++ -s)
+endif()
 if(HCT_SANITIZE)
     target_compile_options(hct_flags INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
@@ -28,7 +36,7 @@ function(hct_library name)
     target_link_libraries(${name} PUBLIC ${arg_LINK} PRIVATE hct_flags)
 endfunction()
 
-# One test program, run off screen by ctest.
+# One test program, run off screen by ctest: here, or under wine when it was built for Windows.
 #   hct_test(NAME SOURCES file... LINK target... [TIMEOUT seconds])
 function(hct_test name)
     cmake_parse_arguments(arg "" "TIMEOUT" "SOURCES;LINK" ${ARGN})
@@ -38,7 +46,15 @@ function(hct_test name)
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE ${arg_LINK} hct_test_support Qt6::Test hct_flags)
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
-    add_test(NAME ${name} COMMAND ${name})
+    if(TARGET Qt6::QOffscreenIntegrationPlugin)
+        get_target_property(plugin Qt6::QOffscreenIntegrationPlugin TYPE)
+        if(plugin STREQUAL "STATIC_LIBRARY")
+            qt_import_plugins(${name} INCLUDE Qt6::QOffscreenIntegrationPlugin)
+        endif()
+    endif()
+    # The plain report does not reach a pipe under wine.
+    set(report $<$<BOOL:${CMAKE_CROSSCOMPILING_EMULATOR}>:-o;-,tap>)
+    add_test(NAME ${name} COMMAND ${name} ${report} COMMAND_EXPAND_LISTS)
     set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} ENVIRONMENT
         "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.txt;UBSAN_OPTIONS=print_stacktrace=1")
 endfunction()

@@ -40,7 +40,9 @@ void readCommandLine(const QCoreApplication& application)
 void speakSpanish(QTranslator& toolkit)
 {
     QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Spain));
-    if (toolkit.load(u"qtbase_es"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    // The Windows program carries the toolkit's texts inside.
+    if (toolkit.load(u"qtbase_es"_s, u":/i18n"_s) ||
+        toolkit.load(u"qtbase_es"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QCoreApplication::installTranslator(&toolkit);
 }
 

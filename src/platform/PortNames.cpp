@@ -1,5 +1,7 @@
 #include "PortNames.h"
 
+#include <QDateTime>
+#include <QFileInfo>
 #include <QSerialPortInfo>
 
 #include <algorithm>
@@ -16,14 +18,27 @@ QString environmentValue(const QString& variable)
     return qEnvironmentVariable(variable.toLatin1().constData());
 }
 
-QStringList portsOfTheSystem()
-{
-    QStringList paths;
-    const QList<QSerialPortInfo> ports = QSerialPortInfo::availablePorts();
-    for (const QSerialPortInfo& port : ports)
-        paths.append(port.systemLocation());
-    return paths;
-}
+/// What the system lists. Listing takes a while and a list of 16 entries asks 16 times, so the list
+/// is kept until a device comes or goes, which the folder of the devices tells.
+class PortsOfTheSystem {
+public:
+    QStringList operator()()
+    {
+        const QDateTime changed = QFileInfo(u"/dev"_s).lastModified();
+        if (!changed.isValid() || changed != m_changed) {
+            m_paths.clear();
+            const QList<QSerialPortInfo> ports = QSerialPortInfo::availablePorts();
+            for (const QSerialPortInfo& port : ports)
+                m_paths.append(port.systemLocation());
+            m_changed = changed;
+        }
+        return m_paths;
+    }
+
+private:
+    QDateTime m_changed;
+    QStringList m_paths;
+};
 
 /// How many digits stand at `from`.
 qsizetype digitsAt(const QString& text, qsizetype from)
@@ -81,7 +96,7 @@ QString registeredDevice(const Registry& registry, const QString& portName)
 } // namespace
 
 PortNames::PortNames(const Registry& registry)
-    : PortNames(registry, environmentValue, portsOfTheSystem)
+    : PortNames(registry, environmentValue, PortsOfTheSystem())
 {}
 
 PortNames::PortNames(const Registry& registry, Environment environment, SystemPorts systemPorts)
@@ -95,9 +110,6 @@ QString PortNames::device(int number) const
     if (number < 1 || number > highestPort)
         return {};
     const QString portName = u"COM%1"_s.arg(number);
-#ifdef Q_OS_WIN
-    return portName;
-#else
     const QString named = m_environment(u"HCT_"_s + portName).trimmed();
     if (!named.isEmpty())
         return named.contains(u'/') ? named : u"/dev/"_s + named;
@@ -107,5 +119,4 @@ QString PortNames::device(int number) const
     QStringList ports = m_systemPorts();
     std::sort(ports.begin(), ports.end(), naturallyLess);
     return ports.value(number - 1);
-#endif
 }
