@@ -53,8 +53,8 @@ function(hct_test name)
         endif()
     endif()
     # The plain report does not reach a pipe under wine.
-    set(report $<$<BOOL:${CMAKE_CROSSCOMPILING_EMULATOR}>:-o;-,tap>)
-    add_test(NAME ${name} COMMAND ${name} ${report} COMMAND_EXPAND_LISTS)
+    set(report "$<$<BOOL:${CMAKE_CROSSCOMPILING_EMULATOR}>:-o;-,tap>")
+    add_test(NAME ${name} COMMAND ${name} "${report}" COMMAND_EXPAND_LISTS)
     set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} ENVIRONMENT
         "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.txt;UBSAN_OPTIONS=print_stacktrace=1")
 endfunction()
