@@ -2,8 +2,6 @@
 
 #include <QTest>
 
-#include <rapidcheck.h>
-
 namespace {
 
 QByteArray whole(const frame::Encoded& encoded) { return encoded.start + encoded.rest; }
@@ -36,7 +34,6 @@ private slots:
     void station255TakesAnyStation();
     void headerIsFoundBehindNoise_data();
     void headerIsFoundBehindNoise();
-    void everyFrameIsFoundByItsOwnHeader();
 };
 
 void TestFrame::requestWithoutDataIsEightBytes()
@@ -157,21 +154,6 @@ void TestFrame::headerIsFoundBehindNoise()
     QVERIFY(header);
     QCOMPARE(header->length, 4);
     QCOMPARE(header->station, quint8(1));
-}
-
-void TestFrame::everyFrameIsFoundByItsOwnHeader()
-{
-    const bool holds = rc::check([](quint8 station, quint8 code) {
-        const auto size = *rc::gen::inRange(0, 510);
-        const QByteArray bytes = whole(frame::encode(station, code, QByteArray(size, 'd')));
-        frame::HeaderHunter hunter(station);
-        const auto header = hunt(hunter, bytes.left(5));
-        RC_ASSERT(header.has_value());
-        RC_ASSERT(header->station == station);
-        RC_ASSERT(header->length == size + 2);
-        RC_ASSERT(bytes.size() - 5 == header->bytesToCome());
-    });
-    QVERIFY(holds);
 }
 
 QTEST_GUILESS_MAIN(TestFrame)
