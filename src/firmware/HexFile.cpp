@@ -19,8 +19,9 @@ constexpr std::size_t tableStep = 2048;
 /// Count, address and type in front of the data, and the checksum behind them.
 constexpr qsizetype frameBytes = 5;
 
-/// Above any sum of a record's bytes, so that a sum tells whether there was a bad digit among them.
-constexpr quint32 notADigit = 0x10000;
+/// Above the sum of 260 bytes, so that a sum tells whether there was a bad digit among them; 520 of
+/// it still fit in 32 bits.
+constexpr quint32 notADigit = 0x100000;
 
 /// The value of each character as a hexadecimal digit, shifted left.
 constexpr std::array<quint32, 256> digitValues(int shift)

@@ -98,6 +98,9 @@ void TestHexRecords::lineIsValid_data()
     row("half a byte too many", ":0400100001020304E20", false);
     row("count FF on a short line", ":FF00000001", false);
     row("255 data bytes", ":FF000000" + QByteArray(510, '0') + "01", true);
+    row("255 data bytes of FF", ":FF7E8100" + QByteArray(510, 'F') + "01", true);
+    row("a bad digit among 255 data bytes of FF", ":FF7E8100" + QByteArray(509, 'F') + "G01",
+        false);
     row("256 data bytes", ":00000000" + QByteArray(512, '0') + "00", false);
     // Rule 4: the sum.
     row("checksum one more", ":0400100001020304E3", false);
