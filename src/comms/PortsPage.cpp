@@ -72,6 +72,19 @@ void storeIndex(const QComboBox& list, QString& text)
         text = QString::number(list.currentIndex());
 }
 
+void showDevices(QComboBox& list, const QStringList& devices, const SerialPort& port)
+{
+    for (int index = 0; index < list.count(); ++index) {
+        QString toolTip = devices.value(index);
+        if (toolTip.isEmpty())
+            toolTip = u"No hay ningún puerto en este canal"_s;
+        if (index + 1 == port.portNumber() && !port.openError().isEmpty())
+            toolTip = port.openError();
+        list.setItemData(index, toolTip, Qt::ToolTipRole);
+        list.setItemData(index, toolTip, Qt::AccessibleDescriptionRole);
+    }
+}
+
 /// Comes into focus with its caret at the start.
 class InitialisationEdit : public QLineEdit {
 protected:
@@ -216,20 +229,10 @@ void PortsPage::storeModemLineInto(CommSettings& settings) const
 
 void PortsPage::showDevices()
 {
-    showDevices(*cbbCanal, m_link.directPort());
-    showDevices(*cbbCanal2, m_link.modemPort());
-}
-
-void PortsPage::showDevices(QComboBox& list, const SerialPort& port) const
-{
-    for (int index = 0; index < list.count(); ++index) {
-        const int number = index + 1;
-        QString toolTip = m_names.device(number);
-        if (toolTip.isEmpty())
-            toolTip = u"No hay ningún puerto en este canal"_s;
-        if (number == port.portNumber() && !port.openError().isEmpty())
-            toolTip = port.openError();
-        list.setItemData(index, toolTip, Qt::ToolTipRole);
-        list.setItemData(index, toolTip, Qt::AccessibleDescriptionRole);
-    }
+    // Asked once for both lists: each question goes to the system.
+    QStringList devices;
+    for (int number = 1; number <= channelCount; ++number)
+        devices += m_names.device(number);
+    ::showDevices(*cbbCanal, devices, m_link.directPort());
+    ::showDevices(*cbbCanal2, devices, m_link.modemPort());
 }

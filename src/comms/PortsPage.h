@@ -1,16 +1,13 @@
 #pragma once
 
-#include <QList>
 #include <QWidget>
 
 class CommSettings;
 class MessageLink;
 class PortNames;
 class QComboBox;
-class QGridLayout;
 class QGroupBox;
 class QLineEdit;
-class SerialPort;
 
 /// The tab "Puertos de comunicación": the twelve settings as lists and text boxes.
 class PortsPage : public QWidget {
@@ -37,7 +34,6 @@ private:
     QGroupBox* makeModemFrame();
     QGroupBox* makeInitialisationFrame();
     QGroupBox* makeDeviceFrame();
-    void showDevices(QComboBox& channels, const SerialPort& port) const;
 
     const MessageLink& m_link;
     const PortNames& m_names;
