@@ -59,9 +59,12 @@ frmPortoSerie::frmPortoSerie(MessageLink& link, ModemControl& modem, CommSetting
     connect(buttons, &QDialogButtonBox::rejected, this, &frmPortoSerie::reject);
     connect(m_portsPage, &PortsPage::modemLineChosen, this, &frmPortoSerie::applyModemLine);
     connect(&modem, &ModemControl::controlsEnabled, this, &frmPortoSerie::EnableModemControls);
-    // A port that has just been opened, or could not be, has something new to tell.
-    connect(&link, &MessageLink::VisualizaPorto, m_portsPage,
-            [this] { m_portsPage->showDevices(); });
+    // A port that has just been opened, or could not be, has something new to tell. A dialog that
+    // is not up finds out when it opens: asking the system what ports it has takes milliseconds.
+    connect(&link, &MessageLink::VisualizaPorto, m_portsPage, [this] {
+        if (isVisible())
+            m_portsPage->showDevices();
+    });
 
     m_link.stopTimer();
     m_settings.LoadSettings(m_registry);

@@ -25,7 +25,9 @@ public:
     QStringList operator()()
     {
         const QDateTime changed = QFileInfo(u"/dev"_s).lastModified();
-        if (!changed.isValid() || changed != m_changed) {
+        // A change so recent may have others beside it that its time does not tell from it.
+        const bool settled = changed.isValid() && changed.addSecs(1) < QDateTime::currentDateTime();
+        if (!settled || changed != m_changed) {
             m_paths.clear();
             const QList<QSerialPortInfo> ports = QSerialPortInfo::availablePorts();
             for (const QSerialPortInfo& port : ports)

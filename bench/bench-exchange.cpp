@@ -1,0 +1,203 @@
+// The whole program, off screen, against the simulated clock: polls a second and what they cost,
+// what it costs when it is not connected, and its start.
+
+#include "ConnectionWorkflow.h"
+#include "FirstWindow.h"
+#include "MessageLink.h"
+#include "SystemOutside.h"
+#include "frmPrincipal.h"
+
+#include <QAction>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QLibraryInfo>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTranslator>
+
+#include <chrono>
+#include <functional>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A request of 9 bytes and an answer of 228, of 10 bits each.
+constexpr double bitsOfAPoll = 2370;
+constexpr int secondsToSettle = 1;
+
+/// Lets events run until `isSo`, 20 s at most.
+bool waitFor(const std::function<bool()>& isSo)
+{
+    QElapsedTimer elapsed;
+    elapsed.start();
+    while (!isSo() && elapsed.elapsed() < 20000)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    return isSo();
+}
+
+void letEventsRun(int milliseconds)
+{
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+/// The clock at the other end of COM1, for as long as this lives.
+class Clock {
+public:
+    Clock(const QString& simulator, int rate)
+    {
+        QStringList arguments{u"--exit-with-parent"_s, u"--stay"_s};
+        if (rate > 0)
+            arguments += {u"--pace"_s, QString::number(rate)};
+        m_process.start(simulator, arguments);
+        if (m_process.waitForReadyRead(10000))
+            qputenv("HCT_COM1", m_process.readLine().trimmed());
+    }
+    ~Clock()
+    {
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+
+private:
+    QProcess m_process;
+};
+
+/// The program, its boxes never asked, with its windows off screen.
+struct Running {
+    SystemOutside system;
+    Program program{system.outside()};
+    int answers = 0;
+
+    Running()
+    {
+        QObject::connect(&program.link(), &MessageLink::becameIdle, &program.mainWindow(),
+                         [this] { ++answers; });
+        program.start();
+    }
+    bool connectAt(int rate)
+    {
+        if (rate > 0)
+            program.settings().directSpeed = QString::number(rate);
+        program.link().ApplySettings();
+        program.workflow().Conectar(false);
+        return waitFor([this] { return program.workflow().Established(); });
+    }
+};
+
+/// What has been used up to the moment of an answer.
+struct Sample {
+    int answers = 0;
+    double seconds = 0;
+    double cpuSeconds = 0;
+    qint64 wakeUps = 0;
+};
+
+Sample atNextAnswer(const Running& running)
+{
+    const int before = running.answers;
+    waitFor([&] { return running.answers > before; });
+    const std::chrono::duration<double> now = std::chrono::steady_clock::now().time_since_epoch();
+    return {running.answers, now.count(), figures::cpuSeconds(), figures::wakeUps()};
+}
+
+int measurePolls(const QString& simulator, int rate, int seconds, bool withWindow)
+{
+    const Clock clock(simulator, rate);
+    Running running;
+    if (!running.connectAt(rate)) {
+        std::fprintf(stderr, "no connection with the simulated clock\n");
+        return 1;
+    }
+    if (withWindow)
+        running.program.mainWindow().findChild<QAction*>(u"mnuInformacion"_s)->trigger();
+    letEventsRun(secondsToSettle * 1000);
+    const Sample first = atNextAnswer(running);
+    letEventsRun(seconds * 1000);
+    const Sample last = atNextAnswer(running);
+
+    const double polls = last.answers - first.answers;
+    const double elapsed = last.seconds - first.seconds;
+    const double cpu = last.cpuSeconds - first.cpuSeconds;
+    // Time on the wire, the pause of 4 ms, and 10 ticks, the first of which comes after half of one
+    // when the line is paced.
+    const double best = rate > 0 ? 1 / (bitsOfAPoll / rate + 0.004 + 0.0095) : 1 / 0.014;
+    std::printf("%s%s\n", rate > 0 ? qPrintable(u"At %1 bit/s"_s.arg(rate)) : "Unpaced",
+                withWindow ? ", with the information window" : "");
+    figures::print("  polls a second", polls / elapsed, best, "/s");
+    if (rate == 0)
+        figures::print("  CPU a poll", cpu / polls * 1000, 0.5, "ms");
+    else
+        figures::print("  CPU a poll", cpu / polls * 1000, "ms");
+    if (rate == 115200)
+        figures::print("  CPU", cpu / elapsed * 100, 4.5, "% core");
+    else
+        figures::print("  CPU", cpu / elapsed * 100, "% core");
+    figures::print("  wake-ups a poll", static_cast<double>(last.wakeUps - first.wakeUps) / polls,
+                   "");
+    return running.program.workflow().state() == ConnectionState::Connected ? 0 : 1;
+}
+
+void measureIdleness(const char* when, int seconds)
+{
+    letEventsRun(secondsToSettle * 1000);
+    const qint64 wakeUps = figures::wakeUps();
+    const double cpu = figures::cpuSeconds();
+    letEventsRun(seconds * 1000);
+    std::printf("%s, %d s\n", when, seconds);
+    figures::print("  CPU", (figures::cpuSeconds() - cpu) / seconds * 100, "% core (limit 0)");
+    // The end of the measurement is a wake-up too.
+    figures::print("  wake-ups", static_cast<double>(figures::wakeUps() - wakeUps - 1),
+                   "(limit 0)");
+}
+
+int measureIdle(const QString& simulator, int seconds)
+{
+    const Clock clock(simulator, 0);
+    Running running;
+    measureIdleness("Not connected", seconds);
+    if (!running.connectAt(0))
+        return 1;
+    running.program.workflow().Desconectar();
+    measureIdleness("After a connection", seconds);
+    return 0;
+}
+
+int showFirstWindow()
+{
+    QTranslator toolkit;
+    if (toolkit.load(u"qtbase_es"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(&toolkit);
+    SystemOutside system;
+    Program program(system.outside());
+    const FirstWindow first(program.mainWindow());
+    program.start();
+    return QCoreApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    // A user's settings are neither read nor written.
+    const QTemporaryDir home;
+    qputenv("XDG_CONFIG_HOME", home.path().toLocal8Bit());
+    const QApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    const QString what = arguments.value(1);
+    const QString simulator = arguments.value(2);
+    if (what == u"polls"_s)
+        return measurePolls(simulator, arguments.value(3).toInt(), arguments.value(4).toInt(),
+                            arguments.contains(u"window"_s));
+    if (what == u"idle"_s)
+        return measureIdle(simulator, arguments.value(3).toInt());
+    if (what == u"first-window"_s)
+        return showFirstWindow();
+    std::fprintf(stderr, "usage: bench-exchange polls SIMULATOR RATE SECONDS [window]\n"
+                         "       bench-exchange idle SIMULATOR SECONDS\n"
+                         "       bench-exchange first-window\n"
+                         "RATE 0 is a line that takes no time.\n");
+    return 2;
+}
