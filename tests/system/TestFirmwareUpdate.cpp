@@ -94,12 +94,14 @@ struct Session {
     void click(const char* name) { QTest::mouseClick(find<QPushButton>(name), Qt::LeftButton); }
     QString notes() { return find<QPlainTextEdit>("txtNotas")->toPlainText(); }
     bool finished() { return notes().endsWith(u"Envío finalizado\n"_s); }
+    /// Also when it has failed.
+    bool ended() { return finished() || notes().endsWith(u"del equipo\n"_s); }
     /// How many lines the window says it has sent.
     int linesSent() { return run.text(form, "lblLinhas").trimmed().toInt(); }
     QByteArray received()
     {
         const QString path = folder.filePath(u"recibido.bin"_s);
-        run.clock.command(u"firmware binary "_s + path);
+        run.clock.command(u"firmware binary "_s + run.clock.pathOf(path));
         QFile file(path);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
@@ -124,7 +126,8 @@ void TestFirmwareUpdate::imageOf2000LinesArrivesByteForByteDespiteLosses()
     s.read(image.text);
     QCOMPARE(s.run.text(form, "lblTamanho"), u"2000"_s);
     s.click("cmdEnviar");
-    QTRY_VERIFY_WITH_TIMEOUT(s.finished(), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(s.ended(), patience);
+    QVERIFY(s.finished());
 
     QCOMPARE(s.linesSent(), 2000);
     QCOMPARE(s.find<QProgressBar>("pgbEnvio")->value(), 1999);
@@ -146,7 +149,8 @@ void TestFirmwareUpdate::linesOfAllLengthsArriveByteForByte()
     }
     s.read(image.text + ":00000001FF");
     s.click("cmdEnviar");
-    QTRY_VERIFY_WITH_TIMEOUT(s.finished(), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(s.ended(), patience);
+    QVERIFY(s.finished());
     QVERIFY(s.received() == image.bytes);
 }
 
@@ -169,15 +173,18 @@ void TestFirmwareUpdate::refusedLineSixTimesEndsTheTransfer()
 
 void TestFirmwareUpdate::resetAfterTheLastLineSilencesTheClock()
 {
-    Session s(m_folder, {u"--after-reset"_s, u"silent 1500"_s});
+    Session s(m_folder, {u"--programme"_s, u"school"_s});
     QVERIFY(s.open());
     s.read(imageOfLines(30).text);
     QTest::keyClick(s.find<QCheckBox>("chkReset"), Qt::Key_Space);
     s.click("cmdEnviar");
     QTRY_VERIFY(s.finished());
-    // The last acknowledgement came before the silence.
+    // The last acknowledgement came before the silence, in which the programme is erased.
     QCOMPARE(s.linesSent(), 30);
-    QCOMPARE(s.run.clock.state(u"block1.count"_s), u"0"_s);
+    QCOMPARE(s.run.clock.state(u"block1.alarms"_s), QString(132, u'0'));
+    // The clock is gone, which the connection notices; the window stays as it is.
+    QTRY_VERIFY_WITH_TIMEOUT(!s.run.isEstablished(), patience);
+    QVERIFY(s.finished());
 }
 
 void TestFirmwareUpdate::disconnectionKeepsTheTransferUntilTheNextConnection()
@@ -195,7 +202,8 @@ void TestFirmwareUpdate::disconnectionKeepsTheTransferUntilTheNextConnection()
     QVERIFY(!s.find<QPushButton>("cmdAbrir")->isEnabled());
 
     s.run.choose("mnuConectar");
-    QTRY_VERIFY_WITH_TIMEOUT(s.finished(), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(s.ended(), patience);
+    QVERIFY(s.finished());
     QVERIFY(s.run.isEstablished());
     QVERIFY(s.received() == image.bytes);
 }
@@ -216,7 +224,8 @@ void TestFirmwareUpdate::closingTheApplicationWhileSendingAsksFirst()
                                           "¿Seguro que desea interrumpir el proceso?"_s);
     QVERIFY(s.run.program.mainWindow().isVisible());
     QVERIFY(s.run.isEstablished());
-    QTRY_VERIFY_WITH_TIMEOUT(s.finished(), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(s.ended(), patience);
+    QVERIFY(s.finished());
     QVERIFY(s.received() == image.bytes);
 
     s.click("cmdEnviar");
