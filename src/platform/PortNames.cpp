@@ -32,7 +32,7 @@ public:
             const QList<QSerialPortInfo> ports = QSerialPortInfo::availablePorts();
             for (const QSerialPortInfo& port : ports)
                 m_paths.append(port.systemLocation());
-            m_changed = changed;
+            m_changed = settled ? changed : QDateTime();
         }
         return m_paths;
     }
