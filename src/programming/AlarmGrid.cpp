@@ -255,8 +255,6 @@ void AlarmGrid::focusChanged(QWidget* now)
         if (changed >= 0)
             update(rowRect(changed));
     m_focusRow = row;
-    if (row >= 0)
-        emit rowEntered(rowRect(row));
 }
 
 AlarmGrid::Place AlarmGrid::placeOf(const QWidget* widget) const

@@ -28,10 +28,6 @@ public:
     /// How far the rows are scrolled up: the captions of the columns stay in sight.
     void setScrolled(int pixels);
 
-signals:
-    /// The focus has come to this part of the grid.
-    void rowEntered(const QRect& row);
-
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

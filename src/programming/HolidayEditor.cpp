@@ -1,5 +1,6 @@
 #include "HolidayEditor.h"
 
+#include "FollowingScroll.h"
 #include "TextUpDown.h"
 
 #include <QGridLayout>
@@ -30,18 +31,23 @@ QLabel* numberLabel(int number, TextUpDown* buddy)
 HolidayEditor::HolidayEditor(QWidget* parent) : QFrame(parent)
 {
     setObjectName(u"fraCadroFestVacac"_s);
-    auto* layout = new QGridLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(makeHolidays(), 0, 0);
-    layout->addWidget(makeVacations(), 0, 1);
-    layout->setColumnStretch(2, 1);
-    layout->setRowStretch(1, 1);
+    auto* dates = new QWidget;
+    auto* groups = new QHBoxLayout(dates);
+    groups->setContentsMargins(0, 0, 0, 0);
+    groups->addWidget(makeHolidays(), 0, Qt::AlignTop);
+    groups->addWidget(makeVacations(), 0, Qt::AlignTop);
+    groups->addStretch();
+    auto* scroll = new FollowingScroll(*dates, this);
+    scroll->setFrameShape(QFrame::NoFrame);
     auto* keys = new QLabel(u"Intro: fecha siguiente   F6: de los festivos a los períodos y vuelta"
                             "   00/00: sin usar"_s,
                             this);
     keys->setWordWrap(true);
     keys->setForegroundRole(QPalette::PlaceholderText);
-    layout->addWidget(keys, 2, 0, 1, 3);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(scroll, 1);
+    layout->addWidget(keys);
 }
 
 void HolidayEditor::setTable(const HolidayTable& table)
@@ -107,10 +113,8 @@ QGroupBox* HolidayEditor::makeHolidays()
         grid->addWidget(numberLabel(index + 1, date), row, column);
         grid->addWidget(date, row, column + 1);
     }
-    // Level with the periods, which have captions above.
-    grid->setRowMinimumHeight(0, QLabel(u"Inicio"_s).sizeHint().height());
-    grid->setColumnStretch(4, 1);
-    grid->setRowStretch(datesAColumn + 1, 1);
+    for (const int column : {1, 3})
+        grid->addWidget(new QLabel(u"Fecha"_s), 0, column);
     return fraFestivos;
 }
 
@@ -131,8 +135,6 @@ QGroupBox* HolidayEditor::makeVacations()
         grid->addWidget(txtVacacIni.back(), index + 1, 1);
         grid->addWidget(txtVacacFin.back(), index + 1, 2);
     }
-    grid->setColumnStretch(3, 1);
-    grid->setRowStretch(HolidayTable::vacationCount + 1, 1);
     return fraPerVacacionais;
 }
 

@@ -2,7 +2,7 @@
 
 #include "AlarmGrid.h"
 #include "BlockHeader.h"
-#include "GridScroll.h"
+#include "FollowingScroll.h"
 #include "HolidayEditor.h"
 #include "ProgrammeFile.h"
 #include "ProgrammeRules.h"
@@ -16,6 +16,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QTabBar>
 
@@ -118,7 +119,9 @@ QFrame* frmProg::makeBlockFrame()
     fraCadroAvisos->setObjectName(u"fraCadroAvisos"_s);
     m_header = BlockHeader::make(m_model, fraCadroAvisos);
     m_grid = new AlarmGrid(m_model);
-    auto* scroll = new GridScroll(*m_grid, fraCadroAvisos);
+    auto* scroll = new FollowingScroll(*m_grid, fraCadroAvisos);
+    connect(scroll->verticalScrollBar(), &QScrollBar::valueChanged, m_grid,
+            &AlarmGrid::setScrolled);
     auto* keys = new QLabel(u"Tab: campo siguiente   Intro: aviso siguiente   Espacio: marcar el "
                             "día   Ctrl+D: repetir los días del aviso anterior"_s,
                             fraCadroAvisos);

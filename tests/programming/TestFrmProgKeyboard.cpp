@@ -28,6 +28,7 @@ private slots:
     void anotherBlockKeepsTheRow();
     void schoolWeekByKeyboardAlone();
     void smallWindowScrollsToTheFocus();
+    void smallHolidayPageScrollsToTheFocus();
     void windowFitsASmallScreen_data();
     void windowFitsASmallScreen();
 };
@@ -281,7 +282,7 @@ void TestFrmProgKeyboard::smallWindowScrollsToTheFocus()
     ProgWindow w(second);
     w.becomeReady();
     w.form->resize(500, 320);
-    const auto* area = w.form->findChild<QScrollArea*>();
+    const auto* area = w.find<QFrame>(u"fraCadroAvisos"_s)->findChild<QScrollArea*>();
     const auto isInSight = [&](const QWidget* widget) {
         const QRect place(widget->mapTo(area->viewport(), QPoint()), widget->size());
         return area->viewport()->rect().contains(place);
@@ -296,6 +297,20 @@ void TestFrmProgKeyboard::smallWindowScrollsToTheFocus()
     QVERIFY(isInSight(w.day(u"chkVacaciones"_s, 20)));
     w.time(0)->setFieldFocus(0, Qt::OtherFocusReason);
     QVERIFY(isInSight(w.time(0)));
+}
+
+void TestFrmProgKeyboard::smallHolidayPageScrollsToTheFocus()
+{
+    ProgWindow w(first);
+    w.becomeReady();
+    w.clickTab(3);
+    w.form->resize(w.form->minimumSizeHint().width(), 250);
+    QVERIFY(w.form->height() < 300);
+    const auto* area = w.find<QFrame>(u"fraCadroFestVacac"_s)->findChild<QScrollArea*>();
+    TextUpDown* last = w.field(u"txtVacacFin"_s, 7);
+    last->setFieldFocus(0, Qt::OtherFocusReason);
+    const QRect place(last->mapTo(area->viewport(), QPoint()), last->size());
+    QVERIFY(area->viewport()->rect().contains(place));
 }
 
 void TestFrmProgKeyboard::windowFitsASmallScreen_data()
@@ -318,7 +333,7 @@ void TestFrmProgKeyboard::windowFitsASmallScreen()
         if (control->isVisible() && control->focusPolicy() != Qt::NoFocus)
             QVERIFY2(room.contains(QRect(control->mapTo(w.form, QPoint()), control->size())),
                      qPrintable(control->objectName()));
-    const auto* area = w.form->findChild<QScrollArea*>();
+    const auto* area = w.find<QFrame>(u"fraCadroAvisos"_s)->findChild<QScrollArea*>();
     QCOMPARE(area->verticalScrollBar()->maximum(), 0);
     QCOMPARE(area->horizontalScrollBar()->maximum(), 0);
     QVERIFY(w.form->minimumSizeHint().width() < 1280);
