@@ -1,22 +1,16 @@
 // The whole program, off screen, against the simulated clock: polls a second and what they cost,
 // what it costs when it is not connected, and its start.
 
-#include "ConnectionWorkflow.h"
 #include "FirstWindow.h"
-#include "MessageLink.h"
-#include "SystemOutside.h"
-#include "frmPrincipal.h"
+#include "RunningProgram.h"
 
 #include <QAction>
-#include <QElapsedTimer>
 #include <QEventLoop>
 #include <QLibraryInfo>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QTranslator>
 
 #include <chrono>
-#include <functional>
 
 using namespace Qt::StringLiterals;
 
@@ -26,66 +20,12 @@ namespace {
 constexpr double bitsOfAPoll = 2370;
 constexpr int secondsToSettle = 1;
 
-/// Lets events run until `isSo`, 20 s at most.
-bool waitFor(const std::function<bool()>& isSo)
-{
-    QElapsedTimer elapsed;
-    elapsed.start();
-    while (!isSo() && elapsed.elapsed() < 20000)
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    return isSo();
-}
-
 void letEventsRun(int milliseconds)
 {
     QEventLoop loop;
     QTimer::singleShot(milliseconds, Qt::PreciseTimer, &loop, &QEventLoop::quit);
     loop.exec();
 }
-
-/// The clock at the other end of COM1, for as long as this lives.
-class Clock {
-public:
-    Clock(const QString& simulator, int rate)
-    {
-        QStringList arguments{u"--exit-with-parent"_s, u"--stay"_s};
-        if (rate > 0)
-            arguments += {u"--pace"_s, QString::number(rate)};
-        m_process.start(simulator, arguments);
-        if (m_process.waitForReadyRead(10000))
-            qputenv("HCT_COM1", m_process.readLine().trimmed());
-    }
-    ~Clock()
-    {
-        m_process.kill();
-        m_process.waitForFinished();
-    }
-
-private:
-    QProcess m_process;
-};
-
-/// The program, its boxes never asked, with its windows off screen.
-struct Running {
-    SystemOutside system;
-    Program program{system.outside()};
-    int answers = 0;
-
-    Running()
-    {
-        QObject::connect(&program.link(), &MessageLink::becameIdle, &program.mainWindow(),
-                         [this] { ++answers; });
-        program.start();
-    }
-    bool connectAt(int rate)
-    {
-        if (rate > 0)
-            program.settings().directSpeed = QString::number(rate);
-        program.link().ApplySettings();
-        program.workflow().Conectar(false);
-        return waitFor([this] { return program.workflow().Established(); });
-    }
-};
 
 /// What has been used up to the moment of an answer.
 struct Sample {

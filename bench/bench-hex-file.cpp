@@ -3,11 +3,11 @@
 // firmware window takes in all from the click.
 
 #include "CommSettings.h"
-#include "Dialogs.h"
 #include "HexFile.h"
 #include "HexImages.h"
 #include "IntervalTimer.h"
 #include "MessageLink.h"
+#include "OneFile.h"
 #include "Pause.h"
 #include "SerialPort.h"
 #include "StatusLog.h"
@@ -123,20 +123,6 @@ protected:
 class NoLog final : public StatusLog {
 public:
     void Rexistra(const QString&, bool) override {}
-};
-
-/// Always chooses the same file.
-class OneFile final : public Dialogs {
-public:
-    explicit OneFile(const QString& path) : m_path(path) {}
-    void tell(Icon, const QString&, const QString&) override {}
-    bool confirm(Icon, const QString&, const QString&) override { return false; }
-    std::optional<QString> askText(const QString&, const QString&) override { return {}; }
-    QString openFile(const FileRequest&) override { return m_path; }
-    QString saveFile(const FileRequest&) override { return {}; }
-
-private:
-    QString m_path;
 };
 
 void loadThroughTheWindow(benchmark::State& state)

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "ConnectionWorkflow.h"
+#include "MessageLink.h"
+#include "SystemOutside.h"
+#include "frmPrincipal.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QProcess>
+
+#include <functional>
+
+/// Lets events run until `isSo`, so many milliseconds at most.
+inline bool waitFor(const std::function<bool()>& isSo, int patience = 20000)
+{
+    QElapsedTimer elapsed;
+    elapsed.start();
+    while (!isSo() && elapsed.elapsed() < patience)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    return isSo();
+}
+
+/// The clock at the other end of COM1, for as long as this lives.
+class Clock {
+public:
+    Clock(const QString& simulator, int rate)
+    {
+        QStringList arguments{QStringLiteral("--exit-with-parent"), QStringLiteral("--stay")};
+        if (rate > 0)
+            arguments += {QStringLiteral("--pace"), QString::number(rate)};
+        m_process.start(simulator, arguments);
+        if (m_process.waitForReadyRead(10000))
+            qputenv("HCT_COM1", m_process.readLine().trimmed());
+    }
+    ~Clock()
+    {
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+
+private:
+    QProcess m_process;
+};
+
+/// The program, its boxes never asked, with its windows off screen.
+struct Running {
+    SystemOutside system;
+    Program program;
+    int answers = 0;
+
+    Running() : Running(nullptr) {}
+    /// Its boxes and file dialogs are answered by `dialogs`.
+    explicit Running(Dialogs& dialogs) : Running(&dialogs) {}
+    bool connectAt(int rate)
+    {
+        if (rate > 0)
+            program.settings().directSpeed = QString::number(rate);
+        program.link().ApplySettings();
+        program.workflow().Conectar(false);
+        return waitFor([this] { return program.workflow().Established(); });
+    }
+
+private:
+    explicit Running(Dialogs* dialogs)
+        : program(dialogs ? system.outside(*dialogs) : system.outside())
+    {
+        QObject::connect(&program.link(), &MessageLink::becameIdle, &program.mainWindow(),
+                         [this] { ++answers; });
+        program.start();
+    }
+};
