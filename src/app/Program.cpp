@@ -4,6 +4,7 @@
 #include "MessageLink.h"
 #include "ModelWindows.h"
 #include "ModemControl.h"
+#include "frmAcerca.h"
 #include "frmCrono.h"
 #include "frmInfoHCT7200.h"
 #include "frmInfoHCT7300.h"
@@ -16,12 +17,25 @@
 #include "frmSincronizacionReloxo.h"
 #include "frmTelemandoHCT7200.h"
 #include "frmTelemandoHCT7300.h"
+#include "modUtilidades.h"
 
 #include <QApplication>
 #include <QIcon>
 #include <QMdiArea>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+QIcon applicationIcon()
+{
+    QIcon icon;
+    for (int size : {16, 24, 32, 48, 64, 128, 256})
+        icon.addFile(u":/icons/hct-%1.png"_s.arg(size));
+    return icon;
+}
+
+} // namespace
 
 Program::Program(const Outside& outside) : m_outside(outside), m_area(new QMdiArea)
 {
@@ -83,16 +97,30 @@ void Program::makeModelWindows()
 
 void Program::makeMainWindow()
 {
-    QApplication::setWindowIcon(QIcon(u":/hct.png"_s));
+    QApplication::setWindowIcon(applicationIcon());
     m_workflow = std::make_unique<ConnectionWorkflow>(*m_crono, *m_link, m_globais, *m_log,
                                                       m_outside.dialogs);
-    const frmPrincipal::Windows windows{*m_log, *m_models, [this] { m_communications->open(); },
-                                        [](QWidget&) {}};
+    const frmPrincipal::Windows windows{
+        *m_log,
+        *m_models,
+        [this] { m_communications->open(); },
+        [this] { openAbout(); },
+    };
     m_mainWindow = std::make_unique<frmPrincipal>(m_area, *m_workflow, m_globais, windows);
     // A dialog is modal to the window that it belongs to.
     m_communications->setParent(m_mainWindow.get(), m_communications->windowFlags());
     QObject::connect(m_link.get(), &MessageLink::VisualizaPorto, m_mainWindow.get(),
                      &frmPrincipal::VisualizaPorto);
+}
+
+void Program::openAbout()
+{
+    const auto systemInformation = [this] {
+        modUtilidades::systemInformation(m_outside.registry, m_outside.dialogs,
+                                         m_outside.startProgram);
+    };
+    auto* about = new frmAcerca(m_mainWindow.get(), QStringLiteral(HCT_VERSION), systemInformation);
+    about->open();
 }
 
 void Program::start()

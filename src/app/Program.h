@@ -66,6 +66,7 @@ private:
     void makeCommunications();
     void makeModelWindows();
     void makeMainWindow();
+    void openAbout();
 
     Outside m_outside;
     modGlobais m_globais;

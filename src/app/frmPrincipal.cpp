@@ -98,7 +98,7 @@ void frmPrincipal::makeHelpMenu()
     addSeparator(menu, u"mnuSeparador5"_s);
     QAction* mnuAcerca = addEntry(menu, u"mnuAcerca"_s, u"&Acerca de"_s);
     mnuAcerca->setText(u"Acerca de "_s + applicationTitle());
-    connect(mnuAcerca, &QAction::triggered, this, [this] { m_windows.showAbout(*this); });
+    connect(mnuAcerca, &QAction::triggered, this, [this] { m_windows.showAbout(); });
 }
 
 QMenu* frmPrincipal::addMenu(const QString& name, const QString& caption)

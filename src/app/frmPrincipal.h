@@ -25,7 +25,7 @@ public:
         frmRexistroEstado& log;
         ModelWindows& models;
         std::function<void()> showSettings;
-        std::function<void(QWidget& owner)> showAbout;
+        std::function<void()> showAbout;
     };
 
     /// Takes over `area`, and loads the workflow.
