@@ -65,6 +65,7 @@ frmAcerca::frmAcerca(QWidget* owner, const QString& version,
     layout->addWidget(makeTitle(version));
     layout->addWidget(makeContact());
     layout->addWidget(makeButtons(systemInformation));
+    cmdOK->setFocus();
 }
 
 QWidget* frmAcerca::makeTitle(const QString& version)
@@ -116,7 +117,7 @@ QWidget* frmAcerca::makeButtons(const std::function<void()>& systemInformation)
         buttons->addButton(u"&Información..."_s, QDialogButtonBox::ActionRole);
     cmdSysInfo->setObjectName(u"cmdSysInfo"_s);
     cmdSysInfo->setAccessibleName(u"Información..."_s);
-    QPushButton* cmdOK = buttons->addButton(u"Cerrar"_s, QDialogButtonBox::RejectRole);
+    cmdOK = buttons->addButton(u"Cerrar"_s, QDialogButtonBox::RejectRole);
     cmdOK->setObjectName(u"cmdOK"_s);
     cmdOK->setAccessibleName(u"Cerrar"_s);
     cmdOK->setDefault(true);

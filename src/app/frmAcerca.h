@@ -4,6 +4,8 @@
 
 #include <functional>
 
+class QPushButton;
+
 /// The About box: what the program is called, its version, whom to ask, and a button that starts
 /// the system's own information program. Modal; shown with `open`, it deletes itself.
 class frmAcerca : public QDialog {
@@ -16,4 +18,6 @@ private:
     QWidget* makeTitle(const QString& version);
     QWidget* makeContact();
     QWidget* makeButtons(const std::function<void()>& systemInformation);
+
+    QPushButton* cmdOK = nullptr;
 };

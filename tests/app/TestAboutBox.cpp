@@ -26,6 +26,7 @@ private slots:
     void fiveContactLinesAreShown();
     void buttonsHaveTheirCaptions();
     void cerrarUnloadsTheBox();
+    void enterUnloadsTheBox();
     void escapeUnloadsTheBox();
     void informationButtonStartsTheSystemsProgram();
     void informationButtonTellsWhenThereIsNone();
@@ -98,6 +99,14 @@ void TestAboutBox::cerrarUnloadsTheBox()
     QTRY_VERIFY(!m_box);
 }
 
+void TestAboutBox::enterUnloadsTheBox()
+{
+    QVERIFY(QTest::qWaitForWindowActive(m_box));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QTRY_VERIFY(!m_box);
+    QVERIFY(m_fixture->dialogs.boxes.isEmpty());
+}
+
 void TestAboutBox::escapeUnloadsTheBox()
 {
     QTest::keyClick(m_box, Qt::Key_Escape);
@@ -115,7 +124,7 @@ void TestAboutBox::informationButtonStartsTheSystemsProgram()
         {RegistryValue::Text, program.fileName().toLatin1() + '\0'});
     QVERIFY(QTest::qWaitForWindowActive(m_box));
     QTest::keyClick(m_box, Qt::Key_I, Qt::AltModifier);
-    QCOMPARE(m_fixture->started, QStringList{program.fileName()});
+    QTRY_COMPARE(m_fixture->started, QStringList{program.fileName()});
     QVERIFY(m_fixture->dialogs.boxes.isEmpty());
 }
 
