@@ -83,7 +83,8 @@ QWidget* frmAcerca::makeTitle(const QString& version)
     lblTitle->setFont(large);
     auto* lblVersion = makeLabel(u"lblVersion"_s, u"Versión "_s + version);
     lblVersion->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    grid->addWidget(picIcon, 0, 0, 2, 1);
+    grid->addWidget(picIcon, 0, 0, 2, 1, Qt::AlignHCenter);
+    grid->setColumnMinimumWidth(0, deviceWidth);
     grid->addWidget(lblTitle, 0, 1, Qt::AlignBottom);
     grid->addWidget(lblVersion, 1, 1, Qt::AlignTop);
     grid->setColumnStretch(1, 1);

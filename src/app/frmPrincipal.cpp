@@ -14,9 +14,15 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
+#include <QScreen>
 #include <QStatusBar>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+constexpr int areaShade = 112;
+constexpr double mostOfTheScreen = 0.9;
+} // namespace
 
 frmPrincipal::frmPrincipal(QMdiArea* area, ConnectionWorkflow& workflow, const modGlobais& globais,
                            const Windows& windows)
@@ -25,6 +31,10 @@ frmPrincipal::frmPrincipal(QMdiArea* area, ConnectionWorkflow& workflow, const m
     setObjectName(u"frmPrincipal"_s);
     setWindowTitle(u"RELOJ PROGRAMADOR DE SEÑALES HCT"_s);
     setCentralWidget(m_area);
+    // What does not fit, or was moved out of sight, can still be reached.
+    m_area->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_area->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    colourArea();
     makeCommunicationsMenu();
     makeDeviceMenu();
     makeHelpMenu();
@@ -39,6 +49,7 @@ frmPrincipal::frmPrincipal(QMdiArea* area, ConnectionWorkflow& workflow, const m
     connect(&m_workflow, &ConnectionWorkflow::connectionStatusChanged, this,
             &frmPrincipal::ShowConnectionStatus);
     m_workflow.load();
+    resizeToScreen();
 }
 
 void frmPrincipal::makeCommunicationsMenu()
@@ -139,6 +150,7 @@ QLabel* frmPrincipal::addPanel(const QString& name, const QString& description, 
     panel->setObjectName(name);
     panel->setAccessibleDescription(description);
     panel->setTextFormat(Qt::PlainText);
+    panel->setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Sunken));
     panel->setIndent(6);
     statusBar()->addWidget(panel, stretch);
     return panel;
@@ -215,8 +227,23 @@ void frmPrincipal::closeEvent(QCloseEvent* event)
         unload();
 }
 
-QSize frmPrincipal::sizeHint() const
+void frmPrincipal::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::PaletteChange)
+        colourArea();
+    QMainWindow::changeEvent(event);
+}
+
+// A shade off the windows' own colour, light or dark.
+void frmPrincipal::colourArea()
+{
+    m_area->setBackground(palette().color(QPalette::Window).darker(areaShade));
+}
+
+// The toolkit would begin with two thirds of the screen at most, too little for a small one.
+void frmPrincipal::resizeToScreen()
 {
     const QFontMetrics metrics = fontMetrics();
-    return {metrics.averageCharWidth() * 130, metrics.lineSpacing() * 42};
+    const QSize wanted(metrics.averageCharWidth() * 160, metrics.lineSpacing() * 46);
+    resize(wanted.boundedTo(screen()->availableSize() * mostOfTheScreen));
 }

@@ -41,15 +41,16 @@ public:
     /// window, and emits `unloaded`. A second call does nothing.
     void unload();
 
-    QSize sizeHint() const override;
-
 signals:
     void unloaded();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
+    void colourArea();
+    void resizeToScreen();
     void makeCommunicationsMenu();
     void makeDeviceMenu();
     void makeHelpMenu();

@@ -13,6 +13,7 @@
 #include <QPointer>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -68,6 +69,10 @@ private slots:
     void closedWindowCanBeOpenedAgain();
     void shortBlockCrashesNoWindow();
 
+    void diallingKeepsTheTimerServiceStill();
+    void secondConectarWhileDiallingDoesNothing();
+    void closingWhileDiallingAbandonsIt();
+
     void salirEndsTheProgram();
     void titleBarEndsTheProgram();
     void closingWithTheBitClearDoesNotAsk();
@@ -82,6 +87,13 @@ private slots:
     void afterTheEndNothingTicks();
 
 private:
+    /// Conectar through the modem; `meanwhile` runs while its initialisation awaits an answer.
+    void dial(const std::function<void()>& meanwhile)
+    {
+        m_fixture->choose("mnuUsarModem");
+        QTimer::singleShot(0, &m_fixture->program.mainWindow(), meanwhile);
+        m_fixture->choose("mnuConectar");
+    }
     void establish(quint8 model = 30) { m_fixture->establish(LinkFixture::fullBlock(model)); }
 
     std::unique_ptr<ProgramFixture> m_fixture;
@@ -223,6 +235,42 @@ void TestMainWindow::shortBlockCrashesNoWindow()
              (QStringList{u"frmInfoHCT7200"_s, u"frmTelemandoHCT7200"_s,
                           u"frmSincronizacionReloxo"_s, u"frmProgramPROM"_s}));
     QCOMPARE(ProgramFixture::modalWindow(), u"frmProgHCT7200"_s);
+}
+
+void TestMainWindow::diallingKeepsTheTimerServiceStill()
+{
+    bool ticking = true;
+    dial([&] {
+        ticking = m_fixture->tmrCrono.isEnabled();
+        m_fixture->program.link().RemataConexion();
+    });
+    QVERIFY(!ticking);
+    // The attempt is over: what is left of it fails as with any closed port.
+    QVERIFY(m_fixture->tmrCrono.isEnabled());
+    m_fixture->tick(40);
+    QCOMPARE(m_fixture->logLines().last(), u"Conexión interrumpida"_s);
+}
+
+void TestMainWindow::secondConectarWhileDiallingDoesNothing()
+{
+    dial([&] {
+        m_fixture->choose("mnuConectar");
+        m_fixture->choose("mnuConectar");
+        m_fixture->program.link().RemataConexion();
+    });
+    QCOMPARE(m_fixture->modem.timesOpened, 1);
+    QCOMPARE(m_fixture->modem.written(), QByteArray("ATZ\r\n"));
+    QCOMPARE(m_fixture->logLines().count(u"Estableciendo conexión..."_s), 1);
+}
+
+void TestMainWindow::closingWhileDiallingAbandonsIt()
+{
+    const QSignalSpy unloaded(&m_fixture->program.mainWindow(), &frmPrincipal::unloaded);
+    dial([&] { m_fixture->choose("mnuSair"); });
+    QCOMPARE(unloaded.size(), 1);
+    QVERIFY(!m_fixture->modem.isOpen());
+    QVERIFY(!m_fixture->tmrCrono.isEnabled());
+    QVERIFY(!m_fixture->tmrTemporizador.isEnabled());
 }
 
 void TestMainWindow::salirEndsTheProgram()
