@@ -42,8 +42,11 @@ void frmRexistroEstado::append(const QString& entry)
     const QTextCursor selection = txtRexistro->textCursor();
     const int anchor = selection.anchor();
     const int position = selection.position();
-    QScrollBar* bar = txtRexistro->verticalScrollBar();
-    const bool following = bar->value() == bar->maximum() && !selection.hasSelection();
+    QScrollBar* rows = txtRexistro->verticalScrollBar();
+    QScrollBar* columns = txtRexistro->horizontalScrollBar();
+    const int row = rows->value();
+    const int column = columns->value();
+    const bool following = row == rows->maximum() && !selection.hasSelection();
     QTextCursor end(txtRexistro->document());
     end.movePosition(QTextCursor::End);
     end.insertText(entry);
@@ -54,8 +57,9 @@ void frmRexistroEstado::append(const QString& entry)
         kept.setPosition(position, QTextCursor::KeepAnchor);
         txtRexistro->setTextCursor(kept);
     }
-    if (following)
-        bar->setValue(bar->maximum());
+    // Setting the cursor has brought it into view.
+    rows->setValue(following ? rows->maximum() : row);
+    columns->setValue(column);
 }
 
 QSize frmRexistroEstado::sizeHint() const

@@ -26,8 +26,11 @@ private slots:
     void shutdownUnloadsIt();
     void selectionIsKept_data();
     void selectionIsKept();
+    void readerIsNotMoved_data();
     void readerIsNotMoved();
     void viewAtTheEndFollows();
+    void viewAtTheEndFollowsWhileHidden();
+    void viewIsNotMovedSideways();
     void textCannotBeTyped();
     void messageIsShownAsItStands();
     void manyEntriesStayQuick();
@@ -143,15 +146,35 @@ void TestStatusLog::selectionIsKept()
     QCOMPARE(m_text->textCursor().position(), position);
 }
 
+void TestStatusLog::readerIsNotMoved_data()
+{
+    QTest::addColumn<int>("anchorLine");
+    QTest::addColumn<int>("positionLine");
+    QTest::newRow("cursor at the start") << 0 << 0;
+    QTest::newRow("cursor at the end") << 200 << 200;
+    QTest::newRow("selection in view") << 52 << 54;
+    QTest::newRow("selection up to the end") << 55 << 200;
+    QTest::newRow("everything selected") << 0 << 200;
+    QTest::newRow("everything selected, backwards") << 200 << 0;
+}
+
 void TestStatusLog::readerIsNotMoved()
 {
+    QFETCH(int, anchorLine);
+    QFETCH(int, positionLine);
     m_log->showForm();
     addLines(200);
     QScrollBar* bar = m_text->verticalScrollBar();
     QTRY_VERIFY(bar->maximum() > 50);
+    QTextCursor cursor = m_text->textCursor();
+    cursor.setPosition(anchorLine * 31);
+    cursor.setPosition(positionLine * 31, QTextCursor::KeepAnchor);
+    m_text->setTextCursor(cursor);
     bar->setValue(50);
-    addLines(1);
+    addLines(2);
     QCOMPARE(bar->value(), 50);
+    QCOMPARE(m_text->textCursor().anchor(), anchorLine * 31);
+    QCOMPARE(m_text->textCursor().position(), positionLine * 31);
 }
 
 void TestStatusLog::viewAtTheEndFollows()
@@ -161,6 +184,33 @@ void TestStatusLog::viewAtTheEndFollows()
     QScrollBar* bar = m_text->verticalScrollBar();
     QTRY_VERIFY(bar->maximum() > 50);
     QCOMPARE(bar->value(), bar->maximum());
+}
+
+void TestStatusLog::viewAtTheEndFollowsWhileHidden()
+{
+    addLines(100);
+    m_log->showForm();
+    QScrollBar* bar = m_text->verticalScrollBar();
+    QTRY_VERIFY(bar->maximum() > 50);
+    QTRY_COMPARE(bar->value(), bar->maximum());
+    m_area->subWindowList().constFirst()->close();
+    addLines(100);
+    m_log->showForm();
+    QTRY_VERIFY(bar->maximum() > 150);
+    QCOMPARE(bar->value(), bar->maximum());
+}
+
+void TestStatusLog::viewIsNotMovedSideways()
+{
+    m_log->showForm();
+    addLines(2);
+    m_log->Rexistra(QString(400, u'x'), false);
+    QScrollBar* bar = m_text->horizontalScrollBar();
+    QTRY_VERIFY(bar->maximum() > 100);
+    m_text->moveCursor(QTextCursor::End);
+    bar->setValue(100);
+    addLines(1);
+    QCOMPARE(bar->value(), 100);
 }
 
 void TestStatusLog::textCannotBeTyped()
