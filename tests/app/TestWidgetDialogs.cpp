@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -20,6 +21,9 @@ private slots:
     void confirmIsTrueOnlyForYes();
     void confirmHasItsIconAndSpanishButtons();
     void textIsShownAsItStands();
+    void lineBreaksOfTheTextsArePlainOnes();
+    void boxBelongsToTheMainWindowWhileAnotherProgramIsActive();
+    void promptIsShownAsItStands();
     void askTextGivesWhatWasTyped();
     void askTextGivesNothingWhenCancelled();
     void openFileOffersTheFilters();
@@ -116,6 +120,58 @@ void TestWidgetDialogs::textIsShownAsItStands()
         box.close();
     });
     m_dialogs.tell(Dialogs::Icon::Critical, QString(), u"<b>fichero</b>.hct"_s);
+    QCOMPARE(format, Qt::PlainText);
+}
+
+void TestWidgetDialogs::lineBreaksOfTheTextsArePlainOnes()
+{
+    const QString text = u"No se ha podido.\r\nCompruebe la línea.\n\rHecho."_s;
+    QStringList shown;
+    onceUp<QMessageBox>([&](QMessageBox& box) {
+        shown.append(box.text());
+        box.close();
+    });
+    m_dialogs.tell(Dialogs::Icon::Critical, QString(), text);
+    onceUp<QMessageBox>([&](QMessageBox& box) {
+        shown.append(box.text());
+        box.close();
+    });
+    m_dialogs.confirm(Dialogs::Icon::Warning, QString(), text);
+    onceUp<QInputDialog>([&](QInputDialog& dialog) {
+        shown.append(dialog.labelText());
+        dialog.reject();
+    });
+    m_dialogs.askText(QString(), text);
+    const QString plain = u"No se ha podido.\nCompruebe la línea.\n\nHecho."_s;
+    QCOMPARE(shown, QStringList({plain, plain, plain}));
+}
+
+void TestWidgetDialogs::boxBelongsToTheMainWindowWhileAnotherProgramIsActive()
+{
+    QWidget main;
+    main.show();
+    QVERIFY(QTest::qWaitForWindowActive(&main));
+    QApplication::setActiveWindow(nullptr);
+    QVERIFY(!QApplication::activeWindow());
+    const QWidget* parent = nullptr;
+    onceUp<QMessageBox>([&](QMessageBox& box) {
+        parent = box.parentWidget();
+        box.close();
+    });
+    m_dialogs.tell(Dialogs::Icon::Critical, QString(), u"Error"_s);
+    QCOMPARE(parent, &main);
+}
+
+void TestWidgetDialogs::promptIsShownAsItStands()
+{
+    Qt::TextFormat format = Qt::AutoText;
+    onceUp<QInputDialog>([&](QInputDialog& dialog) {
+        for (const QLabel* label : dialog.findChildren<QLabel*>())
+            if (label->text() == u"<i>1</i>"_s)
+                format = label->textFormat();
+        dialog.reject();
+    });
+    m_dialogs.askText(QString(), u"<i>1</i>"_s);
     QCOMPARE(format, Qt::PlainText);
 }
 

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
@@ -13,13 +14,24 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// The window in front; while the operator is busy with another program, the main window, so that
+/// the box does not come up unseen behind it.
 QWidget* owner()
 {
-    QWidget* modal = QApplication::activeModalWidget();
-    return modal ? modal : QApplication::activeWindow();
+    if (QWidget* modal = QApplication::activeModalWidget())
+        return modal;
+    if (QWidget* active = QApplication::activeWindow())
+        return active;
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->isVisible() && window->windowType() == Qt::Window)
+            return window;
+    return nullptr;
 }
 
 QString titleOr(const QString& title) { return title.isEmpty() ? applicationTitle() : title; }
+
+// Some texts end their lines as the clock's files do; a box would show a blank for each return.
+QString plainLines(QString text) { return text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n'); }
 
 QMessageBox::Icon toolkitIcon(Dialogs::Icon icon)
 {
@@ -38,7 +50,7 @@ QPointer<QMessageBox> makeBox(Dialogs::Icon icon, const QString& title, const QS
     box->setIcon(toolkitIcon(icon));
     box->setWindowTitle(titleOr(title));
     box->setTextFormat(Qt::PlainText);
-    box->setText(text);
+    box->setText(plainLines(text));
     return box;
 }
 
@@ -85,7 +97,9 @@ std::optional<QString> WidgetDialogs::askText(const QString& title, const QStrin
 {
     const QPointer<QInputDialog> dialog = new QInputDialog(owner());
     dialog->setWindowTitle(titleOr(title));
-    dialog->setLabelText(prompt);
+    dialog->setLabelText(plainLines(prompt));
+    for (QLabel* label : dialog->findChildren<QLabel*>())
+        label->setTextFormat(Qt::PlainText);
     dialog->setOkButtonText(u"&Aceptar"_s);
     dialog->setCancelButtonText(u"&Cancelar"_s);
     std::optional<QString> text;
