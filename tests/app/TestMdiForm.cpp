@@ -1,8 +1,12 @@
 #include "MdiForm.h"
 
+#include <QLabel>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 #include <QVBoxLayout>
@@ -19,10 +23,16 @@ public:
         auto* layout = new QVBoxLayout(this);
         layout->addWidget(new QLineEdit);
         edit = new QLineEdit;
+        auto* caption = new QLabel(u"&Hora:"_s);
+        caption->setBuddy(edit);
+        button = new QPushButton(u"&Automático"_s);
+        layout->addWidget(caption);
         layout->addWidget(edit);
+        layout->addWidget(button);
     }
 
     QLineEdit* edit;
+    QPushButton* button;
     bool refuses = false;
     QList<CloseReason> asked;
     int unloads = 0;
@@ -63,6 +73,13 @@ private slots:
     void deletingTheAreaTakesTheForm();
     void frameFitsItsContents();
     void framesDoNotHideEachOther();
+    void newWindowStandsBesideTheOpenOnesWhileThereIsRoom();
+    void windowsCascadeWhenThereIsNoRoom();
+    void enterPressesTheButtonWithTheFocus_data();
+    void enterPressesTheButtonWithTheFocus();
+    void accessKeySharedWithTheMenuBelongsToTheWindowInUse();
+    void accessKeyOfADisabledButtonOpensTheMenu();
+    void accessKeyOfACaptionLeadsToItsField();
 
 private:
     qsizetype visibleFrames() const
@@ -261,6 +278,138 @@ void TestMdiForm::framesDoNotHideEachOther()
     const QList<QMdiSubWindow*> frames = m_area->subWindowList();
     QVERIFY(frames[0]->pos() != frames[1]->pos());
     QVERIFY(m_area->viewport()->rect().contains(frames[1]->geometry()));
+}
+
+void TestMdiForm::newWindowStandsBesideTheOpenOnesWhileThereIsRoom()
+{
+    QList<Form*> forms;
+    for (int i = 0; i < 6; ++i) {
+        forms.append(new Form(*m_area));
+        forms.last()->setMinimumSize(200, 120);
+        forms.last()->showForm();
+    }
+    const QList<QMdiSubWindow*> frames = m_area->subWindowList();
+    for (const QMdiSubWindow* frame : frames) {
+        QVERIFY(m_area->viewport()->rect().contains(frame->geometry()));
+        for (const QMdiSubWindow* other : frames)
+            QVERIFY(other == frame || !other->geometry().intersects(frame->geometry()));
+    }
+    // The room of a closed window is free again.
+    const QPoint freed = frames[1]->pos();
+    forms[1]->closeWindow(MdiForm::CloseReason::Operator);
+    auto* last = new Form(*m_area);
+    last->showForm();
+    QCOMPARE(last->parentWidget()->pos(), freed);
+}
+
+void TestMdiForm::windowsCascadeWhenThereIsNoRoom()
+{
+    for (int i = 0; i < 3; ++i) {
+        auto* form = new Form(*m_area);
+        form->setMinimumSize(500, 350);
+        form->showForm();
+    }
+    const QList<QMdiSubWindow*> frames = m_area->subWindowList();
+    QCOMPARE(frames[0]->pos(), QPoint(0, 0));
+    QCOMPARE(frames[1]->pos(), QPoint(28, 28));
+    QCOMPARE(frames[2]->pos(), QPoint(56, 56));
+}
+
+void TestMdiForm::enterPressesTheButtonWithTheFocus_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::newRow("Return") << Qt::Key_Return;
+    QTest::newRow("Enter") << Qt::Key_Enter;
+    QTest::newRow("Space") << Qt::Key_Space;
+}
+
+void TestMdiForm::enterPressesTheButtonWithTheFocus()
+{
+    QFETCH(Qt::Key, key);
+    Form form(*m_area);
+    form.showForm();
+    QSignalSpy clicked(form.button, &QPushButton::clicked);
+    QTest::keyClick(form.edit, key);
+    QCOMPARE(clicked.size(), 0);
+    form.button->setFocus();
+    QTest::keyClick(form.button, key);
+    QCOMPARE(clicked.size(), 1);
+    form.button->setEnabled(false);
+    QTest::keyClick(&form, key);
+    QCOMPARE(clicked.size(), 1);
+}
+
+namespace {
+
+/// The area in a main window whose menu "&Ayuda" shares its letter with the form's button.
+struct WithMenu {
+    WithMenu()
+    {
+        QMenu* menu = window.menuBar()->addMenu(u"&Ayuda"_s);
+        menu->addAction(u"&Manual"_s);
+        opened = std::make_unique<QSignalSpy>(menu, &QMenu::aboutToShow);
+        area = new QMdiArea;
+        window.setCentralWidget(area);
+        window.resize(800, 600);
+        window.show();
+        form = new Form(*area);
+        form->showForm();
+        clicked = std::make_unique<QSignalSpy>(form->button, &QPushButton::clicked);
+    }
+    /// Alt+A into whatever has the focus.
+    static void press()
+    {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_A, Qt::AltModifier);
+        if (QWidget* popup = QApplication::activePopupWidget())
+            popup->close();
+    }
+
+    QMainWindow window;
+    QMdiArea* area;
+    Form* form;
+    std::unique_ptr<QSignalSpy> opened;
+    std::unique_ptr<QSignalSpy> clicked;
+};
+
+} // namespace
+
+void TestMdiForm::accessKeySharedWithTheMenuBelongsToTheWindowInUse()
+{
+    WithMenu program;
+    QVERIFY(QTest::qWaitForWindowActive(&program.window));
+    program.form->edit->setFocus();
+    for (int round = 1; round <= 3; ++round) {
+        WithMenu::press();
+        QTRY_COMPARE(program.clicked->size(), round);
+        QCOMPARE(program.opened->size(), 0);
+    }
+    QVERIFY(program.form->button->hasFocus());
+    QCOMPARE(program.form->edit->text(), QString());
+    program.form->hideForm();
+    program.window.setFocus();
+    WithMenu::press();
+    QCOMPARE(program.opened->size(), 1);
+    QCOMPARE(program.clicked->size(), 3);
+}
+
+void TestMdiForm::accessKeyOfADisabledButtonOpensTheMenu()
+{
+    WithMenu program;
+    QVERIFY(QTest::qWaitForWindowActive(&program.window));
+    program.form->edit->setFocus();
+    program.form->button->setEnabled(false);
+    WithMenu::press();
+    QCOMPARE(program.opened->size(), 1);
+    QCOMPARE(program.clicked->size(), 0);
+}
+
+void TestMdiForm::accessKeyOfACaptionLeadsToItsField()
+{
+    Form form(*m_area);
+    form.showForm();
+    form.button->setFocus();
+    QTest::keyClick(form.button, Qt::Key_H, Qt::AltModifier);
+    QVERIFY(form.edit->hasFocus());
 }
 
 QTEST_MAIN(TestMdiForm)

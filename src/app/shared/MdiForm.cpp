@@ -1,8 +1,14 @@
 #include "MdiForm.h"
 
-#include <QCloseEvent>
+#include "AccessKeys.h"
+
+#include <QApplication>
+#include <QKeyEvent>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QPushButton>
+
+#include <algorithm>
 
 MdiForm::MdiForm(QMdiArea& area) : m_frame(area.addSubWindow(this))
 {
@@ -76,28 +82,80 @@ bool MdiForm::closeWindow(CloseReason reason)
 
 bool MdiForm::queryUnload(CloseReason) { return true; }
 
-// The close button, Ctrl+F4 and the frame's own menu all end in a close event of the frame.
+bool MdiForm::event(QEvent* event)
+{
+    if (event->type() != QEvent::ShortcutOverride ||
+        !accesskeys::target(*this, *static_cast<QKeyEvent*>(event)))
+        return QWidget::event(event);
+    // Accepted, it is no shortcut of the main window any more, and follows as a key press, which a
+    // text field would take for a letter.
+    event->accept();
+    if (QWidget* receiver = QApplication::focusWidget())
+        receiver->installEventFilter(this);
+    return true;
+}
+
 bool MdiForm::eventFilter(QObject* watched, QEvent* event)
 {
     // The type first: events come here even while the frame is half destroyed.
+    if (event->type() == QEvent::KeyPress && watched != m_frame) {
+        watched->removeEventFilter(this);
+        QWidget* target = accesskeys::target(*this, *static_cast<QKeyEvent*>(event));
+        if (target)
+            accesskeys::activate(*target);
+        return target != nullptr;
+    }
     if (event->type() != QEvent::Close || watched != m_frame)
         return QWidget::eventFilter(watched, event);
+    // The close button, Ctrl+F4 and the frame's own menu all end here.
     event->ignore();
     closeWindow(CloseReason::Operator);
     return true;
+}
+
+void MdiForm::keyPressEvent(QKeyEvent* event)
+{
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    auto* button = qobject_cast<QPushButton*>(QApplication::focusWidget());
+    if (isEnter && !event->isAutoRepeat() && button && isAncestorOf(button))
+        button->click();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 // The area itself places a sub-window when it is added, when the form has no contents yet.
 void MdiForm::placeFrame()
 {
     m_placed = true;
-    const QMdiArea& area = *m_frame->mdiArea();
-    int shown = 0;
-    for (const QMdiSubWindow* other : area.subWindowList())
-        shown += other->isVisible() ? 1 : 0;
-    const QSize room = area.viewport()->size();
     m_frame->resize(m_frame->sizeHint().expandedTo(m_frame->minimumSizeHint()));
+    m_frame->move(placeBesideOthers());
+}
+
+// Beside the open windows, so that none hides what another shows, or else in a cascade.
+QPoint MdiForm::placeBesideOthers() const
+{
+    const QRect room = m_frame->mdiArea()->viewport()->rect();
+    QRegion taken;
+    QList<int> columns{0};
+    QList<int> rows{0};
+    int shown = 0;
+    for (const QMdiSubWindow* other : m_frame->mdiArea()->subWindowList()) {
+        if (!other->isVisible())
+            continue;
+        ++shown;
+        taken += other->geometry();
+        columns.append(other->geometry().right() + 1);
+        rows.append(other->geometry().bottom() + 1);
+    }
+    std::sort(columns.begin(), columns.end());
+    std::sort(rows.begin(), rows.end());
+    for (const int y : rows)
+        for (const int x : columns) {
+            const QRect place(QPoint(x, y), m_frame->size());
+            if (room.contains(place) && !taken.intersects(place))
+                return place.topLeft();
+        }
     const int step = 28 * (shown % 8);
-    const QSize spare = (room - m_frame->size()).expandedTo(QSize(0, 0));
-    m_frame->move(std::min(step, spare.width()), std::min(step, spare.height()));
+    const QSize spare = (room.size() - m_frame->size()).expandedTo(QSize(0, 0));
+    return {std::min(step, spare.width()), std::min(step, spare.height())};
 }

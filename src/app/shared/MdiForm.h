@@ -8,7 +8,8 @@ class QMdiSubWindow;
 
 /// A modeless window of the main window's MDI area. Showing, hiding and closing go through its
 /// sub-window, because the toolkit leaves an empty frame behind when the form itself is closed; and
-/// who asked for the closing is passed on, which a close event does not tell.
+/// who asked for the closing is passed on, which a close event does not tell. Its access keys go
+/// before those of the menu bar, and Enter presses the button that has the focus.
 class MdiForm : public QWidget {
     Q_OBJECT
 public:
@@ -40,10 +41,13 @@ protected:
     /// called once, before `unloaded`.
     virtual void unload() {}
 
+    bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void placeFrame();
+    QPoint placeBesideOthers() const;
 
     QPointer<QMdiSubWindow> m_frame;
     bool m_placed = false;
