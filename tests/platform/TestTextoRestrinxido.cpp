@@ -146,6 +146,7 @@ void TestTextoRestrinxido::typedDate_data()
     QTest::newRow("year of two digits") << u"010126"_s << u"01/01/0026"_s;
     QTest::newRow("a fifth digit begins the year anew") << u"010120195"_s << u"01/01/0005"_s;
     QTest::newRow("other separators") << u"1-2.2019"_s << u"01/02/2019"_s;
+    QTest::newRow("comma of the keypad") << u"1,2,2019"_s << u"01/02/2019"_s;
     QTest::newRow("separators alone do nothing") << u"///7"_s << u"07/01/0000"_s;
 }
 

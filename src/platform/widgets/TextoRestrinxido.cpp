@@ -198,7 +198,7 @@ void TextoRestrinxido::takeCharacter(QChar character)
 {
     if (isDigit(character))
         takeDigit(character.unicode() - u'0');
-    else if (u"/:.- "_s.contains(character) && m_typedDigits > 0)
+    else if (u"/:.,- "_s.contains(character) && m_typedDigits > 0)
         moveTo(m_current + 1);
 }
 
