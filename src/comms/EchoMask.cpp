@@ -1,15 +1,20 @@
 #include "EchoMask.h"
 
-#include <string_view>
-
 namespace {
-
-constexpr std::string_view codeCommand = "CPIN=";
 
 char upperCase(char character)
 {
     return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A')
                                                 : character;
+}
+
+/// Modems pass over the blanks of a command.
+bool endsInCodeCommand(const QByteArray& line)
+{
+    if (!line.endsWith('='))
+        return false;
+    QByteArray dense = line;
+    return dense.replace(' ', "").endsWith("CPIN=");
 }
 
 } // namespace
@@ -20,18 +25,29 @@ char EchoMask::take(char character, bool codeJustSent)
         *this = EchoMask();
         return character;
     }
-    if (m_masking)
+    if (character == '\b')
+        return takeBack();
+    if (m_masking) {
+        ++m_hidden;
         return character == ',' ? ',' : '*';
-    if (!m_lineBegun) {
-        m_lineBegun = true;
-        m_report = character == '+';
     }
-    const char upper = upperCase(character);
-    if (upper == codeCommand[static_cast<std::size_t>(m_matched)])
-        ++m_matched;
-    else
-        m_matched = upper == codeCommand.front() ? 1 : 0;
-    m_masking = m_matched == static_cast<int>(codeCommand.size());
+    if (m_line.isEmpty())
+        m_report = character == '+';
+    m_line += upperCase(character);
+    if (m_line.size() > maximumLine)
+        m_line.remove(0, m_line.size() - maximumLine);
+    m_masking = endsInCodeCommand(m_line);
     const bool digit = character >= '0' && character <= '9';
     return codeJustSent && digit && !m_report ? '*' : character;
+}
+
+char EchoMask::takeBack()
+{
+    if (m_hidden > 0) {
+        --m_hidden;
+    } else {
+        m_line.chop(1);
+        m_masking = endsInCodeCommand(m_line);
+    }
+    return '\b';
 }

@@ -137,7 +137,8 @@ void frmPINPUK::choosePuk(bool wanted)
     txtPUK->setPalette(colours);
     lblPIN->setText(wanted ? u"Nuevo PIN:"_s : u"PIN:"_s);
     txtPIN->setAccessibleName(wanted ? u"Nuevo PIN"_s : u"PIN"_s);
-    txtPUK->clear();
+    // Not by clear, which could be undone.
+    txtPUK->setText(QString());
     validate();
 }
 

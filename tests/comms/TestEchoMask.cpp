@@ -33,6 +33,20 @@ void TestEchoMask::codesAreHiddenAndTheRestIsNot_data()
         << QByteArray("ATD986123456\r\n") << false << QByteArray("ATD986123456\r\n");
     QTest::newRow("beginning twice")
         << QByteArray("CPICPIN=1\n") << false << QByteArray("CPICPIN=*\n");
+    QTest::newRow("corrected while typed")
+        << QByteArray("AT+CPN\bIN=1234\r") << false << QByteArray("AT+CPN\bIN=****\r");
+    QTest::newRow("correction as a modem echoes it")
+        << QByteArray("AT+CPN\b \bIN=1234\r") << false << QByteArray("AT+CPN\b \bIN=****\r");
+    QTest::newRow("code corrected")
+        << QByteArray("AT+CPIN=12\b\b34\r1") << false << QByteArray("AT+CPIN=**\b\b**\r1");
+    QTest::newRow("command taken back")
+        << QByteArray("AT+CPIN=1\b\b?2\r") << false << QByteArray("AT+CPIN=*\b\b?2\r");
+    QTest::newRow("more taken back than typed")
+        << QByteArray("A\b\b\bCPIN=1\r") << false << QByteArray("A\b\b\bCPIN=*\r");
+    QTest::newRow("blanks in the command")
+        << QByteArray("AT + C PIN = 1234\r") << false << QByteArray("AT + C PIN =*****\r");
+    QTest::newRow("behind a long line")
+        << QByteArray(1000, 'x') + "CPIN=1234" << false << QByteArray(1000, 'x') + "CPIN=****";
 }
 
 void TestEchoMask::codesAreHiddenAndTheRestIsNot()

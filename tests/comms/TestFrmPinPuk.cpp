@@ -1,6 +1,8 @@
 #include "frmPINPUK.h"
 
+#include <QAccessible>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -23,6 +25,8 @@ private slots:
     void fourDigitsEnableAccept();
     void changedPinNeedsEightDigitsOfPuk();
     void uncheckingClearsThePuk();
+    void clearedPukCannotBeBroughtBack();
+    void hiddenCodesAreHiddenFromAScreenReaderAndTheClipboard();
     void captionOfThePinFollowsTheBox();
     void codesAreHiddenByAsterisks();
     void acceptReportsTheCodes();
@@ -143,6 +147,38 @@ void TestFrmPinPuk::uncheckingClearsThePuk()
     QCOMPARE(txtPUK().text(), QString());
     QCOMPARE(m_dialog->puk(), QByteArray());
     QVERIFY(cmdAceptar().isEnabled());
+}
+
+void TestFrmPinPuk::clearedPukCannotBeBroughtBack()
+{
+    QTest::mouseClick(&control<QCheckBox>(u"chkVerCodigos"_s), Qt::LeftButton);
+    QTest::mouseClick(&chkPUK(), Qt::LeftButton);
+    QTest::keyClicks(&txtPUK(), u"12345678"_s);
+    QTest::mouseClick(&chkPUK(), Qt::LeftButton);
+    QTest::mouseClick(&chkPUK(), Qt::LeftButton);
+    QTest::keySequence(&txtPUK(), QKeySequence::Undo);
+    QCOMPARE(txtPUK().text(), QString());
+    QVERIFY(!txtPUK().isUndoAvailable());
+    QVERIFY(!txtPUK().isRedoAvailable());
+}
+
+void TestFrmPinPuk::hiddenCodesAreHiddenFromAScreenReaderAndTheClipboard()
+{
+    QTest::mouseClick(&chkPUK(), Qt::LeftButton);
+    QTest::keyClicks(&txtPIN(), u"7391"_s);
+    QTest::keyClicks(&txtPUK(), u"12345678"_s);
+    QGuiApplication::clipboard()->setText(u"before"_s);
+    for (QLineEdit* edit : {&txtPIN(), &txtPUK()}) {
+        QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(edit);
+        QCOMPARE(accessible->text(QAccessible::Value), QString(edit->maxLength(), u'*'));
+        QVERIFY(accessible->textInterface()->text(0, edit->maxLength()).isEmpty());
+        QVERIFY(accessible->state().passwordEdit);
+        QVERIFY((edit->inputMethodHints() & Qt::ImhHiddenText) != 0);
+        edit->selectAll();
+        QTest::keySequence(edit, QKeySequence::Copy);
+        QTest::keySequence(edit, QKeySequence::Cut);
+    }
+    QCOMPARE(QGuiApplication::clipboard()->text(), u"before"_s);
 }
 
 void TestFrmPinPuk::captionOfThePinFollowsTheBox()
