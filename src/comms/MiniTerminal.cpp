@@ -7,6 +7,14 @@
 
 namespace {
 
+/// Alt with a key is an access key. AltGr may come as Ctrl and Alt together, and then types the
+/// likes of "#" and "@".
+bool isAccessKey(const QKeyEvent& event)
+{
+    return event.modifiers().testFlag(Qt::AltModifier) &&
+           !event.modifiers().testFlag(Qt::ControlModifier);
+}
+
 bool isShown(QChar character)
 {
     return character == u'\n' || character == u'\t' || character.isPrint();
@@ -67,7 +75,7 @@ void MiniTerminal::keyPressEvent(QKeyEvent* event)
         event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown)
         return QPlainTextEdit::keyPressEvent(event);
     if (event->key() == Qt::Key_Escape || event->key() == Qt::Key_Tab ||
-        event->key() == Qt::Key_Backtab || (event->modifiers() & Qt::AltModifier) != 0)
+        event->key() == Qt::Key_Backtab || isAccessKey(*event))
         return event->ignore();
     event->accept();
     if (event->key() == Qt::Key_Delete || event->key() == Qt::Key_Clear ||

@@ -34,6 +34,8 @@ private slots:
     void typedKeysGoToTheModem();
     void keysThatWouldEditAreSwallowed_data();
     void keysThatWouldEditAreSwallowed();
+    void characterOfTheThirdLevelGoesToTheModem();
+    void accessKeyInTheTerminalIsTheDialogs();
     void pasteSendsNothing();
     void tabKeyLeavesTheTerminal();
     void escapeInTheTerminalCancels();
@@ -225,6 +227,22 @@ void TestModemTab::keysThatWouldEditAreSwallowed()
     QCOMPARE(terminal().toPlainText(), u"AT"_s);
     QTest::keyClicks(&terminal(), u"Z"_s);
     QCOMPARE(terminal().toPlainText(), u"ATZ"_s);
+}
+
+void TestModemTab::characterOfTheThirdLevelGoesToTheModem()
+{
+    QTest::sendKeyEvent(QTest::Click, &terminal(), Qt::Key_NumberSign, u"#"_s,
+                        Qt::ControlModifier | Qt::AltModifier);
+    QCOMPARE(m_form->takeCommand(), QByteArray("#"));
+    QCOMPARE(terminal().toPlainText(), u"#"_s);
+}
+
+void TestModemTab::accessKeyInTheTerminalIsTheDialogs()
+{
+    terminal().setFocus();
+    QTest::keyClick(&terminal(), Qt::Key_N, Qt::AltModifier);
+    QTRY_COMPARE(m_form->link.state(), LinkState::SignalQuery);
+    QCOMPARE(m_form->takeCommand(), QByteArray("AT+CSQ\r\n"));
 }
 
 void TestModemTab::pasteSendsNothing()
