@@ -74,7 +74,8 @@ ModemControl::ModemControl(MessageLink& link, SerialPort& commModem, const CommS
       m_dialogs(dialogs)
 {
     m_link.setModemDialogue(this);
-    connect(&m_commModem, &SerialPort::lost, this, &ModemControl::portLost);
+    // Later: a port may find its device gone in the midst of the sending of a command.
+    connect(&m_commModem, &SerialPort::lost, this, &ModemControl::portLost, Qt::QueuedConnection);
 }
 
 ModemControl::~ModemControl() { m_link.setModemDialogue(nullptr); }
@@ -205,6 +206,8 @@ void ModemControl::ended()
     m_script.close();
     m_response.clear();
     flushEcho();
+    m_sentMask = EchoMask();
+    m_receivedMask = EchoMask();
     EnableModemControls(true);
 }
 
@@ -435,6 +438,6 @@ void ModemControl::finish()
 
 void ModemControl::portLost()
 {
-    if (m_link.isModemPhase() && !isAsking())
+    if (m_link.isModemPhase() && !isAsking() && !m_commModem.isOpen())
         fail();
 }

@@ -36,6 +36,10 @@ private slots:
     void characterTypedWhileACommandRunsIsNotSent();
     void characterTypedWithoutPortIsToldInTheTerminal();
     void codeTypedByHandIsMasked();
+    void codeCorrectedWhileTypedByHandIsMasked();
+    void halfTypedCodeMasksNothingAfterTheConnection();
+    void modemFoundGoneInMidCommandFailsOnce();
+    void modemUnpluggedAndBackBeforeAnyoneLooksIsToldByTheTimeOut();
     void endOfTheConnectionEnablesTheControls();
     void endOfTheConnectionUnderTheBoxLeavesTheNextCommandAlone();
 
@@ -308,6 +312,48 @@ void TestModemCommands::codeTypedByHandIsMasked()
         m_modem->control.typeCharacter(character);
     QCOMPARE(m_modem->takeCommand(), QByteArray("AT+CPIN=1234\r"));
     QCOMPARE(m_modem->takeTerminal(), u"AT+CPIN=****\r"_s);
+}
+
+void TestModemCommands::codeCorrectedWhileTypedByHandIsMasked()
+{
+    for (const char character : QByteArray("AT+CPN\bIN=1234\r"))
+        m_modem->control.typeCharacter(character);
+    m_modem->reply("AT+CPN\b \bIN=1234\r\r\nOK\r\n");
+    QCOMPARE(m_modem->takeTerminal(), u"AT+CPN\bIN=****\rAT+CPN\b \bIN=****\r\r\nOK\r\n"_s);
+}
+
+void TestModemCommands::halfTypedCodeMasksNothingAfterTheConnection()
+{
+    for (const char character : QByteArray("AT+CPIN=12"))
+        m_modem->control.typeCharacter(character);
+    m_modem->reply("AT+CPIN=12");
+    m_modem->link.RemataConexion();
+    m_modem->takeTerminal();
+    m_modem->control.querySignal();
+    m_modem->reply("+CSQ: 20,0");
+    QCOMPARE(m_modem->takeTerminal(), u"AT+CSQ\r\n+CSQ: 20,0"_s);
+}
+
+void TestModemCommands::modemFoundGoneInMidCommandFailsOnce()
+{
+    m_modem->modem.afterWrite = [&] { m_modem->modem.vanish(); };
+    m_modem->control.checkPin();
+    QTRY_COMPARE(m_modem->dialogs.boxes.size(), 1);
+    QCOMPARE(m_modem->dialogs.boxes.first().text, u"El módem no responde al comando."_s);
+    QCOMPARE(m_modem->link.state(), LinkState::Idle);
+    QVERIFY(!m_modem->tmrTemporizador.isEnabled());
+    QVERIFY(m_modem->controlsEnabled);
+}
+
+void TestModemCommands::modemUnpluggedAndBackBeforeAnyoneLooksIsToldByTheTimeOut()
+{
+    m_modem->control.checkPin();
+    m_modem->modem.vanish();
+    m_modem->modem.open();
+    QCoreApplication::processEvents();
+    QVERIFY(m_modem->dialogs.boxes.isEmpty());
+    QVERIFY(m_modem->tmrTemporizador.fire());
+    QCOMPARE(m_modem->dialogs.boxes.size(), 1);
 }
 
 void TestModemCommands::endOfTheConnectionEnablesTheControls()

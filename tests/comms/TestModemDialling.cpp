@@ -37,6 +37,7 @@ private slots:
     void modemWithoutPortIsNotSpokenTo();
     void vanishingModemEndsTheDialling();
     void modemThatVanishedWhileTheNumberWasAskedFails();
+    void modemFoundGoneWhileTheNumberIsSentShowsOneBox();
     void secondConnectWhileDiallingStartsNoOther();
     void endOfTheConnectionWhileDiallingHangsUp();
     void endOfTheConnectionWhileTheNumberIsAskedDialsNothing();
@@ -275,6 +276,19 @@ void TestModemDialling::modemThatVanishedWhileTheNumberWasAskedFails()
     QCOMPARE(m_modem->dialogs.boxes.size(), 1);
     QCOMPARE(m_modem->dialogs.boxes.first().text, callFailed);
     QCOMPARE(m_modem->link.state(), LinkState::Idle);
+}
+
+void TestModemDialling::modemFoundGoneWhileTheNumberIsSentShowsOneBox()
+{
+    m_modem->dialWith({[&] {
+        m_modem->modem.afterWrite = [&] { m_modem->modem.vanish(); };
+        m_modem->reply("OK");
+    }});
+    QCoreApplication::processEvents();
+    QCOMPARE(m_modem->dialogs.boxes.size(), 1);
+    QCOMPARE(m_modem->dialogs.boxes.first().text, callFailed);
+    QCOMPARE(m_modem->link.state(), LinkState::Idle);
+    QVERIFY(!m_modem->tmrTemporizador.isEnabled());
 }
 
 void TestModemDialling::secondConnectWhileDiallingStartsNoOther()

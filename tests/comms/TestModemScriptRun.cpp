@@ -195,6 +195,7 @@ void TestModemScriptRun::vanishingModemEndsTheScript()
     m_modem->takeCommand();
     m_modem->takeTerminal();
     m_modem->modem.vanish();
+    QCoreApplication::processEvents();
     QCOMPARE(m_modem->takeTerminal(), u"\r\n** No se ha podido abrir el puerto serie\r\n"_s);
     QCOMPARE(m_modem->link.state(), LinkState::Idle);
     QVERIFY(m_modem->controlsEnabled);

@@ -5,6 +5,8 @@
 
 #include <QList>
 
+#include <functional>
+
 /// A port whose far end is the test: it keeps every write with its time and delivers what the test
 /// says that the line brings.
 class FakeSerialPort final : public SerialPort {
@@ -27,6 +29,8 @@ public:
     int timesOpened = 0;
     int timesClosed = 0;
     int outputClears = 0;
+    /// Runs as a write has reached the device, or has found it gone.
+    std::function<void()> afterWrite;
 
     /// All bytes written, joined.
     QByteArray written() const
@@ -56,7 +60,12 @@ public:
     bool isOpen() const override { return m_open; }
     QString deviceName() const override { return device; }
     void clearOutput() override { ++outputClears; }
-    void write(const QByteArray& bytes) override { writes.append({bytes, m_clock.now().time()}); }
+    void write(const QByteArray& bytes) override
+    {
+        writes.append({bytes, m_clock.now().time()});
+        if (afterWrite)
+            afterWrite();
+    }
 
 protected:
     QString openDevice() override
