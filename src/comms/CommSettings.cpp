@@ -62,7 +62,7 @@ QChar parityLetter(const QString& name)
 int bitRate(const QString& speed)
 {
     const int rate = speed.trimmed().toInt();
-    return rate < CommSettings::slowestRate ? 9600 : rate;
+    return rate <= 0 ? 9600 : rate;
 }
 
 quint8 byteOrZero(const QString& text)

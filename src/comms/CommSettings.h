@@ -39,15 +39,12 @@ public:
     bool isDirectDtrOn() const;
     bool isDirectRtsOn() const;
 
-    /// Bit rates for the time-out arithmetic: what is no number from `slowestRate` up counts as
-    /// 9600. The ports get the text itself.
+    /// Bit rates for the time-out arithmetic: what is no number above 0 counts as 9600. The ports
+    /// get the text itself.
     int directBitRate() const;
     int modemBitRate() const;
 
     /// Station address and identification number: a text that is no number from 0 to 255 is 0.
     quint8 estacion() const;
     quint8 identificacion() const;
-
-    /// The slowest rate that a serial driver knows.
-    static constexpr int slowestRate = 50;
 };

@@ -232,8 +232,7 @@ void TestCommSettings::senselessSpeedCountsAs9600_data()
     QTest::addColumn<int>("rate");
     QTest::newRow("as listed") << u"1200"_s << 1200;
     QTest::newRow("not listed") << u"9601"_s << 9601;
-    QTest::newRow("slowest") << u"50"_s << 50;
-    QTest::newRow("below the slowest") << u"49"_s << 9600;
+    QTest::newRow("slowest") << u"1"_s << 1;
     QTest::newRow("0") << u"0"_s << 9600;
     QTest::newRow("empty") << QString() << 9600;
     QTest::newRow("negative") << u"-9600"_s << 9600;
