@@ -1,5 +1,7 @@
 #include "ModemLine.h"
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace simulator {
@@ -14,6 +16,13 @@ QByteArray result(const char* word) { return QByteArray("\r\n") + word + "\r\n";
 QByteArray information(const QString& text)
 {
     return result(text.toLatin1().constData()) + result("OK");
+}
+
+/// A modem passes over whatever comes before the "AT" of a line.
+QString commandIn(const QString& line)
+{
+    return line.mid(std::max<qsizetype>(line.indexOf("AT"_L1, 0, Qt::CaseInsensitive), 0))
+        .trimmed();
 }
 
 QString masked(const QString& command)
@@ -85,7 +94,7 @@ void ModemLine::takeCommandByte(char byte)
     if (m_echo && !m_silent)
         emit replied(QByteArray(1, byte));
     if (byte == '\r') {
-        const QString line = QString::fromLatin1(m_line).trimmed();
+        const QString line = commandIn(QString::fromLatin1(m_line));
         m_line.clear();
         if (!line.isEmpty())
             obey(line);

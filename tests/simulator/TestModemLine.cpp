@@ -76,6 +76,10 @@ void TestModemLine::commandIsAnswered_data()
     QTest::newRow("network") << QByteArray("AT+CREG?\r\n")
                              << QByteArray("\r\n+CREG: 0,1\r\n\r\nOK\r\n");
     QTest::newRow("unknown") << QByteArray("AT+NONE\r\n") << QByteArray("\r\nERROR\r\n");
+    QTest::newRow("frame of an earlier try before it")
+        << QByteArray("h\x04\x04h\x01\x01\x02\x01\x05\x16"
+                      "AT\r\n")
+        << QByteArray("\r\nOK\r\n");
     QTest::newRow("no command") << QByteArray("hello\r\n") << QByteArray("\r\nERROR\r\n");
     QTest::newRow("corrected") << QByteArray("ATX1?\b\b4\r") << QByteArray("\r\nOK\r\n");
 }
