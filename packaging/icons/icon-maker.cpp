@@ -13,7 +13,6 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QSaveFile>
-#include <QStack>
 #include <QXmlStreamReader>
 
 #include <cstdio>
@@ -155,16 +154,17 @@ std::optional<Drawing> readDrawing(const QString& fileName)
         return std::nullopt;
     QXmlStreamReader xml(&file);
     Drawing drawing;
-    QStack<Style> styles({Style()});
+    QList<Style> styles{Style()};
     while (!xml.atEnd()) {
         const QXmlStreamReader::TokenType token = xml.readNext();
         if (token == QXmlStreamReader::StartElement) {
-            styles.push(styles.top());
-            styles.top().take(xml.attributes());
-            if (!takeElement(xml, styles.top(), drawing))
+            Style style = styles.constLast();
+            style.take(xml.attributes());
+            styles.append(style);
+            if (!takeElement(xml, style, drawing))
                 return std::nullopt;
         } else if (token == QXmlStreamReader::EndElement) {
-            styles.pop();
+            styles.removeLast();
         }
     }
     return xml.hasError() ? std::nullopt : std::optional(drawing);
