@@ -79,4 +79,4 @@ void TestLineSettings::badTextGivesAReason()
 }
 
 QTEST_GUILESS_MAIN(TestLineSettings)
-#include "test_LineSettings.moc"
+#include "TestLineSettings.moc"

@@ -84,4 +84,4 @@ void TestAnsiText::zerosAreCharactersLikeAnyOther()
 }
 
 QTEST_GUILESS_MAIN(TestAnsiText)
-#include "test_AnsiText.moc"
+#include "TestAnsiText.moc"

@@ -179,4 +179,4 @@ void TestPause::clockOfDayIsFinerThanAMillisecond()
 }
 
 QTEST_GUILESS_MAIN(TestPause)
-#include "test_Pause.moc"
+#include "TestPause.moc"

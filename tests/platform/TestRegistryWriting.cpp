@@ -247,4 +247,4 @@ void TestRegistryWriting::encodingOfAStumpIsThatOfTheFileItGrowsInto()
 }
 
 QTEST_GUILESS_MAIN(TestRegistryWriting)
-#include "test_RegistryWriting.moc"
+#include "TestRegistryWriting.moc"

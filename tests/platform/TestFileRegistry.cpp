@@ -295,4 +295,4 @@ void TestFileRegistry::valueNamesAreBounded()
 }
 
 QTEST_GUILESS_MAIN(TestFileRegistry)
-#include "test_FileRegistry.moc"
+#include "TestFileRegistry.moc"

@@ -264,4 +264,4 @@ void TestRegistryReading::anyBytesAtAllAreTaken()
 }
 
 QTEST_GUILESS_MAIN(TestRegistryReading)
-#include "test_RegistryReading.moc"
+#include "TestRegistryReading.moc"

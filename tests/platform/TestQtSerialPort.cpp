@@ -531,4 +531,4 @@ void TestQtSerialPort::goodOpeningForgetsTheReasonOfTheFailedOne()
 }
 
 QTEST_GUILESS_MAIN(TestQtSerialPort)
-#include "test_QtSerialPort.moc"
+#include "TestQtSerialPort.moc"

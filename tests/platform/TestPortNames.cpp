@@ -111,4 +111,4 @@ void TestPortNames::listIsLookedUpAnewEachTime()
 }
 
 QTEST_GUILESS_MAIN(TestPortNames)
-#include "test_PortNames.moc"
+#include "TestPortNames.moc"

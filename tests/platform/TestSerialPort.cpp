@@ -197,4 +197,4 @@ void TestSerialPort::lossClosesFirstAndIsToldOnce()
 }
 
 QTEST_GUILESS_MAIN(TestSerialPort)
-#include "test_SerialPort.moc"
+#include "TestSerialPort.moc"

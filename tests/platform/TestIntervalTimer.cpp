@@ -255,4 +255,4 @@ void TestIntervalTimer::tickTimerSwitchedOffInItsTickRunsAgainWhenEnabled()
 }
 
 QTEST_GUILESS_MAIN(TestIntervalTimer)
-#include "test_IntervalTimer.moc"
+#include "TestIntervalTimer.moc"
