@@ -1,5 +1,6 @@
 #include "MdiForm.h"
 
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
@@ -58,12 +59,15 @@ private slots:
 
     void isHiddenUntilShown();
     void showingGivesTheFocus();
+    void showingGivesTheFocusToTheFirstControlThatTakesIt();
     void showingBringsToTheFront();
     void hidingLeavesNoEmptyFrame();
     void showingAgainKeepsWhatWasEntered();
     void minimisedIsRestored();
     void titleBarClosesForTheOperator();
     void controlF4ClosesForTheOperator();
+    void closingGivesTheFocusToTheWindowUsedBefore();
+    void closingAWindowBehindLeavesTheFocusAlone();
     void refusalKeepsTheWindow();
     void closingLeavesNoEmptyFrame();
     void closingPassesTheReason();
@@ -80,6 +84,7 @@ private slots:
     void accessKeySharedWithTheMenuBelongsToTheWindowInUse();
     void accessKeyOfADisabledButtonOpensTheMenu();
     void accessKeyOfACaptionLeadsToItsField();
+    void accessKeyOfAFrameLeadsToItsFirstControlAndPressesNothing();
 
 private:
     qsizetype visibleFrames() const
@@ -120,6 +125,20 @@ void TestMdiForm::showingGivesTheFocus()
     first.showForm();
     QVERIFY(first.isAncestorOf(QApplication::focusWidget()) ||
             QApplication::focusWidget() == &first);
+}
+
+void TestMdiForm::showingGivesTheFocusToTheFirstControlThatTakesIt()
+{
+    Form form(*m_area);
+    for (QLineEdit* edit : form.findChildren<QLineEdit*>())
+        edit->setEnabled(false);
+    form.showForm();
+    QVERIFY(form.button->hasFocus());
+    form.edit->setEnabled(true);
+    form.edit->setFocus();
+    form.hideForm();
+    form.showForm();
+    QVERIFY(form.edit->hasFocus());
 }
 
 void TestMdiForm::showingBringsToTheFront()
@@ -185,6 +204,42 @@ void TestMdiForm::controlF4ClosesForTheOperator()
     form->refuses = true;
     QTest::keyClick(form->edit, Qt::Key_F4, Qt::ControlModifier);
     QCOMPARE(form->asked, QList<MdiForm::CloseReason>{MdiForm::CloseReason::Operator});
+}
+
+void TestMdiForm::closingGivesTheFocusToTheWindowUsedBefore()
+{
+    QList<Form*> forms;
+    for (int i = 0; i < 4; ++i) {
+        forms.append(new Form(*m_area));
+        forms[i]->showForm();
+        forms[i]->edit->setFocus();
+    }
+    // Used in the order 3, 2, 0, 1; the last but one is out of the way.
+    for (const int i : {2, 0, 1})
+        forms[i]->showForm();
+    m_area->subWindowList().at(0)->showMinimized();
+    forms[1]->showForm();
+    forms[1]->closeWindow(MdiForm::CloseReason::Operator);
+    QCOMPARE(m_area->activeSubWindow()->widget(), forms[2]);
+    QVERIFY(forms[2]->edit->hasFocus());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(m_area->activeSubWindow()->widget(), forms[2]);
+    forms[2]->hideForm();
+    QCOMPARE(m_area->activeSubWindow()->widget(), forms[3]);
+    QVERIFY(forms[3]->edit->hasFocus());
+}
+
+void TestMdiForm::closingAWindowBehindLeavesTheFocusAlone()
+{
+    auto* behind = new Form(*m_area);
+    auto* inUse = new Form(*m_area);
+    behind->showForm();
+    inUse->showForm();
+    inUse->edit->setFocus();
+    behind->closeWindow(MdiForm::CloseReason::Code);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(m_area->activeSubWindow()->widget(), inUse);
+    QVERIFY(inUse->edit->hasFocus());
 }
 
 void TestMdiForm::refusalKeepsTheWindow()
@@ -409,6 +464,29 @@ void TestMdiForm::accessKeyOfACaptionLeadsToItsField()
     form.showForm();
     form.button->setFocus();
     QTest::keyClick(form.button, Qt::Key_H, Qt::AltModifier);
+    QVERIFY(form.edit->hasFocus());
+}
+
+void TestMdiForm::accessKeyOfAFrameLeadsToItsFirstControlAndPressesNothing()
+{
+    Form form(*m_area);
+    auto* frame = new QGroupBox(u"&Salida"_s);
+    auto* column = new QVBoxLayout(frame);
+    auto* locked = new QPushButton(u"0"_s);
+    auto* first = new QPushButton(u"1"_s);
+    locked->setEnabled(false);
+    column->addWidget(locked);
+    column->addWidget(first);
+    form.layout()->addWidget(frame);
+    form.showForm();
+    form.edit->setFocus();
+    QSignalSpy pressed(first, &QPushButton::pressed);
+    QTest::keyClick(form.edit, Qt::Key_S, Qt::AltModifier);
+    QVERIFY(first->hasFocus());
+    QCOMPARE(pressed.size(), 0);
+    first->setEnabled(false);
+    form.edit->setFocus();
+    QTest::keyClick(form.edit, Qt::Key_S, Qt::AltModifier);
     QVERIFY(form.edit->hasFocus());
 }
 

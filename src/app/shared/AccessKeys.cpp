@@ -5,6 +5,8 @@
 #include <QKeyEvent>
 #include <QLabel>
 
+#include <algorithm>
+
 namespace {
 
 bool isCalledBy(const QKeySequence& keys, const QString& caption)
@@ -12,36 +14,52 @@ bool isCalledBy(const QKeySequence& keys, const QString& caption)
     return QKeySequence::mnemonic(caption) == keys;
 }
 
-QWidget* targetOf(QWidget* widget, const QKeySequence& keys)
+QWidget* firstControl(const QWidget& frame)
 {
-    if (const auto* button = qobject_cast<QAbstractButton*>(widget))
-        return isCalledBy(keys, button->text()) ? widget : nullptr;
-    if (const auto* frame = qobject_cast<QGroupBox*>(widget))
-        return isCalledBy(keys, frame->title()) ? widget : nullptr;
-    if (const auto* label = qobject_cast<QLabel*>(widget))
+    const QList<QWidget*> inside = frame.findChildren<QWidget*>();
+    const auto first = std::find_if(inside.begin(), inside.end(), [](const QWidget* widget) {
+        return accesskeys::takesFocus(*widget);
+    });
+    return first == inside.end() ? nullptr : *first;
+}
+
+/// What gets the focus by the access key of `carrier`; nullptr when the key is another.
+QWidget* receiver(QWidget& carrier, const QKeySequence& keys)
+{
+    if (const auto* button = qobject_cast<QAbstractButton*>(&carrier))
+        return isCalledBy(keys, button->text()) ? &carrier : nullptr;
+    if (const auto* frame = qobject_cast<QGroupBox*>(&carrier))
+        return isCalledBy(keys, frame->title()) ? firstControl(*frame) : nullptr;
+    if (const auto* label = qobject_cast<QLabel*>(&carrier))
         return label->buddy() && isCalledBy(keys, label->text()) ? label->buddy() : nullptr;
     return nullptr;
 }
 
 } // namespace
 
-QWidget* accesskeys::target(const QWidget& window, const QKeyEvent& event)
+accesskeys::Target accesskeys::target(const QWidget& window, const QKeyEvent& event)
 {
     const Qt::KeyboardModifiers modifiers = event.modifiers() & ~Qt::KeypadModifier;
     if (modifiers != Qt::AltModifier || event.key() == 0 || event.key() == Qt::Key_unknown)
-        return nullptr;
+        return {};
     const QKeySequence keys(QKeyCombination(modifiers, static_cast<Qt::Key>(event.key())));
-    for (QWidget* widget : window.findChildren<QWidget*>()) {
-        QWidget* found = targetOf(widget, keys);
+    for (QWidget* carrier : window.findChildren<QWidget*>()) {
+        QWidget* found = receiver(*carrier, keys);
         if (found && found->isVisible() && found->isEnabled())
-            return found;
+            return {found, found == carrier};
     }
-    return nullptr;
+    return {};
 }
 
-void accesskeys::activate(QWidget& target)
+bool accesskeys::takesFocus(const QWidget& widget)
 {
-    target.setFocus(Qt::ShortcutFocusReason);
-    if (auto* button = qobject_cast<QAbstractButton*>(&target))
+    return (widget.focusPolicy() & Qt::TabFocus) && widget.isEnabled() && widget.isVisible();
+}
+
+void accesskeys::activate(const Target& target)
+{
+    target.control->setFocus(Qt::ShortcutFocusReason);
+    auto* button = qobject_cast<QAbstractButton*>(target.control);
+    if (button && target.isPressed)
         button->animateClick();
 }

@@ -8,11 +8,22 @@ class QWidget;
 /// win; with these the window that has the focus comes first, as its operator expects.
 namespace accesskeys {
 
-/// The button, captioned field or frame of `window` that the key belongs to and that can be used
-/// now; nullptr when there is none.
-QWidget* target(const QWidget& window, const QKeyEvent& event);
+/// What an access key leads to: a button, which it presses, or else the field of a caption or the
+/// first control of a frame.
+struct Target {
+    QWidget* control = nullptr;
+    bool isPressed = false;
 
-/// Presses a button; gives anything else the focus.
-void activate(QWidget& target);
+    explicit operator bool() const { return control != nullptr; }
+};
+
+/// What the key leads to in `window`, of what can be used now; nothing when it is another's key.
+Target target(const QWidget& window, const QKeyEvent& event);
+
+/// Whether the Tab key could lead to it now.
+bool takesFocus(const QWidget& widget);
+
+/// Gives the control the focus and presses it where that is due.
+void activate(const Target& target);
 
 } // namespace accesskeys

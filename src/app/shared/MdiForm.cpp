@@ -37,14 +37,44 @@ void MdiForm::showForm()
     show();
     m_frame->raise();
     m_frame->mdiArea()->setActiveSubWindow(m_frame);
-    QWidget* inner = focusWidget();
-    (inner ? inner : this)->setFocus(Qt::ActiveWindowFocusReason);
+    focusTarget().setFocus(Qt::ActiveWindowFocusReason);
+}
+
+// The control that had the focus before, or else the first that takes it.
+QWidget& MdiForm::focusTarget()
+{
+    QWidget* before = m_focusWhenHidden ? m_focusWhenHidden.data() : focusWidget();
+    m_focusWhenHidden.clear();
+    if (before && before != this && before->isEnabled())
+        return *before;
+    for (QWidget* widget = nextInFocusChain(); widget != this; widget = widget->nextInFocusChain())
+        if (isAncestorOf(widget) && accesskeys::takesFocus(*widget))
+            return *widget;
+    return *this;
 }
 
 void MdiForm::hideForm()
 {
-    if (m_frame)
-        m_frame->hide();
+    if (!m_frame)
+        return;
+    QMdiArea* area = m_frame->mdiArea();
+    const bool wasInUse = area && area->currentSubWindow() == m_frame;
+    // Hiding passes the focus on from control to control.
+    m_focusWhenHidden = focusWidget();
+    m_frame->hide();
+    if (wasInUse)
+        activateLastUsed(*area);
+}
+
+// The area itself leaves nobody active, and the keyboard without a window.
+void MdiForm::activateLastUsed(QMdiArea& area)
+{
+    const QList<QMdiSubWindow*> byUse = area.subWindowList(QMdiArea::ActivationHistoryOrder);
+    const auto last = std::find_if(byUse.rbegin(), byUse.rend(), [](const QMdiSubWindow* frame) {
+        return frame->isVisible() && !frame->isMinimized();
+    });
+    if (last != byUse.rend())
+        area.setActiveSubWindow(*last);
 }
 
 bool MdiForm::isFormVisible() const { return m_frame && m_frame->isVisible(); }
@@ -69,15 +99,22 @@ bool MdiForm::closeWindow(CloseReason reason)
     const QPointer<MdiForm> self(this);
     if (!mayUnload(reason))
         return false;
-    if (!self || m_unloaded)
-        return true;
+    if (self)
+        unloadNow();
+    return true;
+}
+
+void MdiForm::unloadNow()
+{
+    if (m_unloaded)
+        return;
     m_unloaded = true;
+    const QPointer<MdiForm> self(this);
     unload();
     hideForm();
     emit unloaded();
     if (self && m_frame)
         m_frame->deleteLater();
-    return true;
 }
 
 bool MdiForm::queryUnload(CloseReason) { return true; }
@@ -100,10 +137,10 @@ bool MdiForm::eventFilter(QObject* watched, QEvent* event)
     // The type first: events come here even while the frame is half destroyed.
     if (event->type() == QEvent::KeyPress && watched != m_frame) {
         watched->removeEventFilter(this);
-        QWidget* target = accesskeys::target(*this, *static_cast<QKeyEvent*>(event));
+        const auto target = accesskeys::target(*this, *static_cast<QKeyEvent*>(event));
         if (target)
-            accesskeys::activate(*target);
-        return target != nullptr;
+            accesskeys::activate(target);
+        return static_cast<bool>(target);
     }
     if (event->type() != QEvent::Close || watched != m_frame)
         return QWidget::eventFilter(watched, event);

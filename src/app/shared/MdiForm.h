@@ -21,6 +21,7 @@ public:
 
     /// Shows the window, out of its minimised state if need be, in front and with the focus.
     void showForm();
+    /// Whatever window was used before gets the focus.
     void hideForm();
     bool isFormVisible() const;
 
@@ -30,6 +31,8 @@ public:
     /// is emitted, and the form is deleted when the events that are running have ended. False when
     /// it was refused. A second call while the first is asking does nothing.
     bool closeWindow(CloseReason reason);
+    /// Unloads without asking, as when the program has to end.
+    void unloadNow();
 
 signals:
     void unloaded();
@@ -48,8 +51,11 @@ protected:
 private:
     void placeFrame();
     QPoint placeBesideOthers() const;
+    QWidget& focusTarget();
+    static void activateLastUsed(QMdiArea& area);
 
     QPointer<QMdiSubWindow> m_frame;
+    QPointer<QWidget> m_focusWhenHidden;
     bool m_placed = false;
     bool m_asking = false;
     bool m_unloaded = false;
