@@ -213,7 +213,7 @@ void frmPrincipal::unload()
     m_workflow.unload();
     for (const QPointer<MdiForm>& form : openForms())
         if (form)
-            form->closeWindow(MdiForm::CloseReason::Shutdown);
+            form->unloadNow();
     for (QDialog* dialog : findChildren<QDialog*>())
         dialog->hide();
     hide();

@@ -37,6 +37,7 @@ private slots:
     void disconnectionUnderTheQuestionIsNoFault();
     void windowGoneUnderTheQuestionIsNoFault();
     void interruptedWindowThatStaysCanSendAgain();
+    void programThatMustEndIsNotHeldUp();
     void unloadedWindowHasLeftTheTimerService();
     void closingAfterATransferHidesAgain();
 
@@ -338,6 +339,18 @@ void TestFirmwareCloseGuard::interruptedWindowThatStaysCanSendAgain()
     QVERIFY(f.find<QPushButton>("cmdAbrir")->isEnabled());
     f.click("cmdEnviar");
     QCOMPARE(f.sent(), QByteArray("dd041000000000010203041a00"));
+}
+
+void TestFirmwareCloseGuard::programThatMustEndIsNotHeldUp()
+{
+    Fixture f(m_folder);
+    f.startSending();
+    f.form->unloadNow();
+    QVERIFY(f.dialogs.boxes.isEmpty());
+    f.tick(20);
+    QVERIFY(!f.hasRequest());
+    f.settle();
+    QVERIFY(!f.form);
 }
 
 void TestFirmwareCloseGuard::unloadedWindowHasLeftTheTimerService()

@@ -273,10 +273,10 @@ void TestFrmProgramPROM::badFileAfterAGoodOneTakesItsLinesAway()
 void TestFrmProgramPROM::fileNameIsShownAsItIs()
 {
     Fixture f(m_folder);
-    f.read(lineA + end, u"<b>&x %1.hex"_s);
-    QCOMPARE(f.text("lblArquivo"), u"<b>&x %1.hex "_s);
+    f.read(lineA + end, u"a&b %1 ñ.hex"_s);
+    QCOMPARE(f.text("lblArquivo"), u"a&b %1 ñ.hex "_s);
     QCOMPARE(f.find<QLabel>("lblArquivo")->textFormat(), Qt::PlainText);
-    QVERIFY(f.notes().contains(u"<b>&x %1.hex'\n"_s));
+    QVERIFY(f.notes().contains(u"a&b %1 ñ.hex'\n"_s));
 }
 
 void TestFrmProgramPROM::linesAreSentWithTheirProgress()

@@ -21,6 +21,7 @@ private slots:
     void resetAfterTheLastLineSilencesTheClock();
     void disconnectionKeepsTheTransferUntilTheNextConnection();
     void closingTheApplicationWhileSendingAsksFirst();
+    void programThatMustEndDoesNotAsk();
     void operatorInterruptsTheTransfer();
 
 private:
@@ -235,6 +236,20 @@ void TestFirmwareUpdate::closingTheApplicationWhileSendingAsksFirst()
     QCOMPARE(s.run.dialogs.boxes.size(), 2);
     QVERIFY(!s.run.program.mainWindow().isVisible());
     QVERIFY(s.run.program.globais().ShuttingDown);
+}
+
+void TestFirmwareUpdate::programThatMustEndDoesNotAsk()
+{
+    Session s(m_folder);
+    QVERIFY(s.open());
+    s.read(imageOfLines(400).text);
+    s.click("cmdEnviar");
+    QTRY_VERIFY(s.linesSent() >= 20);
+    // As SIGTERM or the end of the session has it.
+    s.run.program.mainWindow().unload();
+    QVERIFY(s.run.dialogs.boxes.isEmpty());
+    QVERIFY(!s.run.program.mainWindow().isVisible());
+    QVERIFY(!s.run.program.link().Ocupado());
 }
 
 void TestFirmwareUpdate::operatorInterruptsTheTransfer()
