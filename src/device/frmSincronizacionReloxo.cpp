@@ -132,6 +132,8 @@ void frmSincronizacionReloxo::judgeDate()
         txtData->resetTextColour();
     else
         txtData->setTextColour(QColor(255, 0, 0));
+    // The colour alone says nothing to a screen reader.
+    txtData->setAccessibleName(isValid ? u"Fecha:"_s : u"Fecha no válida:"_s);
     cmdEnviar->setEnabled(isValid);
 }
 

@@ -83,6 +83,7 @@ private slots:
     void invalidDateIsRedAndCannotBeSent_data();
     void invalidDateIsRedAndCannotBeSent();
     void validDateGetsItsColourBack();
+    void invalidDateIsToldInWords();
     void invalidStoredDateIsRedFromTheStart();
     void automaticSettingWorksWithAnInvalidDate();
     void manualButtonSendsWhatIsShown();
@@ -225,6 +226,16 @@ void TestClockWindow::validDateGetsItsColourBack()
     QCOMPARE(window.date()->text(), u"30/04/2019"_s);
     QCOMPARE(window.date()->textColour(), usual);
     QCOMPARE(window.enabledButtons(), allEnabled);
+}
+
+void TestClockWindow::invalidDateIsToldInWords()
+{
+    const Window window;
+    Window::type(window.date(), u"31/04/2019"_s);
+    QCOMPARE(window.date()->accessibleName(), u"Fecha no válida:"_s);
+    QTest::keyClick(window.date(), Qt::Key_Home);
+    QTest::keyClick(window.date(), Qt::Key_Down);
+    QCOMPARE(window.date()->accessibleName(), u"Fecha:"_s);
 }
 
 void TestClockWindow::invalidStoredDateIsRedFromTheStart()
