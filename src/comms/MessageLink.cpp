@@ -10,6 +10,8 @@
 #include <QEventLoop>
 #include <QPointer>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -105,6 +107,7 @@ void MessageLink::ArrancaConexion(bool throughModem)
     forgetRequest();
     setState(LinkState::Idle);
     m_savedModem.reset();
+    m_connected = true;
     m_modem = throughModem;
     if (throughModem)
         m_commSerie.close();
@@ -143,6 +146,8 @@ void MessageLink::RemataConexion()
     if (m_modemDialogue)
         m_modemDialogue->ended();
     emit VisualizaPorto(QString(), QString());
+    if (std::exchange(m_connected, false))
+        emit connectionEnded();
 }
 
 bool MessageLink::isModemPhase() const

@@ -46,6 +46,8 @@ public:
     void RemataConexion();
     /// Whether an ArrancaConexion is dialling (somewhere below on the stack).
     bool isStarting() const { return m_starting; }
+    /// From an ArrancaConexion until RemataConexion, whatever becomes of the port in between.
+    bool isConnected() const { return m_connected; }
 
     LinkState state() const { return m_state; }
     /// A command phase of the modem: no request may be sent meanwhile.
@@ -78,6 +80,9 @@ signals:
     void VisualizaPorto(const QString& text, const QString& toolTip);
     /// The link state has come back to 0.
     void becameIdle();
+    /// A connection is over and will not answer any more. It is still being taken down around the
+    /// receiver: what asks the operator must wait until that has returned.
+    void connectionEnded();
 
 private:
     friend class Exchange;
@@ -115,6 +120,7 @@ private:
     std::optional<bool> m_savedModem;
     bool m_toggle = false;
     bool m_starting = false;
+    bool m_connected = false;
     frame::HeaderHunter m_hunter;
     frame::Header m_header;
     quint8 m_receivedCode = 0;

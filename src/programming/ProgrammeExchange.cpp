@@ -8,6 +8,7 @@
 #include "modGlobais.h"
 
 #include <QPointer>
+#include <QTimer>
 
 #include <utility>
 
@@ -24,23 +25,28 @@ ProgrammeExchange::ProgrammeExchange(const Services& services, ClockModel model,
       m_table(std::move(table))
 {
     m_registration.emplace(services.crono, *this, qint16{1});
+    connect(&m_link, &MessageLink::connectionEnded, this, [this] {
+        if (m_state != State::Idle)
+            giveUpWithoutConnection();
+    });
 }
 
-void ProgrammeExchange::readHolidays()
-{
-    if (!m_registration)
-        return;
-    m_state = State::Opening;
-    m_registration->ActivaCliente();
-}
+void ProgrammeExchange::readHolidays() { begin(State::Opening); }
 
 void ProgrammeExchange::send()
 {
+    m_block = 0;
+    begin(State::SendRequested);
+}
+
+void ProgrammeExchange::begin(State state)
+{
     if (!m_registration)
         return;
-    m_block = 0;
-    m_state = State::SendRequested;
+    m_state = state;
     m_registration->ActivaCliente();
+    if (!m_link.isConnected())
+        giveUpWithoutConnection();
 }
 
 void ProgrammeExchange::stop()
@@ -74,14 +80,33 @@ void ProgrammeExchange::ProcesoDiferido()
                        ProgrammeMessages::holidays(m_table()),
                        &ProgrammeExchange::mntProgFestVacacionais_Recibido);
     case State::Failed: emit failed(); return;
-    case State::GivingUp: {
-        const QPointer<ProgrammeExchange> self(this);
-        emit failed();
-        if (self)
-            m_state = State::Idle;
+    case State::GivingUp: return giveUp();
+    }
+}
+
+void ProgrammeExchange::giveUpWithoutConnection()
+{
+    m_state = State::GivingUp;
+    // Nobody calls any more, so it calls itself; later, because the failure puts up a box, which
+    // must not hold up the end of the connection. At the end of the program nobody is told.
+    QTimer::singleShot(0, this, [this] {
+        if (m_state == State::GivingUp && !m_globais.ShuttingDown)
+            giveUp();
+    });
+}
+
+void ProgrammeExchange::giveUp()
+{
+    // The connection may end while the box about the failure is up already.
+    if (m_givingUp)
         return;
-    }
-    }
+    m_givingUp = true;
+    const QPointer<ProgrammeExchange> self(this);
+    emit failed();
+    if (!self)
+        return;
+    m_givingUp = false;
+    m_state = State::Idle;
 }
 
 void ProgrammeExchange::request(Exchange& exchange, quint8 code, QByteArray body, Receiver receiver)

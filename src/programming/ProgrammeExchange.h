@@ -16,7 +16,8 @@ struct modGlobais;
 
 /// Reads the holidays from the clock and writes a whole programme to it, one request a call of the
 /// timer service. A refused answer is asked for again at the next call; what the clock has accepted
-/// stays in it whatever comes after.
+/// stays in it whatever comes after. Without a connection the timer service calls nobody: then it
+/// gives up by itself.
 class ProgrammeExchange : public QObject, public DeferredProcess {
     Q_OBJECT
 public:
@@ -58,7 +59,8 @@ public:
 signals:
     void holidaysRead(const HolidayTable& table);
     void sent();
-    /// After too many refusals.
+    /// After too many refusals, or without a connection. Never from within readHolidays, send or
+    /// the end of the connection.
     void failed();
 
 protected:
@@ -73,6 +75,10 @@ private:
     void mntProgBloquesAvisos_Recibido(quint8 code, const QByteArray& body, qint16 status);
     void mntProgFestVacacionais_Recibido(quint8 code, const QByteArray& body, qint16 status);
     void refused(const QString& what, qint16 status);
+    /// Into `state`, and out of it again without a connection.
+    void begin(State state);
+    void giveUpWithoutConnection();
+    void giveUp();
 
     MessageLink& m_link;
     modGlobais& m_globais;
@@ -84,6 +90,7 @@ private:
     State m_state = State::Idle;
     qint16 m_block = 0;
     qint16 m_refusals = 0;
+    bool m_givingUp = false;
 
     Exchange mntDatosXerais;
     Exchange mntLectFestVacacionais;

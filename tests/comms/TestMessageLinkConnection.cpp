@@ -2,6 +2,7 @@
 #include "LinkFixture.h"
 #include "ModemDialogue.h"
 
+#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 
@@ -60,6 +61,7 @@ private slots:
     void endingClearsTheBusyFlagAndTheBoundExchange();
     void endingStopsTheTimer();
     void endingShowsAnEmptyPort();
+    void endIsToldOnceAConnection();
 
     void settingsReachBothPorts();
     void settingsReopenThePortInUse();
@@ -198,6 +200,23 @@ void TestMessageLinkConnection::endingShowsAnEmptyPort()
 {
     m_fixture->link.RemataConexion();
     QCOMPARE(m_shown, QStringList{u"|"_s});
+}
+
+void TestMessageLinkConnection::endIsToldOnceAConnection()
+{
+    MessageLink& link = m_fixture->link;
+    const QSignalSpy ended(&link, &MessageLink::connectionEnded);
+    link.RemataConexion();
+    QCOMPARE(ended.count(), 0);
+    QVERIFY(!link.isConnected());
+    link.ArrancaConexion(false);
+    QVERIFY(link.isConnected());
+    m_fixture->serie.close();
+    QVERIFY(link.isConnected());
+    link.RemataConexion();
+    QVERIFY(!link.isConnected());
+    link.RemataConexion();
+    QCOMPARE(ended.count(), 1);
 }
 
 void TestMessageLinkConnection::settingsReachBothPorts()

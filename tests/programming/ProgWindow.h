@@ -41,6 +41,12 @@ struct ProgWindow {
         fixture.takeRequest();
         fixture.answer(holidays);
     }
+    /// As the main window ends a connection.
+    void disconnect()
+    {
+        fixture.crono.setTimerEnabled(false);
+        fixture.link.RemataConexion();
+    }
     /// The body of the request that the next tick sends; empty when it sends none.
     QByteArray nextRequest()
     {

@@ -1,5 +1,8 @@
 #include "ProgWindow.h"
 
+#include <QFile>
+#include <QTemporaryDir>
+
 using namespace Qt::StringLiterals;
 
 constexpr auto first = ClockModel::HCT7200;
@@ -19,7 +22,13 @@ private slots:
     void closingWhileSendingLeavesNothingBehind();
     void acceptedBlocksStayWhenTheSendIsAbandoned();
     void closedWindowSendsNothing();
-    void lostConnectionLeavesTheWindowOpen();
+    void connectionLostWhileReadingIsTold();
+    void connectionLostWhileSendingLeavesWhatWasEntered();
+    void sendingAfterTheConnectionIsLostIsTold();
+    void connectionLostUnderTheClashBoxIsToldAtTheNextSending();
+    void windowClosedAsTheConnectionIsLostTellsNothing_data();
+    void windowClosedAsTheConnectionIsLostTellsNothing();
+    void windowClosedUnderTheBoxAboutTheLostConnectionOutlivesIt();
     void windowClosedUnderTheFailureBoxOutlivesIt();
     void windowClosedUnderTheClashBoxOutlivesIt();
     void windowClosedUnderAFileDialogReadsNoFile();
@@ -31,7 +40,20 @@ private slots:
 private:
     void ways();
     static void closeBy(ProgWindow& w, Way way);
+    static void verifyToldAndEditable(const ProgWindow& w);
 };
+
+void TestFrmProgLifecycle::verifyToldAndEditable(const ProgWindow& w)
+{
+    QCOMPARE(w.fixture.dialogs.boxes.last().text,
+             u"No se ha podido realizar la configuración del equipo.\r\n"
+             "Verifique el estado de las conexiones e inténtelo de nuevo."_s);
+    QVERIFY(w.isVisible(u"fraEnvolvente"_s));
+    QVERIFY(!w.isVisible(u"fraAviso"_s));
+    for (const char16_t* control :
+         {u"tabPrincipal", u"cmdEnviar", u"cmdBorrar", u"cmdAbrir", u"cmdGardar", u"cmdCancelar"})
+        QVERIFY(w.isEnabled(QString::fromUtf16(control)));
+}
 
 void TestFrmProgLifecycle::ways()
 {
@@ -115,18 +137,97 @@ void TestFrmProgLifecycle::closedWindowSendsNothing()
     QVERIFY(!w.fixture.hasRequest());
 }
 
-void TestFrmProgLifecycle::lostConnectionLeavesTheWindowOpen()
+void TestFrmProgLifecycle::connectionLostWhileReadingIsTold()
 {
+    ProgWindow w(first);
+    w.nextRequest();
+    w.disconnect();
+    QVERIFY(w.fixture.dialogs.boxes.isEmpty());
+    QTRY_COMPARE(w.fixture.dialogs.boxes.count(), 1);
+    verifyToldAndEditable(w);
+}
+
+void TestFrmProgLifecycle::connectionLostWhileSendingLeavesWhatWasEntered()
+{
+    const QTemporaryDir folder;
+    ProgWindow w(first);
+    w.becomeReady();
+    w.time(0)->setValues(8, 45);
+    w.clickDay(u"chkLuns"_s, 0);
+    w.click(u"cmdEnviar"_s);
+    w.nextRequest();
+    w.disconnect();
+    QTRY_COMPARE(w.fixture.dialogs.boxes.count(), 1);
+    verifyToldAndEditable(w);
+
+    const QString path = folder.filePath(u"curso.hct"_s);
+    w.fixture.dialogs.paths = {path};
+    w.click(u"cmdGardar"_s);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(file.readAll().startsWith("--AVISOS 1--\r\n0\r\n0\r\n8\r\n45\r\n1\r\n"));
+}
+
+void TestFrmProgLifecycle::sendingAfterTheConnectionIsLostIsTold()
+{
+    ProgWindow w(first);
+    w.becomeReady();
+    w.disconnect();
+    for (const int time : {1, 2}) {
+        w.click(u"cmdEnviar"_s);
+        QTRY_COMPARE(w.fixture.dialogs.boxes.count(), time);
+        verifyToldAndEditable(w);
+    }
+    w.click(u"cmdCancelar"_s);
+    ProgWindow::runDeletions();
+    QVERIFY(!w.form);
+}
+
+void TestFrmProgLifecycle::connectionLostUnderTheClashBoxIsToldAtTheNextSending()
+{
+    ProgWindow w(first);
+    w.becomeReady();
+    for (const int row : {0, 1})
+        w.clickDay(u"chkLuns"_s, row);
+    w.fixture.dialogs.whileUp = [&w] { w.disconnect(); };
+    w.click(u"cmdEnviar"_s);
+    w.fixture.dialogs.whileUp = nullptr;
+    QCOMPARE(w.fixture.dialogs.boxes.takeFirst().title, u"Error"_s);
+    w.clickDay(u"chkLuns"_s, 1);
+    w.click(u"cmdEnviar"_s);
+    QTRY_COMPARE(w.fixture.dialogs.boxes.count(), 1);
+    verifyToldAndEditable(w);
+}
+
+void TestFrmProgLifecycle::windowClosedAsTheConnectionIsLostTellsNothing_data() { ways(); }
+
+void TestFrmProgLifecycle::windowClosedAsTheConnectionIsLostTellsNothing()
+{
+    QFETCH(Way, way);
     ProgWindow w(first);
     w.becomeReady();
     w.click(u"cmdEnviar"_s);
     w.nextRequest();
-    w.fixture.crono.setTimerEnabled(false);
-    w.fixture.link.RemataConexion();
-    QVERIFY(w.form->isVisible());
-    QVERIFY(w.isVisible(u"fraAviso"_s));
-    QVERIFY(w.isEnabled(u"cmdCancelar"_s));
-    w.click(u"cmdCancelar"_s);
+    w.disconnect();
+    closeBy(w, way);
+    QCoreApplication::processEvents();
+    ProgWindow::runDeletions();
+    QVERIFY(!w.form);
+    QVERIFY(w.fixture.dialogs.boxes.isEmpty());
+}
+
+void TestFrmProgLifecycle::windowClosedUnderTheBoxAboutTheLostConnectionOutlivesIt()
+{
+    ProgWindow w(first);
+    bool alive = false;
+    w.fixture.dialogs.whileUp = [&] {
+        w.form->close();
+        ProgWindow::runDeletions();
+        alive = w.form;
+    };
+    w.disconnect();
+    QTRY_COMPARE(w.fixture.dialogs.boxes.count(), 1);
+    QVERIFY(alive);
     ProgWindow::runDeletions();
     QVERIFY(!w.form);
 }

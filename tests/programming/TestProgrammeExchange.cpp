@@ -34,6 +34,12 @@ struct Desk {
         fixture.connect();
     }
 
+    /// As the main window ends a connection.
+    void disconnect()
+    {
+        fixture.crono.setTimerEnabled(false);
+        fixture.link.RemataConexion();
+    }
     /// The body of the request that the next tick sends; empty when it sends none.
     QByteArray nextRequest()
     {
@@ -78,6 +84,17 @@ private slots:
     void failedStateTellsAtEachCallAndStays();
     void everyRefusalIsLogged();
     void closedPortIsARefusal();
+    void endOfTheConnectionGivesUp_data();
+    void endOfTheConnectionGivesUp();
+    void endOfTheConnectionIsNotToldFromWithinIt();
+    void endOfTheConnectionAfterTheLastRefusalIsToldOnce();
+    void endOfTheConnectionUnderTheFailureIsNotToldAgain();
+    void endOfTheConnectionWhileIdleIsNoFailure();
+    void endOfTheProgramIsNoFailure();
+    void withoutAConnectionASendingGivesUp();
+    void withoutAConnectionAReadingGivesUp();
+    void newConnectionTakesASending();
+    void stoppingAfterTheEndOfTheConnectionTellsNothing();
     void stoppingLeavesNothingBoundOrRegistered();
     void exchangeDestroyedWhileTellingTheFailureIsNotTouched();
 };
@@ -435,6 +452,131 @@ void TestProgrammeExchange::closedPortIsARefusal()
         desk.exchange.ProcesoDiferido();
     QVERIFY(desk.exchange.state() == State::GivingUp);
     QVERIFY(!desk.fixture.hasRequest());
+}
+
+void TestProgrammeExchange::endOfTheConnectionGivesUp_data()
+{
+    QTest::addColumn<State>("state");
+    QTest::addColumn<bool>("awaitsAnAnswer");
+    for (const bool awaits : {true, false}) {
+        const QByteArray when = awaits ? ", answer awaited" : ", before the request";
+        QTest::newRow("opening" + when) << State::Opening << awaits;
+        QTest::newRow("send requested" + when) << State::SendRequested << awaits;
+        QTest::newRow("writing blocks" + when) << State::WritingBlocks << awaits;
+        QTest::newRow("writing holidays" + when) << State::WritingHolidays << awaits;
+    }
+}
+
+void TestProgrammeExchange::endOfTheConnectionGivesUp()
+{
+    QFETCH(State, state);
+    QFETCH(bool, awaitsAnAnswer);
+    Desk desk;
+    desk.exchange.send();
+    desk.exchange.setState(state);
+    if (awaitsAnAnswer)
+        QVERIFY(!desk.nextRequest().isEmpty());
+    desk.disconnect();
+    QTRY_COMPARE(desk.failed.count(), 1);
+    QVERIFY(desk.exchange.state() == State::Idle);
+    QVERIFY(!desk.fixture.hasRequest());
+}
+
+void TestProgrammeExchange::endOfTheConnectionIsNotToldFromWithinIt()
+{
+    Desk desk;
+    desk.exchange.send();
+    desk.disconnect();
+    QCOMPARE(desk.failed.count(), 0);
+    QVERIFY(desk.exchange.state() == State::GivingUp);
+}
+
+void TestProgrammeExchange::endOfTheConnectionAfterTheLastRefusalIsToldOnce()
+{
+    Desk desk;
+    desk.exchange.send();
+    desk.exchange.setState(State::GivingUp);
+    desk.disconnect();
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+    QCOMPARE(desk.failed.count(), 1);
+    QVERIFY(desk.exchange.state() == State::Idle);
+}
+
+void TestProgrammeExchange::endOfTheConnectionUnderTheFailureIsNotToldAgain()
+{
+    Desk desk;
+    connect(&desk.exchange, &ProgrammeExchange::failed, this, [&desk] {
+        desk.disconnect();
+        QCoreApplication::processEvents();
+    });
+    desk.exchange.send();
+    desk.exchange.setState(State::GivingUp);
+    desk.fixture.tick();
+    QCoreApplication::processEvents();
+    QCOMPARE(desk.failed.count(), 1);
+    QVERIFY(desk.exchange.state() == State::Idle);
+}
+
+void TestProgrammeExchange::endOfTheConnectionWhileIdleIsNoFailure()
+{
+    Desk desk;
+    desk.disconnect();
+    QCoreApplication::processEvents();
+    QCOMPARE(desk.failed.count(), 0);
+    QVERIFY(desk.exchange.state() == State::Idle);
+}
+
+void TestProgrammeExchange::endOfTheProgramIsNoFailure()
+{
+    Desk desk;
+    desk.exchange.send();
+    desk.disconnect();
+    desk.fixture.globais.ShuttingDown = true;
+    QCoreApplication::processEvents();
+    QCOMPARE(desk.failed.count(), 0);
+}
+
+void TestProgrammeExchange::withoutAConnectionASendingGivesUp()
+{
+    Desk desk;
+    desk.disconnect();
+    desk.exchange.send();
+    QCOMPARE(desk.failed.count(), 0);
+    QTRY_COMPARE(desk.failed.count(), 1);
+    QVERIFY(desk.exchange.state() == State::Idle);
+    desk.exchange.send();
+    QTRY_COMPARE(desk.failed.count(), 2);
+    QVERIFY(!desk.fixture.hasRequest());
+}
+
+void TestProgrammeExchange::withoutAConnectionAReadingGivesUp()
+{
+    Desk desk;
+    desk.disconnect();
+    desk.exchange.readHolidays();
+    QTRY_COMPARE(desk.failed.count(), 1);
+    QVERIFY(desk.exchange.state() == State::Idle);
+}
+
+void TestProgrammeExchange::newConnectionTakesASending()
+{
+    Desk desk;
+    desk.disconnect();
+    desk.fixture.connect();
+    desk.exchange.send();
+    QCOMPARE(desk.nextRequest(), QByteArray(1, '\0'));
+    QCOMPARE(desk.failed.count(), 0);
+}
+
+void TestProgrammeExchange::stoppingAfterTheEndOfTheConnectionTellsNothing()
+{
+    Desk desk;
+    desk.exchange.send();
+    desk.disconnect();
+    desk.exchange.stop();
+    QCoreApplication::processEvents();
+    QCOMPARE(desk.failed.count(), 0);
 }
 
 void TestProgrammeExchange::stoppingLeavesNothingBoundOrRegistered()
