@@ -36,6 +36,11 @@ function(hct_library name)
     target_link_libraries(${name} PUBLIC ${arg_LINK} PRIVATE hct_flags)
 endfunction()
 
+# Where the toolkit finds fonts off screen: nowhere by itself under wine.
+if(CMAKE_CROSSCOMPILING_EMULATOR)
+    set(HCT_TEST_FONTS Z:/usr/share/fonts/truetype/liberation)
+endif()
+
 # One test program, run off screen by ctest: here, or under wine when it was built for Windows.
 #   hct_test(NAME SOURCES file... LINK target... [TIMEOUT seconds])
 function(hct_test name)
@@ -55,6 +60,9 @@ function(hct_test name)
     # The plain report does not reach a pipe under wine.
     set(report "$<$<BOOL:${CMAKE_CROSSCOMPILING_EMULATOR}>:-o;-,tap>")
     add_test(NAME ${name} COMMAND ${name} "${report}" COMMAND_EXPAND_LISTS)
+    if(TARGET hct_test_platform)
+        target_sources(${name} PRIVATE $<TARGET_OBJECTS:hct_test_platform>)
+    endif()
     set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} ENVIRONMENT
-        "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.txt;UBSAN_OPTIONS=print_stacktrace=1")
+        "QT_QPA_PLATFORM=offscreen;HCT_TEST_PLATFORM=offscreen;HCT_TEST_FONTS=${HCT_TEST_FONTS};LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.txt;UBSAN_OPTIONS=print_stacktrace=1")
 endfunction()

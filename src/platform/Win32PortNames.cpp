@@ -1,10 +1,18 @@
 #include "PortNames.h"
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 // The numbers are the system's own: nothing needs to be looked up.
 
-PortNames::PortNames(const Registry& registry) : m_registry(registry) {}
+PortNames::PortNames(const Registry& registry) : PortNames(registry, {}, {}) {}
+
+PortNames::PortNames(const Registry& registry, Environment environment, SystemPorts systemPorts)
+    : m_registry(registry),
+      m_environment(std::move(environment)),
+      m_systemPorts(std::move(systemPorts))
+{}
 
 QString PortNames::device(int number) const
 {

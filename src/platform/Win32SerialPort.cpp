@@ -80,6 +80,9 @@ QString Win32SerialPort::openDevice()
     if (!parsed.settings)
         return parsed.reason;
     const QString device = deviceName();
+    if (device.isEmpty())
+        return u"No hay ningún puerto serie para COM%1: compruebe que el adaptador está conectado."_s
+            .arg(portNumber());
     const QString path = u"\\\\.\\"_s + device;
     const HANDLE handle =
         CreateFileW(reinterpret_cast<const wchar_t*>(path.utf16()), GENERIC_READ | GENERIC_WRITE, 0,

@@ -1,33 +1,25 @@
 #include "SimulatorProcess.h"
 
+#include "SimulatorChannel.h"
+
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 
-namespace {
-constexpr int patience = 30000;
+SimulatorProcess::SimulatorProcess(const QStringList& options) : m_channel(SimulatorChannel::make())
+{
+    m_channel->start(options);
+    m_device = m_channel->readLine();
 }
 
-SimulatorProcess::SimulatorProcess(const QStringList& options)
-{
-    m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    m_process.start(QStringLiteral(HCT_SIMULATOR), QStringList{u"--exit-with-parent"_s} + options);
-    m_device = readLine();
-}
-
-SimulatorProcess::~SimulatorProcess()
-{
-    m_process.closeWriteChannel();
-    if (!m_process.waitForFinished(patience))
-        m_process.kill();
-}
+SimulatorProcess::~SimulatorProcess() = default;
 
 QStringList SimulatorProcess::command(const QString& text)
 {
-    m_process.write(text.toUtf8() + '\n');
+    m_channel->writeLine(text);
     QStringList answer;
     for (;;) {
-        const QString line = readLine();
+        const QString line = m_channel->readLine();
         if (line == u"ok"_s)
             return answer;
         if (line.isEmpty() || line.startsWith(u"error: "_s)) {
@@ -47,10 +39,4 @@ QString SimulatorProcess::state(const QString& key)
     return {};
 }
 
-QString SimulatorProcess::readLine()
-{
-    while (!m_process.canReadLine())
-        if (!m_process.waitForReadyRead(patience))
-            return {};
-    return QString::fromUtf8(m_process.readLine()).trimmed();
-}
+QString SimulatorProcess::pathOf(const QString& file) const { return m_channel->pathOf(file); }

@@ -1,8 +1,11 @@
 #pragma once
 
-#include <QProcess>
 #include <QString>
 #include <QStringList>
+
+#include <memory>
+
+class SimulatorChannel;
 
 /// The simulated clock as a process of its own, behind a pseudo-terminal.
 class SimulatorProcess {
@@ -16,10 +19,10 @@ public:
     QStringList command(const QString& text);
     /// The value of `key` in what `state` tells.
     QString state(const QString& key);
+    /// A file of the test, as commands must name it.
+    QString pathOf(const QString& file) const;
 
 private:
-    QString readLine();
-
-    QProcess m_process;
+    std::unique_ptr<SimulatorChannel> m_channel;
     QString m_device;
 };

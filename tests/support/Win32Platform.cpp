@@ -1,0 +1,15 @@
+#include <cstdlib>
+
+namespace {
+
+int passOn(const char* from, const char* to)
+{
+    const char* value = std::getenv(from);
+    return value ? _putenv_s(to, value) : 0;
+}
+
+// wine keeps what chooses the toolkit's platform from its programs, so it comes by other names.
+[[maybe_unused]] const int passedOn =
+    passOn("HCT_TEST_PLATFORM", "QT_QPA_PLATFORM") + passOn("HCT_TEST_FONTS", "QT_QPA_FONTDIR");
+
+} // namespace

@@ -1,0 +1,45 @@
+#include "SimulatorChannel.h"
+
+#include <QProcess>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int patience = 30000;
+
+class ProcessChannel final : public SimulatorChannel {
+public:
+    ~ProcessChannel() override
+    {
+        m_process.closeWriteChannel();
+        if (!m_process.waitForFinished(patience))
+            m_process.kill();
+    }
+
+    void start(const QStringList& options) override
+    {
+        m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        m_process.start(QStringLiteral(HCT_SIMULATOR),
+                        QStringList{u"--exit-with-parent"_s} + options);
+    }
+    void writeLine(const QString& line) override { m_process.write(line.toUtf8() + '\n'); }
+    QString readLine() override
+    {
+        while (!m_process.canReadLine())
+            if (!m_process.waitForReadyRead(patience))
+                return {};
+        return QString::fromUtf8(m_process.readLine()).trimmed();
+    }
+    QString pathOf(const QString& file) const override { return file; }
+
+private:
+    QProcess m_process;
+};
+
+} // namespace
+
+std::unique_ptr<SimulatorChannel> SimulatorChannel::make()
+{
+    return std::make_unique<ProcessChannel>();
+}
