@@ -52,6 +52,8 @@ private slots:
     void refusedSettingIsRepeatedAndSucceeds();
     void threeRefusalsAreTold();
     void threeLostAnswersAreToldAndTheConnectionGoesOn();
+    void informationFollowsAgainAfterTheBoxOfARefusal();
+    void cablePulledUnderTheBoxOfARefusalEndsTheConnectionAfterIt();
     void connectionLostUnderTheBoxClosesTheWindow();
     void connectionLostWhileTheWindowIsOpenClosesIt();
     void nonsenseOfTheClockIsClamped();
@@ -134,6 +136,41 @@ void TestClockOverTheLine::threeLostAnswersAreToldAndTheConnectionGoesOn()
     QTRY_COMPARE_WITH_TIMEOUT(setting.linesWith(failed), 1, 10000);
     QCOMPARE(shownUnderTheBox, u"10:11:12 "_s);
     QVERIFY(setting.hasConnection());
+}
+
+// The box comes up while the refusal is being handed over: the line counts as busy until it closes.
+void TestClockOverTheLine::informationFollowsAgainAfterTheBoxOfARefusal()
+{
+    Setting setting;
+    QVERIFY(setting.open());
+    setting.choose(u"mnuInformacion"_s);
+    setting.clock.command(u"fault refuse always on clock"_s);
+    setting.dialogs.whileUp = [&] { setting.clock.command(u"time 2026-11-20T10:11:12"_s); };
+    setting.click(u"cmdPC"_s);
+    QTRY_COMPARE(setting.linesWith(failed), 1);
+    const auto* time = setting.window<frmInfoHCT7200>()->findChild<QLabel*>(u"lblHora"_s);
+    QTRY_COMPARE(time->text(), u"10:11:12 "_s);
+    // What the box is about can be tried again.
+    setting.clock.command(u"faults clear"_s);
+    setting.type(u"txtData"_s, u"01/02/2027"_s);
+    setting.click(u"cmdEnviar"_s);
+    QTRY_VERIFY(!setting.form());
+    QVERIFY(setting.clock.state(u"time"_s).startsWith(u"2027-02-01T"_s));
+}
+
+void TestClockOverTheLine::cablePulledUnderTheBoxOfARefusalEndsTheConnectionAfterIt()
+{
+    Setting setting;
+    QVERIFY(setting.open());
+    setting.choose(u"mnuInformacion"_s);
+    setting.clock.command(u"fault refuse always on clock"_s);
+    setting.dialogs.whileUp = [&] { setting.clock.command(u"vanish"_s); };
+    setting.click(u"cmdEnviar"_s);
+    QTRY_COMPARE(setting.linesWith(failed), 1);
+    QTRY_VERIFY_WITH_TIMEOUT(!setting.hasConnection(), 20000);
+    QVERIFY(!setting.form());
+    QVERIFY(!setting.window<frmInfoHCT7200>());
+    QCOMPARE(setting.linesWith(u"Conexión interrumpida"_s), 2);
 }
 
 void TestClockOverTheLine::connectionLostUnderTheBoxClosesTheWindow()

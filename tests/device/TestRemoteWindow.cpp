@@ -97,6 +97,7 @@ class TestRemoteWindow : public QObject {
     Q_OBJECT
 private slots:
     void captionNamesTheModel();
+    void windowAsksAtEveryThirdTick();
     void framesAreCaptionedFromTopToBottom();
     void framesAreFilledBottomUp();
     void positionZeroIsTheUpperEnd();
@@ -133,6 +134,19 @@ void TestRemoteWindow::captionNamesTheModel()
     QCOMPARE(second->windowTitle(), u"Telemando HCT-7300"_s);
     QCOMPARE(first->objectName(), u"frmTelemandoHCT7200"_s);
     QCOMPARE(second->objectName(), u"frmTelemandoHCT7300"_s);
+}
+
+void TestRemoteWindow::windowAsksAtEveryThirdTick()
+{
+    Window window(automatic);
+    for (int round = 0; round < 2; ++round) {
+        window.tick(2);
+        QVERIFY(!window.hasRequest());
+        window.tick(1);
+        QVERIFY(window.hasRequest());
+        window.takeRequest();
+        window.answerHex("ca07");
+    }
 }
 
 void TestRemoteWindow::framesAreCaptionedFromTopToBottom()
