@@ -62,8 +62,20 @@ QGroupBox* ModemPage::makeTerminalFrame()
 
 void ModemPage::EnableModemControls(bool enabled)
 {
-    for (QPushButton* button : {cmdComprobarPIN, cmdEnviarPIN, cmdNivelSinal, cmdExecutarScript})
+    QWidget* const focused = window()->focusWidget();
+    for (QPushButton* button : {cmdComprobarPIN, cmdEnviarPIN, cmdNivelSinal, cmdExecutarScript}) {
+        if (!enabled && button == focused)
+            m_pressed = button;
         button->setEnabled(enabled);
+    }
+    if (!enabled && m_pressed == focused)
+        m_focusMeanwhile = window()->focusWidget();
+    if (!enabled || !m_pressed)
+        return;
+    // Back from where disabling the button had sent the focus: the next key would go to the modem.
+    if (window()->focusWidget() == m_focusMeanwhile)
+        m_pressed->setFocus();
+    m_pressed = nullptr;
 }
 
 void ModemPage::shareAccessKey(QWidget& tabBar)

@@ -13,7 +13,8 @@ class ModemPage : public QWidget {
 public:
     explicit ModemPage(ModemControl& modem, QWidget* parent = nullptr);
 
-    /// While a command runs no other can be started.
+    /// While a command runs no other can be started. Afterwards the button pressed has the focus
+    /// again, unless the operator has moved it.
     void EnableModemControls(bool enabled);
     /// The tab's caption and the button of the scripts have the same access key; while the tab is
     /// in front the key is the button's.
@@ -33,4 +34,7 @@ private:
     QPushButton* cmdExecutarScript;
     QPushButton* cmdBorrarTerminal;
     MiniTerminal* txtRexistro;
+    /// The button that had the focus when the running command began, and what has it since.
+    QPushButton* m_pressed = nullptr;
+    QWidget* m_focusMeanwhile = nullptr;
 };

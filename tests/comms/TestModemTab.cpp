@@ -22,6 +22,8 @@ private slots:
     void scriptButtonAsksForAFile();
     void accessKeyOfTheScriptsIsNotTheTabs();
     void buttonsAndAcceptAreDisabledWhileACommandRuns();
+    void pressedButtonHasTheFocusAgainAfterItsCommand();
+    void focusThatTheOperatorMovedStays();
     void cancelEnablesTheButtonsAgain();
     void cancelGivesTheModemPortBack();
     void deniedPortIsToldAndShownInTheChannelList();
@@ -115,6 +117,25 @@ void TestModemTab::buttonsAndAcceptAreDisabledWhileACommandRuns()
     m_form->reply("\r\n+CSQ: 20,0\r\nOK\r\n");
     for (const QString& name : names)
         QVERIFY(button(name).isEnabled());
+}
+
+void TestModemTab::pressedButtonHasTheFocusAgainAfterItsCommand()
+{
+    button(u"cmdNivelSinal"_s).setFocus();
+    QTest::keyClick(&button(u"cmdNivelSinal"_s), Qt::Key_Space);
+    QCOMPARE(m_form->takeCommand(), QByteArray("AT+CSQ\r\n"));
+    QVERIFY(!button(u"cmdNivelSinal"_s).hasFocus());
+    m_form->reply("\r\n+CSQ: 20,0\r\nOK\r\n");
+    QVERIFY(button(u"cmdNivelSinal"_s).hasFocus());
+}
+
+void TestModemTab::focusThatTheOperatorMovedStays()
+{
+    button(u"cmdNivelSinal"_s).setFocus();
+    QTest::keyClick(&button(u"cmdNivelSinal"_s), Qt::Key_Space);
+    button(u"cmdCancelar"_s).setFocus();
+    m_form->reply("\r\n+CSQ: 20,0\r\nOK\r\n");
+    QVERIFY(button(u"cmdCancelar"_s).hasFocus());
 }
 
 void TestModemTab::cancelEnablesTheButtonsAgain()
