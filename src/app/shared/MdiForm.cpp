@@ -156,6 +156,9 @@ void MdiForm::keyPressEvent(QKeyEvent* event)
     auto* button = qobject_cast<QPushButton*>(QApplication::focusWidget());
     if (isEnter && !event->isAutoRepeat() && button && isAncestorOf(button))
         button->click();
+    // Not every desktop's keys for closing include the one of such windows.
+    else if (event->keyCombination() == (Qt::CTRL | Qt::Key_F4))
+        closeWindow(CloseReason::Operator);
     else
         QWidget::keyPressEvent(event);
 }
