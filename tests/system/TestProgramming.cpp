@@ -114,7 +114,7 @@ private slots:
     void faultsOnTheWayChangeNothingOfTheOutcome();
     void elevenRefusedBlocksLeaveTheFirstWritten();
     void cancelWhileSendingKeepsTheConnection();
-    void lineLostWhileSendingLeavesTheWindowOpen();
+    void lineLostWhileSendingLeavesWhatWasEntered();
 };
 
 void TestProgramming::firstModelIsEditedSavedClearedLoadedAndSent()
@@ -286,14 +286,28 @@ void TestProgramming::cancelWhileSendingKeepsTheConnection()
     QVERIFY(s.isReady());
 }
 
-void TestProgramming::lineLostWhileSendingLeavesTheWindowOpen()
+void TestProgramming::lineLostWhileSendingLeavesWhatWasEntered()
 {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"colegio.hct"_s);
     Session s({u"--programme"_s, u"school"_s, u"--fault"_s, u"vanish 600000 on block"_s});
     QVERIFY(s.open());
+    s.type("txtHora(0)", {"8", "59"});
     s.click("cmdEnviar");
-    QTRY_VERIFY_WITH_TIMEOUT(!s.run.isEstablished() || !s.run.dialogs.boxes.isEmpty(), patience);
+    QTRY_COMPARE_WITH_TIMEOUT(s.run.dialogs.boxes.count(), 1, patience);
+    QTRY_VERIFY_WITH_TIMEOUT(!s.run.isEstablished(), patience);
     QVERIFY(s.form);
-    QVERIFY(s.form->isVisible());
+    QVERIFY(s.find<QWidget>("fraEnvolvente")->isVisible());
+
+    // Nothing answers any more, and every other try says so.
+    s.click("cmdEnviar");
+    QTRY_COMPARE_WITH_TIMEOUT(s.run.dialogs.boxes.count(), 2, patience);
+    QCOMPARE(s.run.dialogs.boxes[1].text,
+             u"No se ha podido realizar la configuración del equipo.\r\n"
+             "Verifique el estado de las conexiones e inténtelo de nuevo."_s);
+    s.run.dialogs.paths = {path};
+    s.click("cmdGardar");
+    QVERIFY(contents(path).startsWith("--AVISOS 1--\r\n8\r\n0\r\n8\r\n59\r\n31\r\n"));
     s.click("cmdCancelar");
     QVERIFY(s.isClosed());
 }
