@@ -33,12 +33,13 @@ char EchoMask::take(char character, bool codeJustSent)
     }
     if (m_line.isEmpty())
         m_report = character == '+';
-    m_line += upperCase(character);
+    const bool digit = character >= '0' && character <= '9';
+    const char shown = codeJustSent && digit && !m_report ? '*' : character;
+    m_line += upperCase(shown);
     if (m_line.size() > maximumLine)
         m_line.remove(0, m_line.size() - maximumLine);
     m_masking = endsInCodeCommand(m_line);
-    const bool digit = character >= '0' && character <= '9';
-    return codeJustSent && digit && !m_report ? '*' : character;
+    return shown;
 }
 
 char EchoMask::takeBack()
