@@ -102,6 +102,7 @@ private slots:
     void dialsShowsTheClockAndHangsUp_data();
     void dialsShowsTheClockAndHangsUp();
     void busyLineShowsBothBoxesAndAnotherTryConnects();
+    void cancelledNumberEndsInFourFailedIdentifications();
     void silentModemIsTold();
     void portThatIsNotThereEndsTheConnection();
     void modemThatVanishesInMidCallEndsTheConnectionAndComesBack();
@@ -178,6 +179,21 @@ void TestModemCall::busyLineShowsBothBoxesAndAnotherTryConnects()
     run.choose("mnuConectar");
     QTRY_VERIFY_WITH_TIMEOUT(run.isEstablished(), patience);
     QCOMPARE(run.dialogs.boxes.size(), 2);
+}
+
+void TestModemCall::cancelledNumberEndsInFourFailedIdentifications()
+{
+    ModemProgram run;
+    run.dialogs.texts = {std::nullopt};
+    run.choose("mnuConectar");
+    QCOMPARE(run.clock.command(u"modem state"_s).value(1), u"dialled="_s);
+    // The modem echoes the frames, which are no answers.
+    QTRY_COMPARE_WITH_TIMEOUT(run.timesLogged(interrupted), 2, patience);
+    const QString failure = u"Fallo en identificación del equipo"_s;
+    QCOMPARE(run.logLines(), (QStringList{interrupted, u"Estableciendo conexión..."_s, failure,
+                                          failure, failure, failure, interrupted}));
+    QVERIFY(!run.modemPort().isOpen());
+    QVERIFY(run.dialogs.boxes.isEmpty());
 }
 
 void TestModemCall::silentModemIsTold()
