@@ -1,10 +1,14 @@
 #include "WidgetDialogs.h"
 
 #include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -12,6 +16,28 @@
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+const FileRequest programmes{
+    u"Configuración"_s,
+    {u"Datos de configuración HCT-7200 (*.hct)"_s, u"Todos los archivos (*.*)"_s},
+    u"sca"_s,
+    {}};
+
+void create(const QString& path)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+}
+
+void choose(QComboBox& box, int index)
+{
+    box.setCurrentIndex(index);
+    emit box.activated(index);
+}
+
+} // namespace
 
 class TestWidgetDialogs : public QObject {
     Q_OBJECT
@@ -27,7 +53,11 @@ private slots:
     void askTextGivesWhatWasTyped();
     void askTextGivesNothingWhenCancelled();
     void openFileOffersTheFilters();
+    void filtersShowTheirFilesAlone_data();
+    void filtersShowTheirFilesAlone();
+    void saveFileAppendsTheExtension_data();
     void saveFileAppendsTheExtension();
+    void saveFileAsksBeforeTheNameWithItsExtensionIsOverwritten();
     void boxWhoseOwnerGoesAnswersNo();
 
 private:
@@ -196,25 +226,102 @@ void TestWidgetDialogs::askTextGivesNothingWhenCancelled()
 
 void TestWidgetDialogs::openFileOffersTheFilters()
 {
-    QStringList filters;
+    QStringList captions;
     onceUp<QFileDialog>([&](QFileDialog& dialog) {
-        filters = dialog.nameFilters();
+        const auto* types = dialog.findChild<QComboBox*>(u"fileTypeCombo"_s);
+        for (int index = 0; index < types->count(); ++index)
+            captions.append(types->itemText(index));
         dialog.reject();
     });
-    QCOMPARE(m_dialogs.openFile({u"Abrir"_s, {u"Firmware de equipo (*.hex)"_s}, u"hex"_s, {}}),
-             QString());
-    QCOMPARE(filters, QStringList{u"Firmware de equipo (*.hex)"_s});
+    QCOMPARE(m_dialogs.openFile(programmes), QString());
+    QCOMPARE(captions, (QStringList{u"Datos de configuración HCT-7200 (*.hct)"_s,
+                                    u"Todos los archivos (*.*)"_s}));
+}
+
+void TestWidgetDialogs::filtersShowTheirFilesAlone_data()
+{
+    QTest::addColumn<int>("filter");
+    QTest::addColumn<QStringList>("shown");
+    QTest::newRow("*.hct") << 0 << QStringList{u"curso.hct"_s};
+    QTest::newRow("*.*, which takes names without a dot as well")
+        << 1 << QStringList{u"curso"_s, u"curso.hct"_s, u"notas.txt"_s};
+}
+
+void TestWidgetDialogs::filtersShowTheirFilesAlone()
+{
+    QFETCH(int, filter);
+    QFETCH(QStringList, shown);
+    const QTemporaryDir folder;
+    for (const QString& name : {u"curso"_s, u"curso.hct"_s, u"notas.txt"_s})
+        create(folder.filePath(name));
+    QStringList listed;
+    onceUp<QFileDialog>([&](QFileDialog& dialog) {
+        choose(*dialog.findChild<QComboBox*>(u"fileTypeCombo"_s), filter);
+        const auto* list = dialog.findChild<QListView*>(u"listView"_s);
+        (void)QTest::qWaitFor([&] {
+            listed.clear();
+            for (int row = 0; row < list->model()->rowCount(list->rootIndex()); ++row)
+                listed.append(list->model()->index(row, 0, list->rootIndex()).data().toString());
+            listed.sort();
+            return listed == shown;
+        });
+        dialog.reject();
+    });
+    FileRequest request = programmes;
+    request.directory = folder.path();
+    m_dialogs.openFile(request);
+    QCOMPARE(listed, shown);
+}
+
+void TestWidgetDialogs::saveFileAppendsTheExtension_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<int>("filter");
+    QTest::addColumn<QString>("saved");
+    // Not the extension of the filter: it is the default one that counts.
+    QTest::newRow("none") << u"curso"_s << 0 << u"curso.sca"_s;
+    QTest::newRow("none, all files") << u"curso"_s << 1 << u"curso.sca"_s;
+    QTest::newRow("the filter's") << u"curso.hct"_s << 0 << u"curso.hct"_s;
+    QTest::newRow("the filter's, all files") << u"curso.hct"_s << 1 << u"curso.hct"_s;
+    QTest::newRow("another") << u"curso.txt"_s << 0 << u"curso.txt"_s;
+    QTest::newRow("none, in a folder with a dot") << u"v.1/curso"_s << 0 << u"v.1/curso.sca"_s;
 }
 
 void TestWidgetDialogs::saveFileAppendsTheExtension()
 {
+    QFETCH(QString, typed);
+    QFETCH(int, filter);
+    QFETCH(QString, saved);
     const QTemporaryDir folder;
-    onceUp<QFileDialog>([](QFileDialog& dialog) {
-        dialog.selectFile(u"curso"_s);
+    QVERIFY(QDir(folder.path()).mkdir(u"v.1"_s));
+    onceUp<QFileDialog>([&](QFileDialog& dialog) {
+        choose(*dialog.findChild<QComboBox*>(u"fileTypeCombo"_s), filter);
+        dialog.findChild<QLineEdit*>(u"fileNameEdit"_s)->setText(folder.filePath(typed));
         QMetaObject::invokeMethod(&dialog, "accept");
     });
-    QCOMPARE(m_dialogs.saveFile({u"Guardar"_s, {u"Programas (*.hct)"_s}, u"hct"_s, folder.path()}),
-             folder.filePath(u"curso.hct"_s));
+    FileRequest request = programmes;
+    request.directory = folder.path();
+    QCOMPARE(m_dialogs.saveFile(request), folder.filePath(saved));
+}
+
+void TestWidgetDialogs::saveFileAsksBeforeTheNameWithItsExtensionIsOverwritten()
+{
+    const QTemporaryDir folder;
+    create(folder.filePath(u"curso.sca"_s));
+    QString question;
+    onceUp<QFileDialog>([&](QFileDialog& dialog) {
+        dialog.selectFile(u"curso"_s);
+        onceUp<QMessageBox>([&](QMessageBox& box) {
+            question = box.text();
+            box.button(QMessageBox::No)->click();
+        });
+        QMetaObject::invokeMethod(&dialog, "accept");
+        dialog.reject();
+    });
+    FileRequest request = programmes;
+    request.directory = folder.path();
+    QCOMPARE(m_dialogs.saveFile(request), QString());
+    QVERIFY2(question.contains(u"curso.sca"), qPrintable(question));
 }
 
 void TestWidgetDialogs::boxWhoseOwnerGoesAnswersNo()

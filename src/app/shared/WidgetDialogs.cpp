@@ -9,6 +9,7 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 
@@ -54,14 +55,26 @@ QPointer<QMessageBox> makeBox(Dialogs::Icon icon, const QString& title, const QS
     return box;
 }
 
+// "Todos los archivos (*.*)" keeps its caption, but here "*.*" would hide what has no dot. So each
+// filter tells its patterns once more behind the caption, and only those count and are not shown.
+QStringList toolkitFilters(const QStringList& filters)
+{
+    static const QRegularExpression patterns(u"\\([^()]*\\)$"_s);
+    QStringList presented;
+    for (const QString& filter : filters)
+        presented.append(filter + patterns.match(filter).captured().replace(u"*.*"_s, u"*"_s));
+    return presented;
+}
+
 QString chooseFile(const FileRequest& request, QFileDialog::AcceptMode mode)
 {
     const QPointer<QFileDialog> dialog = new QFileDialog(owner(), titleOr(request.title));
     dialog->setAcceptMode(mode);
     dialog->setFileMode(mode == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile
                                                         : QFileDialog::AnyFile);
+    dialog->setOption(QFileDialog::HideNameFilterDetails);
     if (!request.filters.isEmpty())
-        dialog->setNameFilters(request.filters);
+        dialog->setNameFilters(toolkitFilters(request.filters));
     dialog->setDefaultSuffix(request.defaultExtension);
     if (!request.directory.isEmpty())
         dialog->setDirectory(request.directory);
