@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr std::array watched{SIGTERM, SIGINT, SIGHUP};
+constexpr std::array watched{SIGINT, SIGHUP, SIGTERM};
 
 // A signal handler may only write to a pipe; its other end is read in the event loop.
 std::array<int, 2> pipeEnds{-1, -1};
@@ -36,8 +36,10 @@ TerminationSignals::TerminationSignals(QObject* parent) : QObject(parent)
         if (read(pipeEnds[0], &byte, 1) == 1)
             emit arrived();
     });
+    // Who started the program may want it deaf to some, as nohup does.
     for (const int number : watched)
-        std::signal(number, tellEventLoop);
+        if (std::signal(number, tellEventLoop) == SIG_IGN)
+            std::signal(number, SIG_IGN);
 }
 
 TerminationSignals::~TerminationSignals()

@@ -24,6 +24,7 @@ private slots:
     void takesTheToolkitsOwnOptions();
     void endsInOrderOnASignal_data();
     void endsInOrderOnASignal();
+    void survivesTheEndOfItsTerminalUnderNohup();
     void startingWritesNothing();
 
 private:
@@ -53,6 +54,8 @@ void TestProgramFile::init()
     m_home = std::make_unique<QTemporaryDir>();
     m_program = std::make_unique<QProcess>();
     m_program->setProcessEnvironment(QProcessEnvironment::systemEnvironment());
+    // A shell's background job would hand down that it ignores SIGINT.
+    m_program->setChildProcessModifier([] { std::signal(SIGINT, SIG_DFL); });
     setVariable(u"XDG_CONFIG_HOME"_s, m_home->path());
     setVariable(u"HOME"_s, m_home->path());
 }
@@ -111,6 +114,18 @@ void TestProgramFile::endsInOrderOnASignal()
     kill(static_cast<pid_t>(m_program->processId()), number);
     QVERIFY(m_program->waitForFinished(patience));
     QCOMPARE(m_program->exitStatus(), QProcess::NormalExit);
+    QCOMPARE(m_program->exitCode(), 0);
+}
+
+void TestProgramFile::survivesTheEndOfItsTerminalUnderNohup()
+{
+    m_program->setChildProcessModifier([] { std::signal(SIGHUP, SIG_IGN); });
+    start({});
+    QTRY_VERIFY_WITH_TIMEOUT(isUp(), patience);
+    kill(static_cast<pid_t>(m_program->processId()), SIGHUP);
+    QVERIFY(!m_program->waitForFinished(200));
+    m_program->terminate();
+    QVERIFY(m_program->waitForFinished(patience));
     QCOMPARE(m_program->exitCode(), 0);
 }
 
