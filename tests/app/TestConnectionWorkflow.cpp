@@ -1,9 +1,6 @@
-#include "ConnectionWorkflow.h"
-#include "LinkFixture.h"
 #include "LinkState.h"
 #include "MessageCodes.h"
-
-#include <QTest>
+#include "WorkflowFixture.h"
 
 using namespace Qt::StringLiterals;
 
@@ -14,22 +11,14 @@ const QByteArray closed = QByteArray::fromHex("0201");
 
 const QString failure = u"Fallo en identificación del equipo"_s;
 
-QByteArray remoteControlled()
-{
-    QByteArray block = LinkFixture::fullBlock();
-    block[219] = 0x04;
-    return block;
-}
-
 } // namespace
 
-/// The connection from Conectar to its end, over a link whose far end is the test.
-class TestConnectionWorkflow : public QObject {
+/// Identification and general data, from Conectar on.
+class TestConnectionWorkflow : public WorkflowFixture {
     Q_OBJECT
 private slots:
-    void init();
+    void init() { load(); }
 
-    void loadingLeavesWhatAnEndedConnectionLeaves();
     void conectarLogsAndAsksAfterTenTicks();
     void identificationCarriesTheNumberOfTheSettings();
     void closingIdentificationCarriesTheComplement();
@@ -41,7 +30,6 @@ private slots:
     void closedPortFailsFourTimesAndEnds();
     void answerWhileClosingEndsTheConnection_data();
     void answerWhileClosingEndsTheConnection();
-
     void firstGeneralDataEstablishesTheConnection();
     void laterGeneralDataRefreshesAndEstablishesNothing();
     void generalDataIsChecked_data();
@@ -53,90 +41,7 @@ private slots:
     void refusalsCountAsFailures();
     void identifyingAgainKeepsTheConnectionEstablished();
     void statusSixEndsTheConnection();
-
-    void desconectarEndsWithoutSendingAnything();
-    void desconectarWithARequestOutstandingForgetsIt();
-    void desconectarAndConectarAgainStartsAfresh();
-    void conectarWhileIdentifyingStartsAnew();
-    void afterTheEndNothingTicks();
-    void stepsOfTheEndComeInTheirOrder();
-
-    void confirmExitAsksOnlyInRemoteControl();
-    void confirmExitAsksInTheseWords();
-    void desconectarRefusedChangesNothing();
-    void connectionThatEndsUnderTheQuestionEndsOnce();
-    void closingAsksOnlyWhileEstablished();
-    void closingStopsEverythingForGood();
-
-private:
-    void connectToClock()
-    {
-        m_workflow->Conectar(false);
-        m_fixture->tick(10);
-        m_fixture->takeRequest();
-    }
-    void identify()
-    {
-        connectToClock();
-        m_fixture->answer(accepted);
-    }
-    void establish(const QByteArray& block = LinkFixture::fullBlock())
-    {
-        identify();
-        answerPoll(block);
-        m_fixture->log.lines.clear();
-        m_steps.clear();
-    }
-    void answerPoll(const QByteArray& block)
-    {
-        m_fixture->tick(10);
-        QCOMPARE(m_fixture->takeRequestBody(), QByteArray::fromHex("00"));
-        m_fixture->answer(block);
-    }
-    void failIdentification()
-    {
-        m_fixture->tick(10);
-        QCOMPARE(m_fixture->takeRequest().code, messagecode::Identification);
-        m_fixture->answerHex("0205");
-    }
-
-    std::unique_ptr<LinkFixture> m_fixture;
-    std::unique_ptr<ConnectionWorkflow> m_workflow;
-    QStringList m_steps;
 };
-
-void TestConnectionWorkflow::init()
-{
-    m_workflow.reset();
-    m_fixture = std::make_unique<LinkFixture>();
-    LinkFixture& f = *m_fixture;
-    m_workflow = std::make_unique<ConnectionWorkflow>(f.crono, f.link, f.globais, f.log, f.dialogs);
-    connect(m_workflow.get(), &ConnectionWorkflow::clockCommandsUnlocked, this, [this] {
-        m_steps.append(m_fixture->globais.LinkEstablished ? u"unlocked"_s : u"?"_s);
-    });
-    connect(m_workflow.get(), &ConnectionWorkflow::clockCommandsLocked, this, [this] {
-        m_steps.append(m_fixture->tmrCrono.isEnabled() ? u"?"_s : u"timer off, locked"_s);
-    });
-    connect(m_workflow.get(), &ConnectionWorkflow::clockWindowsOutdated, this,
-            [this] { m_steps.append(m_fixture->globais.LinkEstablished ? u"?"_s : u"windows"_s); });
-    connect(m_workflow.get(), &ConnectionWorkflow::connectionStatusChanged, this,
-            [this](bool connected) { m_steps.append(connected ? u"shown"_s : u"not shown"_s); });
-    connect(&f.link, &MessageLink::VisualizaPorto, this, [this](const QString& text) {
-        m_steps.append(text.isEmpty() ? u"link ended"_s : text);
-    });
-    m_workflow->load();
-    QCOMPARE(f.log.lines, QStringList{u"Conexión interrumpida"_s});
-    f.log.lines.clear();
-}
-
-void TestConnectionWorkflow::loadingLeavesWhatAnEndedConnectionLeaves()
-{
-    QCOMPARE(m_workflow->state(), ConnectionState::Disconnected);
-    QCOMPARE(m_workflow->ClientId(), qint16(1));
-    QVERIFY(!m_fixture->tmrCrono.isEnabled());
-    QCOMPARE(m_steps,
-             (QStringList{u"timer off, locked"_s, u"windows"_s, u"link ended"_s, u"not shown"_s}));
-}
 
 void TestConnectionWorkflow::conectarLogsAndAsksAfterTenTicks()
 {
@@ -401,152 +306,6 @@ void TestConnectionWorkflow::statusSixEndsTheConnection()
     m_workflow->mntDatosXerais_Recibido(8, LinkFixture::fullBlock(), linkstatus::ConnectionOver);
     QCOMPARE(m_workflow->state(), ConnectionState::Disconnected);
     QCOMPARE(m_fixture->log.lines, QStringList{u"Conexión interrumpida"_s});
-}
-
-void TestConnectionWorkflow::desconectarEndsWithoutSendingAnything()
-{
-    establish();
-    m_workflow->Desconectar();
-    QCOMPARE(m_workflow->state(), ConnectionState::Disconnected);
-    QVERIFY(!m_fixture->hasRequest());
-    QVERIFY(!m_fixture->serie.isOpen());
-    QCOMPARE(m_fixture->log.lines,
-             (QStringList{u"Interrumpiendo conexión"_s, u"Conexión interrumpida"_s}));
-}
-
-void TestConnectionWorkflow::desconectarWithARequestOutstandingForgetsIt()
-{
-    establish();
-    m_fixture->tick(10);
-    QVERIFY(m_fixture->link.Ocupado());
-    m_workflow->Desconectar();
-    QVERIFY(!m_fixture->link.Ocupado());
-    QVERIFY(!m_fixture->tmrTemporizador.isEnabled());
-    m_workflow->Conectar(false);
-    m_fixture->log.lines.clear();
-    m_fixture->answer(LinkFixture::fullBlock());
-    QCOMPARE(m_workflow->FailedAttempts(), qint16(0));
-    QVERIFY(!m_workflow->Established());
-    QCOMPARE(m_fixture->log.lines, QStringList());
-}
-
-void TestConnectionWorkflow::desconectarAndConectarAgainStartsAfresh()
-{
-    establish();
-    m_workflow->Desconectar();
-    m_fixture->log.lines.clear();
-    identify();
-    answerPoll(LinkFixture::fullBlock());
-    QCOMPARE(m_fixture->log.lines,
-             (QStringList{u"Estableciendo conexión..."_s, u"Identificación aceptada"_s,
-                          u"Conexión establecida"_s}));
-}
-
-void TestConnectionWorkflow::conectarWhileIdentifyingStartsAnew()
-{
-    m_workflow->Conectar(false);
-    for (int attempt = 0; attempt < 3; ++attempt)
-        failIdentification();
-    m_fixture->tick(10);
-    m_fixture->takeRequest();
-    m_workflow->Conectar(false);
-    QCOMPARE(m_workflow->FailedAttempts(), qint16(0));
-    // The request from before is forgotten, and so is an answer that comes late.
-    m_fixture->answerHex("0205");
-    QCOMPARE(m_workflow->FailedAttempts(), qint16(0));
-    for (int attempt = 0; attempt < 3; ++attempt)
-        failIdentification();
-    QCOMPARE(m_workflow->state(), ConnectionState::Identifying);
-}
-
-void TestConnectionWorkflow::afterTheEndNothingTicks()
-{
-    m_fixture->serie.refusal = u"No hay tal puerto"_s;
-    m_workflow->Conectar(false);
-    while (m_fixture->tmrCrono.fire()) {
-    }
-    QVERIFY(!m_fixture->tmrCrono.isEnabled());
-    QVERIFY(!m_fixture->tmrTemporizador.isEnabled());
-}
-
-void TestConnectionWorkflow::stepsOfTheEndComeInTheirOrder()
-{
-    establish();
-    m_workflow->Desconectar();
-    QCOMPARE(m_steps,
-             (QStringList{u"timer off, locked"_s, u"windows"_s, u"link ended"_s, u"not shown"_s}));
-}
-
-void TestConnectionWorkflow::confirmExitAsksOnlyInRemoteControl()
-{
-    establish();
-    QVERIFY(m_workflow->ConfirmExit());
-    QCOMPARE(m_fixture->dialogs.boxes.size(), 0);
-    answerPoll(remoteControlled());
-    QVERIFY(!m_workflow->ConfirmExit());
-    m_fixture->dialogs.confirmations = {true};
-    QVERIFY(m_workflow->ConfirmExit());
-}
-
-void TestConnectionWorkflow::confirmExitAsksInTheseWords()
-{
-    establish(remoteControlled());
-    m_workflow->ConfirmExit();
-    QCOMPARE(m_fixture->dialogs.boxes.size(), 1);
-    const FakeDialogs::Box& box = m_fixture->dialogs.boxes.first();
-    QVERIFY(box.question);
-    QCOMPARE(box.icon, Dialogs::Icon::Warning);
-    QCOMPARE(box.text, u"El HCT se encuentra funcionando en modo telemandado. ¿Seguro\n"
-                       "que desea salir de la aplicación dejándolo en ese modo?"_s);
-}
-
-void TestConnectionWorkflow::desconectarRefusedChangesNothing()
-{
-    establish(remoteControlled());
-    m_workflow->Desconectar();
-    QCOMPARE(m_workflow->state(), ConnectionState::Connected);
-    QCOMPARE(m_fixture->log.lines, QStringList());
-    QVERIFY(m_fixture->serie.isOpen());
-    QVERIFY(m_fixture->tmrCrono.isEnabled());
-}
-
-void TestConnectionWorkflow::connectionThatEndsUnderTheQuestionEndsOnce()
-{
-    establish(remoteControlled());
-    m_fixture->dialogs.confirmations = {true};
-    m_fixture->dialogs.whileUp = [this] {
-        m_fixture->serie.vanish();
-        m_fixture->tick(80);
-    };
-    m_workflow->Desconectar();
-    QCOMPARE(m_fixture->log.lines.count(u"Conexión interrumpida"_s), 1);
-    QCOMPARE(m_fixture->log.lines.count(u"Interrumpiendo conexión"_s), 0);
-}
-
-void TestConnectionWorkflow::closingAsksOnlyWhileEstablished()
-{
-    establish(remoteControlled());
-    QVERIFY(!m_workflow->queryUnload());
-    m_fixture->dialogs.confirmations = {true};
-    QVERIFY(m_workflow->queryUnload());
-    QCOMPARE(m_fixture->dialogs.boxes.size(), 2);
-    m_workflow->ConnectionEnded();
-    QVERIFY(m_workflow->queryUnload());
-    QCOMPARE(m_fixture->dialogs.boxes.size(), 2);
-}
-
-void TestConnectionWorkflow::closingStopsEverythingForGood()
-{
-    establish();
-    m_fixture->tick(10);
-    m_workflow->unload();
-    QVERIFY(m_fixture->globais.ShuttingDown);
-    QVERIFY(!m_fixture->serie.isOpen());
-    QVERIFY(!m_fixture->tmrCrono.isEnabled());
-    QVERIFY(!m_fixture->tmrTemporizador.isEnabled());
-    m_workflow->Conectar(false);
-    QVERIFY(!m_fixture->serie.isOpen());
-    QVERIFY(!m_fixture->tmrCrono.isEnabled());
 }
 
 QTEST_GUILESS_MAIN(TestConnectionWorkflow)
