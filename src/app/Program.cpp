@@ -29,9 +29,10 @@ namespace {
 
 QIcon applicationIcon()
 {
+    // With its size told, a picture is not read before it is drawn.
     QIcon icon;
     for (int size : {16, 24, 32, 48, 64, 128, 256})
-        icon.addFile(u":/icons/hct-%1.png"_s.arg(size));
+        icon.addFile(u":/icons/hct-%1.png"_s.arg(size), {size, size});
     return icon;
 }
 
