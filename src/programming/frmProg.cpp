@@ -72,6 +72,10 @@ void frmProg::done(int result)
 
 void frmProg::keyPressEvent(QKeyEvent* event)
 {
+    // Escape pressed once too often must not lose what was entered: the first one only goes to the
+    // button, the second leaves.
+    if (event->matches(QKeySequence::Cancel) && !cmdCancelar->hasFocus())
+        return cmdCancelar->setFocus();
     if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
         return QDialog::keyPressEvent(event);
     // No button is the default one: Enter after a time must neither send nor open anything.
@@ -230,14 +234,13 @@ void frmProg::showTab(int index)
 {
     // Whoever walks the tabs themselves by keyboard stays there; anybody else wants to type.
     const bool keepsFocus = tabPrincipal->hasFocus();
-    const bool gridHadFocus = m_grid->isAncestorOf(focusWidget());
     fraCadroFestVacac->setVisible(index == holidayTab);
     fraCadroAvisos->setVisible(index != holidayTab);
     if (keepsFocus)
         return tabPrincipal->setFocus();
     if (index == holidayTab)
         fraCadroFestVacac->focusFirst();
-    else if (!gridHadFocus)
+    else
         m_grid->focusRow(0);
 }
 

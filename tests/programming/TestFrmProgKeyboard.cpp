@@ -25,7 +25,8 @@ private slots:
     void pageKeysWithControlWalkTheTabs();
     void holidaysByKeyboard();
     void walkingTheTabsKeepsTheFocusOnThem();
-    void anotherBlockKeepsTheRow();
+    void anotherBlockBeginsAtItsFirstRow();
+    void escapeLeavesAtItsSecondPressOnly();
     void schoolWeekByKeyboardAlone();
     void smallWindowScrollsToTheFocus();
     void smallHolidayPageScrollsToTheFocus();
@@ -219,16 +220,25 @@ void TestFrmProgKeyboard::walkingTheTabsKeepsTheFocusOnThem()
     }
 }
 
-void TestFrmProgKeyboard::anotherBlockKeepsTheRow()
+void TestFrmProgKeyboard::anotherBlockBeginsAtItsFirstRow()
 {
     ProgWindow w(first);
     w.becomeReady();
-    w.day(u"chkXoves"_s, 9)->setFocus();
-    w.press(Qt::Key_3, Qt::AltModifier);
-    QVERIFY(w.day(u"chkXoves"_s, 9)->hasFocus());
-    w.press(Qt::Key_F, Qt::AltModifier);
-    w.press(Qt::Key_1, Qt::AltModifier);
+    w.time(12)->setFieldFocus(1, Qt::TabFocusReason);
+    w.press(Qt::Key_PageDown, Qt::ControlModifier);
+    QCOMPARE(w.label(u"lblPrograma"_s)->text(), u"2"_s);
     QCOMPARE(w.time(0)->fieldWithFocus(), 0);
+}
+
+void TestFrmProgKeyboard::escapeLeavesAtItsSecondPressOnly()
+{
+    ProgWindow w(first);
+    w.becomeReady();
+    w.press(Qt::Key_Escape);
+    QVERIFY(w.form->isVisible());
+    QVERIFY(w.find<QPushButton>(u"cmdCancelar"_s)->hasFocus());
+    w.press(Qt::Key_Escape);
+    QVERIFY(!w.form->isVisible());
 }
 
 void TestFrmProgKeyboard::schoolWeekByKeyboardAlone()
