@@ -205,7 +205,7 @@ void TestMainWindow::endOfTheConnectionLeavesProgrammingAndFirmware()
     m_fixture->choose("mnuFirmware");
     m_fixture->choose("mnuRexistro");
     m_fixture->program.workflow().Desconectar();
-    QCOMPARE(m_fixture->shownForms(), (QStringList{u"frmRexistroEstado"_s, u"frmProgramPROM"_s}));
+    QCOMPARE(m_fixture->shownForms(), (QStringList{u"frmProgramPROM"_s, u"frmRexistroEstado"_s}));
     establish();
     m_fixture->choose("mnuProgramacion");
     m_fixture->program.workflow().Desconectar();

@@ -10,11 +10,7 @@
 
 #include <algorithm>
 
-MdiForm::MdiForm(QMdiArea& area) : m_frame(area.addSubWindow(this))
-{
-    m_frame->hide();
-    m_frame->installEventFilter(this);
-}
+MdiForm::MdiForm(QMdiArea& area) : QWidget(&area), m_area(area) { hide(); }
 
 MdiForm::~MdiForm()
 {
@@ -27,16 +23,15 @@ MdiForm::~MdiForm()
 
 void MdiForm::showForm()
 {
-    if (m_unloaded || !m_frame)
+    if (m_unloaded)
         return;
-    if (!m_placed)
-        placeFrame();
+    if (!m_frame)
+        makeFrame();
     if (m_frame->isMinimized() || m_frame->isShaded())
         m_frame->showNormal();
     m_frame->show();
-    show();
     m_frame->raise();
-    m_frame->mdiArea()->setActiveSubWindow(m_frame);
+    m_area.setActiveSubWindow(m_frame);
     focusTarget().setFocus(Qt::ActiveWindowFocusReason);
 }
 
@@ -57,24 +52,23 @@ void MdiForm::hideForm()
 {
     if (!m_frame)
         return;
-    QMdiArea* area = m_frame->mdiArea();
-    const bool wasInUse = area && area->currentSubWindow() == m_frame;
+    const bool wasInUse = m_area.currentSubWindow() == m_frame;
     // Hiding passes the focus on from control to control.
     m_focusWhenHidden = focusWidget();
     m_frame->hide();
     if (wasInUse)
-        activateLastUsed(*area);
+        activateLastUsed();
 }
 
 // The area itself leaves nobody active, and the keyboard without a window.
-void MdiForm::activateLastUsed(QMdiArea& area)
+void MdiForm::activateLastUsed()
 {
-    const QList<QMdiSubWindow*> byUse = area.subWindowList(QMdiArea::ActivationHistoryOrder);
+    const QList<QMdiSubWindow*> byUse = m_area.subWindowList(QMdiArea::ActivationHistoryOrder);
     const auto last = std::find_if(byUse.rbegin(), byUse.rend(), [](const QMdiSubWindow* frame) {
         return frame->isVisible() && !frame->isMinimized();
     });
     if (last != byUse.rend())
-        area.setActiveSubWindow(*last);
+        m_area.setActiveSubWindow(*last);
 }
 
 bool MdiForm::isFormVisible() const { return m_frame && m_frame->isVisible(); }
@@ -113,8 +107,12 @@ void MdiForm::unloadNow()
     unload();
     hideForm();
     emit unloaded();
-    if (self && m_frame)
+    if (!self)
+        return;
+    if (m_frame)
         m_frame->deleteLater();
+    else
+        deleteLater();
 }
 
 bool MdiForm::queryUnload(CloseReason) { return true; }
@@ -163,10 +161,13 @@ void MdiForm::keyPressEvent(QKeyEvent* event)
         QWidget::keyPressEvent(event);
 }
 
-// The area itself places a sub-window when it is added, when the form has no contents yet.
-void MdiForm::placeFrame()
+// The area itself would place the sub-window in a pattern of its own, whatever it covers.
+void MdiForm::makeFrame()
 {
-    m_placed = true;
+    m_frame = m_area.addSubWindow(this);
+    m_frame->installEventFilter(this);
+    // A hidden form would not count for the frame's size.
+    show();
     m_frame->resize(m_frame->sizeHint().expandedTo(m_frame->minimumSizeHint()));
     m_frame->move(placeBesideOthers());
 }
@@ -174,13 +175,13 @@ void MdiForm::placeFrame()
 // Beside the open windows, so that none hides what another shows, or else in a cascade.
 QPoint MdiForm::placeBesideOthers() const
 {
-    const QRect room = m_frame->mdiArea()->viewport()->rect();
+    const QRect room = m_area.viewport()->rect();
     QRegion taken;
     QList<int> columns{0};
     QList<int> rows{0};
     int shown = 0;
-    for (const QMdiSubWindow* other : m_frame->mdiArea()->subWindowList()) {
-        if (!other->isVisible())
+    for (const QMdiSubWindow* other : m_area.subWindowList()) {
+        if (other == m_frame || !other->isVisible())
             continue;
         ++shown;
         taken += other->geometry();

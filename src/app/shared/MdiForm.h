@@ -15,7 +15,7 @@ class MdiForm : public QWidget {
 public:
     enum class CloseReason { Operator, Code, Shutdown };
 
-    /// The form lives in a sub-window of `area`, hidden until showForm.
+    /// The form belongs to `area`, hidden until showForm puts it into a sub-window there.
     explicit MdiForm(QMdiArea& area);
     ~MdiForm() override;
 
@@ -49,14 +49,15 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void placeFrame();
+    void makeFrame();
     QPoint placeBesideOthers() const;
     QWidget& focusTarget();
-    static void activateLastUsed(QMdiArea& area);
+    void activateLastUsed();
 
+    QMdiArea& m_area;
+    /// Made when the form is first shown: until then it costs nothing.
     QPointer<QMdiSubWindow> m_frame;
     QPointer<QWidget> m_focusWhenHidden;
-    bool m_placed = false;
     bool m_asking = false;
     bool m_unloaded = false;
 };
