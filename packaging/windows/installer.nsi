@@ -6,6 +6,8 @@
 Unicode true
 Target amd64-unicode
 SetCompressor /SOLID lzma
+ManifestDPIAware true
+ManifestSupportedOS all
 
 !define PRODUCT "Control Equipo HCT"
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\ControlEquipoHCT"
@@ -32,15 +34,15 @@ VIProductVersion "${VERSION}.0"
 VIAddVersionKey /LANG=0 "ProductName" "${PRODUCT}"
 VIAddVersionKey /LANG=0 "FileDescription" "Instalador de ${PRODUCT}"
 VIAddVersionKey /LANG=0 "FileVersion" "${VERSION}"
-VIAddVersionKey /LANG=0 "LegalCopyright" ""
+VIAddVersionKey /LANG=0 "LegalCopyright" "Contiene Qt (LGPL 3), véase LICENCIAS.txt"
 
-!define MUI_ICON "${STAGE}\hct.ico"
-!define MUI_UNICON "${STAGE}\hct.ico"
+!define MUI_ICON "${STAGE}/hct.ico"
+!define MUI_UNICON "${STAGE}/hct.ico"
 !define MUI_ABORTWARNING
 !define MUI_FINISHPAGE_RUN
 !define MUI_FINISHPAGE_RUN_FUNCTION runProgram
 
-!insertmacro MUI_PAGE_LICENSE "${STAGE}\LICENCIAS.txt"
+!insertmacro MUI_PAGE_LICENSE "${STAGE}/LICENCIAS.txt"
 !insertmacro MULTIUSER_PAGE_INSTALLMODE
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
@@ -69,13 +71,11 @@ FunctionEnd
 
 Section
     SetOutPath "$INSTDIR"
-    File "${STAGE}\hct.exe"
-    File "${STAGE}\hct.ico"
-    File "${STAGE}\LICENCIAS.txt"
-    File "${STAGE}\LGPL-3.txt"
-    File "${STAGE}\GPL-3.txt"
+    File "${STAGE}/hct.exe"
+    File "${STAGE}/hct.ico"
+    File "${STAGE}/*.txt"
     SetOutPath "$INSTDIR\Modems"
-    File "${STAGE}\Modems\*.mdm"
+    File "${STAGE}/Modems/*.mdm"
 
     ; The working folder of a shortcut is the output path of the moment.
     SetOutPath "$INSTDIR"
@@ -103,7 +103,9 @@ Section "Uninstall"
     Delete "$INSTDIR\LICENCIAS.txt"
     Delete "$INSTDIR\LGPL-3.txt"
     Delete "$INSTDIR\GPL-3.txt"
-    !include "${STAGE}\uninstall-modems.nsh"
+    Delete "$INSTDIR\Qt-copyright.txt"
+    Delete "$INSTDIR\MinGW-copyright.txt"
+    !include "${STAGE}/uninstall-modems.nsh"
     RMDir "$INSTDIR\Modems"
     Delete "$INSTDIR\desinstalar.exe"
     RMDir "$INSTDIR"

@@ -5,9 +5,29 @@
 
 #ifdef Q_OS_WIN
 
-QByteArray AnsiText::fromUnicode(QStringView text) { return text.toLocal8Bit(); }
+#include <windows.h>
 
-QString AnsiText::toUnicode(QByteArrayView bytes) { return QString::fromLocal8Bit(bytes); }
+// By the system's own calls: the toolkit's conversion drops a NUL at the end of a text.
+
+QByteArray AnsiText::fromUnicode(QStringView text)
+{
+    const auto* units = reinterpret_cast<const wchar_t*>(text.utf16());
+    const int length = static_cast<int>(text.size());
+    const int size = WideCharToMultiByte(CP_ACP, 0, units, length, nullptr, 0, nullptr, nullptr);
+    QByteArray bytes(size, Qt::Uninitialized);
+    WideCharToMultiByte(CP_ACP, 0, units, length, bytes.data(), size, nullptr, nullptr);
+    return bytes;
+}
+
+QString AnsiText::toUnicode(QByteArrayView bytes)
+{
+    const int length = static_cast<int>(bytes.size());
+    const int size = MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, nullptr, 0);
+    QString text(size, Qt::Uninitialized);
+    MultiByteToWideChar(CP_ACP, 0, bytes.data(), length, reinterpret_cast<wchar_t*>(text.data()),
+                        size);
+    return text;
+}
 
 #else
 

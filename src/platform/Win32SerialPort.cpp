@@ -137,6 +137,7 @@ void Win32SerialPort::closeDevice()
 {
     const HANDLE handle = m_handle;
     m_handle = nullptr;
+    m_isReading = false;
     if (m_notifier) {
         // It may be what is being listened to just now.
         m_notifier->setEnabled(false);
@@ -169,7 +170,8 @@ void Win32SerialPort::clearInput()
     PurgeComm(m_handle, PURGE_RXCLEAR);
     // A byte that has come but was not looked at yet goes too.
     DWORD count = 0;
-    if (m_read->isFinished() && GetOverlappedResult(m_handle, &m_read->overlapped, &count, FALSE))
+    if (m_isReading && m_read->isFinished() &&
+        GetOverlappedResult(m_handle, &m_read->overlapped, &count, FALSE))
         startRead();
 }
 
@@ -208,15 +210,15 @@ bool Win32SerialPort::startRead()
 {
     m_read->restart();
     m_read->bytes.resize(1);
-    if (ReadFile(m_handle, m_read->bytes.data(), 1, nullptr, &m_read->overlapped))
-        return true;
-    return GetLastError() == ERROR_IO_PENDING;
+    m_isReading = ReadFile(m_handle, m_read->bytes.data(), 1, nullptr, &m_read->overlapped) ||
+                  GetLastError() == ERROR_IO_PENDING;
+    return m_isReading;
 }
 
 void Win32SerialPort::readFinished()
 {
     DWORD count = 0;
-    if (!isOpen() || !m_read->isFinished())
+    if (!isOpen() || !m_isReading || !m_read->isFinished())
         return;
     if (!GetOverlappedResult(m_handle, &m_read->overlapped, &count, FALSE)) {
         deviceGone();
@@ -224,9 +226,15 @@ void Win32SerialPort::readFinished()
     }
     QByteArray arrived = m_read->bytes.left(static_cast<qsizetype>(count));
     arrived += fetchWaiting();
-    if (startRead())
-        deliver(arrived);
-    else
+    // By way of the event queue: a line that never falls silent would keep timers from their turn.
+    m_isReading = false;
+    QMetaObject::invokeMethod(this, &Win32SerialPort::readOn, Qt::QueuedConnection);
+    deliver(arrived);
+}
+
+void Win32SerialPort::readOn()
+{
+    if (isOpen() && !m_isReading && !startRead())
         deviceGone();
 }
 

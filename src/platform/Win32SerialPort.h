@@ -39,6 +39,7 @@ private:
     /// Begins the read of the next byte; a device that refuses it is gone.
     bool startRead();
     void readFinished();
+    void readOn();
     QByteArray fetchWaiting();
     void reapWrites();
 
@@ -46,6 +47,8 @@ private:
     /// A HANDLE; nullptr while closed.
     void* m_handle = nullptr;
     std::unique_ptr<Operation> m_read;
+    /// Whether that read is under way, or over and not looked at yet.
+    bool m_isReading = false;
     std::unique_ptr<QWinEventNotifier> m_notifier;
     std::vector<std::unique_ptr<Operation>> m_writes;
 };

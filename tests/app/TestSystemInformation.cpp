@@ -42,12 +42,14 @@ private:
     QString makeFile(const QString& name) const
     {
         QFile file(m_folder->filePath(name));
+        // Where a backslash parts folders, the folder must be there.
+        QDir().mkpath(QFileInfo(file).path());
         return file.open(QIODevice::WriteOnly) ? file.fileName() : QString();
     }
     void run(bool starts = true)
     {
         modUtilidades::systemInformation(m_registry, m_dialogs, [&](const QString& program) {
-            m_started.append(program);
+            m_started.append(QDir::fromNativeSeparators(program));
             return starts;
         });
     }

@@ -14,6 +14,14 @@ namespace {
 const QString direct = u"Software\\Quorvex\\Lurimat\\Directo"_s;
 const QString remote = u"Software\\Quorvex\\Lurimat\\Remoto"_s;
 const QString common = u"Software\\Quorvex\\Lurimat\\Comun"_s;
+#ifdef Q_OS_WIN
+// The number is the device, plugged in or not.
+const QString secondDevice = u"COM2"_s;
+const QString noThirdDevice = u"COM3"_s;
+#else
+const QString secondDevice = u"/dev/ttyUSB7"_s;
+const QString noThirdDevice = u"No hay ningún puerto en este canal"_s;
+#endif
 
 } // namespace
 
@@ -195,9 +203,8 @@ void TestFrmPortoSerie::channelsTellTheirDevice()
     f.show();
     for (const QString& name : {u"cbbCanal"_s, u"cbbCanal2"_s}) {
         const auto& list = f.find<QComboBox>(name);
-        QCOMPARE(list.itemData(1, Qt::ToolTipRole).toString(), u"/dev/ttyUSB7"_s);
-        QCOMPARE(list.itemData(2, Qt::ToolTipRole).toString(),
-                 u"No hay ningún puerto en este canal"_s);
+        QCOMPARE(list.itemData(1, Qt::ToolTipRole).toString(), secondDevice);
+        QCOMPARE(list.itemData(2, Qt::ToolTipRole).toString(), noThirdDevice);
     }
 }
 
@@ -210,7 +217,7 @@ void TestFrmPortoSerie::channelThatCouldNotBeOpenedTellsWhy()
     QCOMPARE(f.find<QComboBox>(u"cbbCanal"_s).itemData(1, Qt::ToolTipRole).toString(),
              u"Permiso denegado"_s);
     QCOMPARE(f.find<QComboBox>(u"cbbCanal2"_s).itemData(1, Qt::ToolTipRole).toString(),
-             u"/dev/ttyUSB7"_s);
+             secondDevice);
 }
 
 void TestFrmPortoSerie::storedTextsAreSelected()

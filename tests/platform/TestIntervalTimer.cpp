@@ -152,6 +152,12 @@ void TestIntervalTimer::missedTicksComeAsOne()
 
 void TestIntervalTimer::preciseTimerIsNeverEarly()
 {
+#ifdef Q_OS_WIN
+    // The two clocks there differ by a fraction of a millisecond.
+    constexpr qint64 earliest = 199'000'000;
+#else
+    constexpr qint64 earliest = 200'000'000;
+#endif
     PreciseTimer timer;
     timer.setInterval(200);
     for (int round = 0; round < 3; ++round) {
@@ -160,7 +166,7 @@ void TestIntervalTimer::preciseTimerIsNeverEarly()
         elapsed.start();
         timer.setEnabled(true);
         QVERIFY(ticks.wait());
-        QVERIFY2(elapsed.nsecsElapsed() >= 200'000'000, QByteArray::number(elapsed.nsecsElapsed()));
+        QVERIFY2(elapsed.nsecsElapsed() >= earliest, QByteArray::number(elapsed.nsecsElapsed()));
         timer.setEnabled(false);
     }
 }

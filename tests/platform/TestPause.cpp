@@ -156,10 +156,14 @@ void TestPause::realPauseLastsItsTimeAndBurnsNoCore()
     elapsed.start();
     const std::clock_t before = std::clock();
     pause.Wait(200, letEventsRun);
-    const double burnt = static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;
+    // The processor's time where the clock of the language is that; on Windows it goes on sleeping.
+    [[maybe_unused]] const double burnt =
+        static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;
     // The clock of day may be slewed a little against the one that measures here.
     QVERIFY(elapsed.nsecsElapsed() > 199'000'000);
+#ifndef Q_OS_WIN
     QVERIFY2(burnt < 0.1, QByteArray::number(burnt));
+#endif
 }
 
 void TestPause::clockOfDayIsFinerThanAMillisecond()
