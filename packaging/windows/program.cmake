@@ -7,6 +7,10 @@ configure_file(${CMAKE_CURRENT_LIST_DIR}/hct.rc.in ${CMAKE_CURRENT_BINARY_DIR}/h
 set_source_files_properties(${CMAKE_CURRENT_BINARY_DIR}/hct.rc
     PROPERTIES OBJECT_DEPENDS "${HCT_ICON};${HCT_MANIFEST}")
 target_sources(hct PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/hct.rc)
+if(MSVC)
+    # It would add a manifest of its own.
+    target_link_options(hct PRIVATE /MANIFEST:NO)
+endif()
 
 find_file(HCT_TOOLKIT_SPANISH qtbase_es.qm
     PATHS ${QT_HOST_PATH}/share/qt6/translations ${QT6_INSTALL_PREFIX}/${QT6_INSTALL_TRANSLATIONS}

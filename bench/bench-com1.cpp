@@ -1,0 +1,125 @@
+// What can be measured alike on every system, of the whole program with its clock behind COM1:
+//   bench-com1 polls SECONDS    status exchanges a second
+//   bench-com1 first-window     when its first window is painted, in microseconds since 1970
+//   bench-com1 minimal-window   the same for a window with nothing but an MDI area and a menu
+
+#include "MessageLink.h"
+#include "Program.h"
+#include "SystemOutside.h"
+#include "frmPrincipal.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QEventLoop>
+#include <QMainWindow>
+#include <QMdiArea>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QTimer>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Prints when the window has been painted and ends the process.
+class FirstPaint final : public QObject {
+public:
+    explicit FirstPaint(QWidget& window) : m_window(window)
+    {
+        QCoreApplication::instance()->installEventFilter(this);
+    }
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        const auto* widget = qobject_cast<QWidget*>(watched);
+        if (event->type() == QEvent::Paint && widget && widget->window() == &m_window)
+            QTimer::singleShot(0, this, &FirstPaint::report);
+        return false;
+    }
+
+private:
+    static void report()
+    {
+        using namespace std::chrono;
+        const auto now = duration_cast<microseconds>(system_clock::now().time_since_epoch());
+        std::printf("%lld\n", static_cast<long long>(now.count()));
+        std::fflush(stdout);
+        std::_Exit(0);
+    }
+
+    QWidget& m_window;
+};
+
+int showMinimalWindow()
+{
+    QMainWindow window;
+    window.setCentralWidget(new QMdiArea);
+    window.menuBar()->addMenu(u"&Ventana"_s)->addAction(u"&Cerrar"_s);
+    window.statusBar()->showMessage(u"Desconectado"_s);
+    window.resize(1024, 700);
+    const FirstPaint first(window);
+    window.show();
+    return QCoreApplication::exec();
+}
+
+int showProgram()
+{
+    SystemOutside system;
+    Program program(system.outside());
+    const FirstPaint first(program.mainWindow());
+    program.start();
+    return QCoreApplication::exec();
+}
+
+void letEventsRun(int milliseconds)
+{
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+int measurePolls(int seconds)
+{
+    SystemOutside system;
+    Program program(system.outside());
+    program.start();
+    program.mainWindow().findChild<QAction*>(u"mnuConectar"_s)->trigger();
+    for (int tries = 0; tries < 300 && !program.globais().LinkEstablished; ++tries)
+        letEventsRun(100);
+    if (!program.globais().LinkEstablished) {
+        std::fprintf(stderr, "no connection with the clock behind COM1\n");
+        return 1;
+    }
+    int answers = 0;
+    QObject::connect(&program.link(), &MessageLink::becameIdle, &program.mainWindow(),
+                     [&answers] { ++answers; });
+    letEventsRun(1000);
+    answers = 0;
+    const auto begin = std::chrono::steady_clock::now();
+    letEventsRun(seconds * 1000);
+    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - begin;
+    std::printf("%.2f\n", answers / elapsed.count());
+    std::fflush(stdout);
+    program.mainWindow().unload();
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    const QApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    const QString what = arguments.value(1);
+    if (what == u"polls"_s)
+        return measurePolls(arguments.value(2, u"10"_s).toInt());
+    if (what == u"first-window"_s)
+        return showProgram();
+    if (what == u"minimal-window"_s)
+        return showMinimalWindow();
+    std::fprintf(stderr, "usage: bench-com1 polls SECONDS | first-window | minimal-window\n");
+    return 2;
+}
