@@ -65,8 +65,12 @@ std::optional<QByteArray> FileRegistry::content() const
     QFile file(m_path);
     if (!info.isFile() || !file.open(QIODevice::ReadOnly))
         return std::nullopt;
-    QByteArray bytes = file.read(maximumFileSize + 1);
-    if (file.error() != QFile::NoError || bytes.size() > maximumFileSize)
+    const qint64 size = file.size();
+    if (size > maximumFileSize)
+        return std::nullopt;
+    // A file that changes its length meanwhile is being written by somebody else.
+    QByteArray bytes = file.read(size + 1);
+    if (file.error() != QFile::NoError || bytes.size() != size)
         return std::nullopt;
     return bytes;
 }
