@@ -164,6 +164,9 @@ void QtSerialPort::bytesArrived()
 
 void QtSerialPort::takeArrived()
 {
+    // It may have been closed since this was queued.
+    if (!isOpen())
+        return;
     deliver(m_port.readAll());
     restWhileBytesAreOnTheWay();
 }
