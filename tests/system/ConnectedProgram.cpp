@@ -1,6 +1,7 @@
 #include "ConnectedProgram.h"
 
-#include "frmPrincipal.h"
+#include "MessageLink.h"
+#include "SerialPort.h"
 #include "frmRexistroEstado.h"
 
 #include <QAction>
@@ -8,28 +9,40 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPlainTextEdit>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-bool prepareEnvironment(const QString& device, const QString& settingsFolder)
-{
-    return qputenv("HCT_COM1", device.toLocal8Bit()) &&
-           qputenv("XDG_CONFIG_HOME", settingsFolder.toLocal8Bit());
-}
-
-} // namespace
-
 ConnectedProgram::ConnectedProgram(const QStringList& simulatorOptions)
     : clock(simulatorOptions),
-      m_prepared(prepareEnvironment(clock.device(), m_settings.path())),
+      m_prepared(qputenv("HCT_COM1", clock.device().toLocal8Bit())),
       program(system.outside(dialogs))
 {
     program.start();
 }
 
-ConnectedProgram::~ConnectedProgram() { program.mainWindow().unload(); }
+ConnectedProgram::~ConnectedProgram()
+{
+    dialogs.whileUp = nullptr;
+    program.mainWindow().unload();
+}
+
+bool ConnectedProgram::connectToClock()
+{
+    choose("mnuConectar");
+    return QTest::qWaitFor([this] { return isEstablished(); }, patience);
+}
+
+QString ConnectedProgram::chooseAbsentPort()
+{
+    // Windows knows ports by no other names.
+    qputenv("HCT_COM16", "/dev/no-such-port");
+    CommSettings& settings = program.settings();
+    settings.directPort = u"15"_s;
+    settings.modemPort = u"15"_s;
+    program.link().ApplySettings();
+    return program.link().directPort().deviceName();
+}
 
 void ConnectedProgram::choose(const char* name)
 {

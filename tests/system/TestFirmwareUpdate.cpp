@@ -36,7 +36,7 @@ namespace {
 
 constexpr auto form = "frmProgramPROM";
 /// For a machine with much else to do; on an idle one the longest transfer takes 20 seconds.
-constexpr int patience = 150000;
+constexpr int transferPatience = 150000;
 
 /// An image as text and as the bytes from its lowest to its highest address.
 struct Image {
@@ -111,7 +111,7 @@ struct Session {
                 loop.quit();
         });
         look.start(20);
-        QTimer::singleShot(patience, &loop, &QEventLoop::quit);
+        QTimer::singleShot(transferPatience, &loop, &QEventLoop::quit);
         loop.exec();
         return finished();
     }
@@ -202,7 +202,7 @@ void TestFirmwareUpdate::resetAfterTheLastLineSilencesTheClock()
     QCOMPARE(s.linesSent(), 30);
     QCOMPARE(s.run.clock.state(u"block1.alarms"_s), QString(132, u'0'));
     // The clock is gone, which the connection notices; the window stays as it is.
-    QTRY_VERIFY_WITH_TIMEOUT(!s.run.isEstablished(), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(!s.run.isEstablished(), transferPatience);
     QVERIFY(s.finished());
 }
 

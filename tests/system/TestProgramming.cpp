@@ -16,8 +16,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int patience = 20000;
-
 QByteArray contents(const QString& path)
 {
     QFile file(path);

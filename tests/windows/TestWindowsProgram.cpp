@@ -23,9 +23,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int patience = 30000;
 const QString settingsKey = u"HKCU\\Software\\Quorvex\\Lurimat"_s;
-const QString interrupted = u"Conexión interrumpida"_s;
 
 QByteArray contents(const QString& path)
 {
@@ -44,9 +42,6 @@ private slots:
 
     void settingsLandInTheRegistryAsTexts();
     void settingsThatTheOperatorPutThereAreUsed();
-    void portThatIsNotThereFailsFourTimes();
-    void clockIsSet();
-    void outputIsSwitched();
     void programmeIsKeptInAFileWithASpanishPath();
     void modemDialsAndHangsUpByDtr();
     void scriptsAreLookedForWhereTheProgramStarts();
@@ -58,11 +53,6 @@ private:
         auto* button = window->findChild<QPushButton*>(QString::fromLatin1(name));
         QVERIFY(button);
         QTest::mouseClick(button, Qt::LeftButton);
-    }
-    static bool connectTo(ConnectedProgram& run)
-    {
-        run.choose("mnuConectar");
-        return QTest::qWaitFor([&run] { return run.isEstablished(); }, patience);
     }
 };
 
@@ -100,58 +90,8 @@ void TestWindowsProgram::settingsThatTheOperatorPutThereAreUsed()
     RegistryEditor::add(settingsKey + u"\\Comun"_s, u"Identificacion"_s, u"REG_DWORD"_s, u"35"_s);
     RegistryEditor::add(settingsKey + u"\\Directo"_s, u"Velocidad"_s, u"REG_SZ"_s, u"19200"_s);
     ConnectedProgram run({u"--station"_s, u"7"_s, u"--identification"_s, u"35"_s});
-    QVERIFY(connectTo(run));
+    QVERIFY(run.connectToClock());
     QCOMPARE(run.panel(3), u"COM1,19200,N,8,1"_s);
-}
-
-void TestWindowsProgram::portThatIsNotThereFailsFourTimes()
-{
-    RegistryEditor::add(settingsKey + u"\\Directo"_s, u"Puerto"_s, u"REG_SZ"_s, u"15"_s);
-    ConnectedProgram run;
-    run.choose("mnuConectar");
-    QCOMPARE(run.panel(3), u"COM16,9600,N,8,1"_s);
-    const auto* panel = run.program.mainWindow().findChild<QLabel*>(u"stbBarra(3)"_s);
-    QCOMPARE(panel->toolTip(), u"No existe COM16: compruebe que el adaptador está conectado."_s);
-    QTRY_COMPARE_WITH_TIMEOUT(run.timesLogged(u"Fallo en identificación del equipo"_s), 4,
-                              patience);
-    QTRY_COMPARE_WITH_TIMEOUT(run.timesLogged(interrupted), 2, patience);
-}
-
-void TestWindowsProgram::clockIsSet()
-{
-    ConnectedProgram run({u"--start"_s, u"2026-11-20T08:59:50"_s, u"--frozen"_s});
-    QVERIFY(connectTo(run));
-    run.choose("mnuSincronizacionReloxo");
-    QPointer<QWidget> form = run.shownForm("frmSincronizacionReloxo");
-    QVERIFY(form);
-    auto* hour = form->findChild<TextoRestrinxido*>(u"txtHora"_s);
-    QCOMPARE(hour->text(), u"08:59:50"_s);
-    hour->setFocus(Qt::TabFocusReason);
-    QTest::keyClick(hour, Qt::Key_Home);
-    QTest::keyClicks(hour, u"23:05:03"_s);
-    click(form, "cmdEnviar");
-    QTRY_VERIFY_WITH_TIMEOUT(!run.shownForm("frmSincronizacionReloxo"), patience);
-    QCOMPARE(run.clock.state(u"time"_s), u"2026-11-20T23:05:03"_s);
-    run.choose("mnuInformacion");
-    QTRY_COMPARE_WITH_TIMEOUT(run.text("frmInfoHCT7200", "lblHora").trimmed(), u"23:05:03"_s,
-                              patience);
-}
-
-void TestWindowsProgram::outputIsSwitched()
-{
-    ConnectedProgram run({u"--model"_s, u"7300"_s, u"--programme"_s, u"empty"_s});
-    QVERIFY(connectTo(run));
-    run.choose("mnuTelemando");
-    QWidget* form = run.shownForm("frmTelemandoHCT7300");
-    QVERIFY(form);
-    auto* automatic = form->findChild<QCheckBox*>(u"chkAutomatico"_s);
-    QTRY_VERIFY_WITH_TIMEOUT(automatic->isChecked(), patience);
-    automatic->click();
-    QTRY_COMPARE_WITH_TIMEOUT(run.clock.state(u"mode"_s), u"manual"_s, patience);
-    QTest::mouseClick(form->findChild<CoverLabel*>(u"lblTapa(0)"_s), Qt::LeftButton);
-    QTRY_COMPARE_WITH_TIMEOUT(run.clock.state(u"outputs"_s), u"0x01"_s, patience);
-    automatic->click();
-    QTRY_COMPARE_WITH_TIMEOUT(run.clock.state(u"mode"_s), u"automatic"_s, patience);
 }
 
 void TestWindowsProgram::programmeIsKeptInAFileWithASpanishPath()
@@ -161,7 +101,7 @@ void TestWindowsProgram::programmeIsKeptInAFileWithASpanishPath()
     QDir(folder).removeRecursively();
     QVERIFY(QDir().mkpath(folder));
     ConnectedProgram run({u"--programme"_s, u"school"_s});
-    QVERIFY(connectTo(run));
+    QVERIFY(run.connectToClock());
     run.choose("mnuProgramacion");
     QPointer<frmProg> form = run.program.mainWindow().findChild<frmProg*>();
     QVERIFY(form);
@@ -197,7 +137,7 @@ void TestWindowsProgram::modemDialsAndHangsUpByDtr()
     ConnectedProgram run({u"--modem"_s, u"--dial-delay"_s, u"100"_s});
     run.dialogs.texts = {u"600123456"_s};
     run.choose("mnuUsarModem");
-    QVERIFY(connectTo(run));
+    QVERIFY(run.connectToClock());
     QCOMPARE(run.panel(3), u"COM2,9600,N,8,1"_s);
     QVERIFY(run.clock.command(u"modem state"_s).contains(u"modem=call"_s));
     QVERIFY(run.clock.command(u"modem state"_s).contains(u"dialled=600123456"_s));

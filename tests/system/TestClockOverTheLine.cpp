@@ -1,10 +1,11 @@
-#include "ProgramWithClock.h"
+#include "ConnectedProgram.h"
 #include "TextoRestrinxido.h"
 #include "frmInfoHCT7200.h"
 #include "frmSincronizacionReloxo.h"
 
 #include <QLabel>
 #include <QPushButton>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -14,29 +15,29 @@ const QString done = u"Reloj del equipo actualizado en fecha y hora"_s;
 const QString failed = u"Error intentando puesta en hora del equipo"_s;
 
 /// The program connected to a clock that stands at 20-11-2026 08:59:50, with the window open.
-struct Setting : ProgramWithClock {
-    Setting() : ProgramWithClock({u"--start"_s, u"2026-11-20T08:59:50"_s, u"--frozen"_s}) {}
+struct Setting : ConnectedProgram {
+    Setting() : ConnectedProgram({u"--start"_s, u"2026-11-20T08:59:50"_s, u"--frozen"_s}) {}
 
     bool open()
     {
         if (!connectToClock())
             return false;
-        choose(u"mnuSincronizacionReloxo"_s);
+        choose("mnuSincronizacionReloxo");
         return form() != nullptr;
     }
-    frmSincronizacionReloxo* form() const { return window<frmSincronizacionReloxo>(); }
-    TextoRestrinxido* field(const QString& name) const
+    frmSincronizacionReloxo* form() { return window<frmSincronizacionReloxo>(); }
+    TextoRestrinxido* field(const QString& name)
     {
         return form()->findChild<TextoRestrinxido*>(name);
     }
-    void type(const QString& name, const QString& keys) const
+    void type(const QString& name, const QString& keys)
     {
         TextoRestrinxido* target = field(name);
         target->setFocus(Qt::TabFocusReason);
         QTest::keyClick(target, Qt::Key_Home);
         QTest::keyClicks(target, keys);
     }
-    void click(const QString& name) const
+    void click(const QString& name)
     {
         QTest::mouseClick(form()->findChild<QPushButton*>(name), Qt::LeftButton);
     }
@@ -65,16 +66,17 @@ void TestClockOverTheLine::clockSetByHandIsSeenInTheInformationWindow()
     QVERIFY(setting.open());
     QCOMPARE(setting.field(u"txtData"_s)->text(), u"20/11/2026"_s);
     QCOMPARE(setting.field(u"txtHora"_s)->text(), u"08:59:50"_s);
-    setting.choose(u"mnuInformacion"_s);
+    setting.choose("mnuInformacion");
     auto* information = setting.window<frmInfoHCT7200>();
     QVERIFY(information);
     setting.type(u"txtData"_s, u"29/02/2028"_s);
     setting.type(u"txtHora"_s, u"23:05:03"_s);
     setting.click(u"cmdEnviar"_s);
-    QTRY_VERIFY(!setting.form());
-    QCOMPARE(setting.linesWith(done), 1);
+    QTRY_VERIFY_WITH_TIMEOUT(!setting.form(), patience);
+    QCOMPARE(setting.timesLogged(done), 1);
     QCOMPARE(setting.clock.state(u"time"_s), u"2028-02-29T23:05:03"_s);
-    QTRY_COMPARE(information->findChild<QLabel*>(u"lblHora"_s)->text(), u"23:05:03 "_s);
+    QTRY_COMPARE_WITH_TIMEOUT(information->findChild<QLabel*>(u"lblHora"_s)->text(), u"23:05:03 "_s,
+                              patience);
     QVERIFY(information->findChild<QLabel*>(u"lblData"_s)
                 ->text()
                 .endsWith(u", 29 de febrero de 2028"_s));
@@ -86,7 +88,7 @@ void TestClockOverTheLine::clockSetFromTheComputerRunsWithIt()
     QVERIFY(setting.open());
     const QDateTime before = QDateTime::currentDateTime().addSecs(-1);
     setting.click(u"cmdPC"_s);
-    QTRY_VERIFY(!setting.form());
+    QTRY_VERIFY_WITH_TIMEOUT(!setting.form(), patience);
     const QDateTime set = QDateTime::fromString(setting.clock.state(u"time"_s), Qt::ISODate);
     QVERIFY(before <= set && set <= QDateTime::currentDateTime());
 }
@@ -98,7 +100,7 @@ void TestClockOverTheLine::refusedSettingIsRepeatedAndSucceeds()
     setting.clock.command(u"fault refuse times 2 on clock"_s);
     setting.type(u"txtHora"_s, u"12:00:00"_s);
     setting.click(u"cmdEnviar"_s);
-    QTRY_VERIFY(!setting.form());
+    QTRY_VERIFY_WITH_TIMEOUT(!setting.form(), patience);
     QVERIFY(setting.dialogs.boxes.isEmpty());
     QCOMPARE(setting.clock.state(u"time"_s), u"2026-11-20T12:00:00"_s);
 }
@@ -109,33 +111,33 @@ void TestClockOverTheLine::threeRefusalsAreTold()
     QVERIFY(setting.open());
     setting.clock.command(u"fault refuse always on clock"_s);
     setting.click(u"cmdEnviar"_s);
-    QTRY_COMPARE(setting.linesWith(failed), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(setting.timesLogged(failed), 1, patience);
     QCOMPARE(setting.dialogs.boxes.size(), 1);
     QVERIFY(setting.form());
     QVERIFY(!setting.form()->findChild<QPushButton*>(u"cmdEnviar"_s)->isEnabled());
     // The general data goes on being asked for.
     const int answered = setting.clock.state(u"answered"_s).toInt();
-    QTRY_VERIFY(setting.clock.state(u"answered"_s).toInt() > answered + 3);
-    QVERIFY(setting.hasConnection());
+    QTRY_VERIFY_WITH_TIMEOUT(setting.clock.state(u"answered"_s).toInt() > answered + 3, patience);
+    QVERIFY(setting.isEstablished());
 }
 
 void TestClockOverTheLine::threeLostAnswersAreToldAndTheConnectionGoesOn()
 {
     Setting setting;
     QVERIFY(setting.open());
-    setting.choose(u"mnuInformacion"_s);
+    setting.choose("mnuInformacion");
     setting.clock.command(u"fault lost always on clock"_s);
     QString shownUnderTheBox;
     setting.dialogs.whileUp = [&] {
         setting.clock.command(u"time 2026-11-20T10:11:12"_s);
         const auto* time = setting.window<frmInfoHCT7200>()->findChild<QLabel*>(u"lblHora"_s);
-        QVERIFY(QTest::qWaitFor([time] { return time->text() == u"10:11:12 "_s; }));
+        QVERIFY(QTest::qWaitFor([time] { return time->text() == u"10:11:12 "_s; }, patience));
         shownUnderTheBox = time->text();
     };
     setting.click(u"cmdPC"_s);
-    QTRY_COMPARE_WITH_TIMEOUT(setting.linesWith(failed), 1, 10000);
+    QTRY_COMPARE_WITH_TIMEOUT(setting.timesLogged(failed), 1, patience);
     QCOMPARE(shownUnderTheBox, u"10:11:12 "_s);
-    QVERIFY(setting.hasConnection());
+    QVERIFY(setting.isEstablished());
 }
 
 // The box comes up while the refusal is being handed over: the line counts as busy until it closes.
@@ -143,18 +145,18 @@ void TestClockOverTheLine::informationFollowsAgainAfterTheBoxOfARefusal()
 {
     Setting setting;
     QVERIFY(setting.open());
-    setting.choose(u"mnuInformacion"_s);
+    setting.choose("mnuInformacion");
     setting.clock.command(u"fault refuse always on clock"_s);
     setting.dialogs.whileUp = [&] { setting.clock.command(u"time 2026-11-20T10:11:12"_s); };
     setting.click(u"cmdPC"_s);
-    QTRY_COMPARE(setting.linesWith(failed), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(setting.timesLogged(failed), 1, patience);
     const auto* time = setting.window<frmInfoHCT7200>()->findChild<QLabel*>(u"lblHora"_s);
-    QTRY_COMPARE(time->text(), u"10:11:12 "_s);
+    QTRY_COMPARE_WITH_TIMEOUT(time->text(), u"10:11:12 "_s, patience);
     // What the box is about can be tried again.
     setting.clock.command(u"faults clear"_s);
     setting.type(u"txtData"_s, u"01/02/2027"_s);
     setting.click(u"cmdEnviar"_s);
-    QTRY_VERIFY(!setting.form());
+    QTRY_VERIFY_WITH_TIMEOUT(!setting.form(), patience);
     QVERIFY(setting.clock.state(u"time"_s).startsWith(u"2027-02-01T"_s));
 }
 
@@ -162,15 +164,15 @@ void TestClockOverTheLine::cablePulledUnderTheBoxOfARefusalEndsTheConnectionAfte
 {
     Setting setting;
     QVERIFY(setting.open());
-    setting.choose(u"mnuInformacion"_s);
+    setting.choose("mnuInformacion");
     setting.clock.command(u"fault refuse always on clock"_s);
     setting.dialogs.whileUp = [&] { setting.clock.command(u"vanish"_s); };
     setting.click(u"cmdEnviar"_s);
-    QTRY_COMPARE(setting.linesWith(failed), 1);
-    QTRY_VERIFY_WITH_TIMEOUT(!setting.hasConnection(), 20000);
+    QTRY_COMPARE_WITH_TIMEOUT(setting.timesLogged(failed), 1, patience);
+    QTRY_VERIFY_WITH_TIMEOUT(!setting.isEstablished(), patience);
     QVERIFY(!setting.form());
     QVERIFY(!setting.window<frmInfoHCT7200>());
-    QCOMPARE(setting.linesWith(u"Conexión interrumpida"_s), 2);
+    QCOMPARE(setting.timesLogged(u"Conexión interrumpida"_s), 2);
 }
 
 void TestClockOverTheLine::connectionLostUnderTheBoxClosesTheWindow()
@@ -181,22 +183,22 @@ void TestClockOverTheLine::connectionLostUnderTheBoxClosesTheWindow()
     bool closedUnderTheBox = false;
     setting.dialogs.whileUp = [&] {
         setting.clock.command(u"vanish"_s);
-        closedUnderTheBox = QTest::qWaitFor([&] { return !setting.form(); }, 20000);
+        closedUnderTheBox = QTest::qWaitFor([&] { return !setting.form(); }, patience);
     };
     setting.click(u"cmdEnviar"_s);
-    QTRY_COMPARE_WITH_TIMEOUT(setting.linesWith(failed), 1, 30000);
+    QTRY_COMPARE_WITH_TIMEOUT(setting.timesLogged(failed), 1, patience);
     QVERIFY(closedUnderTheBox);
-    QVERIFY(!setting.hasConnection());
-    QCOMPARE(setting.linesWith(u"Conexión interrumpida"_s), 2);
+    QVERIFY(!setting.isEstablished());
+    QCOMPARE(setting.timesLogged(u"Conexión interrumpida"_s), 2);
 }
 
 void TestClockOverTheLine::connectionLostWhileTheWindowIsOpenClosesIt()
 {
     Setting setting;
     QVERIFY(setting.open());
-    setting.choose(u"mnuInformacion"_s);
+    setting.choose("mnuInformacion");
     setting.clock.command(u"vanish"_s);
-    QTRY_VERIFY_WITH_TIMEOUT(!setting.hasConnection(), 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(!setting.isEstablished(), patience);
     QVERIFY(!setting.form());
     QVERIFY(!setting.window<frmInfoHCT7200>());
 }
@@ -211,9 +213,9 @@ void TestClockOverTheLine::nonsenseOfTheClockIsClamped()
     QVERIFY(setting.open());
     QCOMPARE(setting.field(u"txtData"_s)->text(), u"31/01/2026"_s);
     QCOMPARE(setting.field(u"txtHora"_s)->text(), u"23:59:50"_s);
-    setting.choose(u"mnuInformacion"_s);
+    setting.choose("mnuInformacion");
     const auto* date = setting.window<frmInfoHCT7200>()->findChild<QLabel*>(u"lblData"_s);
-    QTRY_VERIFY(date->text().endsWith(u", 45 de ------- de 2026"_s));
+    QTRY_VERIFY_WITH_TIMEOUT(date->text().endsWith(u", 45 de ------- de 2026"_s), patience);
 }
 
 QTEST_MAIN(TestClockOverTheLine)

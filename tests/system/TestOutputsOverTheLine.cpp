@@ -1,5 +1,5 @@
+#include "ConnectedProgram.h"
 #include "CoverLabel.h"
-#include "ProgramWithClock.h"
 #include "RoundLamp.h"
 #include "Switch.h"
 #include "frmInfoHCT7200.h"
@@ -8,6 +8,7 @@
 #include "frmTelemandoHCT7300.h"
 
 #include <QCheckBox>
+#include <QTest>
 
 using namespace Qt::StringLiterals;
 
@@ -17,25 +18,25 @@ constexpr quint32 green = 0x00FF00;
 constexpr quint32 darkGreen = 0x008000;
 
 /// The program connected to a clock that rings for nothing, with the remote control open.
-struct Remote : ProgramWithClock {
+struct Remote : ConnectedProgram {
     explicit Remote(const QString& model = u"7200"_s)
-        : ProgramWithClock({u"--programme"_s, u"empty"_s, u"--model"_s, model})
+        : ConnectedProgram({u"--programme"_s, u"empty"_s, u"--model"_s, model})
     {}
 
     bool open()
     {
         if (!connectToClock())
             return false;
-        choose(u"mnuTelemando"_s);
+        choose("mnuTelemando");
         return form() != nullptr;
     }
-    frmTelemando* form() const { return window<frmTelemando>(); }
-    QCheckBox* chkAutomatico() const { return form()->findChild<QCheckBox*>(u"chkAutomatico"_s); }
-    Switch* sldInterruptor(int index) const
+    frmTelemando* form() { return window<frmTelemando>(); }
+    QCheckBox* chkAutomatico() { return form()->findChild<QCheckBox*>(u"chkAutomatico"_s); }
+    Switch* sldInterruptor(int index)
     {
         return form()->findChild<Switch*>(u"sldInterruptor(%1)"_s.arg(index));
     }
-    void clickCover(int index) const
+    void clickCover(int index)
     {
         QTest::mouseClick(form()->findChild<CoverLabel*>(u"lblTapa(%1)"_s.arg(index)),
                           Qt::LeftButton);
@@ -47,7 +48,7 @@ struct Remote : ProgramWithClock {
             all.append(form->findChild<RoundLamp*>(u"shpSaida(%1)"_s.arg(i))->fill());
         return all;
     }
-    QList<int> positions() const
+    QList<int> positions()
     {
         return {sldInterruptor(0)->value(), sldInterruptor(1)->value(), sldInterruptor(2)->value()};
     }
@@ -84,24 +85,24 @@ void TestOutputsOverTheLine::outputIsSwitchedSeenAndGivenBack()
     Remote remote(model);
     QVERIFY(remote.open());
     QTEST(remote.form()->windowTitle(), "caption");
-    remote.choose(u"mnuInformacion"_s);
+    remote.choose("mnuInformacion");
     const auto* information = remote.window<frmInfo>();
     QVERIFY(information);
     QVERIFY(remote.chkAutomatico()->isChecked());
-    QTRY_COMPARE(Remote::fills(remote.form()), allDark);
+    QTRY_COMPARE_WITH_TIMEOUT(Remote::fills(remote.form()), allDark, patience);
 
     remote.chkAutomatico()->click();
-    QTRY_COMPARE(remote.clock.state(u"mode"_s), u"manual"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(remote.clock.state(u"mode"_s), u"manual"_s, patience);
     remote.clickCover(0);
-    QTRY_COMPARE(Remote::fills(remote.form()), lowestLit);
-    QTRY_COMPARE(Remote::fills(information), lowestLit);
+    QTRY_COMPARE_WITH_TIMEOUT(Remote::fills(remote.form()), lowestLit, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(Remote::fills(information), lowestLit, patience);
     QCOMPARE(remote.positions(), QList<int>({1, 0, 0}));
 
     remote.chkAutomatico()->click();
-    QTRY_COMPARE(remote.clock.state(u"mode"_s), u"automatic"_s);
-    QTRY_COMPARE(Remote::fills(remote.form()), allDark);
-    QTRY_COMPARE(remote.positions(), QList<int>({0, 0, 0}));
-    QTRY_COMPARE(Remote::fills(information), allDark);
+    QTRY_COMPARE_WITH_TIMEOUT(remote.clock.state(u"mode"_s), u"automatic"_s, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(Remote::fills(remote.form()), allDark, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(remote.positions(), QList<int>({0, 0, 0}), patience);
+    QTRY_COMPARE_WITH_TIMEOUT(Remote::fills(information), allDark, patience);
 }
 
 void TestOutputsOverTheLine::clockInManualModeIsShownAsItStands()
@@ -110,11 +111,12 @@ void TestOutputsOverTheLine::clockInManualModeIsShownAsItStands()
     remote.clock.command(u"outputs 5"_s);
     QVERIFY(remote.open());
     QVERIFY(!remote.chkAutomatico()->isChecked());
-    QTRY_COMPARE(remote.positions(), QList<int>({1, 0, 1}));
-    QTRY_COMPARE(Remote::fills(remote.form()), QList<quint32>({green, darkGreen, green}));
+    QTRY_COMPARE_WITH_TIMEOUT(remote.positions(), QList<int>({1, 0, 1}), patience);
+    QTRY_COMPARE_WITH_TIMEOUT(Remote::fills(remote.form()),
+                              QList<quint32>({green, darkGreen, green}), patience);
     // Several commands later.
     const int answered = remote.clock.state(u"answered"_s).toInt();
-    QTRY_VERIFY(remote.clock.state(u"answered"_s).toInt() > answered + 10);
+    QTRY_VERIFY_WITH_TIMEOUT(remote.clock.state(u"answered"_s).toInt() > answered + 10, patience);
     QCOMPARE(remote.clock.state(u"outputs"_s), u"0x05"_s);
 }
 
@@ -135,23 +137,23 @@ void TestOutputsOverTheLine::failuresAreSatOutInSilence()
     QFETCH(QString, fault);
     Remote remote;
     QVERIFY(remote.open());
-    QTRY_COMPARE(Remote::fills(remote.form()), allDark);
-    QCOMPARE(remote.clock.command(fault).last(), u"ok"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(Remote::fills(remote.form()), allDark, patience);
+    remote.clock.command(fault);
     remote.chkAutomatico()->click();
     remote.clickCover(0);
-    QTRY_COMPARE_WITH_TIMEOUT(Remote::fills(remote.form()), lowestLit, 10000);
+    QTRY_COMPARE_WITH_TIMEOUT(Remote::fills(remote.form()), lowestLit, patience);
     QVERIFY(remote.dialogs.boxes.isEmpty());
-    QVERIFY(remote.hasConnection());
+    QVERIFY(remote.isEstablished());
 }
 
 void TestOutputsOverTheLine::connectionLostClosesTheWindow()
 {
     Remote remote;
     QVERIFY(remote.open());
-    remote.choose(u"mnuInformacion"_s);
+    remote.choose("mnuInformacion");
     remote.chkAutomatico()->click();
     remote.clock.command(u"vanish"_s);
-    QTRY_VERIFY_WITH_TIMEOUT(!remote.hasConnection(), 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(!remote.isEstablished(), patience);
     QVERIFY(!remote.form());
     QVERIFY(!remote.window<frmInfo>());
     QVERIFY(remote.dialogs.boxes.isEmpty());
@@ -162,13 +164,13 @@ void TestOutputsOverTheLine::disconnectingAsksBecauseOfTheManualMode()
     Remote remote;
     QVERIFY(remote.open());
     remote.chkAutomatico()->click();
-    QTRY_VERIFY((remote.program->globais().GeneralData.at(219) & 4) != 0);
-    remote.choose(u"mnuDesconectar"_s);
+    QTRY_VERIFY_WITH_TIMEOUT((remote.program.globais().GeneralData.at(219) & 4) != 0, patience);
+    remote.choose("mnuDesconectar");
     QCOMPARE(remote.dialogs.boxes.size(), 1);
     QVERIFY(remote.form());
     remote.dialogs.confirmations = {true};
-    remote.choose(u"mnuDesconectar"_s);
-    QVERIFY(!remote.hasConnection());
+    remote.choose("mnuDesconectar");
+    QVERIFY(!remote.isEstablished());
     QVERIFY(!remote.form());
 }
 
