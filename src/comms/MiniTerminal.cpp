@@ -1,6 +1,5 @@
 #include "MiniTerminal.h"
 
-#include <QFontDatabase>
 #include <QKeyEvent>
 #include <QScrollBar>
 #include <QTextBlock>
@@ -28,7 +27,6 @@ MiniTerminal::MiniTerminal(QWidget* parent) : QPlainTextEdit(parent)
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setUndoRedoEnabled(false);
     setTabChangesFocus(true);
-    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
 }
 
 void MiniTerminal::AppendToTerminal(const QString& text)

@@ -5,6 +5,7 @@
 #include "WidgetDescription.h"
 #include "frmPINPUK.h"
 
+#include <QFontDatabase>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -12,15 +13,14 @@
 
 using namespace Qt::StringLiterals;
 
-ModemPage::ModemPage(ModemControl& modem, QWidget* parent)
+ModemPage::ModemPage(ModemControl& modem, MiniTerminal& terminal, QWidget* parent)
     : QWidget(parent),
       m_modem(modem),
       cmdComprobarPIN(new QPushButton(u"Com&probar PIN"_s)),
       cmdEnviarPIN(new QPushButton(u"&Enviar PIN..."_s)),
       cmdNivelSinal(new QPushButton(u"&Nivel señal"_s)),
       cmdExecutarScript(new QPushButton(u"Archiv&o..."_s)),
-      cmdBorrarTerminal(new QPushButton(u"&Borrar terminal"_s)),
-      txtRexistro(new MiniTerminal)
+      cmdBorrarTerminal(new QPushButton(u"&Borrar terminal"_s))
 {
     describe(*cmdComprobarPIN, u"cmdComprobarPIN"_s, u"Comprobar PIN"_s,
              u"Pregunta al módem si la tarjeta SIM necesita un código"_s);
@@ -31,7 +31,6 @@ ModemPage::ModemPage(ModemControl& modem, QWidget* parent)
     describe(*cmdExecutarScript, u"cmdExecutarScript"_s, u"Archivo..."_s,
              u"Envía al módem los comandos de un archivo"_s);
     describe(*cmdBorrarTerminal, u"cmdBorrarTerminal"_s, u"Borrar terminal"_s);
-    describe(*txtRexistro, u"txtRexistro"_s, u"Mini Terminal"_s);
 
     auto* buttons = new QVBoxLayout;
     for (QPushButton* button : {cmdComprobarPIN, cmdEnviarPIN, cmdNivelSinal, cmdExecutarScript})
@@ -39,23 +38,22 @@ ModemPage::ModemPage(ModemControl& modem, QWidget* parent)
     buttons->addStretch(1);
     auto* layout = new QHBoxLayout(this);
     layout->addLayout(buttons);
-    layout->addWidget(makeTerminalFrame(), 1);
+    layout->addWidget(makeTerminalFrame(terminal), 1);
 
     connect(cmdComprobarPIN, &QPushButton::clicked, &m_modem, &ModemControl::checkPin);
     connect(cmdEnviarPIN, &QPushButton::clicked, this, &ModemPage::askForPin);
     connect(cmdNivelSinal, &QPushButton::clicked, &m_modem, &ModemControl::querySignal);
     connect(cmdExecutarScript, &QPushButton::clicked, &m_modem, &ModemControl::executeScript);
-    connect(cmdBorrarTerminal, &QPushButton::clicked, txtRexistro, &MiniTerminal::clear);
-    connect(txtRexistro, &MiniTerminal::characterTyped, &m_modem, &ModemControl::typeCharacter);
-    connect(&m_modem, &ModemControl::terminalWritten, txtRexistro, &MiniTerminal::AppendToTerminal);
-    connect(&m_modem, &ModemControl::controlsEnabled, this, &ModemPage::EnableModemControls);
+    connect(cmdBorrarTerminal, &QPushButton::clicked, &terminal, &MiniTerminal::clear);
+    connect(&terminal, &MiniTerminal::characterTyped, &m_modem, &ModemControl::typeCharacter);
 }
 
-QGroupBox* ModemPage::makeTerminalFrame()
+QGroupBox* ModemPage::makeTerminalFrame(MiniTerminal& terminal)
 {
+    terminal.setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     auto* frame = new QGroupBox(u"Mini Terminal"_s);
     auto* layout = new QVBoxLayout(frame);
-    layout->addWidget(txtRexistro, 1);
+    layout->addWidget(&terminal, 1);
     layout->addWidget(cmdBorrarTerminal, 0, Qt::AlignRight);
     return frame;
 }

@@ -11,7 +11,8 @@ class QPushButton;
 class ModemPage : public QWidget {
     Q_OBJECT
 public:
-    explicit ModemPage(ModemControl& modem, QWidget* parent = nullptr);
+    /// Takes over `terminal`.
+    ModemPage(ModemControl& modem, MiniTerminal& terminal, QWidget* parent = nullptr);
 
     /// While a command runs no other can be started. Afterwards the button pressed has the focus
     /// again, unless the operator has moved it.
@@ -24,7 +25,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    QGroupBox* makeTerminalFrame();
+    QGroupBox* makeTerminalFrame(MiniTerminal& terminal);
     void askForPin();
 
     ModemControl& m_modem;
@@ -33,7 +34,6 @@ private:
     QPushButton* cmdNivelSinal;
     QPushButton* cmdExecutarScript;
     QPushButton* cmdBorrarTerminal;
-    MiniTerminal* txtRexistro;
     /// The button that had the focus when the running command began, and what has it since.
     QPushButton* m_pressed = nullptr;
     QWidget* m_focusMeanwhile = nullptr;

@@ -3,6 +3,7 @@
 #include "CommSettings.h"
 #include "Dialogs.h"
 #include "MessageLink.h"
+#include "MiniTerminal.h"
 #include "ModemControl.h"
 #include "ModemPage.h"
 #include "PortsPage.h"
@@ -24,17 +25,31 @@ frmPortoSerie::frmPortoSerie(MessageLink& link, ModemControl& modem, CommSetting
                              QWidget* parent)
     : QDialog(parent),
       m_link(link),
+      m_modem(modem),
       m_settings(settings),
       m_registry(registry),
+      m_names(names),
       m_dialogs(dialogs),
-      tabOpcions(new QTabWidget(this)),
-      m_portsPage(new PortsPage(link, names)),
-      m_modemPage(new ModemPage(modem)),
-      cmdCambiar(new QPushButton(u"&Aceptar"_s, this)),
-      cmdCancelar(new QPushButton(u"&Cancelar"_s, this))
+      txtRexistro(new MiniTerminal(this))
 {
     setObjectName(u"frmPortoSerie"_s);
     setWindowTitle(u"Configuración de Comunicaciones"_s);
+    describe(*txtRexistro, u"txtRexistro"_s, u"Mini Terminal"_s);
+    connect(&modem, &ModemControl::terminalWritten, txtRexistro, &MiniTerminal::AppendToTerminal);
+    connect(&modem, &ModemControl::controlsEnabled, this, &frmPortoSerie::EnableModemControls);
+
+    m_link.stopTimer();
+    m_settings.LoadSettings(m_registry);
+    m_link.ApplySettings();
+}
+
+void frmPortoSerie::makeControls()
+{
+    tabOpcions = new QTabWidget(this);
+    m_portsPage = new PortsPage(m_link, m_names);
+    m_modemPage = new ModemPage(m_modem, *txtRexistro);
+    cmdCambiar = new QPushButton(u"&Aceptar"_s, this);
+    cmdCancelar = new QPushButton(u"&Cancelar"_s, this);
     tabOpcions->setObjectName(u"tabOpcions"_s);
     tabOpcions->addTab(m_portsPage, u"P&uertos de comunicación"_s);
     m_modemPage->shareAccessKey(*tabOpcions->tabBar());
@@ -58,17 +73,13 @@ frmPortoSerie::frmPortoSerie(MessageLink& link, ModemControl& modem, CommSetting
     connect(buttons, &QDialogButtonBox::accepted, this, &frmPortoSerie::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &frmPortoSerie::reject);
     connect(m_portsPage, &PortsPage::modemLineChosen, this, &frmPortoSerie::applyModemLine);
-    connect(&modem, &ModemControl::controlsEnabled, this, &frmPortoSerie::EnableModemControls);
     // A port that has just been opened, or could not be, has something new to tell. A dialog that
     // is not up finds out when it opens: asking the system what ports it has takes milliseconds.
-    connect(&link, &MessageLink::VisualizaPorto, m_portsPage, [this] {
+    connect(&m_link, &MessageLink::VisualizaPorto, m_portsPage, [this] {
         if (isVisible())
             m_portsPage->showDevices();
     });
-
-    m_link.stopTimer();
-    m_settings.LoadSettings(m_registry);
-    m_link.ApplySettings();
+    EnableModemControls(m_isModemFree);
 }
 
 void frmPortoSerie::accept()
@@ -93,6 +104,14 @@ void frmPortoSerie::reject()
     QDialog::reject();
 }
 
+void frmPortoSerie::setVisible(bool visible)
+{
+    // Not before: the program's start would wait for controls that are seldom used.
+    if (visible && !tabOpcions)
+        makeControls();
+    QDialog::setVisible(visible);
+}
+
 void frmPortoSerie::showEvent(QShowEvent* event)
 {
     if (!event->spontaneous())
@@ -110,6 +129,9 @@ void frmPortoSerie::applyModemLine()
 
 void frmPortoSerie::EnableModemControls(bool enabled)
 {
+    m_isModemFree = enabled;
+    if (!tabOpcions)
+        return;
     m_modemPage->EnableModemControls(enabled);
     cmdCambiar->setEnabled(enabled);
 }

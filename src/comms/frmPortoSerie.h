@@ -5,6 +5,7 @@
 class CommSettings;
 class Dialogs;
 class MessageLink;
+class MiniTerminal;
 class ModemControl;
 class ModemPage;
 class PortNames;
@@ -14,8 +15,8 @@ class QTabWidget;
 class Registry;
 
 /// The communications form, "Configuración de Comunicaciones". It is there from the start of the
-/// program: its construction reads the settings and puts them into the ports. Shown with `open`,
-/// hidden by Aceptar and Cancelar.
+/// program: its construction reads the settings and puts them into the ports. Its controls are
+/// made when it is first shown. Shown with `open`, hidden by Aceptar and Cancelar.
 class frmPortoSerie : public QDialog {
     Q_OBJECT
 public:
@@ -27,22 +28,31 @@ public:
     void accept() override;
     /// Cancelar, the title bar and Esc: ends any connection and goes back to the saved settings.
     void reject() override;
+    void setVisible(bool visible) override;
 
 protected:
     void showEvent(QShowEvent* event) override;
 
 private:
+    void makeControls();
     void ShowSettings();
     void applyModemLine();
     void EnableModemControls(bool enabled);
 
     MessageLink& m_link;
+    ModemControl& m_modem;
     CommSettings& m_settings;
     Registry& m_registry;
+    const PortNames& m_names;
     Dialogs& m_dialogs;
-    QTabWidget* tabOpcions;
-    PortsPage* m_portsPage;
-    ModemPage* m_modemPage;
-    QPushButton* cmdCambiar;
-    QPushButton* cmdCancelar;
+    /// There from the start, to keep what is written before it can be seen.
+    MiniTerminal* txtRexistro;
+    bool m_isModemFree = true;
+
+    /// Null until the dialog is first shown.
+    QTabWidget* tabOpcions = nullptr;
+    PortsPage* m_portsPage = nullptr;
+    ModemPage* m_modemPage = nullptr;
+    QPushButton* cmdCambiar = nullptr;
+    QPushButton* cmdCancelar = nullptr;
 };

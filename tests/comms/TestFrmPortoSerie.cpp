@@ -95,6 +95,7 @@ void TestFrmPortoSerie::constructionOpensNoPort()
 void TestFrmPortoSerie::tabsFramesAndButtonsAreThoseOfTheDesign()
 {
     FormFixture f;
+    f.show();
     QCOMPARE(f.form->windowTitle(), u"Configuración de Comunicaciones"_s);
     auto& tabs = f.find<QTabWidget>(u"tabOpcions"_s);
     QCOMPARE(tabs.count(), 2);
@@ -134,6 +135,7 @@ void TestFrmPortoSerie::listsHoldTheirItems()
     QFETCH(QString, list);
     QFETCH(QString, items);
     FormFixture f;
+    f.show();
     const auto& combo = f.find<QComboBox>(list);
     QStringList held;
     for (int i = 0; i < combo.count(); ++i)
@@ -165,6 +167,7 @@ void TestFrmPortoSerie::toolTipsAreThoseOfTheDesign()
 {
     QFETCH(QString, toolTip);
     FormFixture f;
+    f.show();
     const auto& widget = f.find<QWidget>(QString::fromLatin1(QTest::currentDataTag()));
     QCOMPARE(widget.toolTip(), toolTip);
     QCOMPARE(widget.accessibleDescription(), toolTip);
@@ -173,6 +176,7 @@ void TestFrmPortoSerie::toolTipsAreThoseOfTheDesign()
 void TestFrmPortoSerie::everyControlHasANameAndItsCaptionAsABuddy()
 {
     FormFixture f;
+    f.show();
     const QHash<QString, QString> captions{{u"cbbCanal"_s, u"Canal:"_s},
                                            {u"cbbVelocidade"_s, u"Velocidad:"_s},
                                            {u"cbbParidade"_s, u"Paridad:"_s},
