@@ -1,5 +1,6 @@
 #include "Program.h"
 
+#include "ApplicationIcon.h"
 #include "ConnectionWorkflow.h"
 #include "MessageLink.h"
 #include "ModelWindows.h"
@@ -20,23 +21,9 @@
 #include "modUtilidades.h"
 
 #include <QApplication>
-#include <QIcon>
 #include <QMdiArea>
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-QIcon applicationIcon()
-{
-    // With its size told, a picture is not read before it is drawn.
-    QIcon icon;
-    for (int size : {16, 24, 32, 48, 64, 128, 256})
-        icon.addFile(u":/icons/hct-%1.png"_s.arg(size), {size, size});
-    return icon;
-}
-
-} // namespace
 
 Program::Program(const Outside& outside) : m_outside(outside), m_area(new QMdiArea)
 {

@@ -1,0 +1,51 @@
+#include "ApplicationIcon.h"
+
+#include <QIconEngine>
+#include <QPainter>
+
+#include <algorithm>
+#include <array>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::array sizes{16, 24, 32, 48, 64, 128, 256};
+
+// The toolkit's own engine reads every picture as soon as it is told of it.
+class PicturesOnDemand final : public QIconEngine {
+public:
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override
+    {
+        // The smallest that need not be enlarged, or else the largest.
+        const int wanted = std::max(size.width(), size.height());
+        const int nearest = *std::lower_bound(sizes.begin(), sizes.end() - 1, wanted);
+        const QIcon picture(u":/icons/hct-%1.png"_s.arg(nearest));
+        return picture.pixmap(size, 1, mode, state);
+    }
+
+    void paint(QPainter* painter, const QRect& place, QIcon::Mode mode, QIcon::State state) override
+    {
+        const QSize size = place.size() * painter->device()->devicePixelRatio();
+        painter->drawPixmap(place, pixmap(size, mode, state));
+    }
+
+    QSize actualSize(const QSize& size, QIcon::Mode, QIcon::State) override
+    {
+        return size.boundedTo({sizes.back(), sizes.back()});
+    }
+
+    QList<QSize> availableSizes(QIcon::Mode, QIcon::State) override
+    {
+        QList<QSize> all;
+        for (const int size : sizes)
+            all.append({size, size});
+        return all;
+    }
+
+    QIconEngine* clone() const override { return new PicturesOnDemand(*this); }
+};
+
+} // namespace
+
+QIcon applicationIcon() { return QIcon(new PicturesOnDemand); }
