@@ -42,6 +42,18 @@ if(CMAKE_CROSSCOMPILING_EMULATOR)
     set(HCT_TEST_FONTS Z:/usr/share/fonts/truetype/liberation)
 endif()
 
+# A program of the tests can do without a display.
+function(hct_run_off_screen target)
+    if(HCT_TOOLKIT STREQUAL "STATIC_LIBRARY")
+        qt_import_plugins(${target} INCLUDE Qt6::QOffscreenIntegrationPlugin)
+    endif()
+    if(TARGET hct_test_platform)
+        target_sources(${target} PRIVATE $<TARGET_OBJECTS:hct_test_platform>)
+    endif()
+    set_target_properties(${target} PROPERTIES
+        RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
+endfunction()
+
 # One test program, run off screen by ctest: here, or under wine when it was built for Windows.
 #   hct_test(NAME SOURCES file... LINK target... [TIMEOUT seconds])
 function(hct_test name)
@@ -55,16 +67,10 @@ function(hct_test name)
     endif()
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE ${arg_LINK} hct_test_support Qt6::Test hct_flags)
-    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
-    if(HCT_TOOLKIT STREQUAL "STATIC_LIBRARY")
-        qt_import_plugins(${name} INCLUDE Qt6::QOffscreenIntegrationPlugin)
-    endif()
+    hct_run_off_screen(${name})
     # The plain report does not reach a pipe under wine.
     set(report "$<$<BOOL:${CMAKE_CROSSCOMPILING_EMULATOR}>:-o;-,tap>")
     add_test(NAME ${name} COMMAND ${name} "${report}" COMMAND_EXPAND_LISTS)
-    if(TARGET hct_test_platform)
-        target_sources(${name} PRIVATE $<TARGET_OBJECTS:hct_test_platform>)
-    endif()
     set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} ENVIRONMENT
         "QT_QPA_PLATFORM=offscreen;HCT_TEST_PLATFORM=offscreen;HCT_TEST_FONTS=${HCT_TEST_FONTS};LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.txt;UBSAN_OPTIONS=print_stacktrace=1")
 endfunction()

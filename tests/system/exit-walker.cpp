@@ -80,7 +80,12 @@ void Walk::describeSteps()
     m_states = {
         {u"idle"_s, {nothing, [] { return true; }}},
         {u"no-port"_s,
-         {connectDirect, [this] { return m_program.workflow().FailedAttempts() > 0; }}},
+         {[this] {
+              m_program.settings().directPort = u"15"_s;
+              m_program.link().ApplySettings();
+              choose("mnuConectar");
+          },
+          [this] { return m_program.workflow().FailedAttempts() > 0; }}},
         {u"identifying"_s, {connectDirect, [this] { return m_program.link().Ocupado(); }}},
         {u"half-answer"_s, {connectDirect, [this] { return isLink(LinkState::Body); }}},
         {u"connected"_s, {connectDirect, [this] { return isEstablished(); }}},

@@ -21,7 +21,8 @@ QByteArray everyByte()
 
 } // namespace
 
-/// The port on real COM ports: COM5 and COM6 are the two ends of one line, COM16 is not there.
+/// The port on real COM ports: COM5 and COM6 are the two ends of one line, COM7 answers as a port
+/// does that another program has open (wine itself opens a port twice), COM16 is not there.
 class TestWin32SerialPort : public QObject {
     Q_OBJECT
 private slots:
@@ -42,6 +43,7 @@ private slots:
     void senselessSettingsFailToOpen_data();
     void senselessSettingsFailToOpen();
     void absentPortTellsWhy();
+    void portInUseTellsWhy();
     void portBeyondTheListHasNoDevice();
     void settingsChangeBetweenOpenings();
     void destructionClosesThePort();
@@ -230,6 +232,14 @@ void TestWin32SerialPort::absentPortTellsWhy()
     absent->open();
     QVERIFY(!absent->isOpen());
     QCOMPARE(absent->openError(), u"No existe COM16: compruebe que el adaptador está conectado."_s);
+}
+
+void TestWin32SerialPort::portInUseTellsWhy()
+{
+    const auto taken = makePort(7);
+    taken->open();
+    QVERIFY(!taken->isOpen());
+    QCOMPARE(taken->openError(), u"COM7 está en uso por otro programa."_s);
 }
 
 void TestWin32SerialPort::portBeyondTheListHasNoDevice()
