@@ -18,9 +18,6 @@ class TestProgramFile : public QObject {
 private slots:
     void init();
 
-    void tellsItsVersionWithoutADisplay();
-    void tellsItsHelpWithoutADisplay();
-    void refusesUnknownOptions();
     void takesTheToolkitsOwnOptions();
     void endsInOrderOnASignal_data();
     void endsInOrderOnASignal();
@@ -58,34 +55,6 @@ void TestProgramFile::init()
     m_program->setChildProcessModifier([] { std::signal(SIGINT, SIG_DFL); });
     setVariable(u"XDG_CONFIG_HOME"_s, m_home->path());
     setVariable(u"HOME"_s, m_home->path());
-}
-
-void TestProgramFile::tellsItsVersionWithoutADisplay()
-{
-    removeDisplay();
-    start({u"--version"_s});
-    QVERIFY(m_program->waitForFinished(patience));
-    QCOMPARE(m_program->exitCode(), 0);
-    QCOMPARE(m_program->readAllStandardOutput(), QByteArray("hct 2.0.1\n"));
-}
-
-void TestProgramFile::tellsItsHelpWithoutADisplay()
-{
-    removeDisplay();
-    start({u"--help"_s});
-    QVERIFY(m_program->waitForFinished(patience));
-    QCOMPARE(m_program->exitCode(), 0);
-    const QString help = QString::fromUtf8(m_program->readAllStandardOutput());
-    QVERIFY(help.contains(u"Control de los relojes programadores de señales"_s));
-    QVERIFY(help.contains(u"--version"_s));
-}
-
-void TestProgramFile::refusesUnknownOptions()
-{
-    start({u"--nonsense"_s});
-    QVERIFY(m_program->waitForFinished(patience));
-    QCOMPARE(m_program->exitCode(), 1);
-    QVERIFY(m_program->readAllStandardError().contains("nonsense"));
 }
 
 void TestProgramFile::takesTheToolkitsOwnOptions()
