@@ -14,7 +14,9 @@ namespace {
 CommandResult write(const QString& path, const QByteArray& bytes)
 {
     QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
+    // Flushed by hand: a commit takes no note of what only its own flush finds, a full disk.
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush() &&
+        file.commit())
         return {};
     return CommandResult::failed(u"cannot write %1: %2"_s.arg(path, file.errorString()));
 }

@@ -1,9 +1,10 @@
 #include "FileRegistry.h"
 
+#include "WholeFile.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 using namespace Qt::StringLiterals;
 
@@ -87,9 +88,5 @@ const RegistryText& FileRegistry::parsed() const
 
 bool FileRegistry::replaceFile(const QByteArray& content) const
 {
-    if (!QDir().mkpath(QFileInfo(m_path).absolutePath()))
-        return false;
-    QSaveFile file(m_path);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() &&
-           file.commit();
+    return QDir().mkpath(QFileInfo(m_path).absolutePath()) && WholeFile::replace(m_path, content);
 }

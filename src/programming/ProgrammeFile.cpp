@@ -1,10 +1,10 @@
 #include "ProgrammeFile.h"
 
 #include "AlarmEncoding.h"
+#include "WholeFile.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <optional>
@@ -188,11 +188,7 @@ void read(const QByteArray& text, Programme& programme, ClockModel model)
 
 bool save(const QString& path, const Programme& programme, ClockModel model)
 {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    file.write(text(programme, model));
-    return file.commit();
+    return WholeFile::replace(path, text(programme, model));
 }
 
 bool load(const QString& path, Programme& programme, ClockModel model)
