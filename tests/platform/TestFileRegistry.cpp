@@ -1,4 +1,6 @@
 #include "FileRegistry.h"
+#include "Files.h"
+#include "OrdinaryUser.h"
 
 #include <QDir>
 #include <QFile>
@@ -6,7 +8,6 @@
 #include <QTest>
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -17,29 +18,6 @@ constexpr auto machine = Registry::RootKey::LocalMachine;
 const QString key = u"Software\\Quorvex\\Lurimat\\Directo"_s;
 
 RegistryValue text(const QByteArray& bytes) { return {RegistryValue::Text, bytes + '\0'}; }
-
-/// The system's administrator may read and write everything: rights are tried as somebody else.
-class OrdinaryUser {
-public:
-    explicit OrdinaryUser(const QString& folder)
-    {
-        if (m_wasAdministrator)
-            m_changed = chown(QFile::encodeName(folder).constData(), nobody, nobody) == 0 &&
-                        seteuid(nobody) == 0;
-    }
-    ~OrdinaryUser()
-    {
-        if (m_changed && seteuid(0) != 0)
-            qFatal("cannot become the administrator again");
-    }
-    Q_DISABLE_COPY_MOVE(OrdinaryUser)
-
-private:
-    static constexpr uid_t nobody = 65534;
-
-    bool m_wasAdministrator = geteuid() == 0;
-    bool m_changed = false;
-};
 
 } // namespace
 
@@ -71,17 +49,6 @@ private slots:
 
 private:
     QString path() const { return m_folder->filePath(u"registry.reg"_s); }
-    void writeFile(const QByteArray& content)
-    {
-        QFile file(path());
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        QCOMPARE(file.write(content), content.size());
-    }
-    QByteArray readFile() const
-    {
-        QFile file(path());
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(none)");
-    }
 
     std::unique_ptr<QTemporaryDir> m_folder;
 };
@@ -163,12 +130,15 @@ void TestFileRegistry::editFromOutsideIsSeenAndSurvivesAWrite()
 {
     FileRegistry registry(path());
     QVERIFY(registry.set(user, key, u"Puerto"_s, text("3")));
-    writeFile("[HKEY_CURRENT_USER\\Software\\Quorvex\\Lurimat\\Directo]\n\"Puerto\"=\"4\"\n");
+    writeFile(path(),
+              "[HKEY_CURRENT_USER\\Software\\Quorvex\\Lurimat\\Directo]\n\"Puerto\"=\"4\"\n");
     QCOMPARE(registry.query(user, key, u"Puerto"_s)->bytes, QByteArray("4\0", 2));
-    writeFile("[HKEY_CURRENT_USER\\Software\\Quorvex\\Lurimat\\Directo]\n\"Puerto\"=\"5\"\n");
+    writeFile(path(),
+              "[HKEY_CURRENT_USER\\Software\\Quorvex\\Lurimat\\Directo]\n\"Puerto\"=\"5\"\n");
     QVERIFY(registry.set(user, key, u"Bits"_s, text("7")));
-    QCOMPARE(readFile(), QByteArray("[HKEY_CURRENT_USER\\Software\\Quorvex\\Lurimat\\Directo]\n"
-                                    "\"Puerto\"=\"5\"\n\"Bits\"=\"7\"\n"));
+    QCOMPARE(contentsOf(path()),
+             QByteArray("[HKEY_CURRENT_USER\\Software\\Quorvex\\Lurimat\\Directo]\n"
+                        "\"Puerto\"=\"5\"\n\"Bits\"=\"7\"\n"));
 }
 
 void TestFileRegistry::valueLongerThanTheBufferCannotBeRead()
@@ -182,22 +152,22 @@ void TestFileRegistry::valueLongerThanTheBufferCannotBeRead()
 
 void TestFileRegistry::folderThatCannotBeMadeFailsTheWrite()
 {
-    writeFile("not a folder");
+    writeFile(path(), "not a folder");
     FileRegistry registry(path() + u"/below/registry.reg"_s);
     QVERIFY(!registry.set(user, key, u"Puerto"_s, text("3")));
     QVERIFY(!registry.query(user, key, u"Puerto"_s));
-    QCOMPARE(readFile(), QByteArray("not a folder"));
+    QCOMPARE(contentsOf(path()), QByteArray("not a folder"));
 }
 
 void TestFileRegistry::folderThatCannotBeWrittenFailsTheWrite()
 {
     const OrdinaryUser ordinaryUser(m_folder->path());
     const QByteArray before("[HKEY_CURRENT_USER\\Software]\n\"a\"=\"1\"\n");
-    writeFile(before);
+    writeFile(path(), before);
     QVERIFY(QFile::setPermissions(m_folder->path(), QFile::ReadOwner | QFile::ExeOwner));
     FileRegistry registry(path());
     QVERIFY(!registry.set(user, key, u"Puerto"_s, text("3")));
-    QCOMPARE(readFile(), before);
+    QCOMPARE(contentsOf(path()), before);
 }
 
 void TestFileRegistry::whatIsNoPlainFileIsReadAsEmptyAndNeverReplaced_data()
@@ -225,42 +195,42 @@ void TestFileRegistry::fileOverTheBoundIsReadAsEmptyAndNeverReplaced()
     const QByteArray good("[HKEY_CURRENT_USER\\Software\\Quorvex\\Lurimat\\Directo]\n"
                           "\"Puerto\"=\"4\"\n");
     const QByteArray atBound = good + QByteArray(1048576 - good.size(), ';');
-    writeFile(atBound);
+    writeFile(path(), atBound);
     FileRegistry registry(path());
     QVERIFY(registry.query(user, key, u"Puerto"_s));
-    writeFile(atBound + ';');
+    writeFile(path(), atBound + ';');
     QVERIFY(!registry.query(user, key, u"Puerto"_s));
     QVERIFY(!registry.set(user, key, u"Puerto"_s, text("3")));
-    QCOMPARE(readFile(), atBound + ';');
+    QCOMPARE(contentsOf(path()), atBound + ';');
 }
 
 void TestFileRegistry::fileWithoutReadingRightIsNeverReplaced()
 {
     const OrdinaryUser ordinaryUser(m_folder->path());
-    writeFile("[HKEY_CURRENT_USER]\n");
+    writeFile(path(), "[HKEY_CURRENT_USER]\n");
     QVERIFY(QFile::setPermissions(path(), QFile::WriteOwner));
     FileRegistry registry(path());
     QVERIFY(!registry.set(user, key, u"Puerto"_s, text("3")));
     QVERIFY(QFile::setPermissions(path(), QFile::ReadOwner));
-    QCOMPARE(readFile(), QByteArray("[HKEY_CURRENT_USER]\n"));
+    QCOMPARE(contentsOf(path()), QByteArray("[HKEY_CURRENT_USER]\n"));
 }
 
 void TestFileRegistry::writeThatWouldPassTheBoundFails()
 {
     const QByteArray full(1048576, ';');
-    writeFile(full);
+    writeFile(path(), full);
     QVERIFY(!FileRegistry(path()).set(user, key, u"Puerto"_s, text("3")));
-    QCOMPARE(readFile(), full);
+    QCOMPARE(contentsOf(path()), full);
 }
 
 void TestFileRegistry::linkToTheFileStaysALink()
 {
     const QString link = m_folder->filePath(u"link.reg"_s);
-    writeFile("[HKEY_CURRENT_USER]\n");
+    writeFile(path(), "[HKEY_CURRENT_USER]\n");
     QVERIFY(QFile::link(path(), link));
     QVERIFY(FileRegistry(link).set(user, key, u"Puerto"_s, text("3")));
     QVERIFY(QFileInfo(link).isSymLink());
-    QVERIFY(readFile().contains("\"Puerto\"=\"3\""));
+    QVERIFY(contentsOf(path()).contains("\"Puerto\"=\"3\""));
 }
 
 void TestFileRegistry::nothingIsLeftBesideTheFile()
@@ -275,7 +245,8 @@ void TestFileRegistry::nothingIsLeftBesideTheFile()
 void TestFileRegistry::valueThatStandsThereIsKeptEvenWhereNothingCanBeWritten()
 {
     const OrdinaryUser ordinaryUser(m_folder->path());
-    writeFile("[HKEY_CURRENT_USER\\Software\\Quorvex\\Lurimat\\Directo]\n\"Puerto\"=\"4\"\n");
+    writeFile(path(),
+              "[HKEY_CURRENT_USER\\Software\\Quorvex\\Lurimat\\Directo]\n\"Puerto\"=\"4\"\n");
     QVERIFY(QFile::setPermissions(m_folder->path(), QFile::ReadOwner | QFile::ExeOwner));
     FileRegistry registry(path());
     QVERIFY(registry.set(user, key, u"Puerto"_s, text("4")));
@@ -287,7 +258,7 @@ void TestFileRegistry::valueNamesAreBounded()
     QByteArray content("[HKEY_LOCAL_MACHINE\\HARDWARE\\DEVICEMAP\\SERIALCOMM]\n");
     for (int i = 0; i < 20000; ++i)
         content += "\"/dev/ttyS" + QByteArray::number(i) + "\"=\"COM1\"\n";
-    writeFile(content);
+    writeFile(path(), content);
     const QStringList names =
         FileRegistry(path()).valueNames(machine, u"HARDWARE\\DEVICEMAP\\SERIALCOMM"_s);
     QCOMPARE(names.size(), 256);

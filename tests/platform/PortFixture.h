@@ -1,0 +1,20 @@
+#pragma once
+
+#include "MemoryRegistry.h"
+#include "PortNames.h"
+#include "PseudoTerminal.h"
+#include "QtSerialPort.h"
+
+/// A port on COM1, not open yet, which leads to a pseudo-terminal.
+struct PortFixture {
+    PseudoTerminal line;
+    /// What COM1 is.
+    QString device = line.device;
+    MemoryRegistry registry;
+    PortNames names{registry,
+                    [this](const QString& variable) {
+                        return variable == QStringLiteral("HCT_COM1") ? device : QString();
+                    },
+                    [] { return QStringList(); }};
+    QtSerialPort port{names};
+};

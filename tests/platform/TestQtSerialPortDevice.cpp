@@ -1,0 +1,269 @@
+#include "OrdinaryUser.h"
+#include "PortFixture.h"
+
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+/// Which devices open, and what follows when an open one vanishes.
+class TestQtSerialPortDevice : public QObject {
+    Q_OBJECT
+private slots:
+    void portInUseIsRefused();
+    void closedPortIsFreeAgain();
+    void devicesThatAreNone_data();
+    void devicesThatAreNone();
+    void deviceWithoutPermissionNamesTheGroup();
+    void unfitSettingsFailTheOpening_data();
+    void unfitSettingsFailTheOpening();
+    void oddSpeedThatTheDriverTakesOpens();
+    void linesThatTheDeviceLacksAreNoReasonToClose();
+    void goodOpeningForgetsTheReasonOfTheFailedOne();
+    void reopensOnTheDeviceThatHasTakenThePlace();
+    void vanishedDeviceClosesThePortOnce();
+    void deviceThatVanishesInMidAnswerIsNoticed();
+    void writingToAVanishedDeviceIsSafe();
+    void clearingAVanishedDeviceIsSafe();
+    void closingInsideTheLossIsSafe();
+};
+
+void TestQtSerialPortDevice::portInUseIsRefused()
+{
+    PortFixture f;
+    f.port.open();
+    QVERIFY(f.port.isOpen());
+
+    QtSerialPort second(f.names);
+    second.open();
+    QVERIFY(!second.isOpen());
+    QCOMPARE(second.openError(), u"%1 está en uso por otro programa."_s.arg(f.line.device));
+    QVERIFY(f.port.isOpen());
+}
+
+void TestQtSerialPortDevice::closedPortIsFreeAgain()
+{
+    PortFixture f;
+    f.port.open();
+    f.port.close();
+    QVERIFY(!f.port.isOpen());
+
+    QtSerialPort second(f.names);
+    second.open();
+    QVERIFY2(second.isOpen(), qPrintable(second.openError()));
+    second.close();
+    f.port.open();
+    QVERIFY2(f.port.isOpen(), qPrintable(f.port.openError()));
+}
+
+void TestQtSerialPortDevice::devicesThatAreNone_data()
+{
+    QTest::addColumn<QString>("device");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("no port of that number")
+        << ""
+        << u"No hay ningún puerto serie para COM1: compruebe que el adaptador está "
+           u"conectado."_s;
+    QTest::newRow("unplugged")
+        << "/dev/ttyNone7"
+        << u"No existe /dev/ttyNone7: compruebe que el adaptador está conectado."_s;
+    QTest::newRow("another kind of device") << "/dev/null" << u"/dev/null no es un puerto serie."_s;
+}
+
+void TestQtSerialPortDevice::devicesThatAreNone()
+{
+    QFETCH(QString, device);
+    QFETCH(QString, reason);
+    PortFixture f;
+    f.device = device;
+    f.port.open();
+    QVERIFY(!f.port.isOpen());
+    QCOMPARE(f.port.openError(), reason);
+}
+
+void TestQtSerialPortDevice::deviceWithoutPermissionNamesTheGroup()
+{
+    const QTemporaryDir folder;
+    const OrdinaryUser ordinaryUser(folder.path());
+    PortFixture f;
+    f.device = folder.filePath(u"ttyUSB0"_s);
+    QFile device(f.device);
+    QVERIFY(device.open(QIODevice::WriteOnly));
+    device.setPermissions({});
+    f.port.open();
+    QVERIFY(!f.port.isOpen());
+    QCOMPARE(f.port.openError(), u"Sin permiso para usar %1: añada su usuario al grupo dialout y "
+                                 u"vuelva a iniciar la sesión."_s.arg(f.device));
+}
+
+void TestQtSerialPortDevice::unfitSettingsFailTheOpening_data()
+{
+    QTest::addColumn<QString>("settings");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("4 data bits") << "9600,N,4,1" << u"%1 no admite 4 bits de datos."_s;
+    QTest::newRow("1.5 stop bits") << "9600,N,8,1.5" << u"%1 no admite 1.5 bits de parada."_s;
+    QTest::newRow("no speed") << ",N,8,1" << u"Velocidad no válida: \"\"."_s;
+    QTest::newRow("speed 0") << "0,N,8,1" << u"Velocidad no válida: \"0\"."_s;
+    // A pseudo-terminal has 8 data bits and no parity, which it says only when asked afterwards.
+    QTest::newRow("5 data bits here") << "9600,N,5,1" << u"%1 no admite 5 bits de datos."_s;
+    QTest::newRow("even parity here") << "9600,E,8,1" << u"%1 no admite la paridad elegida."_s;
+    QTest::newRow("mark parity here") << "9600,M,8,1" << u"%1 no admite la paridad elegida."_s;
+    QTest::newRow("space parity here") << "9600,S,8,1" << u"%1 no admite la paridad elegida."_s;
+}
+
+void TestQtSerialPortDevice::unfitSettingsFailTheOpening()
+{
+    QFETCH(QString, settings);
+    QFETCH(QString, reason);
+    PortFixture f;
+    f.port.setSettings(settings);
+    f.port.open();
+    QVERIFY(!f.port.isOpen());
+    QCOMPARE(f.port.openError(), reason.replace(u"%1"_s, f.line.device));
+
+    // The failed opening lets go of the device and does not spoil the next one.
+    f.port.setSettings(u"9600,N,8,1"_s);
+    f.port.open();
+    QVERIFY2(f.port.isOpen(), qPrintable(f.port.openError()));
+}
+
+void TestQtSerialPortDevice::oddSpeedThatTheDriverTakesOpens()
+{
+    PortFixture f;
+    for (const auto& settings : {u"9601,N,8,1"_s, u"256000,N,8,2"_s, u"110,N,8,1"_s}) {
+        f.port.setSettings(settings);
+        f.port.open();
+        QVERIFY2(f.port.isOpen(), qPrintable(settings + f.port.openError()));
+        f.port.close();
+    }
+}
+
+void TestQtSerialPortDevice::linesThatTheDeviceLacksAreNoReasonToClose()
+{
+    PortFixture f;
+    f.port.setDtrEnabled(true);
+    f.port.open();
+    QVERIFY2(f.port.isOpen(), qPrintable(f.port.openError()));
+
+    f.port.setDtrEnabled(false);
+    f.port.setRtsEnabled(true);
+    QVERIFY(f.port.isOpen());
+    QVERIFY(!f.port.isDtrEnabled());
+    QVERIFY(f.port.isRtsEnabled());
+}
+
+void TestQtSerialPortDevice::goodOpeningForgetsTheReasonOfTheFailedOne()
+{
+    PortFixture f;
+    f.device.clear();
+    f.port.open();
+    QVERIFY(!f.port.openError().isEmpty());
+    f.device = f.line.device;
+    f.port.open();
+    QCOMPARE(f.port.openError(), QString());
+}
+
+void TestQtSerialPortDevice::reopensOnTheDeviceThatHasTakenThePlace()
+{
+    PortFixture f;
+    QSignalSpy lost(&f.port, &SerialPort::lost);
+    f.port.open();
+    f.line.vanish();
+    QTRY_COMPARE(lost.count(), 1);
+
+    PseudoTerminal pluggedIn;
+    f.device = pluggedIn.device;
+    f.port.open();
+    QVERIFY2(f.port.isOpen(), qPrintable(f.port.openError()));
+    QCOMPARE(f.port.deviceName(), pluggedIn.device);
+    f.port.write("again");
+    QCOMPARE(pluggedIn.received(), "again");
+    QVERIFY(pluggedIn.send("yes"));
+    QTRY_COMPARE(f.port.inputCount(), 3);
+}
+
+void TestQtSerialPortDevice::vanishedDeviceClosesThePortOnce()
+{
+    PortFixture f;
+    f.port.open();
+    bool openWhenTold = true;
+    QSignalSpy lost(&f.port, &SerialPort::lost);
+    connect(&f.port, &SerialPort::lost, this, [&] { openWhenTold = f.port.isOpen(); });
+
+    f.line.vanish();
+    QTRY_COMPARE(lost.count(), 1);
+    QVERIFY(!openWhenTold);
+    QVERIFY(!f.port.isOpen());
+    for (int pass = 0; pass < 100; ++pass)
+        QCoreApplication::processEvents();
+    QCOMPARE(lost.count(), 1);
+}
+
+void TestQtSerialPortDevice::deviceThatVanishesInMidAnswerIsNoticed()
+{
+    PortFixture f;
+    f.port.setSettings(u"110,N,8,1"_s);
+    f.port.open();
+    f.port.setReceiveThreshold(500);
+    QSignalSpy lost(&f.port, &SerialPort::lost);
+    QVERIFY(f.line.send("partial"));
+    QTRY_COMPARE(f.port.inputCount(), 7);
+
+    f.line.vanish();
+    QTRY_COMPARE(lost.count(), 1);
+    QVERIFY(!f.port.isOpen());
+}
+
+void TestQtSerialPortDevice::writingToAVanishedDeviceIsSafe()
+{
+    PortFixture f;
+    f.port.open();
+    QSignalSpy lost(&f.port, &SerialPort::lost);
+
+    f.line.vanish();
+    f.port.write("unheard");
+    f.port.write("unheard");
+    QTRY_COMPARE(lost.count(), 1);
+    QVERIFY(!f.port.isOpen());
+    f.port.write("unheard");
+    QCOMPARE(lost.count(), 1);
+}
+
+void TestQtSerialPortDevice::clearingAVanishedDeviceIsSafe()
+{
+    PortFixture f;
+    f.port.open();
+    QSignalSpy lost(&f.port, &SerialPort::lost);
+
+    f.line.vanish();
+    f.port.clearOutput();
+    f.port.clearInput();
+    f.port.setDtrEnabled(true);
+    QTRY_COMPARE(lost.count(), 1);
+    f.port.clearOutput();
+    f.port.clearInput();
+    f.port.close();
+    QCOMPARE(lost.count(), 1);
+}
+
+void TestQtSerialPortDevice::closingInsideTheLossIsSafe()
+{
+    PortFixture f;
+    f.port.open();
+    int losses = 0;
+    connect(&f.port, &SerialPort::lost, this, [&] {
+        ++losses;
+        f.port.close();
+        f.port.open();
+    });
+
+    f.line.vanish();
+    QTRY_COMPARE(losses, 1);
+    QVERIFY(!f.port.isOpen());
+    QVERIFY(!f.port.openError().isEmpty());
+}
+
+QTEST_GUILESS_MAIN(TestQtSerialPortDevice)
+#include "TestQtSerialPortDevice.moc"
