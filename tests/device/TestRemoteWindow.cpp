@@ -2,6 +2,7 @@
 #include "LinkFixture.h"
 #include "RoundLamp.h"
 #include "Switch.h"
+#include "Wheel.h"
 #include "frmTelemandoHCT7200.h"
 #include "frmTelemandoHCT7300.h"
 
@@ -311,10 +312,7 @@ void TestRemoteWindow::wheelMovesNoSwitch()
     Window window(manual);
     window.next();
     window.answerHex("ca07");
-    Switch* target = window.sldInterruptor(0);
-    QWheelEvent down(QPointF(5, 5), target->mapToGlobal(QPointF(5, 5)), QPoint(), QPoint(0, -120),
-                     Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(target, &down);
+    turnWheel(*window.sldInterruptor(0), -120);
     QCOMPARE(window.positions(), QList<int>({0, 0, 0}));
 }
 

@@ -1,8 +1,8 @@
 #include "Switch.h"
+#include "Wheel.h"
 
 #include <QAccessible>
 #include <QTest>
-#include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
 
@@ -82,9 +82,7 @@ void TestSwitch::mouseAndWheelLeaveItAlone()
     QTest::mouseClick(control.get(), Qt::LeftButton);
     QTest::mouseClick(control.get(), Qt::LeftButton, Qt::NoModifier,
                       QPoint(control->width() / 2, control->height() - 3));
-    QWheelEvent down(QPointF(5, 5), control->mapToGlobal(QPointF(5, 5)), QPoint(), QPoint(0, -120),
-                     Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(control.get(), &down);
+    turnWheel(*control, -120);
     QCOMPARE(control->value(), 0);
 }
 

@@ -1,4 +1,5 @@
 #include "TextoRestrinxido.h"
+#include "Wheel.h"
 
 #include <QAccessible>
 #include <QClipboard>
@@ -7,7 +8,6 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QVBoxLayout>
-#include <QWheelEvent>
 
 using namespace Qt::StringLiterals;
 
@@ -251,13 +251,8 @@ void TestTextoRestrinxido::pageKeysStepByTen()
 
 void TestTextoRestrinxido::wheelStepsOnlyWithTheFocus()
 {
-    const auto turn = [](TextoRestrinxido* field) {
-        QWheelEvent up(QPointF(5, 5), field->mapToGlobal(QPointF(5, 5)), QPoint(), QPoint(0, 120),
-                       Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(field, &up);
-    };
-    turn(date);
-    turn(time);
+    turnWheel(*date, 120);
+    turnWheel(*time, 120);
     QCOMPARE(date->text(), u"02/01/0000"_s);
     QCOMPARE(time->text(), u"00:00:00"_s);
 }

@@ -1,4 +1,5 @@
 #include "TextUpDown.h"
+#include "Wheel.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -6,7 +7,6 @@
 #include <QLineEdit>
 #include <QStyleOptionSpinBox>
 #include <QTest>
-#include <QWheelEvent>
 
 #include <memory>
 
@@ -43,13 +43,6 @@ struct Window {
         return edits[0]->text() + u':' + edits[1]->text();
     }
     QLineEdit* edit(int field) const { return time->findChildren<QLineEdit*>()[field]; }
-    bool wheel(int delta)
-    {
-        QWheelEvent event(QPointF(5, 5), time->mapToGlobal(QPointF(5, 5)), QPoint(),
-                          QPoint(0, delta), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(time, &event);
-        return event.isAccepted();
-    }
 
     QWidget top;
     QLineEdit* before = new QLineEdit;
@@ -186,14 +179,14 @@ void TestTextUpDown::sideArrowsWalkTheNumbers()
 
 void TestTextUpDown::wheelStepsOnlyWithTheFocus()
 {
-    QVERIFY(window->wheel(120));
+    QVERIFY(turnWheel(*window->time, 120));
     QCOMPARE(window->time->value(0), 1);
-    QVERIFY(window->wheel(60));
+    QVERIFY(turnWheel(*window->time, 60));
     QCOMPARE(window->time->value(0), 1);
-    QVERIFY(window->wheel(60));
+    QVERIFY(turnWheel(*window->time, 60));
     QCOMPARE(window->time->value(0), 2);
     window->after->setFocus();
-    QVERIFY(!window->wheel(120));
+    QVERIFY(!turnWheel(*window->time, 120));
     QCOMPARE(window->time->value(0), 2);
 }
 
