@@ -16,19 +16,17 @@
 
 /// A programming window over a main window, as an operator has it, with the clock in the test's
 /// hand.
-struct ProgWindow {
+struct ProgWindow : LinkFixture {
     explicit ProgWindow(ClockModel model, const QByteArray& generalData)
     {
-        fixture.connect();
-        fixture.globais.GeneralData = generalData;
+        connect();
+        globais.GeneralData = generalData;
         owner.resize(400, 300);
         owner.show();
         if (model == ClockModel::HCT7200)
-            form = new frmProgHCT7200(&owner, fixture.crono, fixture.link, fixture.globais,
-                                      fixture.log, fixture.dialogs);
+            form = new frmProgHCT7200(&owner, crono, link, globais, log, dialogs);
         else
-            form = new frmProgHCT7300(&owner, fixture.crono, fixture.link, fixture.globais,
-                                      fixture.log, fixture.dialogs);
+            form = new frmProgHCT7300(&owner, crono, link, globais, log, dialogs);
         form->open();
         active = QTest::qWaitForWindowActive(form);
     }
@@ -37,21 +35,8 @@ struct ProgWindow {
     /// The clock gives its holidays: the window is ready.
     void becomeReady(const QByteArray& holidays = samples::holidaysAnswer())
     {
-        fixture.tick();
-        fixture.takeRequest();
-        fixture.answer(holidays);
-    }
-    /// As the main window ends a connection.
-    void disconnect()
-    {
-        fixture.crono.setTimerEnabled(false);
-        fixture.link.RemataConexion();
-    }
-    /// The body of the request that the next tick sends; empty when it sends none.
-    QByteArray nextRequest()
-    {
-        fixture.tick();
-        return fixture.hasRequest() ? fixture.takeRequestBody() : QByteArray();
+        nextRequestBody();
+        answer(holidays);
     }
     /// Every step of a send is accepted; the bodies of its five requests.
     QByteArrayList acceptEverything(const QByteArray& generalData)
@@ -60,9 +45,9 @@ struct ProgWindow {
         const QByteArray answers[] = {generalData, QByteArray::fromHex("da00"),
                                       QByteArray::fromHex("da00"), QByteArray::fromHex("da00"),
                                       QByteArray::fromHex("d200")};
-        for (const QByteArray& answer : answers) {
-            bodies.append(nextRequest());
-            fixture.answer(answer);
+        for (const QByteArray& accepted : answers) {
+            bodies.append(nextRequestBody());
+            answer(accepted);
         }
         return bodies;
     }
@@ -120,7 +105,6 @@ struct ProgWindow {
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
-    LinkFixture fixture;
     QWidget owner;
     QPointer<frmProg> form;
     bool active = false;

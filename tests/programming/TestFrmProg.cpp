@@ -155,11 +155,11 @@ void TestFrmProg::openingIsLockedUntilTheHolidaysAreRead()
     QByteArray holidays = samples::holidaysAnswer();
     holidays.replace(2, 4, QByteArray::fromHex("190c0105"));
     holidays.replace(62, 4, QByteArray::fromHex("01071f08"));
-    w.fixture.tick();
-    const auto request = w.fixture.takeRequest();
+    w.tick();
+    const auto request = w.takeRequest();
     QCOMPARE(request.code, quint8{137});
     QCOMPARE(request.body, QByteArray::fromHex("d9"));
-    w.fixture.answer(holidays);
+    w.answer(holidays);
 
     QVERIFY(w.isEnabled(u"tabPrincipal"_s));
     QVERIFY(w.isVisible(u"fraEnvolvente"_s));
@@ -172,7 +172,7 @@ void TestFrmProg::openingIsLockedUntilTheHolidaysAreRead()
     QCOMPARE(w.field(u"txtVacacIni"_s, 7)->value(1), 7);
     QCOMPARE(w.field(u"txtVacacFin"_s, 7)->value(0), 31);
     QCOMPARE(w.field(u"txtVacacFin"_s, 7)->value(1), 8);
-    QCOMPARE(w.nextRequest(), QByteArray());
+    QCOMPARE(w.nextRequestBody(), QByteArray());
 }
 
 void TestFrmProg::wrongHolidaysLeaveTheDatesUntouched()
@@ -181,8 +181,8 @@ void TestFrmProg::wrongHolidaysLeaveTheDatesUntouched()
     w.field(u"txtFest"_s, 3)->setValues(9, 9);
     QByteArray wrong = samples::holidaysAnswer();
     wrong[0] = static_cast<char>(0xD2);
-    w.fixture.tick();
-    w.fixture.answer(wrong);
+    w.tick();
+    w.answer(wrong);
     QCOMPARE(w.field(u"txtFest"_s, 3)->value(0), 9);
     QVERIFY(w.isVisible(u"fraAviso"_s));
 }
@@ -243,7 +243,7 @@ void TestFrmProg::modeLabelFollowsTheStatusBlock()
     ProgWindow w(first, samples::someBlocks(first));
     w.becomeReady();
     // The main window goes on reading the status block beneath this one.
-    w.fixture.globais.GeneralData[17] = 6;
+    w.globais.GeneralData[17] = 6;
     w.clickTab(1);
     QCOMPARE(w.label(u"lblModo"_s)->text(), u"6"_s);
 }
@@ -283,8 +283,8 @@ void TestFrmProg::clearingSetsEverythingToZeroAndSendsNothing()
     w.clickTab(2);
     QCOMPARE(w.time(31)->value(0), 0);
     QVERIFY(!w.day(u"chkLuns"_s, 31)->isChecked());
-    w.fixture.tick(20);
-    QVERIFY(!w.fixture.hasRequest());
+    w.tick(20);
+    QVERIFY(!w.hasRequest());
 }
 
 void TestFrmProg::clearingOnTheHolidayTabClearsTheHiddenGridToo()
@@ -330,7 +330,7 @@ void TestFrmProg::sendingClosesTheWindow()
     QVERIFY(!w.form->isVisible());
     w.runDeletions();
     QVERIFY(!w.form);
-    QVERIFY(w.fixture.dialogs.boxes.isEmpty());
+    QVERIFY(w.dialogs.boxes.isEmpty());
 }
 
 void TestFrmProg::clashShowsItsTabAndSendsNothing()
@@ -344,8 +344,8 @@ void TestFrmProg::clashShowsItsTabAndSendsNothing()
     }
     w.clickTab(3);
     w.click(u"cmdEnviar"_s);
-    QCOMPARE(w.fixture.dialogs.boxes.count(), 1);
-    const auto& box = w.fixture.dialogs.boxes[0];
+    QCOMPARE(w.dialogs.boxes.count(), 1);
+    const auto& box = w.dialogs.boxes[0];
     QVERIFY(box.icon == Dialogs::Icon::Critical);
     QCOMPARE(box.title, u"Error"_s);
     QCOMPARE(box.text,
@@ -354,8 +354,8 @@ void TestFrmProg::clashShowsItsTabAndSendsNothing()
     QCOMPARE(w.find<QTabBar>(u"tabPrincipal"_s)->currentIndex(), 1);
     QCOMPARE(w.time(20)->value(1), 30);
     QVERIFY(w.time(20)->fieldWithFocus() == 0);
-    w.fixture.tick(20);
-    QVERIFY(!w.fixture.hasRequest());
+    w.tick(20);
+    QVERIFY(!w.hasRequest());
     QVERIFY(w.isEnabled(u"cmdEnviar"_s));
 }
 
@@ -367,35 +367,35 @@ void TestFrmProg::restrictionShowsNoTabAndSendsNothing()
     w.clickDay(u"chkSabado"_s, 5);
     w.clickTab(0);
     w.click(u"cmdEnviar"_s);
-    QCOMPARE(w.fixture.dialogs.boxes.count(), 1);
-    QCOMPARE(w.fixture.dialogs.boxes[0].text,
+    QCOMPARE(w.dialogs.boxes.count(), 1);
+    QCOMPARE(w.dialogs.boxes[0].text,
              u"   No se ha podido realizar la configuración del equipo.\r\n"
              "     En el Modo de Avisos 0, no se puede programar:\r\n"
              "          Sabados, Domingos, Festivos ni Vacaciones."_s);
     QCOMPARE(w.find<QTabBar>(u"tabPrincipal"_s)->currentIndex(), 0);
-    w.fixture.tick(20);
-    QVERIFY(!w.fixture.hasRequest());
+    w.tick(20);
+    QVERIFY(!w.hasRequest());
 }
 
 void TestFrmProg::failureRestoresAndTells()
 {
     ProgWindow w(first);
     bool restored = false;
-    w.fixture.dialogs.whileUp = [&] { restored = w.isVisible(u"fraEnvolvente"_s); };
+    w.dialogs.whileUp = [&] { restored = w.isVisible(u"fraEnvolvente"_s); };
     for (int call = 0; call < 12; ++call) {
-        QVERIFY(w.fixture.dialogs.boxes.isEmpty());
-        w.fixture.tick();
-        w.fixture.timeOut();
+        QVERIFY(w.dialogs.boxes.isEmpty());
+        w.tick();
+        w.timeOut();
     }
-    QCOMPARE(w.fixture.dialogs.boxes.count(), 1);
-    QCOMPARE(w.fixture.dialogs.boxes[0].text,
+    QCOMPARE(w.dialogs.boxes.count(), 1);
+    QCOMPARE(w.dialogs.boxes[0].text,
              u"No se ha podido realizar la configuración del equipo.\r\n"
              "Verifique el estado de las conexiones e inténtelo de nuevo."_s);
     QVERIFY(restored);
     QVERIFY(w.isEnabled(u"tabPrincipal"_s));
     QVERIFY(!w.isVisible(u"fraAviso"_s));
-    w.fixture.tick(20);
-    QCOMPARE(w.fixture.dialogs.boxes.count(), 1);
+    w.tick(20);
+    QCOMPARE(w.dialogs.boxes.count(), 1);
 }
 
 void TestFrmProg::failedSendCanBeTriedAgain()
@@ -406,11 +406,11 @@ void TestFrmProg::failedSendCanBeTriedAgain()
     w.clickDay(u"chkLuns"_s, 31);
     w.click(u"cmdEnviar"_s);
     for (int call = 0; call < 12; ++call) {
-        w.fixture.tick();
-        w.fixture.takeRequest();
-        w.fixture.timeOut();
+        w.tick();
+        w.takeRequest();
+        w.timeOut();
     }
-    QCOMPARE(w.fixture.dialogs.boxes.count(), 1);
+    QCOMPARE(w.dialogs.boxes.count(), 1);
     QCOMPARE(w.time(31)->value(0), 9);
     w.click(u"cmdEnviar"_s);
     const QByteArrayList bodies = w.acceptEverything(samples::generalData(first));

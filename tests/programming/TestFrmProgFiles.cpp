@@ -1,29 +1,12 @@
+#include "Files.h"
 #include "ProgWindow.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
 
 constexpr auto first = ClockModel::HCT7200;
 constexpr auto second = ClockModel::HCT7300;
-
-namespace {
-
-QByteArray contents(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
-}
-
-void put(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(bytes), bytes.size());
-}
-
-} // namespace
 
 class TestFrmProgFiles : public QObject {
     Q_OBJECT
@@ -50,9 +33,9 @@ void TestFrmProgFiles::savingWritesWhatTheScreenShows()
     w.field(u"txtVacacFin"_s, 7)->setValues(31, 8);
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"colegio.hct"_s);
-    w.fixture.dialogs.paths = {path};
+    w.dialogs.paths = {path};
     w.click(u"cmdGardar"_s);
-    const QByteArray text = contents(path);
+    const QByteArray text = contentsOf(path);
     QVERIFY(text.startsWith("--AVISOS 1--\r\n5\r\n1\r\n8\r\n45\r\n31\r\n23\r\n5\r\n4\r\n0\r\n"));
     QVERIFY(text.contains("--FESTIVOS--\r\n6\r\n1\r\n0\r\n0\r\n"));
     QVERIFY(text.endsWith("\r\n0\r\n0\r\n31\r\n8\r\n"));
@@ -67,12 +50,12 @@ void TestFrmProgFiles::firstModelModeAboveOneIsStoredAsZero()
     const QTemporaryDir folder;
     const QString before = folder.filePath(u"a.hct"_s);
     const QString after = folder.filePath(u"b.hct"_s);
-    w.fixture.dialogs.paths = {before, after};
+    w.dialogs.paths = {before, after};
     w.click(u"cmdGardar"_s);
-    QCOMPARE(contents(before).split('\n')[200], QByteArray("4\r"));
+    QCOMPARE(contentsOf(before).split('\n')[200], QByteArray("4\r"));
     w.clickTab(2);
     w.click(u"cmdGardar"_s);
-    QCOMPARE(contents(after).split('\n')[200], QByteArray("0\r"));
+    QCOMPARE(contentsOf(after).split('\n')[200], QByteArray("0\r"));
 }
 
 void TestFrmProgFiles::fileDialogsAreConfigured_data()
@@ -97,13 +80,13 @@ void TestFrmProgFiles::fileDialogsAreConfigured()
     w.becomeReady();
     w.click(u"cmdGardar"_s);
     w.click(u"cmdAbrir"_s);
-    QCOMPARE(w.fixture.dialogs.fileRequests.count(), 2);
-    for (const FileRequest& request : w.fixture.dialogs.fileRequests) {
+    QCOMPARE(w.dialogs.fileRequests.count(), 2);
+    for (const FileRequest& request : w.dialogs.fileRequests) {
         QCOMPARE(request.filters, (QStringList{filter, u"Todos los archivos (*.*)"_s}));
         QCOMPARE(request.defaultExtension, u"sca"_s);
     }
-    QTEST(w.fixture.dialogs.fileRequests[0].title, "saveTitle");
-    QTEST(w.fixture.dialogs.fileRequests[1].title, "openTitle");
+    QTEST(w.dialogs.fileRequests[0].title, "saveTitle");
+    QTEST(w.dialogs.fileRequests[1].title, "openTitle");
 }
 
 void TestFrmProgFiles::cancelledFileDialogsDoNothing()
@@ -114,7 +97,7 @@ void TestFrmProgFiles::cancelledFileDialogsDoNothing()
     w.click(u"cmdAbrir"_s);
     w.click(u"cmdGardar"_s);
     QCOMPARE(w.time(0)->value(0), 1);
-    QVERIFY(w.fixture.log.lines.isEmpty());
+    QVERIFY(w.log.lines.isEmpty());
 }
 
 void TestFrmProgFiles::loadingShowsTheBlockOfTheTab()
@@ -124,8 +107,8 @@ void TestFrmProgFiles::loadingShowsTheBlockOfTheTab()
     w.clickTab(1);
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"a.hct"_s);
-    put(path, QByteArray("7\n").repeated(363));
-    w.fixture.dialogs.paths = {path};
+    writeFile(path, QByteArray("7\n").repeated(363));
+    w.dialogs.paths = {path};
     w.click(u"cmdAbrir"_s);
     QCOMPARE(w.time(31)->value(0), 7);
     QCOMPARE(w.time(31)->value(1), 7);
@@ -146,8 +129,8 @@ void TestFrmProgFiles::loadingOnTheHolidayTabIsNotOverwrittenByTheHiddenGrid()
     w.clickTab(3);
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"a.hct"_s);
-    put(path, QByteArray("3\r\n").repeated(363));
-    w.fixture.dialogs.paths = {path};
+    writeFile(path, QByteArray("3\r\n").repeated(363));
+    w.dialogs.paths = {path};
     w.click(u"cmdAbrir"_s);
     QVERIFY(w.isVisible(u"fraCadroFestVacac"_s));
     w.clickTab(0);
@@ -166,14 +149,13 @@ void TestFrmProgFiles::unreadableFileLeavesTheScreen()
     w.time(9)->setValues(4, 44);
     w.clickDay(u"chkLuns"_s, 9);
     w.field(u"txtFest"_s, 3)->setValues(4, 4);
-    w.fixture.dialogs.paths = {u"/no/hay/tal.hct"_s};
+    w.dialogs.paths = {u"/no/hay/tal.hct"_s};
     w.click(u"cmdAbrir"_s);
     QCOMPARE(w.time(9)->value(1), 44);
     QVERIFY(w.day(u"chkLuns"_s, 9)->isChecked());
     QCOMPARE(w.field(u"txtFest"_s, 3)->value(0), 4);
-    QVERIFY(w.fixture.dialogs.boxes.isEmpty());
-    QCOMPARE(w.fixture.log.lines,
-             QStringList{u"No se ha podido leer el archivo /no/hay/tal.hct"_s});
+    QVERIFY(w.dialogs.boxes.isEmpty());
+    QCOMPARE(w.log.lines, QStringList{u"No se ha podido leer el archivo /no/hay/tal.hct"_s});
 }
 
 void TestFrmProgFiles::shortFileKeepsWhatTheScreenShows()
@@ -184,8 +166,8 @@ void TestFrmProgFiles::shortFileKeepsWhatTheScreenShows()
     w.clickDay(u"chkLuns"_s, 9);
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"a.hct"_s);
-    put(path, "--AVISOS 1--\r\n0\r\n0\r\n11\r\n22");
-    w.fixture.dialogs.paths = {path};
+    writeFile(path, "--AVISOS 1--\r\n0\r\n0\r\n11\r\n22");
+    w.dialogs.paths = {path};
     w.click(u"cmdAbrir"_s);
     QCOMPARE(w.time(0)->value(0), 11);
     QCOMPARE(w.time(0)->value(1), 22);
@@ -198,12 +180,11 @@ void TestFrmProgFiles::failedSaveIsLoggedAndShowsNothing()
 {
     ProgWindow w(first);
     w.becomeReady();
-    w.fixture.dialogs.paths = {u"/no/hay/tal.hct"_s};
+    w.dialogs.paths = {u"/no/hay/tal.hct"_s};
     w.click(u"cmdGardar"_s);
-    QVERIFY(w.fixture.dialogs.boxes.isEmpty());
-    QCOMPARE(w.fixture.log.lines,
-             QStringList{u"No se ha podido guardar el archivo /no/hay/tal.hct"_s});
-    QCOMPARE(w.fixture.log.timesShown, 0);
+    QVERIFY(w.dialogs.boxes.isEmpty());
+    QCOMPARE(w.log.lines, QStringList{u"No se ha podido guardar el archivo /no/hay/tal.hct"_s});
+    QCOMPARE(w.log.timesShown, 0);
 }
 
 QTEST_MAIN(TestFrmProgFiles)

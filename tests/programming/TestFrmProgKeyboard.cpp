@@ -114,9 +114,9 @@ void TestFrmProgKeyboard::enterNeitherSendsNorOpens()
     QCOMPARE(w.find<TextUpDown>(u"txtDuracion"_s)->fieldWithFocus(), 0);
     w.time(31)->setFieldFocus(1, Qt::OtherFocusReason);
     w.press(Qt::Key_Return);
-    QVERIFY(w.fixture.dialogs.fileRequests.isEmpty());
-    w.fixture.tick(5);
-    QVERIFY(!w.fixture.hasRequest());
+    QVERIFY(w.dialogs.fileRequests.isEmpty());
+    w.tick(5);
+    QVERIFY(!w.hasRequest());
     QVERIFY(w.form->isVisible());
 }
 
@@ -126,7 +126,7 @@ void TestFrmProgKeyboard::enterPressesTheButtonWithTheFocus()
     w.becomeReady();
     w.find<QPushButton>(u"cmdGardar"_s)->setFocus();
     w.press(Qt::Key_Return);
-    QCOMPARE(w.fixture.dialogs.fileRequests.count(), 1);
+    QCOMPARE(w.dialogs.fileRequests.count(), 1);
 }
 
 void TestFrmProgKeyboard::repeatingTheDaysOfTheRowAbove()

@@ -45,7 +45,7 @@ private:
 
 void TestFrmProgLifecycle::verifyToldAndEditable(const ProgWindow& w)
 {
-    QCOMPARE(w.fixture.dialogs.boxes.last().text,
+    QCOMPARE(w.dialogs.boxes.last().text,
              u"No se ha podido realizar la configuración del equipo.\r\n"
              "Verifique el estado de las conexiones e inténtelo de nuevo."_s);
     QVERIFY(w.isVisible(u"fraEnvolvente"_s));
@@ -80,16 +80,16 @@ void TestFrmProgLifecycle::closingWhileReadingLeavesNothingBehind()
 {
     QFETCH(Way, way);
     ProgWindow w(first);
-    w.fixture.tick();
-    w.fixture.takeRequest();
+    w.tick();
+    w.takeRequest();
     closeBy(w, way);
-    w.fixture.answer(samples::holidaysAnswer());
-    w.fixture.tick(20);
-    QVERIFY(!w.fixture.hasRequest());
+    w.answer(samples::holidaysAnswer());
+    w.tick(20);
+    QVERIFY(!w.hasRequest());
     ProgWindow::runDeletions();
     QVERIFY(!w.form);
-    w.fixture.tick(20);
-    QVERIFY(!w.fixture.hasRequest());
+    w.tick(20);
+    QVERIFY(!w.hasRequest());
 }
 
 void TestFrmProgLifecycle::closingWhileSendingLeavesNothingBehind()
@@ -98,14 +98,14 @@ void TestFrmProgLifecycle::closingWhileSendingLeavesNothingBehind()
     ProgWindow w(first);
     w.becomeReady();
     w.click(u"cmdEnviar"_s);
-    w.fixture.tick();
-    w.fixture.takeRequest();
+    w.tick();
+    w.takeRequest();
     closeBy(w, way);
-    const QByteArray before = w.fixture.globais.GeneralData;
-    w.fixture.answer(samples::generalData(first) + QByteArray("late"));
-    QCOMPARE(w.fixture.globais.GeneralData, before);
-    w.fixture.tick(20);
-    QVERIFY(!w.fixture.hasRequest());
+    const QByteArray before = w.globais.GeneralData;
+    w.answer(samples::generalData(first) + QByteArray("late"));
+    QCOMPARE(w.globais.GeneralData, before);
+    w.tick(20);
+    QVERIFY(!w.hasRequest());
     ProgWindow::runDeletions();
     QVERIFY(!w.form);
 }
@@ -115,15 +115,15 @@ void TestFrmProgLifecycle::acceptedBlocksStayWhenTheSendIsAbandoned()
     ProgWindow w(first);
     w.becomeReady();
     w.click(u"cmdEnviar"_s);
-    w.nextRequest();
-    w.fixture.answer(samples::generalData(first));
-    QCOMPARE(w.nextRequest().left(2), QByteArray::fromHex("da01"));
-    w.fixture.answerHex("da00");
-    QCOMPARE(w.nextRequest().left(2), QByteArray::fromHex("da02"));
+    w.nextRequestBody();
+    w.answer(samples::generalData(first));
+    QCOMPARE(w.nextRequestBody().left(2), QByteArray::fromHex("da01"));
+    w.answerHex("da00");
+    QCOMPARE(w.nextRequestBody().left(2), QByteArray::fromHex("da02"));
     w.click(u"cmdCancelar"_s);
-    w.fixture.timeOut();
-    QCOMPARE(w.nextRequest(), QByteArray());
-    QVERIFY(w.fixture.dialogs.boxes.isEmpty());
+    w.timeOut();
+    QCOMPARE(w.nextRequestBody(), QByteArray());
+    QVERIFY(w.dialogs.boxes.isEmpty());
 }
 
 void TestFrmProgLifecycle::closedWindowSendsNothing()
@@ -133,17 +133,17 @@ void TestFrmProgLifecycle::closedWindowSendsNothing()
     QPushButton* send = w.find<QPushButton>(u"cmdEnviar"_s);
     w.form->close();
     send->click();
-    w.fixture.tick(5);
-    QVERIFY(!w.fixture.hasRequest());
+    w.tick(5);
+    QVERIFY(!w.hasRequest());
 }
 
 void TestFrmProgLifecycle::connectionLostWhileReadingIsTold()
 {
     ProgWindow w(first);
-    w.nextRequest();
+    w.nextRequestBody();
     w.disconnect();
-    QVERIFY(w.fixture.dialogs.boxes.isEmpty());
-    QTRY_COMPARE(w.fixture.dialogs.boxes.count(), 1);
+    QVERIFY(w.dialogs.boxes.isEmpty());
+    QTRY_COMPARE(w.dialogs.boxes.count(), 1);
     verifyToldAndEditable(w);
 }
 
@@ -155,13 +155,13 @@ void TestFrmProgLifecycle::connectionLostWhileSendingLeavesWhatWasEntered()
     w.time(0)->setValues(8, 45);
     w.clickDay(u"chkLuns"_s, 0);
     w.click(u"cmdEnviar"_s);
-    w.nextRequest();
+    w.nextRequestBody();
     w.disconnect();
-    QTRY_COMPARE(w.fixture.dialogs.boxes.count(), 1);
+    QTRY_COMPARE(w.dialogs.boxes.count(), 1);
     verifyToldAndEditable(w);
 
     const QString path = folder.filePath(u"curso.hct"_s);
-    w.fixture.dialogs.paths = {path};
+    w.dialogs.paths = {path};
     w.click(u"cmdGardar"_s);
     QFile file(path);
     QVERIFY(file.open(QIODevice::ReadOnly));
@@ -175,7 +175,7 @@ void TestFrmProgLifecycle::sendingAfterTheConnectionIsLostIsTold()
     w.disconnect();
     for (const int time : {1, 2}) {
         w.click(u"cmdEnviar"_s);
-        QTRY_COMPARE(w.fixture.dialogs.boxes.count(), time);
+        QTRY_COMPARE(w.dialogs.boxes.count(), time);
         verifyToldAndEditable(w);
     }
     w.click(u"cmdCancelar"_s);
@@ -189,13 +189,13 @@ void TestFrmProgLifecycle::connectionLostUnderTheClashBoxIsToldAtTheNextSending(
     w.becomeReady();
     for (const int row : {0, 1})
         w.clickDay(u"chkLuns"_s, row);
-    w.fixture.dialogs.whileUp = [&w] { w.disconnect(); };
+    w.dialogs.whileUp = [&w] { w.disconnect(); };
     w.click(u"cmdEnviar"_s);
-    w.fixture.dialogs.whileUp = nullptr;
-    QCOMPARE(w.fixture.dialogs.boxes.takeFirst().title, u"Error"_s);
+    w.dialogs.whileUp = nullptr;
+    QCOMPARE(w.dialogs.boxes.takeFirst().title, u"Error"_s);
     w.clickDay(u"chkLuns"_s, 1);
     w.click(u"cmdEnviar"_s);
-    QTRY_COMPARE(w.fixture.dialogs.boxes.count(), 1);
+    QTRY_COMPARE(w.dialogs.boxes.count(), 1);
     verifyToldAndEditable(w);
 }
 
@@ -207,26 +207,26 @@ void TestFrmProgLifecycle::windowClosedAsTheConnectionIsLostTellsNothing()
     ProgWindow w(first);
     w.becomeReady();
     w.click(u"cmdEnviar"_s);
-    w.nextRequest();
+    w.nextRequestBody();
     w.disconnect();
     closeBy(w, way);
     QCoreApplication::processEvents();
     ProgWindow::runDeletions();
     QVERIFY(!w.form);
-    QVERIFY(w.fixture.dialogs.boxes.isEmpty());
+    QVERIFY(w.dialogs.boxes.isEmpty());
 }
 
 void TestFrmProgLifecycle::windowClosedUnderTheBoxAboutTheLostConnectionOutlivesIt()
 {
     ProgWindow w(first);
     bool alive = false;
-    w.fixture.dialogs.whileUp = [&] {
+    w.dialogs.whileUp = [&] {
         w.form->close();
         ProgWindow::runDeletions();
         alive = w.form;
     };
     w.disconnect();
-    QTRY_COMPARE(w.fixture.dialogs.boxes.count(), 1);
+    QTRY_COMPARE(w.dialogs.boxes.count(), 1);
     QVERIFY(alive);
     ProgWindow::runDeletions();
     QVERIFY(!w.form);
@@ -236,16 +236,16 @@ void TestFrmProgLifecycle::windowClosedUnderTheFailureBoxOutlivesIt()
 {
     ProgWindow w(first);
     bool alive = false;
-    w.fixture.dialogs.whileUp = [&] {
+    w.dialogs.whileUp = [&] {
         w.form->close();
         ProgWindow::runDeletions();
         alive = w.form;
     };
     for (int call = 0; call < 12; ++call) {
-        w.fixture.tick();
-        w.fixture.timeOut();
+        w.tick();
+        w.timeOut();
     }
-    QCOMPARE(w.fixture.dialogs.boxes.count(), 1);
+    QCOMPARE(w.dialogs.boxes.count(), 1);
     QVERIFY(alive);
     ProgWindow::runDeletions();
     QVERIFY(!w.form);
@@ -258,7 +258,7 @@ void TestFrmProgLifecycle::windowClosedUnderTheClashBoxOutlivesIt()
     for (const int row : {0, 1})
         w.clickDay(u"chkLuns"_s, row);
     bool alive = false;
-    w.fixture.dialogs.whileUp = [&] {
+    w.dialogs.whileUp = [&] {
         w.form->close();
         ProgWindow::runDeletions();
         alive = w.form;
@@ -267,18 +267,18 @@ void TestFrmProgLifecycle::windowClosedUnderTheClashBoxOutlivesIt()
     QVERIFY(alive);
     ProgWindow::runDeletions();
     QVERIFY(!w.form);
-    w.fixture.tick(5);
-    QVERIFY(!w.fixture.hasRequest());
+    w.tick(5);
+    QVERIFY(!w.hasRequest());
 }
 
 void TestFrmProgLifecycle::windowClosedUnderAFileDialogReadsNoFile()
 {
     ProgWindow w(first);
     w.becomeReady();
-    w.fixture.dialogs.paths = {u"/no/hay/tal.hct"_s};
-    w.fixture.dialogs.whileUp = [&] { w.form->close(); };
+    w.dialogs.paths = {u"/no/hay/tal.hct"_s};
+    w.dialogs.whileUp = [&] { w.form->close(); };
     w.find<QPushButton>(u"cmdAbrir"_s)->click();
-    QVERIFY(w.fixture.log.lines.isEmpty());
+    QVERIFY(w.log.lines.isEmpty());
     ProgWindow::runDeletions();
     QVERIFY(!w.form);
 }
@@ -286,26 +286,26 @@ void TestFrmProgLifecycle::windowClosedUnderAFileDialogReadsNoFile()
 void TestFrmProgLifecycle::windowDestroyedUnderItsBoxIsNotTouched()
 {
     ProgWindow w(first);
-    w.fixture.dialogs.whileUp = [&] { delete w.form; };
+    w.dialogs.whileUp = [&] { delete w.form; };
     for (int call = 0; call < 12; ++call) {
-        w.fixture.tick();
-        w.fixture.timeOut();
+        w.tick();
+        w.timeOut();
     }
     QVERIFY(!w.form);
-    w.fixture.tick(5);
-    QCOMPARE(w.fixture.dialogs.boxes.count(), 1);
+    w.tick(5);
+    QCOMPARE(w.dialogs.boxes.count(), 1);
 }
 
 void TestFrmProgLifecycle::windowDestroyedUnderAFileDialogIsNotTouched()
 {
     ProgWindow w(first);
     w.becomeReady();
-    w.fixture.dialogs.paths = {u"/no/hay/tal.hct"_s};
-    w.fixture.dialogs.whileUp = [&] { delete w.form; };
+    w.dialogs.paths = {u"/no/hay/tal.hct"_s};
+    w.dialogs.whileUp = [&] { delete w.form; };
     // As a slot, not as a click: a button that dies under its own click is the toolkit's affair.
     QMetaObject::invokeMethod(w.form, [&w] { emit w.find<QPushButton>(u"cmdAbrir"_s)->clicked(); });
     QVERIFY(!w.form);
-    QVERIFY(w.fixture.log.lines.isEmpty());
+    QVERIFY(w.log.lines.isEmpty());
 }
 
 void TestFrmProgLifecycle::sendingGoesOnWhileTheMainWindowPolls()
@@ -334,18 +334,18 @@ void TestFrmProgLifecycle::sendingGoesOnWhileTheMainWindowPolls()
         CronoRegistration registration;
         int answers = 0;
     };
-    Poller poller(w.fixture);
+    Poller poller(w);
 
-    w.fixture.tick(8);
+    w.tick(8);
     w.click(u"cmdEnviar"_s);
     int written = 0;
     for (int tick = 0; tick < 40 && w.form->isVisible(); ++tick) {
-        const QByteArray request = w.nextRequest();
+        const QByteArray request = w.nextRequestBody();
         if (request.isEmpty())
             continue;
         written += request.size() > 1 ? 1 : 0;
-        w.fixture.answer(request.size() == 1 ? samples::generalData(first)
-                                             : request.left(1) + QByteArray(1, '\0'));
+        w.answer(request.size() == 1 ? samples::generalData(first)
+                                     : request.left(1) + QByteArray(1, '\0'));
     }
     QVERIFY(!w.form->isVisible());
     QCOMPARE(written, 4);
@@ -356,8 +356,8 @@ void TestFrmProgLifecycle::windowDestroyedWithoutClosingLeavesTheService()
 {
     ProgWindow w(first);
     delete w.form;
-    w.fixture.tick(5);
-    QVERIFY(!w.fixture.hasRequest());
+    w.tick(5);
+    QVERIFY(!w.hasRequest());
 }
 
 QTEST_MAIN(TestFrmProgLifecycle)

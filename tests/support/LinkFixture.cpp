@@ -23,6 +23,12 @@ void LinkFixture::connect()
     crono.setTimerEnabled(true);
 }
 
+void LinkFixture::disconnect()
+{
+    crono.setTimerEnabled(false);
+    link.RemataConexion();
+}
+
 void LinkFixture::tick(int times)
 {
     while (times-- > 0 && tmrCrono.fire()) {
@@ -40,6 +46,12 @@ LinkFixture::Request LinkFixture::takeRequest()
     collectRequests();
     m_last = m_requests.isEmpty() ? Request() : m_requests.takeFirst();
     return m_last;
+}
+
+QByteArray LinkFixture::nextRequestBody()
+{
+    tick();
+    return takeRequestBody();
 }
 
 quint8 LinkFixture::requestCode() { return static_cast<quint8>(rawRequestCode() & ~0x10); }

@@ -43,6 +43,8 @@ struct LinkFixture {
 
     /// Opens the direct line and lets the timer service tick.
     void connect();
+    /// As the main window ends a connection.
+    void disconnect();
     /// Fires the timer service's timer; less often when it is switched off meanwhile.
     void tick(int times = 1);
 
@@ -51,6 +53,8 @@ struct LinkFixture {
     /// The oldest request not taken yet; a request of code 0 when there is none.
     Request takeRequest();
     QByteArray takeRequestBody() { return takeRequest().body; }
+    /// One tick; the body of the request that it sends, empty when it sends none.
+    QByteArray nextRequestBody();
     /// Of the oldest request not taken yet, else of the one taken last.
     quint8 requestCode();
     quint8 rawRequestCode();
