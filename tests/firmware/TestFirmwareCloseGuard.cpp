@@ -1,14 +1,9 @@
-#include "LinkFixture.h"
-#include "frmProgramPROM.h"
+#include "FirmwareWindow.h"
 
 #include <QLabel>
-#include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QPlainTextEdit>
 #include <QProgressBar>
-#include <QPushButton>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -40,59 +35,19 @@ private slots:
     void programThatMustEndIsNotHeldUp();
     void unloadedWindowHasLeftTheTimerService();
     void closingAfterATransferHidesAgain();
-
-private:
-    QTemporaryDir m_folder;
 };
 
 namespace {
 
 enum class Way { TitleBar, CancelButton, Code, Shutdown };
 
-struct Fixture : LinkFixture {
-    explicit Fixture(const QTemporaryDir& folder)
-    {
-        QFile file(folder.filePath(u"reloj.hex"_s));
-        if (!file.open(QIODevice::WriteOnly) ||
-            file.write(":0400100001020304E2\n:03FFFE00ABCDEF99\n:00000001FF\n") < 0)
-            qFatal("cannot write the test's file");
-        file.close();
-        form = new frmProgramPROM(*area, crono, link, log, dialogs);
-        area->resize(900, 700);
-        area->show();
-        form->showForm();
-        connect();
-        dialogs.paths = {file.fileName()};
-        click("cmdAbrir");
-    }
+struct Fixture : FirmwareWindow {
+    Fixture() { read(":0400100001020304E2\n:03FFFE00ABCDEF99\n:00000001FF\n"); }
 
-    template<typename Control>
-    Control* find(const char* name) const
-    {
-        return form->findChild<Control*>(QString::fromLatin1(name));
-    }
-    void click(const char* name) const
-    {
-        QTest::mouseClick(find<QPushButton>(name), Qt::LeftButton);
-    }
     void startSending()
     {
         click("cmdEnviar");
         acknowledge();
-    }
-    void acknowledge()
-    {
-        tick();
-        takeRequest();
-        answerHex("dd00");
-    }
-    void failSixTimes()
-    {
-        for (int time = 0; time < 6; ++time) {
-            tick();
-            takeRequest();
-            timeOut();
-        }
     }
     void close(Way way)
     {
@@ -105,15 +60,6 @@ struct Fixture : LinkFixture {
     }
     /// Lets what was deleted later go.
     void settle() const { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
-    QString notes() const { return find<QPlainTextEdit>("txtNotas")->toPlainText(); }
-    QByteArray sent()
-    {
-        tick();
-        return takeRequestBody().toHex();
-    }
-
-    std::unique_ptr<QMdiArea> area = std::make_unique<QMdiArea>();
-    QPointer<frmProgramPROM> form;
 };
 
 void everyWay(bool withShutdown)
@@ -133,7 +79,7 @@ void TestFirmwareCloseGuard::idleWindowHidesAndKeepsItsFile_data() { everyWay(fa
 void TestFirmwareCloseGuard::idleWindowHidesAndKeepsItsFile()
 {
     QFETCH(Way, way);
-    Fixture f(m_folder);
+    Fixture f;
     f.close(way);
     f.settle();
     QVERIFY(f.form);
@@ -151,7 +97,7 @@ void TestFirmwareCloseGuard::idleWindowHidesAndKeepsItsFile()
 
 void TestFirmwareCloseGuard::hidingClearsTheProgress()
 {
-    Fixture f(m_folder);
+    Fixture f;
     f.startSending();
     f.acknowledge();
     QCOMPARE(f.find<QProgressBar>("pgbEnvio")->value(), 1);
@@ -163,7 +109,7 @@ void TestFirmwareCloseGuard::hidingClearsTheProgress()
 
 void TestFirmwareCloseGuard::idleWindowUnloadsWithTheApplication()
 {
-    Fixture f(m_folder);
+    Fixture f;
     QSignalSpy unloaded(f.form, &MdiForm::unloaded);
     QVERIFY(f.form->closeWindow(MdiForm::CloseReason::Shutdown));
     QCOMPARE(unloaded.size(), 1);
@@ -177,7 +123,7 @@ void TestFirmwareCloseGuard::closingWhileSendingAsks_data() { everyWay(true); }
 void TestFirmwareCloseGuard::closingWhileSendingAsks()
 {
     QFETCH(Way, way);
-    Fixture f(m_folder);
+    Fixture f;
     f.startSending();
     f.close(way);
     QCOMPARE(f.dialogs.boxes.size(), 1);
@@ -193,14 +139,14 @@ void TestFirmwareCloseGuard::noKeepsTheTransfer_data() { everyWay(true); }
 void TestFirmwareCloseGuard::noKeepsTheTransfer()
 {
     QFETCH(Way, way);
-    Fixture f(m_folder);
+    Fixture f;
     f.startSending();
     f.dialogs.confirmations = {false};
     f.close(way);
     f.settle();
     QVERIFY(f.form && f.form->isFormVisible());
     QCOMPARE(f.find<QLabel>("lblLinhas")->text(), u"   1"_s);
-    QVERIFY(!f.find<QPushButton>("cmdAbrir")->isEnabled());
+    QVERIFY(!f.enabled("cmdAbrir"));
     QCOMPARE(f.sent(), QByteArray("dd03feff000001abcdef6400"));
     f.answerHex("dd00");
     QVERIFY(f.notes().endsWith(u"Envío finalizado\n"_s));
@@ -211,7 +157,7 @@ void TestFirmwareCloseGuard::yesInterruptsAndUnloads_data() { everyWay(true); }
 void TestFirmwareCloseGuard::yesInterruptsAndUnloads()
 {
     QFETCH(Way, way);
-    Fixture f(m_folder);
+    Fixture f;
     f.startSending();
     f.sent();
     f.dialogs.confirmations = {true};
@@ -229,7 +175,7 @@ void TestFirmwareCloseGuard::yesInterruptsAndUnloads()
 
 void TestFirmwareCloseGuard::transferGoesOnUnderTheQuestion()
 {
-    Fixture f(m_folder);
+    Fixture f;
     f.click("cmdEnviar");
     f.dialogs.whileUp = [&f] {
         f.acknowledge();
@@ -241,7 +187,7 @@ void TestFirmwareCloseGuard::transferGoesOnUnderTheQuestion()
 
 void TestFirmwareCloseGuard::secondCloseUnderTheQuestionDoesNothing()
 {
-    Fixture f(m_folder);
+    Fixture f;
     f.startSending();
     f.dialogs.whileUp = [&f] { f.close(Way::Shutdown); };
     f.dialogs.confirmations = {false};
@@ -252,7 +198,7 @@ void TestFirmwareCloseGuard::secondCloseUnderTheQuestionDoesNothing()
 
 void TestFirmwareCloseGuard::yesAfterTheTransferHasFinishedUnloads()
 {
-    Fixture f(m_folder);
+    Fixture f;
     f.startSending();
     f.dialogs.whileUp = [&f] { f.acknowledge(); };
     f.dialogs.confirmations = {true};
@@ -263,24 +209,24 @@ void TestFirmwareCloseGuard::yesAfterTheTransferHasFinishedUnloads()
 
 void TestFirmwareCloseGuard::noAfterTheTransferHasFinishedLeavesTheWindowIdle()
 {
-    Fixture f(m_folder);
+    Fixture f;
     f.startSending();
     f.dialogs.whileUp = [&f] { f.acknowledge(); };
     f.dialogs.confirmations = {false};
     f.close(Way::TitleBar);
     QVERIFY(f.form->isFormVisible());
     QVERIFY(f.notes().endsWith(u"Envío finalizado\n"_s));
-    QVERIFY(f.find<QPushButton>("cmdEnviar")->isEnabled());
-    QVERIFY(f.find<QPushButton>("cmdAbrir")->isEnabled());
+    QVERIFY(f.enabled("cmdEnviar"));
+    QVERIFY(f.enabled("cmdAbrir"));
     f.tick(20);
     QVERIFY(!f.hasRequest());
 }
 
 void TestFirmwareCloseGuard::yesAfterTheTransferHasFailedUnloads()
 {
-    Fixture f(m_folder);
+    Fixture f;
     f.startSending();
-    f.dialogs.whileUp = [&f] { f.failSixTimes(); };
+    f.dialogs.whileUp = [&f] { f.fail(6); };
     f.dialogs.confirmations = {true};
     f.close(Way::TitleBar);
     f.settle();
@@ -289,24 +235,21 @@ void TestFirmwareCloseGuard::yesAfterTheTransferHasFailedUnloads()
 
 void TestFirmwareCloseGuard::noAfterTheTransferHasFailedLeavesTheWindowIdle()
 {
-    Fixture f(m_folder);
+    Fixture f;
     f.startSending();
-    f.dialogs.whileUp = [&f] { f.failSixTimes(); };
+    f.dialogs.whileUp = [&f] { f.fail(6); };
     f.dialogs.confirmations = {false};
     f.close(Way::TitleBar);
     QVERIFY(f.notes().endsWith(u"Error actualizando firmware del equipo\n"_s));
-    QVERIFY(f.find<QPushButton>("cmdEnviar")->isEnabled());
-    QVERIFY(f.find<QPushButton>("cmdAbrir")->isEnabled());
+    QVERIFY(f.enabled("cmdEnviar"));
+    QVERIFY(f.enabled("cmdAbrir"));
 }
 
 void TestFirmwareCloseGuard::disconnectionUnderTheQuestionIsNoFault()
 {
-    Fixture f(m_folder);
+    Fixture f;
     f.startSending();
-    f.dialogs.whileUp = [&f] {
-        f.crono.setTimerEnabled(false);
-        f.link.RemataConexion();
-    };
+    f.dialogs.whileUp = [&f] { f.disconnect(); };
     f.dialogs.confirmations = {true};
     f.close(Way::CancelButton);
     f.settle();
@@ -316,7 +259,7 @@ void TestFirmwareCloseGuard::disconnectionUnderTheQuestionIsNoFault()
 void TestFirmwareCloseGuard::windowGoneUnderTheQuestionIsNoFault()
 {
     for (const bool answer : {true, false}) {
-        Fixture f(m_folder);
+        Fixture f;
         f.startSending();
         f.dialogs.whileUp = [&f] { f.area.reset(); };
         f.dialogs.confirmations = {answer};
@@ -329,21 +272,21 @@ void TestFirmwareCloseGuard::windowGoneUnderTheQuestionIsNoFault()
 
 void TestFirmwareCloseGuard::interruptedWindowThatStaysCanSendAgain()
 {
-    Fixture f(m_folder);
+    Fixture f;
     f.startSending();
     // The application asks, the operator agrees, and another window refuses.
     f.dialogs.confirmations = {true};
     QVERIFY(f.form->mayUnload(MdiForm::CloseReason::Shutdown));
     f.tick(20);
     QVERIFY(!f.hasRequest());
-    QVERIFY(f.find<QPushButton>("cmdAbrir")->isEnabled());
+    QVERIFY(f.enabled("cmdAbrir"));
     f.click("cmdEnviar");
     QCOMPARE(f.sent(), QByteArray("dd041000000000010203041a00"));
 }
 
 void TestFirmwareCloseGuard::programThatMustEndIsNotHeldUp()
 {
-    Fixture f(m_folder);
+    Fixture f;
     f.startSending();
     f.form->unloadNow();
     QVERIFY(f.dialogs.boxes.isEmpty());
@@ -355,7 +298,7 @@ void TestFirmwareCloseGuard::programThatMustEndIsNotHeldUp()
 
 void TestFirmwareCloseGuard::unloadedWindowHasLeftTheTimerService()
 {
-    Fixture f(m_folder);
+    Fixture f;
     f.startSending();
     f.dialogs.confirmations = {true};
     f.close(Way::Code);
@@ -367,7 +310,7 @@ void TestFirmwareCloseGuard::unloadedWindowHasLeftTheTimerService()
 
 void TestFirmwareCloseGuard::closingAfterATransferHidesAgain()
 {
-    Fixture f(m_folder);
+    Fixture f;
     f.startSending();
     f.acknowledge();
     f.close(Way::CancelButton);

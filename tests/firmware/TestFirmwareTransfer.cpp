@@ -55,17 +55,12 @@ struct Fixture : LinkFixture {
         connect();
     }
     /// One tick; what it sent, in hexadecimal.
-    QByteArray sent()
-    {
-        tick();
-        return takeRequestBody().toHex();
-    }
+    QByteArray sent() { return nextRequestBody().toHex(); }
     /// One tick, sent again, and nobody acknowledges.
     void fail(int times = 1)
     {
         while (times-- > 0) {
-            tick();
-            takeRequest();
+            sent();
             timeOut();
         }
     }
@@ -365,8 +360,7 @@ void TestFirmwareTransfer::disconnectionWaitsAndGoesOnWithTheSameLine()
     f.sent();
     f.answerHex(good);
     const QByteArray second = f.sent();
-    f.crono.setTimerEnabled(false);
-    f.link.RemataConexion();
+    f.disconnect();
     f.tick(50);
     QVERIFY(!f.hasRequest());
     QCOMPARE(f.transfer.state(), State::Sending);

@@ -1,16 +1,11 @@
-#include "LinkFixture.h"
-#include "frmProgramPROM.h"
+#include "FirmwareWindow.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QLabel>
-#include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QPlainTextEdit>
 #include <QProgressBar>
-#include <QPushButton>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -44,9 +39,6 @@ private slots:
     void disconnectionKeepsTheTransferWaiting();
     void notesAreReadOnlyAndBounded();
     void windowGoneUnderTheFileDialogIsNoFault();
-
-private:
-    QTemporaryDir m_folder;
 };
 
 namespace {
@@ -55,75 +47,16 @@ const QByteArray lineA = ":0400100001020304E2\r\n";
 const QByteArray lineB = ":03FFFE00ABCDEF99\r\n";
 const QByteArray end = ":00000001FF\r\n";
 
-struct Fixture : LinkFixture {
-    explicit Fixture(const QTemporaryDir& files) : folder(files)
-    {
-        area->resize(900, 700);
-        form = new frmProgramPROM(*area, crono, link, log, dialogs);
-        area->show();
-        form->showForm();
-        connect();
-    }
-
-    template<typename Control>
-    Control* find(const char* name) const
-    {
-        auto* control = form->findChild<Control*>(QString::fromLatin1(name));
-        if (!control)
-            qFatal("no control %s", name);
-        return control;
-    }
-    void click(const char* name) const
-    {
-        QTest::mouseClick(find<QPushButton>(name), Qt::LeftButton);
-    }
+struct Fixture : FirmwareWindow {
     QString text(const char* label) const { return find<QLabel>(label)->text(); }
-    QString notes() const { return find<QPlainTextEdit>("txtNotas")->toPlainText(); }
-    bool enabled(const char* name) const { return find<QWidget>(name)->isEnabled(); }
     int progress() const { return find<QProgressBar>("pgbEnvio")->value(); }
-
-    QString write(const QString& name, const QByteArray& contents) const
-    {
-        QFile file(folder.filePath(name));
-        if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size())
-            qFatal("cannot write the test's file");
-        return file.fileName();
-    }
-    QString read(const QByteArray& contents, const QString& name = u"reloj.hex"_s)
-    {
-        const QString path = write(name, contents);
-        dialogs.paths = {path};
-        click("cmdAbrir");
-        return path;
-    }
-    QByteArray sent()
-    {
-        tick();
-        return takeRequestBody().toHex();
-    }
-    void acknowledge()
-    {
-        sent();
-        answerHex("dd00");
-    }
-    void fail(int times)
-    {
-        while (times-- > 0) {
-            sent();
-            timeOut();
-        }
-    }
-
-    const QTemporaryDir& folder;
-    std::unique_ptr<QMdiArea> area = std::make_unique<QMdiArea>();
-    QPointer<frmProgramPROM> form;
 };
 
 } // namespace
 
 void TestFrmProgramPROM::controlsCarryTheirTexts()
 {
-    Fixture f(m_folder);
+    Fixture f;
     QCOMPARE(f.form->windowTitle(), u"Actualización de firmware"_s);
     QCOMPARE(f.find<QPushButton>("cmdAbrir")->text(), u"&Leer archivo HEX..."_s);
     QCOMPARE(f.find<QPushButton>("cmdEnviar")->text(), u"&Enviar"_s);
@@ -141,7 +74,7 @@ void TestFrmProgramPROM::controlsCarryTheirTexts()
 
 void TestFrmProgramPROM::everyControlHasAnAccessibleName()
 {
-    Fixture f(m_folder);
+    Fixture f;
     for (const char* name : {"cmdAbrir", "cmdEnviar", "cmdCancelar", "chkReset", "pgbEnvio",
                              "txtNotas", "lblArquivo", "lblTamanho", "lblLinhas", "lblDireccion"})
         QVERIFY2(!f.find<QWidget>(name)->accessibleName().isEmpty(), name);
@@ -152,7 +85,7 @@ void TestFrmProgramPROM::everyControlHasAnAccessibleName()
 
 void TestFrmProgramPROM::captionsAreTheBuddiesOfTheirFields()
 {
-    Fixture f(m_folder);
+    Fixture f;
     QMap<QString, QString> captions;
     for (const QLabel* label : f.form->findChildren<QLabel*>())
         if (label->buddy())
@@ -165,7 +98,7 @@ void TestFrmProgramPROM::captionsAreTheBuddiesOfTheirFields()
 
 void TestFrmProgramPROM::keyboardReachesTheControlsInOrder()
 {
-    Fixture f(m_folder);
+    Fixture f;
     f.read(lineA + end);
     QApplication::setActiveWindow(f.area.get());
     f.find<QPushButton>("cmdAbrir")->setFocus();
@@ -180,7 +113,7 @@ void TestFrmProgramPROM::keyboardReachesTheControlsInOrder()
 
 void TestFrmProgramPROM::nothingCanBeSentBeforeAFileIsRead()
 {
-    Fixture f(m_folder);
+    Fixture f;
     QVERIFY(!f.enabled("cmdEnviar"));
     f.click("cmdEnviar");
     f.tick(20);
@@ -189,7 +122,7 @@ void TestFrmProgramPROM::nothingCanBeSentBeforeAFileIsRead()
 
 void TestFrmProgramPROM::fileDialogIsAskedAsTheWindowWants()
 {
-    Fixture f(m_folder);
+    Fixture f;
     f.click("cmdAbrir");
     QCOMPARE(f.dialogs.fileRequests.size(), 1);
     const FileRequest& request = f.dialogs.fileRequests[0];
@@ -201,7 +134,7 @@ void TestFrmProgramPROM::fileDialogIsAskedAsTheWindowWants()
 
 void TestFrmProgramPROM::cancelledFileDialogChangesNothing()
 {
-    Fixture f(m_folder);
+    Fixture f;
     f.read(lineA + end);
     const QString notes = f.notes();
     f.click("cmdAbrir");
@@ -213,7 +146,7 @@ void TestFrmProgramPROM::cancelledFileDialogChangesNothing()
 
 void TestFrmProgramPROM::fileReadIsShownAndCanBeSent()
 {
-    Fixture f(m_folder);
+    Fixture f;
     const QString path = f.read(lineA + lineB + end);
     QCOMPARE(f.text("lblArquivo"), u"reloj.hex "_s);
     QCOMPARE(f.text("lblTamanho"), u"2"_s);
@@ -225,7 +158,7 @@ void TestFrmProgramPROM::fileReadIsShownAndCanBeSent()
 
 void TestFrmProgramPROM::endRecordAloneIsASuccessWithoutLines()
 {
-    Fixture f(m_folder);
+    Fixture f;
     f.read(end);
     QVERIFY(f.notes().endsWith(u"\nLeídas 0 líneas de código HEX\n"_s));
     QCOMPARE(f.text("lblArquivo"), u"reloj.hex "_s);
@@ -235,7 +168,7 @@ void TestFrmProgramPROM::endRecordAloneIsASuccessWithoutLines()
 
 void TestFrmProgramPROM::fileOfWrongFormatIsTold()
 {
-    Fixture f(m_folder);
+    Fixture f;
     const QString path = f.read(lineA + lineB);
     QCOMPARE(f.notes(), u"El formato del archivo '"_s + QDir::toNativeSeparators(path) +
                             u"' es incorrecto\n"_s);
@@ -247,18 +180,18 @@ void TestFrmProgramPROM::fileOfWrongFormatIsTold()
 
 void TestFrmProgramPROM::unreadableFileIsTold()
 {
-    Fixture f(m_folder);
-    f.dialogs.paths = {m_folder.path()};
+    Fixture f;
+    f.dialogs.paths = {f.folder.path()};
     f.click("cmdAbrir");
     QCOMPARE(f.notes(), u"Se ha producido un error leyendo el archivo '"_s +
-                            QDir::toNativeSeparators(m_folder.path()) + u"'\n"_s);
+                            QDir::toNativeSeparators(f.folder.path()) + u"'\n"_s);
     QVERIFY(!f.enabled("cmdEnviar"));
     QVERIFY(f.dialogs.boxes.isEmpty());
 }
 
 void TestFrmProgramPROM::badFileAfterAGoodOneTakesItsLinesAway()
 {
-    Fixture f(m_folder);
+    Fixture f;
     f.read(lineA + end);
     f.read(":0400100001020304E3\n" + end);
     QVERIFY(!f.enabled("cmdEnviar"));
@@ -272,7 +205,7 @@ void TestFrmProgramPROM::badFileAfterAGoodOneTakesItsLinesAway()
 
 void TestFrmProgramPROM::fileNameIsShownAsItIs()
 {
-    Fixture f(m_folder);
+    Fixture f;
     f.read(lineA + end, u"a&b %1 ñ.hex"_s);
     QCOMPARE(f.text("lblArquivo"), u"a&b %1 ñ.hex "_s);
     QCOMPARE(f.find<QLabel>("lblArquivo")->textFormat(), Qt::PlainText);
@@ -281,7 +214,7 @@ void TestFrmProgramPROM::fileNameIsShownAsItIs()
 
 void TestFrmProgramPROM::linesAreSentWithTheirProgress()
 {
-    Fixture f(m_folder);
+    Fixture f;
     f.read(lineA + lineB + ":020000040001F9\n" + lineA + end);
     f.find<QPlainTextEdit>("txtNotas")->clear();
     f.click("cmdEnviar");
@@ -318,7 +251,7 @@ void TestFrmProgramPROM::linesAreSentWithTheirProgress()
 
 void TestFrmProgramPROM::progressStandsOneShortOfFullAtTheEnd()
 {
-    Fixture f(m_folder);
+    Fixture f;
     f.read(lineA + lineB + lineA + lineB + end);
     f.click("cmdEnviar");
     for (int line = 0; line < 4; ++line)
@@ -330,7 +263,7 @@ void TestFrmProgramPROM::progressStandsOneShortOfFullAtTheEnd()
 
 void TestFrmProgramPROM::resetIsAskedForWhenChecked()
 {
-    Fixture f(m_folder);
+    Fixture f;
     f.read(lineA + end);
     auto* reset = f.find<QCheckBox>("chkReset");
     // The caption is wrapped: any place of it can be clicked.
@@ -344,7 +277,7 @@ void TestFrmProgramPROM::resetIsAskedForWhenChecked()
 
 void TestFrmProgramPROM::resetCheckedWhileSendingCountsForTheLastLine()
 {
-    Fixture f(m_folder);
+    Fixture f;
     f.read(lineA + lineA + end);
     f.click("cmdEnviar");
     f.acknowledge();
@@ -354,7 +287,7 @@ void TestFrmProgramPROM::resetCheckedWhileSendingCountsForTheLastLine()
 
 void TestFrmProgramPROM::newFileClearsTheProgress()
 {
-    Fixture f(m_folder);
+    Fixture f;
     f.read(lineA + lineB + end);
     f.click("cmdEnviar");
     f.acknowledge();
@@ -368,7 +301,7 @@ void TestFrmProgramPROM::newFileClearsTheProgress()
 
 void TestFrmProgramPROM::fileGoneAfterReadingIsSentAsRead()
 {
-    Fixture f(m_folder);
+    Fixture f;
     const QString path = f.read(lineA + end);
     QVERIFY(QFile::remove(path));
     f.click("cmdEnviar");
@@ -377,7 +310,7 @@ void TestFrmProgramPROM::fileGoneAfterReadingIsSentAsRead()
 
 void TestFrmProgramPROM::fileCannotBeReadWhileSending()
 {
-    Fixture f(m_folder);
+    Fixture f;
     f.read(lineA + lineB + end);
     f.click("cmdEnviar");
     QVERIFY(!f.enabled("cmdAbrir"));
@@ -395,7 +328,7 @@ void TestFrmProgramPROM::fileCannotBeReadWhileSending()
 
 void TestFrmProgramPROM::sixthFailureEndsTheTransferAndIsTold()
 {
-    Fixture f(m_folder);
+    Fixture f;
     f.read(lineA + lineB + end);
     f.find<QPlainTextEdit>("txtNotas")->clear();
     f.click("cmdEnviar");
@@ -413,7 +346,7 @@ void TestFrmProgramPROM::sixthFailureEndsTheTransferAndIsTold()
 
 void TestFrmProgramPROM::failedTransferCanBeStartedAgainFromTheFirstLine()
 {
-    Fixture f(m_folder);
+    Fixture f;
     f.read(lineA + lineB + end);
     f.click("cmdEnviar");
     f.acknowledge();
@@ -428,13 +361,12 @@ void TestFrmProgramPROM::failedTransferCanBeStartedAgainFromTheFirstLine()
 
 void TestFrmProgramPROM::disconnectionKeepsTheTransferWaiting()
 {
-    Fixture f(m_folder);
+    Fixture f;
     f.read(lineA + lineB + end);
     f.click("cmdEnviar");
     f.acknowledge();
     const QByteArray second = f.sent();
-    f.crono.setTimerEnabled(false);
-    f.link.RemataConexion();
+    f.disconnect();
     f.tick(50);
     QVERIFY(f.form->isFormVisible());
     QVERIFY(!f.enabled("cmdEnviar"));
@@ -447,7 +379,7 @@ void TestFrmProgramPROM::disconnectionKeepsTheTransferWaiting()
 
 void TestFrmProgramPROM::notesAreReadOnlyAndBounded()
 {
-    Fixture f(m_folder);
+    Fixture f;
     auto* notes = f.find<QPlainTextEdit>("txtNotas");
     QTest::keyClicks(notes, u"texto"_s);
     QCOMPARE(f.notes(), QString());
@@ -459,8 +391,8 @@ void TestFrmProgramPROM::notesAreReadOnlyAndBounded()
 
 void TestFrmProgramPROM::windowGoneUnderTheFileDialogIsNoFault()
 {
-    Fixture f(m_folder);
-    f.dialogs.paths = {f.write(u"reloj.hex"_s, lineA + end)};
+    Fixture f;
+    f.dialogs.paths = {writeFile(f.folder.filePath(u"reloj.hex"_s), lineA + end)};
     f.dialogs.whileUp = [&f] { f.area.reset(); };
     f.find<QPushButton>("cmdAbrir")->click();
     QVERIFY(f.form.isNull());
