@@ -1,3 +1,4 @@
+#include "Files.h"
 #include "ModemScript.h"
 
 #include <QTemporaryDir>
@@ -32,11 +33,7 @@ private:
 
 QString TestModemScript::write(const QByteArray& text)
 {
-    const QString path = m_folder.filePath(u"script.mdm"_s);
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
-        qFatal("cannot write the script");
-    return path;
+    return writeFile(m_folder.filePath(u"script.mdm"_s), text);
 }
 
 void TestModemScript::linesAreSplitAtTheirFirstTab_data()

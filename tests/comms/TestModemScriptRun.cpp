@@ -1,3 +1,4 @@
+#include "Files.h"
 #include "ModemFixture.h"
 
 #include <QDir>
@@ -42,12 +43,7 @@ void TestModemScriptRun::cleanup() { m_modem.reset(); }
 
 void TestModemScriptRun::run(const QByteArray& text)
 {
-    const QString path = m_folder.filePath(u"script.mdm"_s);
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(text), text.size());
-    file.close();
-    m_modem->dialogs.paths = {path};
+    m_modem->dialogs.paths = {writeFile(m_folder.filePath(u"script.mdm"_s), text)};
     m_modem->control.executeScript();
 }
 
