@@ -1,6 +1,6 @@
+#include "Files.h"
 #include "ProgWindow.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 using namespace Qt::StringLiterals;
@@ -40,6 +40,8 @@ private slots:
 private:
     void ways();
     static void closeBy(ProgWindow& w, Way way);
+    /// Has the window closed while its next box is up; whether it lives on for the box.
+    static void closeUnderTheBox(ProgWindow& w, bool& alive);
     static void verifyToldAndEditable(const ProgWindow& w);
 };
 
@@ -72,6 +74,15 @@ void TestFrmProgLifecycle::closeBy(ProgWindow& w, Way way)
     case Way::TitleBar: w.form->close(); break;
     case Way::OwnersEnd: delete w.form; break;
     }
+}
+
+void TestFrmProgLifecycle::closeUnderTheBox(ProgWindow& w, bool& alive)
+{
+    w.dialogs.whileUp = [&] {
+        w.form->close();
+        ProgWindow::runDeletions();
+        alive = w.form;
+    };
 }
 
 void TestFrmProgLifecycle::closingWhileReadingLeavesNothingBehind_data() { ways(); }
@@ -163,9 +174,7 @@ void TestFrmProgLifecycle::connectionLostWhileSendingLeavesWhatWasEntered()
     const QString path = folder.filePath(u"curso.hct"_s);
     w.dialogs.paths = {path};
     w.click(u"cmdGardar"_s);
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QVERIFY(file.readAll().startsWith("--AVISOS 1--\r\n0\r\n0\r\n8\r\n45\r\n1\r\n"));
+    QVERIFY(contentsOf(path).startsWith("--AVISOS 1--\r\n0\r\n0\r\n8\r\n45\r\n1\r\n"));
 }
 
 void TestFrmProgLifecycle::sendingAfterTheConnectionIsLostIsTold()
@@ -220,11 +229,7 @@ void TestFrmProgLifecycle::windowClosedUnderTheBoxAboutTheLostConnectionOutlives
 {
     ProgWindow w(first);
     bool alive = false;
-    w.dialogs.whileUp = [&] {
-        w.form->close();
-        ProgWindow::runDeletions();
-        alive = w.form;
-    };
+    closeUnderTheBox(w, alive);
     w.disconnect();
     QTRY_COMPARE(w.dialogs.boxes.count(), 1);
     QVERIFY(alive);
@@ -236,11 +241,7 @@ void TestFrmProgLifecycle::windowClosedUnderTheFailureBoxOutlivesIt()
 {
     ProgWindow w(first);
     bool alive = false;
-    w.dialogs.whileUp = [&] {
-        w.form->close();
-        ProgWindow::runDeletions();
-        alive = w.form;
-    };
+    closeUnderTheBox(w, alive);
     for (int call = 0; call < 12; ++call) {
         w.tick();
         w.timeOut();
@@ -258,11 +259,7 @@ void TestFrmProgLifecycle::windowClosedUnderTheClashBoxOutlivesIt()
     for (const int row : {0, 1})
         w.clickDay(u"chkLuns"_s, row);
     bool alive = false;
-    w.dialogs.whileUp = [&] {
-        w.form->close();
-        ProgWindow::runDeletions();
-        alive = w.form;
-    };
+    closeUnderTheBox(w, alive);
     w.find<QPushButton>(u"cmdEnviar"_s)->click();
     QVERIFY(alive);
     ProgWindow::runDeletions();

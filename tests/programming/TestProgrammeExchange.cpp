@@ -32,6 +32,7 @@ private slots:
     void generalDataIsRefused();
     void refusedBlockIsSentAgain_data();
     void refusedBlockIsSentAgain();
+    void newSendingBeginsWithTheFirstBlock();
     void anyAnswerToTheHolidaysWillDo();
     void damagedAnswerToTheHolidaysIsRefused();
 };
@@ -259,6 +260,18 @@ void TestProgrammeExchange::refusedBlockIsSentAgain()
     QCOMPARE(desk.nextRequestBody().left(2), QByteArray::fromHex("da02"));
     desk.answer(blockAccepted + QByteArray(10, '\xff'));
     QCOMPARE(desk.nextRequestBody().left(2), QByteArray::fromHex("da03"));
+}
+
+void TestProgrammeExchange::newSendingBeginsWithTheFirstBlock()
+{
+    ExchangeDesk desk;
+    for (int sending = 0; sending < 2; ++sending) {
+        desk.exchange.send();
+        desk.nextRequestBody();
+        desk.answer(samples::generalData(first));
+        QCOMPARE(desk.nextRequestBody().left(2), QByteArray::fromHex("da01"));
+        desk.answer(blockAccepted);
+    }
 }
 
 void TestProgrammeExchange::anyAnswerToTheHolidaysWillDo()

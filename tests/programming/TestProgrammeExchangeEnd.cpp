@@ -32,6 +32,8 @@ private slots:
     void withoutAConnectionAReadingGivesUp();
     void newConnectionTakesASending();
     void stoppingAfterTheEndOfTheConnectionTellsNothing();
+    void stoppedExchangeTakesNoAnswer_data();
+    void stoppedExchangeTakesNoAnswer();
     void stoppingLeavesNothingBoundOrRegistered();
     void exchangeDestroyedWhileTellingTheFailureIsNotTouched();
 };
@@ -267,6 +269,28 @@ void TestProgrammeExchangeEnd::stoppingAfterTheEndOfTheConnectionTellsNothing()
     desk.exchange.stop();
     QCoreApplication::processEvents();
     QCOMPARE(desk.failed.count(), 0);
+}
+
+void TestProgrammeExchangeEnd::stoppedExchangeTakesNoAnswer_data()
+{
+    QTest::addColumn<State>("state");
+    QTest::newRow("opening") << State::Opening;
+    QTest::newRow("send requested") << State::SendRequested;
+    QTest::newRow("writing blocks") << State::WritingBlocks;
+    QTest::newRow("writing holidays") << State::WritingHolidays;
+}
+
+void TestProgrammeExchangeEnd::stoppedExchangeTakesNoAnswer()
+{
+    QFETCH(State, state);
+    ExchangeDesk desk;
+    desk.exchange.send();
+    desk.exchange.setState(state);
+    desk.nextRequestBody();
+    desk.exchange.stop();
+    desk.refuse(0x77);
+    QVERIFY(desk.log.lines.isEmpty());
+    QCOMPARE(desk.sent.count(), 0);
 }
 
 void TestProgrammeExchangeEnd::stoppingLeavesNothingBoundOrRegistered()

@@ -15,7 +15,7 @@ private slots:
     void emptyProgrammeHas363Lines();
     void valuesAreWrittenInTheirOrderWithoutPadding();
     void secondModelWritesTheMaskOfItsMode();
-    void maskOf32OrMoreLoadsAsNoDays();
+    void maskOutOfItsRangeLoadsAsNoDays();
     void holidayOf31And13LoadsAsDay31Month0();
     void valueOutOfItsRangeBecomesZero_data();
     void valueOutOfItsRangeBecomesZero();
@@ -93,9 +93,9 @@ void TestProgrammeText::secondModelWritesTheMaskOfItsMode()
     QCOMPARE(ProgrammeFile::text(programme, second), lines.text());
 }
 
-void TestProgrammeText::maskOf32OrMoreLoadsAsNoDays()
+void TestProgrammeText::maskOutOfItsRangeLoadsAsNoDays()
 {
-    for (const char* mask : {"32", "33", "255", "4096"}) {
+    for (const char* mask : {"32", "33", "255", "4096", "-1"}) {
         ProgrammeLines lines;
         lines.alarm(0, 4, 0) = "7";
         lines.alarm(0, 4, 2) = mask;
@@ -293,6 +293,7 @@ void TestProgrammeText::leadingNumberOfALine_data()
     row("22.5", 22);
     row("23.5", 24);
     row("999999", 999999);
+    row("9999999.9", ProgrammeFile::tooLarge);
     row("2147483648", ProgrammeFile::tooLarge);
     row("-99999999999999999999", -ProgrammeFile::tooLarge);
 }
