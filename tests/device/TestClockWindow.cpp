@@ -56,10 +56,6 @@ struct Window : LinkFixture {
             refuse(0x01);
         }
     }
-    static void deleteWhatIsDue()
-    {
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
 
     QMdiArea area;
     QPointer<frmSincronizacionReloxo> form;

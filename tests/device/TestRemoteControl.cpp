@@ -21,14 +21,10 @@ struct Remote : LinkFixture {
     RemoteControl control;
     CronoRegistration registration{crono, control, 3};
 
-    /// The next request as code and body in hexadecimal, or "none".
     QByteArray next()
     {
         tick(3);
-        if (!hasRequest())
-            return "none";
-        const Request request = takeRequest();
-        return QByteArray::number(request.code) + ' ' + request.body.toHex();
+        return takeRequest().text();
     }
     QList<int> positions() const
     {

@@ -71,18 +71,10 @@ struct Window : LinkFixture {
             all.append(control<RoundLamp>(u"shpSaida"_s, i)->fill());
         return all;
     }
-    /// The next request as code and body in hexadecimal, or "none".
     QByteArray next()
     {
         tick(3);
-        if (!hasRequest())
-            return "none";
-        const Request request = takeRequest();
-        return QByteArray::number(request.code) + ' ' + request.body.toHex();
-    }
-    static void deleteWhatIsDue()
-    {
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return takeRequest().text();
     }
 
     QMdiArea area;

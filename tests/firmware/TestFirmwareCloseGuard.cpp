@@ -58,8 +58,6 @@ struct Fixture : FirmwareWindow {
         case Way::Shutdown: form->closeWindow(MdiForm::CloseReason::Shutdown); break;
         }
     }
-    /// Lets what was deleted later go.
-    void settle() const { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 };
 
 void everyWay(bool withShutdown)
@@ -81,7 +79,7 @@ void TestFirmwareCloseGuard::idleWindowHidesAndKeepsItsFile()
     QFETCH(Way, way);
     Fixture f;
     f.close(way);
-    f.settle();
+    f.deleteWhatIsDue();
     QVERIFY(f.form);
     QVERIFY(!f.form->isFormVisible());
     QVERIFY(f.dialogs.boxes.isEmpty());
@@ -114,7 +112,7 @@ void TestFirmwareCloseGuard::idleWindowUnloadsWithTheApplication()
     QVERIFY(f.form->closeWindow(MdiForm::CloseReason::Shutdown));
     QCOMPARE(unloaded.size(), 1);
     QVERIFY(f.dialogs.boxes.isEmpty());
-    f.settle();
+    f.deleteWhatIsDue();
     QVERIFY(!f.form);
 }
 
@@ -143,7 +141,7 @@ void TestFirmwareCloseGuard::noKeepsTheTransfer()
     f.startSending();
     f.dialogs.confirmations = {false};
     f.close(way);
-    f.settle();
+    f.deleteWhatIsDue();
     QVERIFY(f.form && f.form->isFormVisible());
     QCOMPARE(f.find<QLabel>("lblLinhas")->text(), u"   1"_s);
     QVERIFY(!f.enabled("cmdAbrir"));
@@ -165,7 +163,7 @@ void TestFirmwareCloseGuard::yesInterruptsAndUnloads()
     f.close(way);
     QCOMPARE(unloaded.size(), 1);
     QVERIFY(!f.form->isFormVisible());
-    f.settle();
+    f.deleteWhatIsDue();
     QVERIFY(!f.form);
     // The answer under way reaches nobody, and nothing more is sent.
     f.answerHex("dd00");
@@ -203,7 +201,7 @@ void TestFirmwareCloseGuard::yesAfterTheTransferHasFinishedUnloads()
     f.dialogs.whileUp = [&f] { f.acknowledge(); };
     f.dialogs.confirmations = {true};
     f.close(Way::TitleBar);
-    f.settle();
+    f.deleteWhatIsDue();
     QVERIFY(!f.form);
 }
 
@@ -229,7 +227,7 @@ void TestFirmwareCloseGuard::yesAfterTheTransferHasFailedUnloads()
     f.dialogs.whileUp = [&f] { f.fail(6); };
     f.dialogs.confirmations = {true};
     f.close(Way::TitleBar);
-    f.settle();
+    f.deleteWhatIsDue();
     QVERIFY(!f.form);
 }
 
@@ -252,7 +250,7 @@ void TestFirmwareCloseGuard::disconnectionUnderTheQuestionIsNoFault()
     f.dialogs.whileUp = [&f] { f.disconnect(); };
     f.dialogs.confirmations = {true};
     f.close(Way::CancelButton);
-    f.settle();
+    f.deleteWhatIsDue();
     QVERIFY(!f.form);
 }
 
@@ -292,7 +290,7 @@ void TestFirmwareCloseGuard::programThatMustEndIsNotHeldUp()
     QVERIFY(f.dialogs.boxes.isEmpty());
     f.tick(20);
     QVERIFY(!f.hasRequest());
-    f.settle();
+    f.deleteWhatIsDue();
     QVERIFY(!f.form);
 }
 

@@ -99,11 +99,6 @@ struct ProgWindow : LinkFixture {
     }
     bool isVisible(const QString& name) const { return find<QWidget>(name)->isVisible(); }
     bool isEnabled(const QString& name) const { return find<QWidget>(name)->isEnabled(); }
-    /// What is deleted later is deleted now.
-    static void runDeletions()
-    {
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
 
     QWidget owner;
     QPointer<frmProg> form;

@@ -328,7 +328,7 @@ void TestFrmProg::sendingClosesTheWindow()
     QCOMPARE(bodies[4], QByteArray::fromHex("d20000000105") + zeros.left(60));
     QVERIFY(w.form);
     QVERIFY(!w.form->isVisible());
-    w.runDeletions();
+    ProgWindow::deleteWhatIsDue();
     QVERIFY(!w.form);
     QVERIFY(w.dialogs.boxes.isEmpty());
 }

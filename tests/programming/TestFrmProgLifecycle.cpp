@@ -80,7 +80,7 @@ void TestFrmProgLifecycle::closeUnderTheBox(ProgWindow& w, bool& alive)
 {
     w.dialogs.whileUp = [&] {
         w.form->close();
-        ProgWindow::runDeletions();
+        ProgWindow::deleteWhatIsDue();
         alive = w.form;
     };
 }
@@ -97,7 +97,7 @@ void TestFrmProgLifecycle::closingWhileReadingLeavesNothingBehind()
     w.answer(samples::holidaysAnswer());
     w.tick(20);
     QVERIFY(!w.hasRequest());
-    ProgWindow::runDeletions();
+    ProgWindow::deleteWhatIsDue();
     QVERIFY(!w.form);
     w.tick(20);
     QVERIFY(!w.hasRequest());
@@ -117,7 +117,7 @@ void TestFrmProgLifecycle::closingWhileSendingLeavesNothingBehind()
     QCOMPARE(w.globais.GeneralData, before);
     w.tick(20);
     QVERIFY(!w.hasRequest());
-    ProgWindow::runDeletions();
+    ProgWindow::deleteWhatIsDue();
     QVERIFY(!w.form);
 }
 
@@ -188,7 +188,7 @@ void TestFrmProgLifecycle::sendingAfterTheConnectionIsLostIsTold()
         verifyToldAndEditable(w);
     }
     w.click(u"cmdCancelar"_s);
-    ProgWindow::runDeletions();
+    ProgWindow::deleteWhatIsDue();
     QVERIFY(!w.form);
 }
 
@@ -220,7 +220,7 @@ void TestFrmProgLifecycle::windowClosedAsTheConnectionIsLostTellsNothing()
     w.disconnect();
     closeBy(w, way);
     QCoreApplication::processEvents();
-    ProgWindow::runDeletions();
+    ProgWindow::deleteWhatIsDue();
     QVERIFY(!w.form);
     QVERIFY(w.dialogs.boxes.isEmpty());
 }
@@ -233,7 +233,7 @@ void TestFrmProgLifecycle::windowClosedUnderTheBoxAboutTheLostConnectionOutlives
     w.disconnect();
     QTRY_COMPARE(w.dialogs.boxes.count(), 1);
     QVERIFY(alive);
-    ProgWindow::runDeletions();
+    ProgWindow::deleteWhatIsDue();
     QVERIFY(!w.form);
 }
 
@@ -248,7 +248,7 @@ void TestFrmProgLifecycle::windowClosedUnderTheFailureBoxOutlivesIt()
     }
     QCOMPARE(w.dialogs.boxes.count(), 1);
     QVERIFY(alive);
-    ProgWindow::runDeletions();
+    ProgWindow::deleteWhatIsDue();
     QVERIFY(!w.form);
 }
 
@@ -262,7 +262,7 @@ void TestFrmProgLifecycle::windowClosedUnderTheClashBoxOutlivesIt()
     closeUnderTheBox(w, alive);
     w.find<QPushButton>(u"cmdEnviar"_s)->click();
     QVERIFY(alive);
-    ProgWindow::runDeletions();
+    ProgWindow::deleteWhatIsDue();
     QVERIFY(!w.form);
     w.tick(5);
     QVERIFY(!w.hasRequest());
@@ -276,7 +276,7 @@ void TestFrmProgLifecycle::windowClosedUnderAFileDialogReadsNoFile()
     w.dialogs.whileUp = [&] { w.form->close(); };
     w.find<QPushButton>(u"cmdAbrir"_s)->click();
     QVERIFY(w.log.lines.isEmpty());
-    ProgWindow::runDeletions();
+    ProgWindow::deleteWhatIsDue();
     QVERIFY(!w.form);
 }
 

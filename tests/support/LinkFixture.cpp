@@ -1,5 +1,7 @@
 #include "LinkFixture.h"
 
+#include <QCoreApplication>
+
 namespace {
 
 constexpr int mostTicksOfATimeOut = 100000;
@@ -46,6 +48,11 @@ LinkFixture::Request LinkFixture::takeRequest()
     collectRequests();
     m_last = m_requests.isEmpty() ? Request() : m_requests.takeFirst();
     return m_last;
+}
+
+QByteArray LinkFixture::Request::text() const
+{
+    return code == 0 ? QByteArray("none") : QByteArray::number(code) + ' ' + body.toHex();
 }
 
 QByteArray LinkFixture::nextRequestBody()
@@ -114,6 +121,11 @@ QByteArray LinkFixture::fullBlock(quint8 model)
     block.append(QByteArray(220 - block.size(), 0));
     block[218] = static_cast<char>(0xFF);
     return block;
+}
+
+void LinkFixture::deleteWhatIsDue()
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 void LinkFixture::collectRequests()

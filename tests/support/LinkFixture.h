@@ -39,6 +39,9 @@ struct LinkFixture {
         quint8 rawCode = 0;
         quint8 code = 0;
         QByteArray body;
+
+        /// Code and body in hexadecimal, "137 ca01"; "none" when there is no request.
+        QByteArray text() const;
     };
 
     /// Opens the direct line and lets the timer service tick.
@@ -75,6 +78,8 @@ struct LinkFixture {
     /// A plausible status block of 220 bytes: Saturday 21-11-26 09:05:03, outputs 1 and 3 on, all
     /// inputs at rest, no flag set, no alarms.
     static QByteArray fullBlock(quint8 model = 30);
+    /// What was to be deleted later is deleted now.
+    static void deleteWhatIsDue();
 
 private:
     void collectRequests();
