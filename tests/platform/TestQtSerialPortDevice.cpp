@@ -2,6 +2,7 @@
 #include "PortFixture.h"
 
 #include <QFile>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -12,6 +13,10 @@ using namespace Qt::StringLiterals;
 class TestQtSerialPortDevice : public QObject {
     Q_OBJECT
 private slots:
+    /// The toolkit only warns of reading or writing what is closed.
+    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+
+    void openPortIsKnownByItsDevice();
     void portInUseIsRefused();
     void closedPortIsFreeAgain();
     void devicesThatAreNone_data();
@@ -23,12 +28,23 @@ private slots:
     void linesThatTheDeviceLacksAreNoReasonToClose();
     void goodOpeningForgetsTheReasonOfTheFailedOne();
     void reopensOnTheDeviceThatHasTakenThePlace();
+    void bytesAnnouncedBeforeTheClosingAreNotRead();
     void vanishedDeviceClosesThePortOnce();
     void deviceThatVanishesInMidAnswerIsNoticed();
     void writingToAVanishedDeviceIsSafe();
     void clearingAVanishedDeviceIsSafe();
     void closingInsideTheLossIsSafe();
 };
+
+void TestQtSerialPortDevice::openPortIsKnownByItsDevice()
+{
+    PortFixture f;
+    f.port.open();
+    f.device = u"/dev/ttyNone7"_s;
+    QCOMPARE(f.port.deviceName(), f.line.device);
+    f.port.close();
+    QCOMPARE(f.port.deviceName(), u"/dev/ttyNone7"_s);
+}
 
 void TestQtSerialPortDevice::portInUseIsRefused()
 {
@@ -182,6 +198,20 @@ void TestQtSerialPortDevice::reopensOnTheDeviceThatHasTakenThePlace()
     QCOMPARE(pluggedIn.received(), "again");
     QVERIFY(pluggedIn.send("yes"));
     QTRY_COMPARE(f.port.inputCount(), 3);
+}
+
+void TestQtSerialPortDevice::bytesAnnouncedBeforeTheClosingAreNotRead()
+{
+    PortFixture f;
+    f.port.open();
+    f.port.setReceiveThreshold(1);
+    QVERIFY(f.line.send("late"));
+    QVERIFY(f.line.waitUntilWithDriver(4));
+    // Announced in this turn of the events, to be taken in the next.
+    QCoreApplication::processEvents();
+    f.port.close();
+    QCoreApplication::processEvents();
+    QCOMPARE(f.port.inputCount(), 0);
 }
 
 void TestQtSerialPortDevice::vanishedDeviceClosesThePortOnce()
