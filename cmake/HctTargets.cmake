@@ -6,6 +6,9 @@ target_compile_features(hct_flags INTERFACE cxx_std_20)
 target_compile_definitions(hct_flags INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING
     QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+if(WIN32)
+    target_compile_definitions(hct_flags INTERFACE NOMINMAX)
+endif()
 if(MSVC)
     target_compile_options(hct_flags INTERFACE /W4 /permissive- /utf-8)
 else()

@@ -34,6 +34,38 @@ void PreciseTimer::apply()
         m_timer.stop();
 }
 
+BeatTimer::BeatTimer(QObject* parent) : IntervalTimer(parent)
+{
+    m_timer.setTimerType(Qt::PreciseTimer);
+    connect(&m_timer, &QTimer::timeout, this, &BeatTimer::beat);
+}
+
+void BeatTimer::setInterval(int milliseconds)
+{
+    if (milliseconds == m_interval)
+        return;
+    m_interval = milliseconds;
+    if (m_enabled && m_interval > 0)
+        m_timer.start(m_interval);
+    else
+        m_timer.stop();
+}
+
+void BeatTimer::setEnabled(bool enabled)
+{
+    m_enabled = enabled;
+    if (m_enabled && m_interval > 0 && !m_timer.isActive())
+        m_timer.start(m_interval);
+}
+
+void BeatTimer::beat()
+{
+    if (m_enabled)
+        emit tick();
+    else
+        m_timer.stop();
+}
+
 std::unique_ptr<IntervalTimer> makeTickTimer()
 {
 #ifdef Q_OS_LINUX
@@ -41,5 +73,5 @@ std::unique_ptr<IntervalTimer> makeTickTimer()
     if (timer->isValid())
         return timer;
 #endif
-    return std::make_unique<PreciseTimer>();
+    return std::make_unique<BeatTimer>();
 }

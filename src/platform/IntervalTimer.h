@@ -7,8 +7,7 @@
 
 /// A timer control: an interval in milliseconds and a switch. It ticks again and again while it is
 /// enabled and its interval is above 0; an interval of 0 keeps it still whatever the switch says.
-/// Setting either property to the value it has changes nothing, except that enabling a timer anew
-/// after disabling it starts a new interval.
+/// Setting either property to the value it has changes nothing.
 class IntervalTimer : public QObject {
     Q_OBJECT
 public:
@@ -23,7 +22,9 @@ signals:
     void tick();
 };
 
-/// For time-outs: never early, so a precise QTimer (a coarse one fires up to 5 % before its time).
+/// For time-outs: never early by more than the system's own millisecond, so a precise QTimer (a
+/// coarse one fires up to 5 % before its time). Enabled anew after it was disabled it starts a new
+/// interval.
 class PreciseTimer final : public IntervalTimer {
     Q_OBJECT
 public:
@@ -42,7 +43,27 @@ private:
     bool m_enabled = false;
 };
 
-/// The timer for the 1 ms tick of the timer service. On Linux a timerfd that keeps its beat while a
-/// tick is being worked on, so that a tick does not come late by the length of the one before.
-/// Disabled it wakes nobody up.
+/// Keeps its beat while a tick is being worked on, so that a tick does not come late by the length
+/// of the one before: disabled it runs on until its next beat and only then falls silent. So the
+/// system also keeps its fine resolution of time for the pauses that a tick makes.
+class BeatTimer final : public IntervalTimer {
+    Q_OBJECT
+public:
+    explicit BeatTimer(QObject* parent = nullptr);
+
+    void setInterval(int milliseconds) override;
+    int interval() const override { return m_interval; }
+    void setEnabled(bool enabled) override;
+    bool isEnabled() const override { return m_enabled; }
+
+private:
+    void beat();
+
+    QTimer m_timer;
+    int m_interval = 0;
+    bool m_enabled = false;
+};
+
+/// The timer for the 1 ms tick of the timer service: it keeps its beat, by a timerfd on Linux.
+/// Disabled it wakes nobody up, but for once at most.
 std::unique_ptr<IntervalTimer> makeTickTimer();

@@ -9,6 +9,15 @@ namespace {
 /// All rights to read and to write, as every key is opened, also where only reading is meant.
 constexpr REGSAM readAndWrite = 0x2003F;
 
+LSTATUS openForReading(HKEY root, const QByteArray& subKey, HKEY& key)
+{
+    const LSTATUS status = RegOpenKeyExA(root, subKey.constData(), 0, readAndWrite, &key);
+    // An ordinary user may only read what is the machine's.
+    return status == ERROR_ACCESS_DENIED
+               ? RegOpenKeyExA(root, subKey.constData(), 0, KEY_READ, &key)
+               : status;
+}
+
 HKEY rootKey(Registry::RootKey root)
 {
     return root == Registry::RootKey::CurrentUser ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
@@ -20,8 +29,7 @@ std::optional<RegistryValue> Win32Registry::query(RootKey root, const QString& s
                                                   const QString& name) const
 {
     HKEY key = nullptr;
-    if (RegOpenKeyExA(rootKey(root), AnsiText::fromUnicode(subKey).constData(), 0, readAndWrite,
-                      &key) != ERROR_SUCCESS)
+    if (openForReading(rootKey(root), AnsiText::fromUnicode(subKey), key) != ERROR_SUCCESS)
         return std::nullopt;
     QByteArray buffer(maximumBytes, '\0');
     DWORD type = REG_NONE;

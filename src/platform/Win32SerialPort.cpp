@@ -1,10 +1,23 @@
 #include "Win32SerialPort.h"
 
+#include <algorithm>
 #include <numeric>
 
 #include <windows.h>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr DWORD driverBuffer = 4096;
+/// Milliseconds for what a driver does at once, if it does it.
+constexpr DWORD promptly = 100;
+/// Reads in a row that end with nothing: a driver whose device is gone may answer so for ever.
+constexpr int mostEmptyReads = 16;
+constexpr char xon = 0x11;
+constexpr char xoff = 0x13;
+
+} // namespace
 
 /// One overlapped call with its event and its bytes, which must outlive it.
 struct Win32SerialPort::Operation {
@@ -20,15 +33,23 @@ struct Win32SerialPort::Operation {
         overlapped.hEvent = event;
         ResetEvent(event);
     }
-    bool isFinished() const { return WaitForSingleObject(overlapped.hEvent, 0) == WAIT_OBJECT_0; }
+    bool isFinishedWithin(DWORD milliseconds) const
+    {
+        return WaitForSingleObject(overlapped.hEvent, milliseconds) == WAIT_OBJECT_0;
+    }
+    bool isFinished() const { return isFinishedWithin(0); }
+    /// Ends a call that was cancelled. One that its driver does not give back keeps its memory.
+    static void end(std::unique_ptr<Operation> operation)
+    {
+        if (!operation->isFinishedWithin(promptly))
+            (void)operation.release();
+    }
 
     OVERLAPPED overlapped{};
     QByteArray bytes;
 };
 
 namespace {
-
-constexpr DWORD driverBuffer = 4096;
 
 BYTE parityOf(char letter)
 {
@@ -102,6 +123,7 @@ QString Win32SerialPort::openDevice()
     m_read = std::make_unique<Operation>();
     m_notifier = std::make_unique<QWinEventNotifier>(m_read->overlapped.hEvent);
     connect(m_notifier.get(), &QWinEventNotifier::activated, this, &Win32SerialPort::readFinished);
+    m_emptyReads = 0;
     if (startRead())
         return {};
     closeDevice();
@@ -115,17 +137,26 @@ QString Win32SerialPort::configure(const LineSettings& settings)
     if (!GetCommState(m_handle, &dcb))
         return u"no es un puerto serie"_s;
     SetupComm(m_handle, driverBuffer, driverBuffer);
-    dcb = {};
-    dcb.DCBlength = sizeof dcb;
     dcb.BaudRate = static_cast<DWORD>(settings.speed);
     dcb.ByteSize = static_cast<BYTE>(settings.dataBits);
     dcb.Parity = parityOf(settings.parity);
     dcb.StopBits = stopBitsOf(settings.stop);
     dcb.fBinary = TRUE;
     dcb.fParity = dcb.Parity != NOPARITY;
+    dcb.fOutxCtsFlow = dcb.fOutxDsrFlow = dcb.fDsrSensitivity = FALSE;
+    dcb.fOutX = dcb.fInX = FALSE;
+    dcb.fErrorChar = dcb.fNull = dcb.fAbortOnError = FALSE;
+    // Unused, but drivers refuse two that are the same.
+    dcb.XonChar = xon;
+    dcb.XoffChar = xoff;
     dcb.fDtrControl = isDtrEnabled() ? DTR_CONTROL_ENABLE : DTR_CONTROL_DISABLE;
     dcb.fRtsControl = isRtsEnabled() ? RTS_CONTROL_ENABLE : RTS_CONTROL_DISABLE;
-    if (!SetCommState(m_handle, &dcb))
+    // A driver may also take what it cannot do and do something else.
+    DCB actual{};
+    actual.DCBlength = sizeof actual;
+    if (!SetCommState(m_handle, &dcb) || !GetCommState(m_handle, &actual) ||
+        actual.ByteSize != dcb.ByteSize || actual.Parity != dcb.Parity ||
+        actual.StopBits != dcb.StopBits)
         return u"no admite estos parámetros (%1)"_s.arg(this->settings());
     // No time-outs: the read of one byte waits for it, and nobody waits for a write.
     COMMTIMEOUTS none{};
@@ -137,20 +168,18 @@ void Win32SerialPort::closeDevice()
 {
     const HANDLE handle = m_handle;
     m_handle = nullptr;
-    m_isReading = false;
-    if (m_notifier) {
-        // It may be what is being listened to just now.
-        m_notifier->setEnabled(false);
-        m_notifier.release()->deleteLater();
-    }
+    m_notifier.reset();
+    m_arrived.reset();
     // Every call under way is brought to its end before its bytes go.
+    PurgeComm(handle, PURGE_TXABORT | PURGE_RXABORT);
     CancelIo(handle);
-    if (m_read)
+    // One that failed to begin has no end.
+    if (m_isReading)
         m_writes.push_back(std::move(m_read));
-    for (const auto& operation : m_writes) {
-        DWORD count = 0;
-        GetOverlappedResult(handle, &operation->overlapped, &count, TRUE);
-    }
+    m_isReading = false;
+    m_read.reset();
+    for (auto& operation : m_writes)
+        Operation::end(std::move(operation));
     m_writes.clear();
     CloseHandle(handle);
 }
@@ -169,16 +198,18 @@ void Win32SerialPort::clearInput()
         return;
     PurgeComm(m_handle, PURGE_RXCLEAR);
     // A byte that has come but was not looked at yet goes too.
+    if (m_arrived)
+        m_arrived->clear();
     DWORD count = 0;
     if (m_isReading && m_read->isFinished() &&
-        GetOverlappedResult(m_handle, &m_read->overlapped, &count, FALSE))
-        startRead();
+        GetOverlappedResult(m_handle, &m_read->overlapped, &count, FALSE) && !startRead())
+        handOverLater();
 }
 
 void Win32SerialPort::clearOutput()
 {
     if (isOpen())
-        PurgeComm(m_handle, PURGE_TXCLEAR);
+        PurgeComm(m_handle, PURGE_TXABORT | PURGE_TXCLEAR);
 }
 
 void Win32SerialPort::write(const QByteArray& bytes)
@@ -215,45 +246,63 @@ bool Win32SerialPort::startRead()
     return m_isReading;
 }
 
+// Only notes what has come. Whoever is told of it may open a box or close the port, and the
+// notifier watches its event no more until this returns.
 void Win32SerialPort::readFinished()
 {
-    DWORD count = 0;
     if (!isOpen() || !m_isReading || !m_read->isFinished())
         return;
-    if (!GetOverlappedResult(m_handle, &m_read->overlapped, &count, FALSE)) {
-        deviceGone();
-        return;
-    }
-    QByteArray arrived = m_read->bytes.left(static_cast<qsizetype>(count));
-    arrived += fetchWaiting();
-    // By way of the event queue: a line that never falls silent would keep timers from their turn.
+    DWORD count = 0;
+    if (GetOverlappedResult(m_handle, &m_read->overlapped, &count, FALSE))
+        m_arrived = m_read->bytes.left(static_cast<qsizetype>(count));
     m_isReading = false;
-    QMetaObject::invokeMethod(this, &Win32SerialPort::readOn, Qt::QueuedConnection);
-    deliver(arrived);
+    handOverLater();
 }
 
-void Win32SerialPort::readOn()
+void Win32SerialPort::handOverLater()
 {
-    if (isOpen() && !m_isReading && !startRead())
-        deviceGone();
+    QMetaObject::invokeMethod(this, &Win32SerialPort::handOver, Qt::QueuedConnection);
 }
 
-QByteArray Win32SerialPort::fetchWaiting()
+// By way of the event queue, too, because a line that never falls silent would keep timers from
+// their turn. The next read begins first: the port stays awake while a box is up.
+void Win32SerialPort::handOver()
+{
+    if (!isOpen() || m_isReading)
+        return;
+    std::optional<QByteArray> bytes = std::exchange(m_arrived, std::nullopt);
+    const bool isThere = bytes && fetchWaiting(*bytes);
+    if (isThere)
+        m_emptyReads = bytes->isEmpty() ? m_emptyReads + 1 : 0;
+    if (!isThere || m_emptyReads > mostEmptyReads || !startRead())
+        deviceGone();
+    else
+        deliver(*bytes);
+}
+
+bool Win32SerialPort::fetchWaiting(QByteArray& bytes)
 {
     DWORD errors = 0;
     COMSTAT status{};
-    if (!ClearCommError(m_handle, &errors, &status) || status.cbInQue == 0)
-        return {};
-    Operation operation;
-    operation.bytes.resize(static_cast<qsizetype>(std::min<DWORD>(status.cbInQue, driverBuffer)));
+    if (!ClearCommError(m_handle, &errors, &status))
+        return false;
+    if (status.cbInQue == 0)
+        return true;
+    auto operation = std::make_unique<Operation>();
+    operation->bytes.resize(static_cast<qsizetype>(std::min(status.cbInQue, driverBuffer)));
+    if (!ReadFile(m_handle, operation->bytes.data(), static_cast<DWORD>(operation->bytes.size()),
+                  nullptr, &operation->overlapped) &&
+        GetLastError() != ERROR_IO_PENDING)
+        return false;
+    // The bytes are there, so this does not wait; a driver that promised too much is not waited
+    // for.
+    if (!operation->isFinishedWithin(promptly))
+        CancelIoEx(m_handle, &operation->overlapped);
     DWORD count = 0;
-    const BOOL done =
-        ReadFile(m_handle, operation.bytes.data(), static_cast<DWORD>(operation.bytes.size()),
-                 nullptr, &operation.overlapped);
-    if (!done && GetLastError() != ERROR_IO_PENDING)
-        return {};
-    // The bytes are there, so this does not wait.
-    if (!GetOverlappedResult(m_handle, &operation.overlapped, &count, TRUE))
-        return {};
-    return operation.bytes.left(static_cast<qsizetype>(count));
+    if (operation->isFinishedWithin(promptly)) {
+        GetOverlappedResult(m_handle, &operation->overlapped, &count, FALSE);
+        bytes += operation->bytes.left(static_cast<qsizetype>(count));
+    }
+    Operation::end(std::move(operation));
+    return true;
 }

@@ -7,6 +7,7 @@
 #include <QWinEventNotifier>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 /// A COM port of Windows, by the system's own calls. An overlapped read of one byte, watched by its
@@ -39,8 +40,10 @@ private:
     /// Begins the read of the next byte; a device that refuses it is gone.
     bool startRead();
     void readFinished();
-    void readOn();
-    QByteArray fetchWaiting();
+    void handOverLater();
+    void handOver();
+    /// Adds what else is there; false when the device cannot tell.
+    bool fetchWaiting(QByteArray& bytes);
     void reapWrites();
 
     const PortNames& m_names;
@@ -49,6 +52,9 @@ private:
     std::unique_ptr<Operation> m_read;
     /// Whether that read is under way, or over and not looked at yet.
     bool m_isReading = false;
+    /// What the read before brought and nobody has seen yet; nothing when it failed.
+    std::optional<QByteArray> m_arrived;
+    int m_emptyReads = 0;
     std::unique_ptr<QWinEventNotifier> m_notifier;
     std::vector<std::unique_ptr<Operation>> m_writes;
 };

@@ -4,6 +4,7 @@
 
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 
@@ -37,9 +38,14 @@ private slots:
     void whatCameBeforeOpeningIsGone();
     void closedPortIsSilentAndOpensAgain();
     void closingFromTheReceiveEventIsSafe();
+    void boxInTheReceiveEventLeavesThePortAwake();
+    void portClosedUnderABoxInTheReceiveEventOpensAgain();
+    void portDeletedInTheReceiveEventIsGone();
     void writingToADeafFarEndReturns();
     void formatsOfTheLine_data();
     void formatsOfTheLine();
+    void formatsThatTheDriverReplacesFailToOpen_data();
+    void formatsThatTheDriverReplacesFailToOpen();
     void senselessSettingsFailToOpen_data();
     void senselessSettingsFailToOpen();
     void absentPortTellsWhy();
@@ -178,6 +184,43 @@ void TestWin32SerialPort::closingFromTheReceiveEventIsSafe()
     QTRY_VERIFY_WITH_TIMEOUT(!m_near->isOpen(), patience);
 }
 
+void TestWin32SerialPort::boxInTheReceiveEventLeavesThePortAwake()
+{
+    QByteArray seenUnderTheBox;
+    connect(m_near.get(), &SerialPort::received, m_near.get(), [&] {
+        m_near->disconnect();
+        QCOMPARE(m_near->read(), QByteArray("question"));
+        m_far->write("answer");
+        seenUnderTheBox = receive(*m_near, 6);
+    });
+    m_near->setReceiveThreshold(8);
+    m_far->write("question");
+    QTRY_COMPARE_WITH_TIMEOUT(seenUnderTheBox, QByteArray("answer"), patience);
+}
+
+void TestWin32SerialPort::portClosedUnderABoxInTheReceiveEventOpensAgain()
+{
+    bool isBoxOver = false;
+    connect(m_near.get(), &SerialPort::received, m_near.get(), [&] {
+        m_near->disconnect();
+        QTimer::singleShot(0, m_near.get(), [this] { m_near->close(); });
+        QVERIFY(QTest::qWaitFor([this] { return !m_near->isOpen(); }, patience));
+        isBoxOver = true;
+    });
+    m_far->write("x");
+    QTRY_VERIFY_WITH_TIMEOUT(isBoxOver, patience);
+    m_near->open();
+    m_far->write("y");
+    QCOMPARE(receive(*m_near, 1), QByteArray("y"));
+}
+
+void TestWin32SerialPort::portDeletedInTheReceiveEventIsGone()
+{
+    connect(m_near.get(), &SerialPort::received, m_far.get(), [this] { m_near.reset(); });
+    m_far->write("x");
+    QTRY_VERIFY_WITH_TIMEOUT(!m_near, patience);
+}
+
 void TestWin32SerialPort::writingToADeafFarEndReturns()
 {
     m_far->close();
@@ -194,7 +237,7 @@ void TestWin32SerialPort::writingToADeafFarEndReturns()
 void TestWin32SerialPort::formatsOfTheLine_data()
 {
     QTest::addColumn<QString>("settings");
-    for (const char* settings : {"110,N,8,1", "9600,E,7,1", "19200,O,8,2", "115200,N,8,1"})
+    for (const char* settings : {"110,N,8,1", "9600,N,8,1", "115200,N,8,1"})
         QTest::newRow(settings) << QString::fromLatin1(settings);
 }
 
@@ -207,6 +250,24 @@ void TestWin32SerialPort::formatsOfTheLine()
     QVERIFY2(m_near->isOpen(), qPrintable(m_near->openError()));
     m_near->write("HCT");
     QCOMPARE(receive(*m_far, 3), QByteArray("HCT"));
+}
+
+void TestWin32SerialPort::formatsThatTheDriverReplacesFailToOpen_data()
+{
+    QTest::addColumn<QString>("settings");
+    // The line of a pseudo-terminal has 8 data bits and no parity, whatever is asked of it.
+    for (const char* settings : {"9600,E,8,1", "9600,O,8,1", "9600,N,7,1", "9600,M,5,2"})
+        QTest::newRow(settings) << QString::fromLatin1(settings);
+}
+
+void TestWin32SerialPort::formatsThatTheDriverReplacesFailToOpen()
+{
+    QFETCH(QString, settings);
+    m_near->close();
+    m_near->setSettings(settings);
+    m_near->open();
+    QVERIFY(!m_near->isOpen());
+    QCOMPARE(m_near->openError(), u"COM5 no admite estos parámetros (%1)."_s.arg(settings));
 }
 
 void TestWin32SerialPort::senselessSettingsFailToOpen_data()

@@ -42,6 +42,7 @@ private slots:
 
     void settingsLandInTheRegistryAsTexts();
     void settingsThatTheOperatorPutThereAreUsed();
+    void portInUseIsToldAndFailsFourTimes();
     void programmeIsKeptInAFileWithASpanishPath();
     void modemDialsAndHangsUpByDtr();
     void scriptsAreLookedForWhereTheProgramStarts();
@@ -92,6 +93,19 @@ void TestWindowsProgram::settingsThatTheOperatorPutThereAreUsed()
     ConnectedProgram run({u"--station"_s, u"7"_s, u"--identification"_s, u"35"_s});
     QVERIFY(run.connectToClock());
     QCOMPARE(run.panel(3), u"COM1,19200,N,8,1"_s);
+}
+
+void TestWindowsProgram::portInUseIsToldAndFailsFourTimes()
+{
+    RegistryEditor::add(settingsKey + u"\\Directo"_s, u"Puerto"_s, u"REG_SZ"_s, u"6"_s);
+    ConnectedProgram run;
+    run.choose("mnuConectar");
+    QCOMPARE(run.panel(3), u"COM7,9600,N,8,1"_s);
+    const auto* panel = run.program.mainWindow().findChild<QLabel*>(u"stbBarra(3)"_s);
+    QCOMPARE(panel->toolTip(), u"COM7 está en uso por otro programa."_s);
+    QTRY_COMPARE_WITH_TIMEOUT(run.timesLogged(u"Fallo en identificación del equipo"_s), 4,
+                              patience);
+    QTRY_COMPARE_WITH_TIMEOUT(run.timesLogged(u"Conexión interrumpida"_s), 2, patience);
 }
 
 void TestWindowsProgram::programmeIsKeptInAFileWithASpanishPath()
