@@ -18,12 +18,13 @@ private slots:
     void showingBringsToTheFront();
     void hidingLeavesNoEmptyFrame();
     void showingAgainKeepsWhatWasEntered();
-    void minimisedIsRestored();
+    void minimisedOrRolledUpIsRestored();
     void titleBarClosesForTheOperator();
     void closingGivesTheFocusToTheWindowUsedBefore();
     void closingAWindowBehindLeavesTheFocusAlone();
     void refusalKeepsTheWindow();
     void closingLeavesNoEmptyFrame();
+    void closingDeletesAFormThatWasNeverShown();
     void closingPassesTheReason();
     void secondCloseWhileAskingDoesNothing();
     void askingAloneUnloadsNothing();
@@ -79,6 +80,10 @@ void TestMdiForm::showingGivesTheFocusToTheFirstControlThatTakesIt()
     form.hideForm();
     form.showForm();
     QVERIFY(form.edit->hasFocus());
+    form.hideForm();
+    form.edit->setEnabled(false);
+    form.showForm();
+    QVERIFY(form.button->hasFocus());
 }
 
 void TestMdiForm::showingBringsToTheFront()
@@ -113,7 +118,7 @@ void TestMdiForm::showingAgainKeepsWhatWasEntered()
     QCOMPARE(form.edit->text(), u"doce"_s);
 }
 
-void TestMdiForm::minimisedIsRestored()
+void TestMdiForm::minimisedOrRolledUpIsRestored()
 {
     SampleForm form(*m_area);
     form.showForm();
@@ -122,6 +127,11 @@ void TestMdiForm::minimisedIsRestored()
     QVERIFY(frame->isMinimized());
     form.showForm();
     QVERIFY(!frame->isMinimized());
+    QVERIFY(form.isVisible());
+    frame->showShaded();
+    QVERIFY(frame->isShaded());
+    form.showForm();
+    QVERIFY(!frame->isShaded());
     QVERIFY(form.isVisible());
 }
 
@@ -193,9 +203,20 @@ void TestMdiForm::closingLeavesNoEmptyFrame()
     QCOMPARE(form->unloads, 1);
     QCOMPARE(visibleFrames(), 0);
     QVERIFY(form->closeWindow(MdiForm::CloseReason::Code));
+    form->unloadNow();
+    form->showForm();
+    QCOMPARE(form->asked.size(), 1);
     QCOMPARE(unloaded.size(), 1);
+    QCOMPARE(visibleFrames(), 0);
     QTRY_VERIFY(!form);
     QCOMPARE(m_area->subWindowList().size(), 0);
+}
+
+void TestMdiForm::closingDeletesAFormThatWasNeverShown()
+{
+    QPointer<SampleForm> form = new SampleForm(*m_area);
+    QVERIFY(form->closeWindow(MdiForm::CloseReason::Code));
+    QTRY_VERIFY(!form);
 }
 
 void TestMdiForm::closingPassesTheReason()
