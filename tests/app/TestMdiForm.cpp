@@ -34,6 +34,7 @@ private slots:
     void framesDoNotHideEachOther();
     void newWindowStandsBesideTheOpenOnesWhileThereIsRoom();
     void windowsCascadeWhenThereIsNoRoom();
+    void cascadeStaysWithinTheArea();
 
 private:
     qsizetype visibleFrames() const
@@ -311,7 +312,7 @@ void TestMdiForm::newWindowStandsBesideTheOpenOnesWhileThereIsRoom()
 
 void TestMdiForm::windowsCascadeWhenThereIsNoRoom()
 {
-    for (int i = 0; i < 3; ++i) {
+    for (int i = 0; i < 9; ++i) {
         auto* form = new SampleForm(*m_area);
         form->setMinimumSize(500, 350);
         form->showForm();
@@ -320,6 +321,19 @@ void TestMdiForm::windowsCascadeWhenThereIsNoRoom()
     QCOMPARE(frames[0]->pos(), QPoint(0, 0));
     QCOMPARE(frames[1]->pos(), QPoint(28, 28));
     QCOMPARE(frames[2]->pos(), QPoint(56, 56));
+    QCOMPARE(frames[7]->pos(), QPoint(196, 196));
+    QCOMPARE(frames[8]->pos(), QPoint(0, 0));
+}
+
+void TestMdiForm::cascadeStaysWithinTheArea()
+{
+    for (int i = 0; i < 3; ++i) {
+        auto* form = new SampleForm(*m_area);
+        form->setMinimumSize(760, 540);
+        form->showForm();
+    }
+    for (const QMdiSubWindow* frame : m_area->subWindowList())
+        QVERIFY(m_area->viewport()->rect().contains(frame->geometry()));
 }
 
 QTEST_MAIN(TestMdiForm)
