@@ -5,6 +5,7 @@
 #include <QClipboard>
 #include <QHBoxLayout>
 #include <QLineEdit>
+#include <QSignalSpy>
 #include <QStyleOptionSpinBox>
 #include <QTest>
 
@@ -42,6 +43,13 @@ struct Window {
         const auto edits = time->findChildren<QLineEdit*>();
         return edits[0]->text() + u':' + edits[1]->text();
     }
+    QPoint button(QStyle::SubControl which) const
+    {
+        QStyleOptionSpinBox option;
+        option.initFrom(time);
+        option.frame = true;
+        return time->style()->subControlRect(QStyle::CC_SpinBox, &option, which, time).center();
+    }
     QLineEdit* edit(int field) const { return time->findChildren<QLineEdit*>()[field]; }
 
     QWidget top;
@@ -67,14 +75,18 @@ private slots:
     void sideArrowsWalkTheNumbers();
     void wheelStepsOnlyWithTheFocus();
     void buttonsStepTheNumberWithTheFocus();
+    void heldButtonRepeats();
     void pastedTextIsFiltered_data();
     void pastedTextIsFiltered();
+    void hugePasteIsBounded();
     void menuPasteOfTextIsRefused();
     void emptiedNumberIsZero();
     void oddValueOfTheProgramIsShownAsItIs();
     void oddValueStepsIntoTheRange();
     void enterAndEscapeAreLeftToTheWindow();
     void singleNumberOfThreeDigits();
+    void typedNumberBelowTheMinimumIsTheMinimum();
+    void everyChangeIsToldOnce();
     void fieldsHaveAccessibleNamesAndTheHint();
     void numbersHaveRoomWithALargerFont();
 
@@ -175,6 +187,16 @@ void TestTextUpDown::sideArrowsWalkTheNumbers()
     QCOMPARE(window->time->fieldWithFocus(), 0);
     window->press(Qt::Key_Left);
     QCOMPARE(window->time->fieldWithFocus(), 0);
+    // Within a number that is not selected whole they move the cursor.
+    window->press(Qt::Key_Home);
+    window->press(Qt::Key_Right);
+    QCOMPARE(window->time->fieldWithFocus(), 0);
+    QCOMPARE(window->edit(0)->cursorPosition(), 1);
+    window->press(Qt::Key_Tab);
+    window->press(Qt::Key_End);
+    window->press(Qt::Key_Left);
+    QCOMPARE(window->time->fieldWithFocus(), 1);
+    QCOMPARE(window->edit(1)->cursorPosition(), 1);
 }
 
 void TestTextUpDown::wheelStepsOnlyWithTheFocus()
@@ -185,6 +207,10 @@ void TestTextUpDown::wheelStepsOnlyWithTheFocus()
     QCOMPARE(window->time->value(0), 1);
     QVERIFY(turnWheel(*window->time, 60));
     QCOMPARE(window->time->value(0), 2);
+    QVERIFY(turnWheel(*window->time, 60));
+    window->press(Qt::Key_Tab);
+    QVERIFY(turnWheel(*window->time, 60));
+    QCOMPARE(window->shown(), u"02:00"_s);
     window->after->setFocus();
     QVERIFY(!turnWheel(*window->time, 120));
     QCOMPARE(window->time->value(0), 2);
@@ -192,23 +218,26 @@ void TestTextUpDown::wheelStepsOnlyWithTheFocus()
 
 void TestTextUpDown::buttonsStepTheNumberWithTheFocus()
 {
-    QStyleOptionSpinBox option;
-    option.initFrom(window->time);
-    option.frame = true;
-    const auto button = [&](QStyle::SubControl which) {
-        return window->time->style()
-            ->subControlRect(QStyle::CC_SpinBox, &option, which, window->time)
-            .center();
-    };
+    const QPoint up = window->button(QStyle::SC_SpinBoxUp);
     window->press(Qt::Key_Tab);
-    QTest::mouseClick(window->time, Qt::LeftButton, {}, button(QStyle::SC_SpinBoxUp));
-    QTest::mouseClick(window->time, Qt::LeftButton, {}, button(QStyle::SC_SpinBoxUp));
+    QTest::mouseClick(window->time, Qt::LeftButton, {}, up);
+    QTest::mouseClick(window->time, Qt::LeftButton, {}, up);
+    QTest::mouseClick(window->time, Qt::RightButton, {}, up);
     QCOMPARE(window->shown(), u"00:02"_s);
-    QTest::mouseClick(window->time, Qt::LeftButton, {}, button(QStyle::SC_SpinBoxDown));
+    QTest::mouseClick(window->time, Qt::LeftButton, {}, window->button(QStyle::SC_SpinBoxDown));
     QCOMPARE(window->shown(), u"00:01"_s);
     window->after->setFocus();
-    QTest::mouseClick(window->time, Qt::LeftButton, {}, button(QStyle::SC_SpinBoxUp));
+    QTest::mouseClick(window->time, Qt::LeftButton, {}, up);
     QCOMPARE(window->time->fieldWithFocus(), 1);
+}
+
+void TestTextUpDown::heldButtonRepeats()
+{
+    const QPoint up = window->button(QStyle::SC_SpinBoxUp);
+    QTest::mousePress(window->time, Qt::LeftButton, {}, up);
+    QCOMPARE(window->time->value(0), 1);
+    QTRY_VERIFY(window->time->value(0) >= 3);
+    QTest::mouseRelease(window->time, Qt::LeftButton, {}, up);
 }
 
 void TestTextUpDown::pastedTextIsFiltered_data()
@@ -231,6 +260,13 @@ void TestTextUpDown::pastedTextIsFiltered()
     QApplication::clipboard()->setText(pasted);
     window->press(Qt::Key_V, Qt::ControlModifier);
     QTEST(window->shown(), "shown");
+}
+
+void TestTextUpDown::hugePasteIsBounded()
+{
+    QApplication::clipboard()->setText(QString(1'000'000, u'x') + u"07:30"_s);
+    window->press(Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(window->shown(), u"00:00"_s);
 }
 
 void TestTextUpDown::menuPasteOfTextIsRefused()
@@ -290,12 +326,36 @@ void TestTextUpDown::singleNumberOfThreeDigits()
     QCOMPARE(mode.findChild<QLineEdit*>()->text(), u"255"_s);
 }
 
+void TestTextUpDown::typedNumberBelowTheMinimumIsTheMinimum()
+{
+    TextUpDown day({{u"Día"_s, 1, 31, 2}}, QString());
+    day.show();
+    QVERIFY(QTest::qWaitForWindowActive(&day));
+    day.setFocus();
+    window->type(u"0"_s);
+    QCOMPARE(day.value(), 1);
+}
+
+void TestTextUpDown::everyChangeIsToldOnce()
+{
+    QSignalSpy changed(window->time, &TextUpDown::valueChanged);
+    window->type(u"1"_s);
+    QCOMPARE(changed.count(), 1);
+    window->press(Qt::Key_Up);
+    QCOMPARE(changed.count(), 2);
+    window->time->setValues(2, 7);
+    QCOMPARE(changed.count(), 3);
+    window->press(Qt::Key_Tab);
+    QCOMPARE(changed.count(), 3);
+}
+
 void TestTextUpDown::fieldsHaveAccessibleNamesAndTheHint()
 {
     window->time->setHint(u"Hora y minuto"_s);
     QCOMPARE(window->edit(0)->accessibleName(), u"Hora"_s);
     QCOMPARE(window->edit(1)->accessibleName(), u"Minuto"_s);
     QCOMPARE(window->edit(1)->accessibleDescription(), u"Hora y minuto"_s);
+    QCOMPARE(window->time->accessibleDescription(), u"Hora y minuto"_s);
     QCOMPARE(window->time->toolTip(), u"Hora y minuto"_s);
 }
 
