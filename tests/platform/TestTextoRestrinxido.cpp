@@ -38,6 +38,7 @@ private slots:
     void nothingButDigitsGetsIn();
     void backspaceDropsTheLastDigit();
     void deleteEmptiesTheSubField();
+    void digitAfterAnotherChangeBeginsTheNumberAnew();
     void arrowsStepWithoutWrappingRound();
     void pageKeysStepByTen();
     void wheelStepsOnlyWithTheFocus();
@@ -45,7 +46,9 @@ private slots:
     void tabGoesThroughTheSubFieldsAndOut();
     void shiftTabGoesThroughTheSubFieldsBackwards();
     void focusSelectsASubFieldWhole();
+    void accessKeyLeadsToTheFirstSubField();
     void clickSelectsTheSubFieldUnderThePointer();
+    void dragSelectsNoMoreThanTheSubField();
     void pasteIsFilteredLikeTyping_data();
     void pasteIsFilteredLikeTyping();
     void pasteOfOneNumberFillsTheCurrentSubField();
@@ -226,9 +229,27 @@ void TestTextoRestrinxido::deleteEmptiesTheSubField()
     QCOMPARE(date->text(), u"01/01/0000"_s);
 }
 
+void TestTextoRestrinxido::digitAfterAnotherChangeBeginsTheNumberAnew()
+{
+    type(u"2"_s);
+    QTest::keyClick(date, Qt::Key_Delete);
+    type(u"3"_s);
+    QCOMPARE(date->value(0), 3);
+    QTest::keyClick(date, Qt::Key_Home);
+    type(u"1"_s);
+    QTest::keyClick(date, Qt::Key_Up);
+    type(u"2"_s);
+    QCOMPARE(date->value(0), 2);
+    date->setValue(0, 20);
+    type(u"1"_s);
+    QCOMPARE(date->value(0), 1);
+}
+
 void TestTextoRestrinxido::arrowsStepWithoutWrappingRound()
 {
     date->setValue(0, 30);
+    QTest::keyClick(date, Qt::Key_Up, Qt::ControlModifier);
+    QCOMPARE(date->value(0), 30);
     QTest::keyClick(date, Qt::Key_Up);
     QCOMPARE(date->value(0), 31);
     QTest::keyClick(date, Qt::Key_Up);
@@ -255,6 +276,10 @@ void TestTextoRestrinxido::wheelStepsOnlyWithTheFocus()
     turnWheel(*time, 120);
     QCOMPARE(date->text(), u"02/01/0000"_s);
     QCOMPARE(time->text(), u"00:00:00"_s);
+    turnWheel(*date, 60);
+    QCOMPARE(date->value(0), 2);
+    turnWheel(*date, 60);
+    QCOMPARE(date->value(0), 3);
 }
 
 void TestTextoRestrinxido::leftAndRightMoveBetweenSubFields()
@@ -267,13 +292,18 @@ void TestTextoRestrinxido::leftAndRightMoveBetweenSubFields()
     QCOMPARE(date->selectedText(), u"0000"_s);
     QTest::keyClick(date, Qt::Key_Left);
     QCOMPARE(date->currentSubField(), 1);
+    QTest::keyClick(date, Qt::Key_End);
     QTest::keyClick(date, Qt::Key_Home);
+    QCOMPARE(date->currentSubField(), 0);
     QTest::keyClick(date, Qt::Key_Left);
     QCOMPARE(date->currentSubField(), 0);
 }
 
 void TestTextoRestrinxido::tabGoesThroughTheSubFieldsAndOut()
 {
+    time->setFocus(Qt::BacktabFocusReason);
+    QCOMPARE(time->currentSubField(), 2);
+    date->setFocus(Qt::TabFocusReason);
     QTest::keyClick(date, Qt::Key_Tab);
     QTest::keyClick(date, Qt::Key_Tab);
     QCOMPARE(date->currentSubField(), 2);
@@ -301,6 +331,14 @@ void TestTextoRestrinxido::focusSelectsASubFieldWhole()
     QCOMPARE(date->selectionStart(), 0);
 }
 
+void TestTextoRestrinxido::accessKeyLeadsToTheFirstSubField()
+{
+    QTest::keyClick(date, Qt::Key_End);
+    time->setFocus();
+    date->setFocus(Qt::ShortcutFocusReason);
+    QCOMPARE(date->currentSubField(), 0);
+}
+
 void TestTextoRestrinxido::clickSelectsTheSubFieldUnderThePointer()
 {
     time->setValue(1, 45);
@@ -308,6 +346,18 @@ void TestTextoRestrinxido::clickSelectsTheSubFieldUnderThePointer()
     QTest::mouseClick(time, Qt::LeftButton, Qt::NoModifier, QPoint(x, time->height() / 2));
     QVERIFY(time->hasFocus());
     QCOMPARE(time->selectedText(), u"45"_s);
+}
+
+void TestTextoRestrinxido::dragSelectsNoMoreThanTheSubField()
+{
+    const QPoint left(6, date->height() / 2);
+    const QPointF right(date->width() - 6, date->height() / 2);
+    QTest::mousePress(date, Qt::LeftButton, Qt::NoModifier, left);
+    QMouseEvent move(QEvent::MouseMove, right, date->mapToGlobal(right), Qt::NoButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(date, &move);
+    QCOMPARE(date->selectionStart(), 0);
+    QCOMPARE(date->selectedText(), u"01"_s);
 }
 
 void TestTextoRestrinxido::pasteIsFilteredLikeTyping_data()
@@ -349,13 +399,18 @@ void TestTextoRestrinxido::middleButtonPastesNothing()
     QGuiApplication::clipboard()->setText(u"31/12/2019"_s, QClipboard::Selection);
     QTest::mouseClick(date, Qt::MiddleButton);
     QCOMPARE(date->text(), u"01/01/0000"_s);
+    QCOMPARE(date->currentSubField(), 0);
 }
 
 void TestTextoRestrinxido::copyTakesTheWholeText()
 {
     type(u"31122019"_s);
-    QTest::keyClick(date, Qt::Key_C, Qt::ControlModifier);
-    QCOMPARE(QGuiApplication::clipboard()->text(), u"31/12/2019"_s);
+    for (const Qt::Key key : {Qt::Key_C, Qt::Key_X}) {
+        QGuiApplication::clipboard()->setText(u"before"_s);
+        QTest::keyClick(date, key, Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text(), u"31/12/2019"_s);
+    }
+    QCOMPARE(date->text(), u"31/12/2019"_s);
 }
 
 void TestTextoRestrinxido::inputMethodIsFilteredLikeTyping()
