@@ -154,7 +154,10 @@ void AlarmGrid::addCaptions()
         return label;
     };
     for (int half = 0; half < 2; ++half) {
-        add(u"N.º"_s)->setObjectName(numbered(u"lblNumero", half));
+        QLabel* number = add(u"N.º"_s);
+        number->setObjectName(numbered(u"lblNumero", half));
+        // The numbers below it may be narrower.
+        grid->setColumnMinimumWidth(half * (m_dayCount + 3), number->sizeHint().width());
         add(u"Hora"_s);
         for (int day = 0; day < m_dayCount; ++day) {
             // Five columns leave room for whole names.

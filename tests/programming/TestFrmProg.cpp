@@ -11,6 +11,8 @@ class TestFrmProg : public QObject {
     Q_OBJECT
 private slots:
     void captionsAndHintsAreExact();
+    void captionsOfTheColumnsAreShownWhole_data();
+    void captionsOfTheColumnsAreShownWhole();
     void controlsOfTheFirstModel();
     void controlsOfTheSecondModel();
     void everyControlHasAnAccessibleName_data();
@@ -63,6 +65,25 @@ void TestFrmProg::captionsAndHintsAreExact()
              "Cancelar y verifique el estado correcto de la conexión con el HCT-7200."_s);
     QCOMPARE(w.find<QGroupBox>(u"fraFestivos"_s)->title(), u"Festivos"_s);
     QCOMPARE(w.find<QGroupBox>(u"fraPerVacacionais"_s)->title(), u"Períodos Vacacionales"_s);
+}
+
+void TestFrmProg::captionsOfTheColumnsAreShownWhole_data()
+{
+    QTest::addColumn<bool>("isFirst");
+    QTest::newRow("HCT-7200") << true;
+    QTest::newRow("HCT-7300") << false;
+}
+
+void TestFrmProg::captionsOfTheColumnsAreShownWhole()
+{
+    QFETCH(bool, isFirst);
+    ProgWindow w(isFirst ? first : second);
+    w.form->show();
+    const QWidget* captions = w.find<QLabel>(u"lblNumero(0)"_s)->parentWidget();
+    const auto labels = captions->findChildren<QLabel*>();
+    QCOMPARE(labels.size(), isFirst ? 14 : 22);
+    for (const QLabel* label : labels)
+        QVERIFY2(label->width() >= label->sizeHint().width(), qPrintable(label->text()));
 }
 
 void TestFrmProg::controlsOfTheFirstModel()
