@@ -72,16 +72,21 @@ void frmProg::done(int result)
 
 void frmProg::keyPressEvent(QKeyEvent* event)
 {
+    const bool cancels = event->matches(QKeySequence::Cancel);
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    // A key held a little too long must not press the button that its first press has led to.
+    if ((cancels || isEnter) && event->isAutoRepeat())
+        return;
     // Escape pressed once too often must not lose what was entered: the first one only goes to the
     // button, the second leaves.
-    if (event->matches(QKeySequence::Cancel) && !cmdCancelar->hasFocus())
+    if (cancels && !cmdCancelar->hasFocus())
         return cmdCancelar->setFocus();
-    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
+    if (!isEnter)
         return QDialog::keyPressEvent(event);
     // No button is the default one: Enter after a time must neither send nor open anything.
     if (auto* button = qobject_cast<QPushButton*>(focusWidget()))
         button->click();
-    else
+    else if (!fraAviso->hasFocus())
         focusNextChild();
 }
 
@@ -143,11 +148,14 @@ QGroupBox* frmProg::makeNotice()
 {
     fraAviso = new QGroupBox(u"Aviso"_s, this);
     fraAviso->setObjectName(u"fraAviso"_s);
+    fraAviso->setFocusPolicy(Qt::TabFocus);
+    fraAviso->setAccessibleName(fraAviso->title());
     auto* text = new QLabel(
         u"Espere unos instantes mientras se procede a la lectura o escritura de la configuración "
         "del equipo. Si el proceso dura varios segundos haga clic en el botón Cancelar y verifique "
         "el estado correcto de la conexión con el %1."_s.arg(m_texts.clock),
         fraAviso);
+    fraAviso->setAccessibleDescription(text->text());
     text->setWordWrap(true);
     text->setMinimumWidth(fontMetrics().averageCharWidth() * 60);
     auto* layout = new QVBoxLayout(fraAviso);
@@ -329,10 +337,11 @@ bool frmProg::ValidateProgramme()
 void frmProg::lock()
 {
     m_focusBeforeLock = focusWidget();
-    cmdCancelar->setFocus();
+    fraAviso->show();
+    // Where no key does anything, and a screen reader says what to wait for.
+    fraAviso->setFocus();
     tabPrincipal->setEnabled(false);
     fraEnvolvente->hide();
-    fraAviso->show();
     for (QPushButton* button : {cmdEnviar, cmdBorrar, cmdAbrir, cmdGardar})
         button->setEnabled(false);
 }

@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
@@ -96,6 +97,17 @@ struct ProgWindow : LinkFixture {
     static void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+    }
+    /// Keeps a key down until it has repeated itself a few times.
+    static void hold(Qt::Key key)
+    {
+        QTest::keyPress(QApplication::focusWidget(), key);
+        for (int repeat = 0; repeat < 5 && QApplication::focusWidget(); ++repeat) {
+            QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, QString(), true);
+            QApplication::sendEvent(QApplication::focusWidget(), &event);
+        }
+        if (QApplication::focusWidget())
+            QTest::keyRelease(QApplication::focusWidget(), key);
     }
     bool isVisible(const QString& name) const { return find<QWidget>(name)->isVisible(); }
     bool isEnabled(const QString& name) const { return find<QWidget>(name)->isEnabled(); }

@@ -12,6 +12,7 @@ constexpr auto second = ClockModel::HCT7300;
 class TestFrmProgKeyboard : public QObject {
     Q_OBJECT
 private slots:
+    void lockedWindowHasItsFocusOnTheNotice();
     void readyWindowHasItsFocusOnTheFirstHour();
     void tabWalksARowAndGoesOnToTheNext();
     void spaceTogglesADay();
@@ -27,6 +28,11 @@ private slots:
     void walkingTheTabsKeepsTheFocusOnThem();
     void anotherBlockBeginsAtItsFirstRow();
     void escapeLeavesAtItsSecondPressOnly();
+    void heldEscapeDoesNotLeave();
+    void oneEscapeDuringASendDoesNotLeave();
+    void heldEnterOnEnviarDoesNotCancel();
+    void furtherEntersDuringASendDoNotCancel();
+    void heldEnterInTheLastRowOpensNothing();
     void schoolWeekByKeyboardAlone();
     void smallWindowScrollsToTheFocus();
     void smallHolidayPageScrollsToTheFocus();
@@ -34,10 +40,20 @@ private slots:
     void windowFitsASmallScreen();
 };
 
+void TestFrmProgKeyboard::lockedWindowHasItsFocusOnTheNotice()
+{
+    ProgWindow w(first);
+    QVERIFY(w.find<QWidget>(u"fraAviso"_s)->hasFocus());
+    QVERIFY(w.find<QWidget>(u"fraAviso"_s)
+                ->accessibleDescription()
+                .startsWith(u"Espere unos instantes mientras se procede"_s));
+    w.press(Qt::Key_Tab);
+    QVERIFY(w.find<QPushButton>(u"cmdCancelar"_s)->hasFocus());
+}
+
 void TestFrmProgKeyboard::readyWindowHasItsFocusOnTheFirstHour()
 {
     ProgWindow w(first);
-    QVERIFY(w.find<QPushButton>(u"cmdCancelar"_s)->hasFocus());
     w.becomeReady();
     QCOMPARE(w.time(0)->fieldWithFocus(), 0);
 }
@@ -239,6 +255,58 @@ void TestFrmProgKeyboard::escapeLeavesAtItsSecondPressOnly()
     QVERIFY(w.find<QPushButton>(u"cmdCancelar"_s)->hasFocus());
     w.press(Qt::Key_Escape);
     QVERIFY(!w.form->isVisible());
+}
+
+void TestFrmProgKeyboard::heldEscapeDoesNotLeave()
+{
+    ProgWindow w(first);
+    w.becomeReady();
+    w.hold(Qt::Key_Escape);
+    QVERIFY(w.form->isVisible());
+    QVERIFY(w.find<QPushButton>(u"cmdCancelar"_s)->hasFocus());
+}
+
+void TestFrmProgKeyboard::oneEscapeDuringASendDoesNotLeave()
+{
+    ProgWindow w(first);
+    w.becomeReady();
+    w.click(u"cmdEnviar"_s);
+    w.press(Qt::Key_Escape);
+    QVERIFY(w.form->isVisible());
+    QVERIFY(w.find<QPushButton>(u"cmdCancelar"_s)->hasFocus());
+    w.press(Qt::Key_Escape);
+    QVERIFY(!w.form->isVisible());
+}
+
+void TestFrmProgKeyboard::heldEnterOnEnviarDoesNotCancel()
+{
+    ProgWindow w(first);
+    w.becomeReady();
+    w.find<QPushButton>(u"cmdEnviar"_s)->setFocus();
+    w.hold(Qt::Key_Return);
+    QVERIFY(w.form->isVisible());
+    QCOMPARE(w.acceptEverything(samples::generalData(first)).count(), 5);
+    QVERIFY(!w.form->isVisible());
+}
+
+void TestFrmProgKeyboard::furtherEntersDuringASendDoNotCancel()
+{
+    ProgWindow w(first);
+    w.becomeReady();
+    w.find<QPushButton>(u"cmdEnviar"_s)->setFocus();
+    for (int press = 0; press < 4; ++press)
+        w.press(Qt::Key_Enter);
+    QVERIFY(w.form->isVisible());
+    QVERIFY(w.isVisible(u"fraAviso"_s));
+}
+
+void TestFrmProgKeyboard::heldEnterInTheLastRowOpensNothing()
+{
+    ProgWindow w(first);
+    w.becomeReady();
+    w.time(31)->setFieldFocus(0, Qt::OtherFocusReason);
+    w.hold(Qt::Key_Return);
+    QVERIFY(w.dialogs.fileRequests.isEmpty());
 }
 
 void TestFrmProgKeyboard::schoolWeekByKeyboardAlone()

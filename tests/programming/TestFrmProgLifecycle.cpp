@@ -70,7 +70,10 @@ void TestFrmProgLifecycle::closeBy(ProgWindow& w, Way way)
 {
     switch (way) {
     case Way::Button: w.click(u"cmdCancelar"_s); break;
-    case Way::Escape: ProgWindow::press(Qt::Key_Escape); break;
+    case Way::Escape:
+        ProgWindow::press(Qt::Key_Escape);
+        ProgWindow::press(Qt::Key_Escape);
+        break;
     case Way::TitleBar: w.form->close(); break;
     case Way::OwnersEnd: delete w.form; break;
     }
