@@ -9,6 +9,7 @@
 #include <QStyleOptionSpinBox>
 #include <QTest>
 
+#include <functional>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -56,6 +57,7 @@ struct Window {
     QLineEdit* before = new QLineEdit;
     TextUpDown* time = new TextUpDown({{u"Hora"_s, 0, 23, 2}, {u"Minuto"_s, 0, 59, 2}}, u":"_s);
     QLineEdit* after = new QLineEdit;
+    QWidget other;
     bool focused = false;
 };
 
@@ -76,6 +78,8 @@ private slots:
     void wheelStepsOnlyWithTheFocus();
     void buttonsStepTheNumberWithTheFocus();
     void heldButtonRepeats();
+    void heldButtonStopsWithItsField_data();
+    void heldButtonStopsWithItsField();
     void pastedTextIsFiltered_data();
     void pastedTextIsFiltered();
     void hugePasteIsBounded();
@@ -238,6 +242,45 @@ void TestTextUpDown::heldButtonRepeats()
     QCOMPARE(window->time->value(0), 1);
     QTRY_VERIFY(window->time->value(0) >= 3);
     QTest::mouseRelease(window->time, Qt::LeftButton, {}, up);
+}
+
+void TestTextUpDown::heldButtonStopsWithItsField_data()
+{
+    using Change = std::function<void(Window&)>;
+    QTest::addColumn<Change>("takeAway");
+    QTest::addColumn<Change>("giveBack");
+    QTest::newRow("hidden") << Change([](Window& w) { w.time->hide(); }) << Change([](Window& w) {
+        w.time->show();
+        w.time->setFocus();
+    });
+    QTest::newRow("its page hidden")
+        << Change([](Window& w) { w.top.hide(); }) << Change([](Window& w) { w.top.show(); });
+    QTest::newRow("disabled") << Change([](Window& w) { w.time->setEnabled(false); })
+                              << Change([](Window& w) {
+                                     w.time->setEnabled(true);
+                                     w.time->setFocus();
+                                 });
+    QTest::newRow("without the focus") << Change([](Window& w) { w.after->setFocus(); })
+                                       << Change([](Window& w) { w.time->setFocus(); });
+    QTest::newRow("behind another window") << Change([](Window& w) {
+        w.other.show();
+        w.other.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&w.other));
+    }) << Change([](Window& w) { w.other.hide(); });
+}
+
+void TestTextUpDown::heldButtonStopsWithItsField()
+{
+    QFETCH(std::function<void(Window&)>, takeAway);
+    QFETCH(std::function<void(Window&)>, giveBack);
+    QTest::mousePress(window->time, Qt::LeftButton, {}, window->button(QStyle::SC_SpinBoxUp));
+    QTRY_VERIFY(window->time->value(0) > 1);
+    takeAway(*window);
+    const int value = window->time->value(0);
+    giveBack(*window);
+    // Several repeats long.
+    QTest::qWait(300);
+    QCOMPARE(window->time->value(0), value);
 }
 
 void TestTextUpDown::pastedTextIsFiltered_data()

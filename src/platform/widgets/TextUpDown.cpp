@@ -100,6 +100,13 @@ void TextUpDown::changeEvent(QEvent* event)
     }
 }
 
+void TextUpDown::hideEvent(QHideEvent* event)
+{
+    QWidget::hideEvent(event);
+    // Wherever the mouse lets go of it now, it is not told here.
+    releaseButton();
+}
+
 void TextUpDown::mousePressEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton)
@@ -121,9 +128,7 @@ void TextUpDown::mousePressEvent(QMouseEvent* event)
 void TextUpDown::mouseReleaseEvent(QMouseEvent* event)
 {
     QWidget::mouseReleaseEvent(event);
-    m_pressedStep = 0;
-    m_repeat.stop();
-    update();
+    releaseButton();
 }
 
 void TextUpDown::timerEvent(QTimerEvent* event)
@@ -203,6 +208,13 @@ QSize TextUpDown::contentsSize() const
 }
 
 void TextUpDown::step(int steps) { m_fields[static_cast<std::size_t>(m_active)]->step(steps); }
+
+void TextUpDown::releaseButton()
+{
+    m_pressedStep = 0;
+    m_repeat.stop();
+    update();
+}
 
 bool TextUpDown::moveField(const UpDownField* from, int by)
 {

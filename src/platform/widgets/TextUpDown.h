@@ -52,6 +52,7 @@ signals:
 
 protected:
     void changeEvent(QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
@@ -74,6 +75,9 @@ private:
     /// The numbers in a text, one a field from `from` on; those out of range are left out.
     void pasteFrom(const UpDownField* from, const QString& text);
     void fieldGotFocus(const UpDownField* field);
+    /// It may be disabled or hidden, or its window left: a button still pressed steps no more.
+    void fieldLostFocus() { releaseButton(); }
+    void releaseButton();
     int indexOf(const UpDownField* field) const;
 
     std::vector<UpDownField*> m_fields;

@@ -83,7 +83,7 @@ void UpDownField::focusOutEvent(QFocusEvent* event)
         setValue(m_value);
         deselect();
     }
-    m_owner.update();
+    m_owner.fieldLostFocus();
 }
 
 void UpDownField::mousePressEvent(QMouseEvent* event)
