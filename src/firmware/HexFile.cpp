@@ -1,7 +1,6 @@
 #include "HexFile.h"
 
 #include "TextLines.h"
-#include "modUtilidades.h"
 
 #include <QDir>
 #include <QFile>
@@ -190,7 +189,7 @@ HexFile::Outcome HexFile::conclude(Outcome outcome, const QString& path)
         return outcome;
     }
     const QString count = QString::number(m_lineCount);
-    m_fileCaption = modUtilidades::fileName(QString(path).replace(u'/', u'\\'), false) + u' ';
+    m_fileCaption = QFileInfo(path).fileName() + u' ';
     m_sizeCaption = count;
     m_note = u"Cargado archivo '"_s + shownPath + u"'\r\nLeídas "_s + count +
              u" líneas de código HEX\r\n"_s;

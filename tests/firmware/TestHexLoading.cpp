@@ -19,6 +19,7 @@ private slots:
     void dataRecordWithoutBytesIsAFormatError();
     void tableGrowsInStepsAbove2048();
     void successIsToldWithPathAndCount();
+    void backslashInANameIsPartOfIt();
     void formatErrorLeavesNothingLoaded();
     void goodFileAfterABadOneStartsAfresh();
     void basesStartAtZeroInEveryLoad();
@@ -128,6 +129,19 @@ void TestHexLoading::successIsToldWithPathAndCount()
                               u"\r\nLeídas 2 líneas de código HEX\r\n"_s);
     QCOMPARE(file.fileCaption(), u"reloj.hex "_s);
     QCOMPARE(file.sizeCaption(), u"2"_s);
+}
+
+void TestHexLoading::backslashInANameIsPartOfIt()
+{
+#ifdef Q_OS_WIN
+    QSKIP("a backslash is a separator here");
+#endif
+    QBuffer buffer;
+    buffer.setData(end);
+    buffer.open(QIODevice::ReadOnly);
+    HexFile file;
+    file.LoadHexFile(buffer, uR"(/imagenes/a\b.hex)"_s);
+    QCOMPARE(file.fileCaption(), uR"(a\b.hex )"_s);
 }
 
 void TestHexLoading::formatErrorLeavesNothingLoaded()

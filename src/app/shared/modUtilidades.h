@@ -23,7 +23,7 @@ qint16 fullYear(quint8 year);
 /// Upper-case hexadecimal, the last `width` digits, padded with "0" on the left.
 QString hexadecimalText(qint32 value, int width);
 /// What stands after the last "\". With `stripExtension` an extension of 3, 2 or 1 characters is
-/// dropped first. Callers on systems with "/" hand over paths with "/" turned into "\".
+/// dropped first.
 QString fileName(const QString& path, bool stripExtension);
 
 /// Starts the system-information program that the registry names; tells the operator when there is
