@@ -1,6 +1,7 @@
 #include "ModemScript.h"
 
-#include <QFile>
+#include "WholeFile.h"
+
 #include <QStringDecoder>
 
 using namespace Qt::StringLiterals;
@@ -21,22 +22,17 @@ bool ModemScript::open(const QString& path)
 {
     close();
     m_error.clear();
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        m_error = u"No se ha podido leer el archivo de comandos"_s;
-        return false;
-    }
     // One byte more than allowed tells a file that is too long, whatever its size claims.
-    const QByteArray text = file.read(maximumSize + 1);
-    if (file.error() != QFileDevice::NoError)
+    const auto text = WholeFile::read(path, maximumSize + 1);
+    if (!text)
         m_error = u"No se ha podido leer el archivo de comandos"_s;
-    else if (text.size() > maximumSize)
+    else if (text->size() > maximumSize)
         m_error = u"El archivo de comandos es demasiado grande"_s;
-    else if (text.contains('\0'))
+    else if (text->contains('\0'))
         m_error = u"El archivo no es un archivo de comandos"_s;
     if (!m_error.isEmpty())
         return false;
-    m_text = text;
+    m_text = *text;
     if (m_text.startsWith("\xEF\xBB\xBF"))
         m_position = 3;
     return true;

@@ -1,6 +1,7 @@
 #include "HexFile.h"
 
 #include "TextLines.h"
+#include "WholeFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -137,9 +138,8 @@ bool HexFile::store(HexLine& line, const Record& record)
 
 HexFile::Outcome HexFile::LoadHexFile(const QString& path)
 {
-    // A folder, or a pipe that would hold the program until somebody writes into it, is no image.
     QFile file(path);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+    if (!WholeFile::open(file, QIODevice::ReadOnly | QIODevice::Unbuffered)) {
         clear();
         return conclude(Outcome::ReadError, path);
     }

@@ -59,12 +59,10 @@ QList<QString> FileRegistry::valueNames(RootKey root, const QString& subKey) con
 /// Empty when there is no file; nothing when there is one that cannot be read.
 std::optional<QByteArray> FileRegistry::content() const
 {
-    const QFileInfo info(m_path);
-    if (!info.exists())
+    if (!QFileInfo::exists(m_path))
         return QByteArray();
-    // Opening a pipe would wait for its other end.
     QFile file(m_path);
-    if (!info.isFile() || !file.open(QIODevice::ReadOnly))
+    if (!WholeFile::open(file))
         return std::nullopt;
     const qint64 size = file.size();
     if (size > maximumFileSize)

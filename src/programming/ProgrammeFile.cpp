@@ -3,9 +3,6 @@
 #include "AlarmEncoding.h"
 #include "WholeFile.h"
 
-#include <QFile>
-#include <QFileInfo>
-
 #include <algorithm>
 #include <optional>
 
@@ -193,13 +190,10 @@ bool save(const QString& path, const Programme& programme, ClockModel model)
 
 bool load(const QString& path, Programme& programme, ClockModel model)
 {
-    // A pipe or a device could keep the reading waiting, or never end.
-    if (!QFileInfo(path).isFile())
+    const auto bytes = WholeFile::read(path, maximumBytes);
+    if (!bytes)
         return false;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return false;
-    read(file.read(maximumBytes), programme, model);
+    read(*bytes, programme, model);
     return true;
 }
 

@@ -7,9 +7,9 @@
 
 /// The configuration file: text lines ended by CR LF, one decimal number a line, in a fixed order.
 ///
-///     for each block 1 to 3:  --AVISOS b--, Duration, Mode, and 32 times Hour, Minute, mask of
-///     days
-///     --FESTIVOS--            16 times Day, Month
+///     for each block 1 to 3:
+///     --AVISOS b--                Duration, Mode, and 32 times Hour, Minute, mask of days
+///     --FESTIVOS--                16 times Day, Month
 ///     --PERIODOS VACACIONALES--   8 times StartDay, StartMonth, EndDay, EndMonth
 ///
 /// 363 lines. Headers are known by their place, whatever they say.

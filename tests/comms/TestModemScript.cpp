@@ -4,6 +4,10 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
+
 using namespace Qt::StringLiterals;
 
 class TestModemScript : public QObject {
@@ -18,6 +22,7 @@ private slots:
     void commentsAreDecoded();
     void unreadableScriptSaysSo();
     void folderIsNoScript();
+    void pipeIsNoScript();
     void binaryFileIsNoScript();
     void fileBeyondTheBoundIsRefused();
     void longLineIsCut();
@@ -126,6 +131,19 @@ void TestModemScript::folderIsNoScript()
     ModemScript script;
     QVERIFY(!script.open(m_folder.path()));
     QVERIFY(!script.error().isEmpty());
+}
+
+void TestModemScript::pipeIsNoScript()
+{
+#ifdef Q_OS_UNIX
+    const QString pipe = m_folder.filePath(u"pipe.mdm"_s);
+    QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    ModemScript script;
+    QVERIFY(!script.open(pipe));
+    QCOMPARE(script.error(), u"No se ha podido leer el archivo de comandos"_s);
+#else
+    QSKIP("no pipes among the files of this system");
+#endif
 }
 
 void TestModemScript::binaryFileIsNoScript()

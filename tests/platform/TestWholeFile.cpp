@@ -7,12 +7,15 @@
 
 #include <csignal>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 
 class TestWholeFile : public QObject {
     Q_OBJECT
 private slots:
+    void fileIsReadUpToTheBound();
+    void whatIsNoFileIsNotRead();
     void longerFileIsReplaced();
     void fullDiskLeavesTheOldFile_data();
     void fullDiskLeavesTheOldFile();
@@ -37,6 +40,26 @@ public:
 private:
     rlimit m_usual{};
 };
+
+void TestWholeFile::fileIsReadUpToTheBound()
+{
+    const QTemporaryDir folder;
+    const QString path = writeFile(folder.filePath(u"a"_s), "123456");
+    QCOMPARE(WholeFile::read(path, 6).value(), QByteArray("123456"));
+    QCOMPARE(WholeFile::read(path, 5).value(), QByteArray("12345"));
+    QCOMPARE(WholeFile::read(writeFile(path, ""), 5).value(), QByteArray());
+}
+
+void TestWholeFile::whatIsNoFileIsNotRead()
+{
+    const QTemporaryDir folder;
+    QVERIFY(!WholeFile::read(folder.filePath(u"none"_s), 5));
+    QVERIFY(!WholeFile::read(folder.path(), 5));
+    QVERIFY(!WholeFile::read(u"/dev/zero"_s, 5));
+    const QString pipe = folder.filePath(u"pipe"_s);
+    QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    QVERIFY(!WholeFile::read(pipe, 5));
+}
 
 void TestWholeFile::longerFileIsReplaced()
 {
