@@ -1,5 +1,6 @@
 #include "ConnectionWorkflow.h"
 
+#include "Answer.h"
 #include "Dialogs.h"
 #include "LinkState.h"
 #include "MessageCodes.h"
@@ -20,11 +21,6 @@ constexpr qint16 mostFailures = 4;
 /// Of the identification answer.
 constexpr quint8 accepted = 0;
 constexpr quint8 closed = 1;
-
-quint8 byteAt(const QByteArray& body, qsizetype index)
-{
-    return static_cast<quint8>(body.at(index));
-}
 
 } // namespace
 
@@ -148,8 +144,7 @@ void ConnectionWorkflow::requestClosing() { m_state = ConnectionState::Closing; 
 
 qint16 ConnectionWorkflow::checkedIdentification(quint8 code, const QByteArray& body) const
 {
-    if (code != messagecode::Answer || body.size() < 2 ||
-        byteAt(body, 0) != selector::Identification)
+    if (!isAnswerOf(selector::Identification, code, body))
         return linkstatus::WrongAnswer;
     if (m_state == ConnectionState::Identifying && byteAt(body, 1) != accepted)
         return linkstatus::WrongAnswer;
@@ -179,9 +174,7 @@ void ConnectionWorkflow::mntDatosXerais_Recibido(quint8 code, const QByteArray& 
 
 qint16 ConnectionWorkflow::checkedGeneralData(quint8 code, const QByteArray& body)
 {
-    if (code != messagecode::Answer || body.size() < 5)
-        return linkstatus::WrongAnswer;
-    if (byteAt(body, 0) != 0 || byteAt(body, 1) != 0)
+    if (!isAccepted(selector::GeneralData, code, body) || body.size() < 5)
         return linkstatus::WrongAnswer;
     const StatusBlock block(body);
     if (block.refusal() != 0)

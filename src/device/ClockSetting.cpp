@@ -1,5 +1,6 @@
 #include "ClockSetting.h"
 
+#include "Answer.h"
 #include "MessageCodes.h"
 #include "MessageLink.h"
 #include "modGlobais.h"
@@ -84,9 +85,7 @@ void ClockSetting::send(const ClockFields& fields)
 void ClockSetting::mntSincronismo_Recibido(quint8 code, const QByteArray& body, qint16 status)
 {
     mntSincronismo.release();
-    const bool isGood = status == linkstatus::Good && code == messagecode::Answer &&
-                        body.size() >= 2 && quint8(body[0]) == selector::ClockWrite && body[1] == 0;
-    if (isGood) {
+    if (status == linkstatus::Good && isAccepted(selector::ClockWrite, code, body)) {
         m_state = State::Idle;
         m_log.Rexistra(u"Reloj del equipo actualizado en fecha y hora"_s, false);
         emit accepted();

@@ -1,5 +1,6 @@
 #include "RemoteControl.h"
 
+#include "Answer.h"
 #include "MessageCodes.h"
 #include "MessageLink.h"
 
@@ -10,12 +11,6 @@ QByteArray message(quint8 area, quint8 value)
     QByteArray body;
     body.append(static_cast<char>(area)).append(static_cast<char>(value));
     return body;
-}
-
-bool isAnswerOf(quint8 area, quint8 code, const QByteArray& body, qint16 status)
-{
-    return status == linkstatus::Good && code == messagecode::Answer && body.size() >= 2 &&
-           static_cast<quint8>(body[0]) == area;
 }
 
 } // namespace
@@ -82,16 +77,16 @@ void RemoteControl::sendStateRead()
 void RemoteControl::mntTelemando_Recibido(quint8 code, const QByteArray& body, qint16 status)
 {
     mntTelemando.release();
-    if (isAnswerOf(selector::OutputsWrite, code, body, status) && body[1] == 0)
+    if (status == linkstatus::Good && isAccepted(selector::OutputsWrite, code, body))
         m_nextAction = NextAction::ReadState;
 }
 
 void RemoteControl::mntLectEstadoSaidas_Recibido(quint8 code, const QByteArray& body, qint16 status)
 {
     mntLectEstadoSaidas.release();
-    if (!isAnswerOf(selector::ModeAndOutputsRead, code, body, status))
+    if (status != linkstatus::Good || !isAnswerOf(selector::ModeAndOutputsRead, code, body))
         return;
-    const auto restBits = static_cast<quint8>(body[1]);
+    const quint8 restBits = byteAt(body, 1);
     // Once the operator has the switches in hand, they show what was asked for, not what is.
     if (!(m_manual && m_stateKnown))
         for (int i = 0; i < outputCount; ++i)

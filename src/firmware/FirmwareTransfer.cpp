@@ -1,5 +1,6 @@
 #include "FirmwareTransfer.h"
 
+#include "Answer.h"
 #include "LinkState.h"
 #include "MessageCodes.h"
 #include "MessageLink.h"
@@ -9,12 +10,6 @@
 namespace {
 
 constexpr qint16 mostFailures = 6;
-
-bool isAcknowledgement(quint8 code, const QByteArray& body)
-{
-    return code == messagecode::Answer && body.size() >= 2 &&
-           static_cast<quint8>(body[0]) == selector::FirmwareLineWrite && body[1] == 0;
-}
 
 } // namespace
 
@@ -91,7 +86,7 @@ QByteArray FirmwareTransfer::message(const HexLine& line, FinalLineFlag flag)
 void FirmwareTransfer::mntProgramacion_Recibido(quint8 code, const QByteArray& body, qint16 status)
 {
     mntProgramacion.release();
-    if (status == linkstatus::Good && !isAcknowledgement(code, body))
+    if (status == linkstatus::Good && !isAccepted(selector::FirmwareLineWrite, code, body))
         status = linkstatus::WrongAnswer;
     if (status == linkstatus::Good)
         advance();

@@ -1,6 +1,7 @@
 #include "ProgrammeMessages.h"
 
 #include "AlarmEncoding.h"
+#include "Answer.h"
 #include "MessageCodes.h"
 #include "StatusBlock.h"
 
@@ -9,11 +10,6 @@ namespace ProgrammeMessages {
 namespace {
 
 constexpr qsizetype tableSize = 66;
-
-quint8 byteAt(const QByteArray& body, qsizetype index)
-{
-    return static_cast<quint8>(body.at(index));
-}
 
 void append(QByteArray& body, quint8 byte) { body.append(static_cast<char>(byte)); }
 
@@ -64,23 +60,19 @@ QByteArray holidays(const HolidayTable& table)
 
 bool isGeneralData(quint8 code, const QByteArray& body)
 {
-    if (code != messagecode::Answer)
-        return false;
     const StatusBlock block(body);
-    return block.isFull() && block.byte(0) == 0 && block.byte(1) == 0 &&
+    return isAccepted(selector::GeneralData, code, body) && block.isFull() &&
            block.deviceType() == StatusBlock::familyType && block.refusal() == 0;
 }
 
 bool isAlarmBlockAccepted(quint8 code, const QByteArray& body)
 {
-    return code == messagecode::Answer && body.size() >= 2 &&
-           byteAt(body, 0) == selector::AlarmBlockWrite && byteAt(body, 1) == 0;
+    return isAccepted(selector::AlarmBlockWrite, code, body);
 }
 
 std::optional<HolidayTable> holidaysAnswer(quint8 code, const QByteArray& body)
 {
-    if (code != messagecode::Answer || body.size() < tableSize ||
-        byteAt(body, 0) != selector::HolidaysRead || byteAt(body, 1) != 0)
+    if (!isAccepted(selector::HolidaysRead, code, body) || body.size() < tableSize)
         return std::nullopt;
     HolidayTable table;
     qsizetype at = 2;
