@@ -11,6 +11,8 @@
 
 #include <QPointer>
 
+#include <functional>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -99,21 +101,16 @@ void ConnectionWorkflow::identificacion(bool open)
     QByteArray body;
     body.append(static_cast<char>(selector::Identification));
     body.append(static_cast<char>(open ? number : ~number));
-    qint32 timeout = 0;
-    mntIdentificacion.bind(m_link, [this](quint8 code, const QByteArray& answer, qint16 status) {
-        mntIdentificacion_Recibido(code, answer, status);
-    });
-    m_link.Envia(messagecode::Identification, body, timeout);
+    mntIdentificacion.request(
+        m_link, messagecode::Identification, body,
+        std::bind_front(&ConnectionWorkflow::mntIdentificacion_Recibido, this));
 }
 
 void ConnectionWorkflow::SendGeneralDataRequest()
 {
-    QByteArray body(1, static_cast<char>(selector::GeneralData));
-    qint32 timeout = 0;
-    mntDatosXerais.bind(m_link, [this](quint8 code, const QByteArray& answer, qint16 status) {
-        mntDatosXerais_Recibido(code, answer, status);
-    });
-    m_link.Envia(messagecode::Read, body, timeout);
+    mntDatosXerais.request(m_link, messagecode::Read,
+                           QByteArray(1, static_cast<char>(selector::GeneralData)),
+                           std::bind_front(&ConnectionWorkflow::mntDatosXerais_Recibido, this));
 }
 
 void ConnectionWorkflow::mntIdentificacion_Recibido(quint8 code, const QByteArray& body,

@@ -14,6 +14,13 @@ void Exchange::bind(MessageLink& link, Handler handler)
     link.m_bound = this;
 }
 
+void Exchange::request(MessageLink& link, quint8 code, QByteArray body, Handler handler)
+{
+    bind(link, std::move(handler));
+    qint32 timeout = 0;
+    link.Envia(code, body, timeout);
+}
+
 void Exchange::release()
 {
     if (m_link && m_link->m_bound == this)

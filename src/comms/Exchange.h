@@ -8,7 +8,7 @@
 class MessageLink;
 
 /// One kind of exchange with the clock, held by the window that asks (`mntSincronismo` and the
-/// like). It is bound to the link right before Envia; the handler releases it first thing, so that
+/// like). It is bound to the link for each request; the handler releases it first thing, so that
 /// each answer reaches exactly the exchange that asked for it. Destroying it releases it.
 class Exchange {
 public:
@@ -22,6 +22,9 @@ public:
 
     /// The link has one bound exchange at a time: this one takes the place of any other.
     void bind(MessageLink& link, Handler handler);
+    /// Binds it and sends a request with the time that the line's speed asks for; with the port
+    /// closed the handler is called from within.
+    void request(MessageLink& link, quint8 code, QByteArray body, Handler handler);
     void release();
     bool isBound() const;
 

@@ -6,6 +6,8 @@
 #include "modGlobais.h"
 #include "modUtilidades.h"
 
+#include <functional>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -74,12 +76,8 @@ void ClockSetting::ProcesoDiferido()
 
 void ClockSetting::send(const ClockFields& fields)
 {
-    QByteArray body = message(fields);
-    qint32 timeout = 0;
-    mntSincronismo.bind(m_link, [this](quint8 code, const QByteArray& answer, qint16 status) {
-        mntSincronismo_Recibido(code, answer, status);
-    });
-    m_link.Envia(messagecode::Write, body, timeout);
+    mntSincronismo.request(m_link, messagecode::Write, message(fields),
+                           std::bind_front(&ClockSetting::mntSincronismo_Recibido, this));
 }
 
 void ClockSetting::mntSincronismo_Recibido(quint8 code, const QByteArray& body, qint16 status)

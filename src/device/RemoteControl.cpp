@@ -4,6 +4,8 @@
 #include "MessageCodes.h"
 #include "MessageLink.h"
 
+#include <functional>
+
 namespace {
 
 QByteArray message(quint8 area, quint8 value)
@@ -56,22 +58,15 @@ void RemoteControl::ProcesoDiferido()
 
 void RemoteControl::sendCommand()
 {
-    QByteArray body = message(selector::OutputsWrite, offMask());
-    qint32 timeout = 0;
-    mntTelemando.bind(m_link, [this](quint8 code, const QByteArray& answer, qint16 status) {
-        mntTelemando_Recibido(code, answer, status);
-    });
-    m_link.Envia(messagecode::Write, body, timeout);
+    mntTelemando.request(m_link, messagecode::Write, message(selector::OutputsWrite, offMask()),
+                         std::bind_front(&RemoteControl::mntTelemando_Recibido, this));
 }
 
 void RemoteControl::sendStateRead()
 {
-    QByteArray body = message(selector::ModeAndOutputsRead, m_manual ? 1 : 0);
-    qint32 timeout = 0;
-    mntLectEstadoSaidas.bind(m_link, [this](quint8 code, const QByteArray& answer, qint16 status) {
-        mntLectEstadoSaidas_Recibido(code, answer, status);
-    });
-    m_link.Envia(messagecode::Read, body, timeout);
+    mntLectEstadoSaidas.request(
+        m_link, messagecode::Read, message(selector::ModeAndOutputsRead, m_manual ? 1 : 0),
+        std::bind_front(&RemoteControl::mntLectEstadoSaidas_Recibido, this));
 }
 
 void RemoteControl::mntTelemando_Recibido(quint8 code, const QByteArray& body, qint16 status)

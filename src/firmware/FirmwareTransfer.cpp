@@ -5,6 +5,7 @@
 #include "MessageCodes.h"
 #include "MessageLink.h"
 
+#include <functional>
 #include <limits>
 
 namespace {
@@ -51,12 +52,8 @@ void FirmwareTransfer::SendCurrentLine()
     FinalLineFlag flag = MoreLinesFollow;
     if (m_currentLine == m_file.LineCount() - 1)
         flag = m_resetAfterwards ? LastLineThenReset : LastLine;
-    QByteArray body = message(m_file.Lines(m_currentLine), flag);
-    mntProgramacion.bind(m_link, [this](quint8 code, const QByteArray& answer, qint16 status) {
-        mntProgramacion_Recibido(code, answer, status);
-    });
-    qint32 timeout = 0;
-    m_link.Envia(messagecode::Write, body, timeout);
+    mntProgramacion.request(m_link, messagecode::Write, message(m_file.Lines(m_currentLine), flag),
+                            std::bind_front(&FirmwareTransfer::mntProgramacion_Recibido, this));
 }
 
 QByteArray FirmwareTransfer::message(const HexLine& line, FinalLineFlag flag)

@@ -63,22 +63,10 @@ void ProgrammeExchange::ProcesoDiferido()
 {
     switch (m_state) {
     case State::Idle: return;
-    case State::SendRequested:
-        return request(mntDatosXerais, messagecode::Read, ProgrammeMessages::generalDataRequest(),
-                       &ProgrammeExchange::mntDatosXerais_Recibido);
-    case State::Opening:
-        return request(mntLectFestVacacionais, messagecode::Read,
-                       ProgrammeMessages::holidaysRequest(),
-                       &ProgrammeExchange::mntLectFestVacacionais_Recibido);
-    case State::WritingBlocks:
-        return request(mntProgBloquesAvisos, messagecode::Write,
-                       ProgrammeMessages::alarmBlock(
-                           m_programme.blocks[static_cast<std::size_t>(m_block)], m_block, m_model),
-                       &ProgrammeExchange::mntProgBloquesAvisos_Recibido);
-    case State::WritingHolidays:
-        return request(mntProgFestVacacionais, messagecode::Write,
-                       ProgrammeMessages::holidays(m_table()),
-                       &ProgrammeExchange::mntProgFestVacacionais_Recibido);
+    case State::SendRequested: return requestGeneralData();
+    case State::Opening: return requestHolidays();
+    case State::WritingBlocks: return writeBlock();
+    case State::WritingHolidays: return writeHolidays();
     case State::Failed: emit failed(); return;
     case State::GivingUp: return giveUp();
     }
@@ -109,14 +97,32 @@ void ProgrammeExchange::giveUp()
     m_state = State::Idle;
 }
 
-void ProgrammeExchange::request(Exchange& exchange, quint8 code, QByteArray body, Receiver receiver)
+void ProgrammeExchange::requestGeneralData()
 {
-    exchange.bind(m_link,
-                  [this, receiver](quint8 answerCode, const QByteArray& answer, qint16 status) {
-                      (this->*receiver)(answerCode, answer, status);
-                  });
-    qint32 timeout = 0;
-    m_link.Envia(code, body, timeout);
+    mntDatosXerais.request(m_link, messagecode::Read, ProgrammeMessages::generalDataRequest(),
+                           std::bind_front(&ProgrammeExchange::mntDatosXerais_Recibido, this));
+}
+
+void ProgrammeExchange::requestHolidays()
+{
+    mntLectFestVacacionais.request(
+        m_link, messagecode::Read, ProgrammeMessages::holidaysRequest(),
+        std::bind_front(&ProgrammeExchange::mntLectFestVacacionais_Recibido, this));
+}
+
+void ProgrammeExchange::writeBlock()
+{
+    const AlarmBlock& block = m_programme.blocks[static_cast<std::size_t>(m_block)];
+    mntProgBloquesAvisos.request(
+        m_link, messagecode::Write, ProgrammeMessages::alarmBlock(block, m_block, m_model),
+        std::bind_front(&ProgrammeExchange::mntProgBloquesAvisos_Recibido, this));
+}
+
+void ProgrammeExchange::writeHolidays()
+{
+    mntProgFestVacacionais.request(
+        m_link, messagecode::Write, ProgrammeMessages::holidays(m_table()),
+        std::bind_front(&ProgrammeExchange::mntProgFestVacacionais_Recibido, this));
 }
 
 void ProgrammeExchange::mntDatosXerais_Recibido(quint8 code, const QByteArray& body, qint16 status)

@@ -67,9 +67,10 @@ protected:
     void setState(State state) { m_state = state; }
 
 private:
-    using Receiver = void (ProgrammeExchange::*)(quint8, const QByteArray&, qint16);
-
-    void request(Exchange& exchange, quint8 code, QByteArray body, Receiver receiver);
+    void requestGeneralData();
+    void requestHolidays();
+    void writeBlock();
+    void writeHolidays();
     void mntDatosXerais_Recibido(quint8 code, const QByteArray& body, qint16 status);
     void mntLectFestVacacionais_Recibido(quint8 code, const QByteArray& body, qint16 status);
     void mntProgBloquesAvisos_Recibido(quint8 code, const QByteArray& body, qint16 status);
