@@ -3,6 +3,7 @@
 #include "ClockDisplay.h"
 #include "CoverLabel.h"
 #include "RoundLamp.h"
+#include "WidgetDescription.h"
 #include "modGlobais.h"
 #include "modUtilidades.h"
 
@@ -48,8 +49,7 @@ QLabel* makeField(const QString& name, const QString& toolTip)
     field->setAutoFillBackground(true);
     field->setMargin(2);
     field->setTextFormat(Qt::PlainText);
-    field->setToolTip(toolTip);
-    field->setAccessibleDescription(toolTip);
+    setHint(*field, toolTip);
     return field;
 }
 
@@ -167,10 +167,7 @@ QWidget* frmInfo::makeStatusFrame()
         const StatusRow& row = statusRows()[i];
         shpEstado[i] = addLamp(*grid, indexed(u"shpEstado"_s, i), row.caption);
         auto* cover = new CoverLabel;
-        cover->setObjectName(indexed(u"lblTapaEstado"_s, i));
-        cover->setToolTip(row.toolTip);
-        cover->setAccessibleName(row.caption);
-        cover->setAccessibleDescription(row.toolTip);
+        describe(*cover, indexed(u"lblTapaEstado"_s, i), row.caption, row.toolTip);
         grid->addWidget(cover, int(i), 1);
     }
     grid->setRowStretch(grid->rowCount(), 1);

@@ -1,6 +1,7 @@
 #include "frmSincronizacionReloxo.h"
 
 #include "TextoRestrinxido.h"
+#include "WidgetDescription.h"
 #include "modGlobais.h"
 
 #include <QGridLayout>
@@ -20,18 +21,8 @@ QPushButton* makeButton(const QString& name, const QString& caption, const QStri
 {
     auto* button = new QPushButton(caption);
     button->setObjectName(name);
-    button->setToolTip(toolTip);
-    button->setAccessibleDescription(toolTip);
+    setHint(*button, toolTip);
     return button;
-}
-
-void describe(TextoRestrinxido& field, const QString& name, const QString& caption,
-              const QString& toolTip)
-{
-    field.setObjectName(name);
-    field.setAccessibleName(caption);
-    field.setToolTip(toolTip);
-    field.setAccessibleDescription(toolTip);
 }
 
 } // namespace

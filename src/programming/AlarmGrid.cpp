@@ -1,6 +1,7 @@
 #include "AlarmGrid.h"
 
 #include "TextUpDown.h"
+#include "WidgetDescription.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -133,10 +134,9 @@ void AlarmGrid::addRow(int index)
 QCheckBox* AlarmGrid::addDay(int index, int day)
 {
     auto* check = new QCheckBox(this);
-    check->setObjectName(numbered(textOf(day).control, index));
-    check->setAccessibleName(u"%1, aviso %2"_s.arg(text(textOf(day).name)).arg(index + 1));
-    check->setToolTip(text(textOf(day).toolTip));
-    check->setAccessibleDescription(check->toolTip());
+    describe(*check, numbered(textOf(day).control, index),
+             u"%1, aviso %2"_s.arg(text(textOf(day).name)).arg(index + 1),
+             text(textOf(day).toolTip));
     check->installEventFilter(this);
     connect(check, &QCheckBox::toggled, this, [this, index] { dimIfInactive(index); });
     return check;

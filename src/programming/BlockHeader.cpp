@@ -2,6 +2,7 @@
 
 #include "CaptionUpdate.h"
 #include "TextUpDown.h"
+#include "WidgetDescription.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>
@@ -12,12 +13,6 @@ using modUtilidades::updateCaption;
 
 namespace {
 
-void setHint(QWidget* widget, const QString& text)
-{
-    widget->setToolTip(text);
-    widget->setAccessibleDescription(text);
-}
-
 QLabel* makeValueLabel(const QString& name, const QString& hint, QWidget* parent)
 {
     auto* label = new QLabel(parent);
@@ -25,8 +20,7 @@ QLabel* makeValueLabel(const QString& name, const QString& hint, QWidget* parent
     QFont bold = label->font();
     bold.setBold(true);
     label->setFont(bold);
-    if (!hint.isEmpty())
-        setHint(label, hint);
+    setHint(*label, hint);
     return label;
 }
 
@@ -72,7 +66,7 @@ FirstModelHeader::FirstModelHeader(QWidget* parent) : BlockHeader(parent)
     lblDuracion = makeValueLabel(u"lblDuracion"_s, u"Duración del aviso"_s, this);
     chkIntermitente = new QCheckBox(u"Modo intermitente"_s, this);
     chkIntermitente->setObjectName(u"chkIntermitente"_s);
-    setHint(chkIntermitente,
+    setHint(*chkIntermitente,
             u"Modo de avisos intermitente. No puede programarse desde el ordenador"_s);
     chkIntermitente->setEnabled(false);
     addCaptioned(u"Modo:"_s, lblModo);

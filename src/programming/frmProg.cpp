@@ -8,6 +8,7 @@
 #include "ProgrammeRules.h"
 #include "StatusBlock.h"
 #include "StatusLog.h"
+#include "WidgetDescription.h"
 #include "modGlobais.h"
 
 #include <QGroupBox>
@@ -200,8 +201,7 @@ QPushButton* frmProg::addButton(const QString& name, const QString& caption, con
 {
     auto* button = new QPushButton(caption, this);
     button->setObjectName(name);
-    button->setToolTip(hint);
-    button->setAccessibleDescription(hint);
+    setHint(*button, hint);
     button->setAutoDefault(false);
     connect(button, &QPushButton::clicked, this, action);
     return button;

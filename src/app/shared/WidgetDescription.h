@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QWidget>
+
+/// Gives a control its tool tip, which a screen reader reads too.
+inline void setHint(QWidget& widget, const QString& toolTip)
+{
+    widget.setToolTip(toolTip);
+    widget.setAccessibleDescription(toolTip);
+}
+
+/// Gives a control its name, what a screen reader calls it, and its tool tip.
+inline void describe(QWidget& widget, const QString& objectName, const QString& accessibleName,
+                     const QString& toolTip = {})
+{
+    widget.setObjectName(objectName);
+    widget.setAccessibleName(accessibleName);
+    setHint(widget, toolTip);
+}
