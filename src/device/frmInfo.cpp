@@ -53,8 +53,6 @@ QLabel* makeField(const QString& name, const QString& toolTip)
     return field;
 }
 
-QString indexed(const QString& name, std::size_t index) { return u"%1(%2)"_s.arg(name).arg(index); }
-
 } // namespace
 
 frmInfo::frmInfo(QMdiArea& area, frmCrono& crono, const modGlobais& globais, const Model& model)

@@ -5,6 +5,7 @@
 #include "RoundLamp.h"
 #include "StatusBlock.h"
 #include "Switch.h"
+#include "WidgetDescription.h"
 #include "modGlobais.h"
 
 #include <QCheckBox>
@@ -16,8 +17,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString indexed(const QString& name, std::size_t index) { return u"%1(%2)"_s.arg(name).arg(index); }
 
 QLabel* makeEndLabel(const QString& name, const QString& text)
 {

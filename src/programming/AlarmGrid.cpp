@@ -44,11 +44,6 @@ const DayText& textOf(int day) { return dayTexts[static_cast<std::size_t>(day)];
 
 QString text(const char16_t* literal) { return QString::fromUtf16(literal); }
 
-QString numbered(const char16_t* control, int index)
-{
-    return u"%1(%2)"_s.arg(text(control)).arg(index);
-}
-
 } // namespace
 
 AlarmGrid::AlarmGrid(ClockModel model, QWidget* parent)
@@ -112,12 +107,12 @@ void AlarmGrid::addRow(int index)
 
     Row row;
     row.lblOrde = new QLabel(number, this);
-    row.lblOrde->setObjectName(numbered(u"lblOrde", index));
+    row.lblOrde->setObjectName(indexed(u"lblOrde"_s, index));
     row.lblOrde->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     row.txtHora = new TextUpDown({{u"Hora del aviso %1"_s.arg(number), 0, 23, 2},
                                   {u"Minuto del aviso %1"_s.arg(number), 0, 59, 2}},
                                  u":"_s, this);
-    row.txtHora->setObjectName(numbered(u"txtHora", index));
+    row.txtHora->setObjectName(indexed(u"txtHora"_s, index));
     row.txtHora->setAccessibleName(u"Aviso %1"_s.arg(number));
     row.txtHora->setHint(u"Hora y minuto del aviso %1 del bloque"_s.arg(number));
     row.lblOrde->setBuddy(row.txtHora);
@@ -134,7 +129,7 @@ void AlarmGrid::addRow(int index)
 QCheckBox* AlarmGrid::addDay(int index, int day)
 {
     auto* check = new QCheckBox(this);
-    describe(*check, numbered(textOf(day).control, index),
+    describe(*check, indexed(text(textOf(day).control), index),
              u"%1, aviso %2"_s.arg(text(textOf(day).name)).arg(index + 1),
              text(textOf(day).toolTip));
     check->installEventFilter(this);
@@ -155,7 +150,7 @@ void AlarmGrid::addCaptions()
     };
     for (int half = 0; half < 2; ++half) {
         QLabel* number = add(u"N.º"_s);
-        number->setObjectName(numbered(u"lblNumero", half));
+        number->setObjectName(indexed(u"lblNumero"_s, half));
         // The numbers below it may be narrower.
         grid->setColumnMinimumWidth(half * (m_dayCount + 3), number->sizeHint().width());
         add(u"Hora"_s);

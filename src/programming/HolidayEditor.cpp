@@ -2,6 +2,7 @@
 
 #include "FollowingScroll.h"
 #include "TextUpDown.h"
+#include "WidgetDescription.h"
 
 #include <QGridLayout>
 #include <QGroupBox>
@@ -107,7 +108,8 @@ QGroupBox* HolidayEditor::makeHolidays()
     fraFestivos->setObjectName(u"fraFestivos"_s);
     auto* grid = new QGridLayout(fraFestivos);
     for (int index = 0; index < HolidayTable::holidayCount; ++index) {
-        TextUpDown* date = addDate(u"txtFest(%1)"_s.arg(index), u"del festivo %1"_s.arg(index + 1));
+        TextUpDown* date =
+            addDate(indexed(u"txtFest"_s, index), u"del festivo %1"_s.arg(index + 1));
         txtFest.push_back(date);
         const int row = 1 + index % datesAColumn;
         const int column = 2 * (index / datesAColumn);
@@ -128,10 +130,10 @@ QGroupBox* HolidayEditor::makeVacations()
     grid->addWidget(new QLabel(u"Fin"_s), 0, 2);
     for (int index = 0; index < HolidayTable::vacationCount; ++index) {
         const QString period = QString::number(index + 1);
-        txtVacacIni.push_back(addDate(u"txtVacacIni(%1)"_s.arg(index),
+        txtVacacIni.push_back(addDate(indexed(u"txtVacacIni"_s, index),
                                       u"de inicio del período vacacional "_s + period));
-        txtVacacFin.push_back(
-            addDate(u"txtVacacFin(%1)"_s.arg(index), u"de fin del período vacacional "_s + period));
+        txtVacacFin.push_back(addDate(indexed(u"txtVacacFin"_s, index),
+                                      u"de fin del período vacacional "_s + period));
         grid->addWidget(numberLabel(index + 1, txtVacacIni.back()), index + 1, 0);
         grid->addWidget(txtVacacIni.back(), index + 1, 1);
         grid->addWidget(txtVacacFin.back(), index + 1, 2);

@@ -2,6 +2,14 @@
 
 #include <QWidget>
 
+#include <concepts>
+
+/// The name of one control of an array: "shpEstado(0)".
+inline QString indexed(const QString& name, std::integral auto index)
+{
+    return QStringLiteral("%1(%2)").arg(name).arg(index);
+}
+
 /// Gives a control its tool tip, which a screen reader reads too.
 inline void setHint(QWidget& widget, const QString& toolTip)
 {
