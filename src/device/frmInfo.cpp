@@ -3,6 +3,7 @@
 #include "ClockDisplay.h"
 #include "CoverLabel.h"
 #include "RoundLamp.h"
+#include "ValueLabel.h"
 #include "WidgetDescription.h"
 #include "modGlobais.h"
 #include "modUtilidades.h"
@@ -40,31 +41,20 @@ const std::array<StatusRow, 5>& statusRows()
 
 QString lampState(bool lit) { return lit ? u"encendido"_s : u"apagado"_s; }
 
-QLabel* makeField(const QString& name, const QString& toolTip)
-{
-    auto* field = new QLabel;
-    field->setObjectName(name);
-    field->setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Sunken));
-    field->setBackgroundRole(QPalette::Base);
-    field->setAutoFillBackground(true);
-    field->setMargin(2);
-    field->setTextFormat(Qt::PlainText);
-    setHint(*field, toolTip);
-    return field;
-}
-
 } // namespace
 
 frmInfo::frmInfo(QMdiArea& area, frmCrono& crono, const modGlobais& globais, const Model& model)
     : MdiForm(area),
       m_globais(globais),
       m_registration(crono, *this, 1),
-      lblData(makeField(u"lblData"_s, u"Fecha del reloj interno del equipo"_s)),
-      lblHora(makeField(u"lblHora"_s, u"Hora del reloj interno del equipo"_s)),
+      lblData(new ValueLabel(u"lblData"_s, u"Fecha:"_s)),
+      lblHora(new ValueLabel(u"lblHora"_s, u"Hora:"_s)),
       cmdPechar(new QPushButton(u"&Cerrar"_s))
 {
     setObjectName(model.name);
     setWindowTitle(model.caption);
+    setHint(*lblData, u"Fecha del reloj interno del equipo"_s);
+    setHint(*lblHora, u"Hora del reloj interno del equipo"_s);
     cmdPechar->setObjectName(u"cmdPechar"_s);
 
     auto* grid = new QGridLayout(this);
@@ -78,8 +68,8 @@ frmInfo::frmInfo(QMdiArea& area, frmCrono& crono, const modGlobais& globais, con
     grid->setColumnStretch(1, 1);
 
     // What is shown until the first full block arrives.
-    showText(*lblData, u"Fecha:"_s, u" miércoles, 23 de diciembre de 2002"_s);
-    showText(*lblHora, u"Hora:"_s, u"14:35:57 "_s);
+    lblData->setValue(u" miércoles, 23 de diciembre de 2002"_s);
+    lblHora->setValue(u"14:35:57 "_s);
     reserveTextWidths();
 
     connect(cmdPechar, &QPushButton::clicked, this, [this] { closeWindow(CloseReason::Operator); });
@@ -93,8 +83,8 @@ void frmInfo::Refresh()
     const ClockDisplay display{StatusBlock(m_globais.GeneralData)};
     if (!display.isComplete())
         return;
-    showText(*lblData, u"Fecha:"_s, display.dateText());
-    showText(*lblHora, u"Hora:"_s, display.timeText());
+    lblData->setValue(display.dateText());
+    lblHora->setValue(display.timeText());
     for (std::size_t i = 0; i < shpSaida.size(); ++i)
         shpSaida[i]->setFill(display.outputFill(int(i)), lampState(display.isOutputOn(int(i))));
     for (std::size_t i = 0; i < shpEntrada.size() && shpEntrada[i]; ++i)
@@ -116,15 +106,6 @@ void frmInfo::changeEvent(QEvent* event)
     MdiForm::changeEvent(event);
 }
 
-// The value is part of the accessible name: a label has no other text for a screen reader.
-void frmInfo::showText(QLabel& field, const QString& caption, const QString& text)
-{
-    if (field.text() == text)
-        return;
-    field.setText(text);
-    field.setAccessibleName(caption + u' ' + text.trimmed());
-}
-
 // The widest texts fit from the start, so that no date is cut and the window keeps its size.
 void frmInfo::reserveTextWidths()
 {
@@ -144,13 +125,9 @@ QWidget* frmInfo::makeClockFrame()
 {
     auto* frame = new QGroupBox(u"Reloj"_s);
     auto* grid = new QGridLayout(frame);
-    auto* dateCaption = new QLabel(u"Fecha:"_s);
-    auto* timeCaption = new QLabel(u"Hora:"_s);
-    dateCaption->setBuddy(lblData);
-    timeCaption->setBuddy(lblHora);
-    grid->addWidget(dateCaption, 0, 0);
+    grid->addWidget(lblData->makeCaption(), 0, 0);
     grid->addWidget(lblData, 0, 1);
-    grid->addWidget(timeCaption, 1, 0);
+    grid->addWidget(lblHora->makeCaption(), 1, 0);
     grid->addWidget(lblHora, 1, 1);
     grid->setColumnStretch(1, 1);
     lblHora->setAlignment(Qt::AlignRight | Qt::AlignVCenter);

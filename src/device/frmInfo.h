@@ -7,9 +7,9 @@
 #include <array>
 
 class QGridLayout;
-class QLabel;
 class QPushButton;
 class RoundLamp;
+class ValueLabel;
 
 /// The clock's date, time, flags, outputs and inputs. It sends nothing: on each tick it redraws
 /// from the latest general data, and shows its design texts until a full block is there.
@@ -38,13 +38,12 @@ private:
     QWidget* makeOutputsFrame();
     QWidget* makeInputsFrame();
     static RoundLamp* addLamp(QGridLayout& grid, const QString& name, const QString& caption);
-    static void showText(QLabel& field, const QString& caption, const QString& text);
     void reserveTextWidths();
 
     const modGlobais& m_globais;
     CronoRegistration m_registration;
-    QLabel* lblData;
-    QLabel* lblHora;
+    ValueLabel* lblData;
+    ValueLabel* lblHora;
     std::array<RoundLamp*, 5> shpEstado{};
     std::array<RoundLamp*, 3> shpSaida{};
     /// Null on the model without inputs.

@@ -1,15 +1,14 @@
 #include "frmProgramPROM.h"
 
-#include "CaptionUpdate.h"
 #include "Dialogs.h"
 #include "StatusLog.h"
+#include "ValueLabel.h"
 #include "WrappedCheckBox.h"
 #include "modUtilidades.h"
 
 #include <QDir>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
@@ -23,45 +22,12 @@ namespace {
 /// The log forgets its oldest lines beyond this many.
 constexpr int mostNotes = 1000;
 
-// What stands beside the fields, for the eye and, with the field's text, for a screen reader.
-constexpr auto fileName = "Archivo:";
-constexpr auto fileSize = "Líneas:";
-constexpr auto linesSent = "Líneas enviadas:";
-constexpr auto currentAddress = "Dirección actual:";
-
-QLabel* makeField(const QString& name)
-{
-    auto* field = new QLabel;
-    field->setObjectName(name);
-    field->setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Sunken));
-    field->setBackgroundRole(QPalette::Base);
-    field->setAutoFillBackground(true);
-    field->setMargin(2);
-    // A file's name is no markup.
-    field->setTextFormat(Qt::PlainText);
-    return field;
-}
-
 QPushButton* makeButton(const QString& name, const QString& caption)
 {
     auto* button = new QPushButton(caption);
     button->setObjectName(name);
     button->setAccessibleName(QString(caption).remove(u'&'));
     return button;
-}
-
-QLabel* makeCaption(const char* text, QLabel* field)
-{
-    auto* caption = new QLabel(QString::fromUtf8(text));
-    caption->setBuddy(field);
-    field->setAccessibleName(caption->text());
-    return caption;
-}
-
-void showText(QLabel& field, const char* caption, const QString& text)
-{
-    modUtilidades::updateCaption(field, text);
-    field.setAccessibleName((QString::fromUtf8(caption) + u' ' + text).simplified());
 }
 
 } // namespace
@@ -73,11 +39,11 @@ frmProgramPROM::frmProgramPROM(QMdiArea& area, frmCrono& crono, MessageLink& lin
       m_dialogs(dialogs),
       m_transfer(m_file, crono, link),
       cmdAbrir(makeButton(u"cmdAbrir"_s, u"&Leer archivo HEX..."_s)),
-      lblArquivo(makeField(u"lblArquivo"_s)),
-      lblTamanho(makeField(u"lblTamanho"_s)),
+      lblArquivo(new ValueLabel(u"lblArquivo"_s, u"Archivo:"_s)),
+      lblTamanho(new ValueLabel(u"lblTamanho"_s, u"Líneas:"_s)),
       pgbEnvio(new QProgressBar),
-      lblLinhas(makeField(u"lblLinhas"_s)),
-      lblDireccion(makeField(u"lblDireccion"_s)),
+      lblLinhas(new ValueLabel(u"lblLinhas"_s, u"Líneas enviadas:"_s)),
+      lblDireccion(new ValueLabel(u"lblDireccion"_s, u"Dirección actual:"_s)),
       chkReset(new WrappedCheckBox(
           u"&Realizar un reset tras envío (la memoria del equipo se borrará completamente y se "
           "desconectará de la  aplicación)"_s)),
@@ -114,9 +80,9 @@ QLayout* frmProgramPROM::makeFileRow()
 
     auto* row = new QHBoxLayout;
     row->addWidget(cmdAbrir);
-    row->addWidget(makeCaption(fileName, lblArquivo));
+    row->addWidget(lblArquivo->makeCaption());
     row->addWidget(lblArquivo, 1);
-    row->addWidget(makeCaption(fileSize, lblTamanho));
+    row->addWidget(lblTamanho->makeCaption());
     row->addWidget(lblTamanho);
     return row;
 }
@@ -138,9 +104,9 @@ QGroupBox* frmProgramPROM::makeTransferFrame()
     order->addWidget(chkReset, 1);
     order->addWidget(cmdEnviar);
     auto* progress = new QHBoxLayout;
-    progress->addWidget(makeCaption(linesSent, lblLinhas));
+    progress->addWidget(lblLinhas->makeCaption());
     progress->addWidget(lblLinhas, 1);
-    progress->addWidget(makeCaption(currentAddress, lblDireccion));
+    progress->addWidget(lblDireccion->makeCaption());
     progress->addWidget(lblDireccion, 1);
     auto* rows = new QVBoxLayout(frame);
     rows->addLayout(order);
@@ -176,12 +142,12 @@ void frmProgramPROM::cmdAbrir_Click()
 
 void frmProgramPROM::showLoadedFile(const QString& path)
 {
-    showText(*lblArquivo, fileName, m_file.fileCaption());
+    lblArquivo->setValue(m_file.fileCaption());
     const QString toolTip =
         m_file.fileCaption().isEmpty() ? QString() : QDir::toNativeSeparators(path);
     lblArquivo->setToolTip(toolTip.toHtmlEscaped());
     lblArquivo->setAccessibleDescription(toolTip);
-    showText(*lblTamanho, fileSize, m_file.sizeCaption());
+    lblTamanho->setValue(m_file.sizeCaption());
     appendNote(m_file.note());
     cmdEnviar->setEnabled(m_file.LineCount() >= 1);
     clearProgress();
@@ -198,16 +164,15 @@ void frmProgramPROM::cmdEnviar_Click()
 void frmProgramPROM::showProgress(qint16 index, qint32 lastAddress)
 {
     pgbEnvio->setValue(index);
-    showText(*lblLinhas, linesSent, u"   "_s + QString::number(index + 1));
-    showText(*lblDireccion, currentAddress,
-             u"   "_s + modUtilidades::hexadecimalText(lastAddress, 8));
+    lblLinhas->setValue(u"   "_s + QString::number(index + 1));
+    lblDireccion->setValue(u"   "_s + modUtilidades::hexadecimalText(lastAddress, 8));
 }
 
 void frmProgramPROM::clearProgress()
 {
     pgbEnvio->setValue(0);
-    showText(*lblLinhas, linesSent, QString());
-    showText(*lblDireccion, currentAddress, QString());
+    lblLinhas->setValue(QString());
+    lblDireccion->setValue(QString());
 }
 
 void frmProgramPROM::showFinished()

@@ -7,12 +7,12 @@
 class Dialogs;
 class QCheckBox;
 class QGroupBox;
-class QLabel;
 class QLayout;
 class QPlainTextEdit;
 class QProgressBar;
 class QPushButton;
 class StatusLog;
+class ValueLabel;
 class frmCrono;
 
 /// Firmware update: reads an image from an Intel HEX file and sends it to the clock. Closing it
@@ -48,11 +48,11 @@ private:
     FirmwareTransfer m_transfer;
 
     QPushButton* cmdAbrir;
-    QLabel* lblArquivo;
-    QLabel* lblTamanho;
+    ValueLabel* lblArquivo;
+    ValueLabel* lblTamanho;
     QProgressBar* pgbEnvio;
-    QLabel* lblLinhas;
-    QLabel* lblDireccion;
+    ValueLabel* lblLinhas;
+    ValueLabel* lblDireccion;
     QCheckBox* chkReset;
     QPushButton* cmdEnviar;
     QPlainTextEdit* txtNotas;

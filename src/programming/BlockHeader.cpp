@@ -1,7 +1,7 @@
 #include "BlockHeader.h"
 
-#include "CaptionUpdate.h"
 #include "TextUpDown.h"
+#include "ValueLabel.h"
 #include "WidgetDescription.h"
 
 #include <QCheckBox>
@@ -9,25 +9,14 @@
 #include <QLabel>
 
 using namespace Qt::StringLiterals;
-using modUtilidades::updateCaption;
 
 namespace {
 
-QLabel* makeValueLabel(const QString& name, const QString& hint, QWidget* parent)
+ValueLabel* makeValueLabel(const QString& name, const QString& caption, const QString& hint = {})
 {
-    auto* label = new QLabel(parent);
-    label->setObjectName(name);
-    QFont bold = label->font();
-    bold.setBold(true);
-    label->setFont(bold);
+    auto* label = new ValueLabel(name, caption, ValueLabel::Look::Bold);
     setHint(*label, hint);
     return label;
-}
-
-void setValue(QLabel& label, const QString& caption, const QString& value)
-{
-    updateCaption(label, value);
-    label.setAccessibleName(caption + u' ' + value.trimmed());
 }
 
 } // namespace
@@ -35,7 +24,7 @@ void setValue(QLabel& label, const QString& caption, const QString& value)
 BlockHeader::BlockHeader(QWidget* parent) : QWidget(parent), m_row(new QHBoxLayout(this))
 {
     m_row->setContentsMargins(0, 0, 0, 0);
-    m_number = makeValueLabel(u"lblPrograma"_s, QString(), this);
+    m_number = makeValueLabel(u"lblPrograma"_s, u"Programa"_s);
     addCaptioned(u"Programa:"_s, m_number);
 }
 
@@ -48,7 +37,7 @@ BlockHeader* BlockHeader::make(ClockModel model, QWidget* parent)
 
 void BlockHeader::setBlock(const AlarmBlock& /*block*/, int number, quint8 /*statusMode*/)
 {
-    setValue(*m_number, u"Programa"_s, QString::number(number + 1));
+    m_number->setValue(QString::number(number + 1));
 }
 
 void BlockHeader::addCaptioned(const QString& caption, QWidget* field)
@@ -62,8 +51,8 @@ void BlockHeader::addCaptioned(const QString& caption, QWidget* field)
 
 FirstModelHeader::FirstModelHeader(QWidget* parent) : BlockHeader(parent)
 {
-    lblModo = makeValueLabel(u"lblModo"_s, u"Modo del Aviso."_s, this);
-    lblDuracion = makeValueLabel(u"lblDuracion"_s, u"Duración del aviso"_s, this);
+    lblModo = makeValueLabel(u"lblModo"_s, u"Modo"_s, u"Modo del Aviso."_s);
+    lblDuracion = makeValueLabel(u"lblDuracion"_s, u"Tiempo"_s, u"Duración del aviso"_s);
     chkIntermitente = new QCheckBox(u"Modo intermitente"_s, this);
     chkIntermitente->setObjectName(u"chkIntermitente"_s);
     setHint(*chkIntermitente,
@@ -78,9 +67,9 @@ FirstModelHeader::FirstModelHeader(QWidget* parent) : BlockHeader(parent)
 void FirstModelHeader::setBlock(const AlarmBlock& block, int number, quint8 statusMode)
 {
     BlockHeader::setBlock(block, number, statusMode);
-    setValue(*lblModo, u"Modo"_s, QString::number(statusMode));
+    lblModo->setValue(QString::number(statusMode));
     // The blank after the number belongs to the caption.
-    setValue(*lblDuracion, u"Tiempo"_s, QString::number(block.Duration) + u' ');
+    lblDuracion->setValue(QString::number(block.Duration) + u' ');
     chkIntermitente->setChecked(block.Mode == 1);
 }
 

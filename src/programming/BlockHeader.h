@@ -6,8 +6,8 @@
 
 class QCheckBox;
 class QHBoxLayout;
-class QLabel;
 class TextUpDown;
+class ValueLabel;
 
 /// What stands above the alarms of a block: which one it is, its mode and its duration. The models
 /// differ in what the operator may change of it.
@@ -29,7 +29,7 @@ protected:
 
 private:
     QHBoxLayout* m_row;
-    QLabel* m_number;
+    ValueLabel* m_number;
 };
 
 /// Mode and duration are the clock's: they are looked at here.
@@ -43,8 +43,8 @@ public:
     void storeBlock(AlarmBlock& block) const override;
 
 private:
-    QLabel* lblModo;
-    QLabel* lblDuracion;
+    ValueLabel* lblModo;
+    ValueLabel* lblDuracion;
     QCheckBox* chkIntermitente;
 };
 
