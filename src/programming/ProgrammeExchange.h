@@ -64,6 +64,7 @@ signals:
     void failed();
 
 protected:
+    /// For Failed, which nothing of its own leads to.
     void setState(State state) { m_state = state; }
 
 private:

@@ -179,7 +179,7 @@ void TestProgrammeExchange::holidaysAreSentInPlainBinary()
     desk.programme.table.holidays[15] = {31, 10};
     desk.programme.table.vacations[0] = {23, 12, 7, 1};
     desk.programme.table.vacations[7] = {1, 7, 31, 8};
-    desk.exchange.setState(State::WritingHolidays);
+    desk.reach(State::WritingHolidays);
     desk.exchange.ProcesoDiferido();
     QCOMPARE(desk.takeRequestBody(), QByteArray::fromHex("d200190c") + QByteArray(28, '\0') +
                                          QByteArray::fromHex("1f0a170c0701") +
@@ -189,7 +189,7 @@ void TestProgrammeExchange::holidaysAreSentInPlainBinary()
 void TestProgrammeExchange::unusedHolidaysAreSentAsZeros()
 {
     ExchangeDesk desk;
-    desk.exchange.setState(State::WritingHolidays);
+    desk.reach(State::WritingHolidays);
     desk.exchange.ProcesoDiferido();
     QCOMPARE(desk.takeRequestBody(), QByteArray::fromHex("d2") + QByteArray(65, '\0'));
 }
@@ -277,8 +277,7 @@ void TestProgrammeExchange::newSendingBeginsWithTheFirstBlock()
 void TestProgrammeExchange::anyAnswerToTheHolidaysWillDo()
 {
     ExchangeDesk desk;
-    desk.exchange.send();
-    desk.exchange.setState(State::WritingHolidays);
+    desk.reach(State::WritingHolidays);
     desk.nextRequestBody();
     desk.answer(QByteArray(), 77);
     QCOMPARE(desk.sent.count(), 1);
@@ -287,8 +286,7 @@ void TestProgrammeExchange::anyAnswerToTheHolidaysWillDo()
 void TestProgrammeExchange::damagedAnswerToTheHolidaysIsRefused()
 {
     ExchangeDesk desk;
-    desk.exchange.send();
-    desk.exchange.setState(State::WritingHolidays);
+    desk.reach(State::WritingHolidays);
     const QByteArray body = desk.nextRequestBody();
     desk.answerDamaged(holidaysAccepted);
     QCOMPARE(desk.sent.count(), 0);

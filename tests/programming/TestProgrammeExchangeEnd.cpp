@@ -9,6 +9,17 @@ using State = ProgrammeExchange::State;
 
 constexpr auto first = ClockModel::HCT7200;
 
+namespace {
+
+/// Lets a test place the exchange in the state that nothing leads to.
+class OpenExchange final : public ProgrammeExchange {
+public:
+    using ProgrammeExchange::ProgrammeExchange;
+    using ProgrammeExchange::setState;
+};
+
+} // namespace
+
 /// How an exchange ends otherwise than well: refusals, the end of the connection, its own window.
 class TestProgrammeExchangeEnd : public QObject {
     Q_OBJECT
@@ -103,7 +114,7 @@ void TestProgrammeExchangeEnd::secondSendingAfterAFailureEndsAtItsFirstRefusal()
 void TestProgrammeExchangeEnd::nothingIsSentAfterGivingUp()
 {
     ExchangeDesk desk;
-    desk.exchange.setState(State::GivingUp);
+    desk.reachGivingUp();
     desk.exchange.ProcesoDiferido();
     desk.tick(50);
     QVERIFY(!desk.hasRequest());
@@ -112,12 +123,16 @@ void TestProgrammeExchangeEnd::nothingIsSentAfterGivingUp()
 
 void TestProgrammeExchangeEnd::failedStateTellsAtEachCallAndStays()
 {
-    ExchangeDesk desk;
-    desk.exchange.setState(State::Failed);
-    desk.exchange.ProcesoDiferido();
-    desk.exchange.ProcesoDiferido();
-    QCOMPARE(desk.failed.count(), 2);
-    QVERIFY(desk.exchange.state() == State::Failed);
+    LinkFixture fixture;
+    const Programme programme;
+    OpenExchange exchange({fixture.crono, fixture.link, fixture.globais, fixture.log}, first,
+                          programme, [] { return HolidayTable(); });
+    exchange.setState(State::Failed);
+    const QSignalSpy failed(&exchange, &ProgrammeExchange::failed);
+    exchange.ProcesoDiferido();
+    exchange.ProcesoDiferido();
+    QCOMPARE(failed.count(), 2);
+    QVERIFY(exchange.state() == State::Failed);
 }
 
 void TestProgrammeExchangeEnd::everyRefusalIsLogged()
@@ -126,7 +141,7 @@ void TestProgrammeExchangeEnd::everyRefusalIsLogged()
     desk.exchange.readHolidays();
     desk.tick();
     desk.timeOut();
-    desk.exchange.setState(State::WritingBlocks);
+    desk.reach(State::WritingBlocks);
     desk.tick();
     desk.refuse(0xDA);
     QCOMPARE(desk.log.lines,
@@ -164,8 +179,7 @@ void TestProgrammeExchangeEnd::endOfTheConnectionGivesUp()
     QFETCH(State, state);
     QFETCH(bool, awaitsAnAnswer);
     ExchangeDesk desk;
-    desk.exchange.send();
-    desk.exchange.setState(state);
+    desk.reach(state);
     if (awaitsAnAnswer)
         QVERIFY(!desk.nextRequestBody().isEmpty());
     desk.disconnect();
@@ -186,8 +200,7 @@ void TestProgrammeExchangeEnd::endOfTheConnectionIsNotToldFromWithinIt()
 void TestProgrammeExchangeEnd::endOfTheConnectionAfterTheLastRefusalIsToldOnce()
 {
     ExchangeDesk desk;
-    desk.exchange.send();
-    desk.exchange.setState(State::GivingUp);
+    desk.reachGivingUp();
     desk.disconnect();
     QCoreApplication::processEvents();
     QCoreApplication::processEvents();
@@ -202,8 +215,7 @@ void TestProgrammeExchangeEnd::endOfTheConnectionUnderTheFailureIsNotToldAgain()
         desk.disconnect();
         QCoreApplication::processEvents();
     });
-    desk.exchange.send();
-    desk.exchange.setState(State::GivingUp);
+    desk.reachGivingUp();
     desk.tick();
     QCoreApplication::processEvents();
     QCOMPARE(desk.failed.count(), 1);
@@ -284,8 +296,7 @@ void TestProgrammeExchangeEnd::stoppedExchangeTakesNoAnswer()
 {
     QFETCH(State, state);
     ExchangeDesk desk;
-    desk.exchange.send();
-    desk.exchange.setState(state);
+    desk.reach(state);
     desk.nextRequestBody();
     desk.exchange.stop();
     desk.refuse(0x77);
@@ -312,11 +323,12 @@ void TestProgrammeExchangeEnd::exchangeDestroyedWhileTellingTheFailureIsNotTouch
 {
     LinkFixture fixture;
     const Programme programme;
-    auto exchange = std::make_unique<OpenExchange>(
+    auto exchange = std::make_unique<ProgrammeExchange>(
         ProgrammeExchange::Services{fixture.crono, fixture.link, fixture.globais, fixture.log},
         first, programme, [] { return HolidayTable(); });
     connect(exchange.get(), &ProgrammeExchange::failed, this, [&exchange] { exchange.reset(); });
-    exchange->setState(State::GivingUp);
+    exchange->send();
+    QVERIFY(exchange->state() == State::GivingUp);
     exchange->ProcesoDiferido();
     QVERIFY(!exchange);
 }
