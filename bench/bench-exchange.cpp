@@ -3,10 +3,10 @@
 
 #include "FirstWindow.h"
 #include "RunningProgram.h"
+#include "Spanish.h"
 
 #include <QAction>
 #include <QEventLoop>
-#include <QLibraryInfo>
 #include <QTemporaryDir>
 #include <QTranslator>
 
@@ -108,8 +108,7 @@ int measureIdle(const QString& simulator, int seconds)
 int showFirstWindow()
 {
     QTranslator toolkit;
-    if (toolkit.load(u"qtbase_es"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        QCoreApplication::installTranslator(&toolkit);
+    speakSpanish(toolkit);
     SystemOutside system;
     Program program(system.outside());
     const FirstWindow first(program.mainWindow());

@@ -1,9 +1,9 @@
 #include "ApplicationEnd.h"
+#include "Spanish.h"
 #include "SystemOutside.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QLibraryInfo>
 #include <QTranslator>
 
 #include <algorithm>
@@ -35,15 +35,6 @@ void readCommandLine(const QCoreApplication& application)
     parser.addHelpOption();
     parser.addVersionOption();
     parser.process(application);
-}
-
-void speakSpanish(QTranslator& toolkit)
-{
-    QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Spain));
-    // The Windows program carries the toolkit's texts inside.
-    if (toolkit.load(u"qtbase_es"_s, u":/i18n"_s) ||
-        toolkit.load(u"qtbase_es"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        QCoreApplication::installTranslator(&toolkit);
 }
 
 } // namespace

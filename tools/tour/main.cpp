@@ -1,4 +1,5 @@
 #include "Dialogs.h"
+#include "Spanish.h"
 #include "SystemOutside.h"
 #include "Tour.h"
 #include "frmPrincipal.h"
@@ -6,7 +7,6 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
-#include <QLibraryInfo>
 #include <QTextStream>
 #include <QTimer>
 #include <QTranslator>
@@ -89,10 +89,8 @@ int main(int argc, char* argv[])
     const QApplication application(argc, argv);
     QCoreApplication::setApplicationName(u"hct-tour"_s);
     const Options options = readCommandLine(application);
-    QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Spain));
     QTranslator toolkit;
-    if (toolkit.load(u"qtbase_es"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        QCoreApplication::installTranslator(&toolkit);
+    speakSpanish(toolkit);
 
     SystemOutside system;
     TourDialogs dialogs;

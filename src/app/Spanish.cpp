@@ -1,0 +1,17 @@
+#include "Spanish.h"
+
+#include <QCoreApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
+
+using namespace Qt::StringLiterals;
+
+void speakSpanish(QTranslator& toolkit)
+{
+    QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Spain));
+    // The Windows program carries the toolkit's texts inside.
+    if (toolkit.load(u"qtbase_es"_s, u":/i18n"_s) ||
+        toolkit.load(u"qtbase_es"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(&toolkit);
+}
