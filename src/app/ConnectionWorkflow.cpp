@@ -17,12 +17,16 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// In ticks of the timer service.
 constexpr qint16 period = 10;
 constexpr qint16 mostFailures = 4;
 
 /// Of the identification answer.
 constexpr quint8 accepted = 0;
 constexpr quint8 closed = 1;
+
+/// General data up to the refusal, which a clock of any family sends.
+constexpr qsizetype shortestGeneralData = 5;
 
 } // namespace
 
@@ -171,7 +175,7 @@ void ConnectionWorkflow::mntDatosXerais_Recibido(quint8 code, const QByteArray& 
 
 qint16 ConnectionWorkflow::checkedGeneralData(quint8 code, const QByteArray& body)
 {
-    if (!isAccepted(selector::GeneralData, code, body) || body.size() < 5)
+    if (!isAccepted(selector::GeneralData, code, body) || body.size() < shortestGeneralData)
         return linkstatus::WrongAnswer;
     const StatusBlock block(body);
     if (block.refusal() != 0)

@@ -20,8 +20,18 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
 constexpr int areaShade = 112;
+
+/// The window at its start, in characters and lines, where the screen has room for it.
+constexpr int startColumns = 160;
+constexpr int startLines = 46;
 constexpr double mostOfTheScreen = 0.9;
+
+/// Around the text of a panel of the status bar.
+constexpr int panelIndent = 6;
+constexpr int panelSpare = 24;
+
 } // namespace
 
 frmPrincipal::frmPrincipal(QMdiArea* area, ConnectionWorkflow& workflow, const modGlobais& globais,
@@ -140,7 +150,7 @@ void frmPrincipal::makeStatusBar()
     m_modelPanel = addPanel(u"stbBarra(2)"_s, u"Modelo del equipo conectado"_s, 1);
     m_portPanel = addPanel(u"stbBarra(3)"_s, u"Puerto en uso"_s, 2);
     const QFontMetrics metrics = m_connectionPanel->fontMetrics();
-    m_connectionPanel->setMinimumWidth(metrics.horizontalAdvance(u"Desconectado"_s) + 24);
+    m_connectionPanel->setMinimumWidth(metrics.horizontalAdvance(u"Desconectado"_s) + panelSpare);
 }
 
 QLabel* frmPrincipal::addPanel(const QString& name, const QString& description, int stretch)
@@ -151,7 +161,7 @@ QLabel* frmPrincipal::addPanel(const QString& name, const QString& description, 
     panel->setAccessibleDescription(description);
     panel->setTextFormat(Qt::PlainText);
     panel->setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Sunken));
-    panel->setIndent(6);
+    panel->setIndent(panelIndent);
     statusBar()->addWidget(panel, stretch);
     return panel;
 }
@@ -244,6 +254,7 @@ void frmPrincipal::colourArea()
 void frmPrincipal::resizeToScreen()
 {
     const QFontMetrics metrics = fontMetrics();
-    const QSize wanted(metrics.averageCharWidth() * 160, metrics.lineSpacing() * 46);
+    const QSize wanted(metrics.averageCharWidth() * startColumns,
+                       metrics.lineSpacing() * startLines);
     resize(wanted.boundedTo(screen()->availableSize() * mostOfTheScreen));
 }

@@ -46,7 +46,7 @@ QString lampState(bool lit) { return lit ? u"encendido"_s : u"apagado"_s; }
 frmInfo::frmInfo(QMdiArea& area, frmCrono& crono, const modGlobais& globais, const Model& model)
     : MdiForm(area),
       m_globais(globais),
-      m_registration(crono, *this, 1),
+      m_registration(crono, *this, CronoRegistration::everyTick),
       lblData(new ValueLabel(u"lblData"_s, u"Fecha:"_s)),
       lblHora(new ValueLabel(u"lblHora"_s, u"Hora:"_s)),
       cmdPechar(new QPushButton(u"&Cerrar"_s))

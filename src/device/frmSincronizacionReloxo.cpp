@@ -33,7 +33,7 @@ frmSincronizacionReloxo::frmSincronizacionReloxo(QMdiArea& area, frmCrono& crono
                                                  Dialogs& dialogs, const ClockOfDay& clock)
     : MdiForm(area),
       m_setting(link, log, dialogs, clock),
-      m_registration(crono, m_setting, 1),
+      m_registration(crono, m_setting, CronoRegistration::everyTick),
       txtData(new TextoRestrinxido({{1, 31, 2}, {1, 12, 2}, {0, 9999, 4}}, u'/')),
       txtHora(new TextoRestrinxido({{0, 23, 2}, {0, 59, 2}, {0, 59, 2}}, u':')),
       cmdEnviar(makeButton(

@@ -18,6 +18,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// In ticks of the timer service.
+constexpr qint16 period = 3;
+
 QLabel* makeEndLabel(const QString& name, const QString& text)
 {
     auto* label = new QLabel(text);
@@ -31,7 +34,7 @@ frmTelemando::frmTelemando(QMdiArea& area, frmCrono& crono, MessageLink& link,
                            const modGlobais& globais, const Model& model)
     : MdiForm(area),
       m_control(link, StatusBlock(globais.GeneralData).isRemoteControlled()),
-      m_registration(crono, m_control, 3),
+      m_registration(crono, m_control, period),
       chkAutomatico(new QCheckBox(u"&Modo automático"_s)),
       cmdPechar(new QPushButton(u"&Cerrar"_s))
 {

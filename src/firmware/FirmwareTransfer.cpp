@@ -15,7 +15,7 @@ constexpr qint16 mostFailures = 6;
 } // namespace
 
 FirmwareTransfer::FirmwareTransfer(const HexFile& file, frmCrono& crono, MessageLink& link)
-    : m_file(file), m_link(link), m_registration(crono, *this, 1)
+    : m_file(file), m_link(link), m_registration(crono, *this, CronoRegistration::everyTick)
 {}
 
 void FirmwareTransfer::start()

@@ -24,7 +24,7 @@ ProgrammeExchange::ProgrammeExchange(const Services& services, ClockModel model,
       m_programme(programme),
       m_table(std::move(table))
 {
-    m_registration.emplace(services.crono, *this, qint16{1});
+    m_registration.emplace(services.crono, *this, CronoRegistration::everyTick);
     connect(&m_link, &MessageLink::connectionEnded, this, [this] {
         if (m_state != State::Idle)
             giveUpWithoutConnection();

@@ -8,6 +8,9 @@
 /// window can forget to leave.
 class CronoRegistration {
 public:
+    /// The shortest period.
+    static constexpr qint16 everyTick = 1;
+
     CronoRegistration(frmCrono& crono, DeferredProcess& client, qint16 period);
     ~CronoRegistration();
     CronoRegistration(const CronoRegistration&) = delete;

@@ -10,6 +10,14 @@
 
 #include <algorithm>
 
+namespace {
+
+/// Windows that find no room of their own overlap, each so many pixels off the one before.
+constexpr int cascadeStep = 28;
+constexpr int cascadeLength = 8;
+
+} // namespace
+
 MdiForm::MdiForm(QMdiArea& area) : QWidget(&area), m_area(area) { hide(); }
 
 MdiForm::~MdiForm()
@@ -196,7 +204,7 @@ QPoint MdiForm::placeBesideOthers() const
             if (room.contains(place) && !taken.intersects(place))
                 return place.topLeft();
         }
-    const int step = 28 * (shown % 8);
+    const int step = cascadeStep * (shown % cascadeLength);
     const QSize spare = (room.size() - m_frame->size()).expandedTo(QSize(0, 0));
     return {std::min(step, spare.width()), std::min(step, spare.height())};
 }
