@@ -13,7 +13,6 @@
 #include "frmProgHCT7300.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QTabBar>
 #include <QTemporaryDir>
 

@@ -3,7 +3,6 @@
 
 #include "Figures.h"
 #include "HexImages.h"
-#include "MdiForm.h"
 #include "OneFile.h"
 #include "RunningProgram.h"
 

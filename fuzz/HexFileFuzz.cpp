@@ -3,6 +3,7 @@
 
 #include <QBuffer>
 
+#include <algorithm>
 #include <cstdlib>
 
 using namespace Qt::StringLiterals;

@@ -2,7 +2,6 @@
 
 #include "modGlobais.h"
 
-#include <QApplication>
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QLabel>

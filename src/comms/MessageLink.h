@@ -7,6 +7,8 @@
 #include <QObject>
 #include <QString>
 
+#include <optional>
+
 class CommSettings;
 class Exchange;
 class IntervalTimer;

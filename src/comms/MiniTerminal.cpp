@@ -2,7 +2,6 @@
 
 #include <QKeyEvent>
 #include <QScrollBar>
-#include <QTextBlock>
 
 namespace {
 

@@ -4,7 +4,6 @@
 #include "WidgetDescription.h"
 #include "modGlobais.h"
 
-#include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>

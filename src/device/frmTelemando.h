@@ -4,6 +4,8 @@
 #include "MdiForm.h"
 #include "RemoteControl.h"
 
+#include <array>
+
 class CoverLabel;
 class QCheckBox;
 class QPushButton;

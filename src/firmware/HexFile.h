@@ -6,7 +6,6 @@
 
 #include <array>
 #include <memory_resource>
-#include <optional>
 #include <span>
 #include <vector>
 

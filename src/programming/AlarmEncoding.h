@@ -2,6 +2,8 @@
 
 #include "Programme.h"
 
+#include <array>
+
 /// How an alarm is packed, one strategy a model: into two bytes for the clock, and its flags into a
 /// mask of five bits for the file. `mode` is the alarm mode of the block that the alarm is in.
 ///

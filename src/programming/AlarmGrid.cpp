@@ -12,6 +12,7 @@
 #include <QShortcut>
 
 #include <algorithm>
+#include <array>
 
 using namespace Qt::StringLiterals;
 

@@ -1,6 +1,5 @@
 #include "Tour.h"
 
-#include "MdiForm.h"
 #include "RoundLamp.h"
 #include "frmPrincipal.h"
 
@@ -14,6 +13,8 @@
 #include <QPlainTextEdit>
 #include <QTabBar>
 #include <QTimer>
+
+#include <functional>
 
 using namespace Qt::StringLiterals;
 

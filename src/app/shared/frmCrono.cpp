@@ -1,5 +1,6 @@
 #include "frmCrono.h"
 
+#include <algorithm>
 #include <limits>
 
 using namespace Qt::StringLiterals;
