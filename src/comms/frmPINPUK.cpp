@@ -65,12 +65,27 @@ frmPINPUK::frmPINPUK(QWidget* parent)
 {
     setObjectName(u"frmPINPUK"_s);
     setWindowTitle(u"Introducción de datos"_s);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(makeCodes());
+    layout->addWidget(makeButtons());
+    layout->setSizeConstraint(QLayout::SetFixedSize);
+
+    connect(txtPIN, &QLineEdit::textChanged, this, &frmPINPUK::validate);
+    connect(txtPUK, &QLineEdit::textChanged, this, &frmPINPUK::validate);
+    connect(chkPUK, &QCheckBox::toggled, this, &frmPINPUK::choosePuk);
+    connect(chkVerCodigos, &QCheckBox::toggled, this, &frmPINPUK::showCodes);
+    choosePuk(false);
+    // The access key of the first caption goes the first time the box is clicked, and stays away.
+    lblPIN->setText(u"P&IN:"_s);
+    showCodes(false);
+}
+
+QGroupBox* frmPINPUK::makeCodes()
+{
     describe(*txtPIN, u"txtPIN"_s, u"PIN"_s);
     describe(*txtPUK, u"txtPUK"_s, u"PUK"_s);
     describe(*chkPUK, u"chkPUK"_s, u"Cambiar PIN"_s);
     describe(*chkVerCodigos, u"chkVerCodigos"_s, u"Ver códigos"_s);
-    describe(*cmdAceptar, u"cmdAceptar"_s, u"Aceptar"_s);
-    describe(*cmdCancelar, u"cmdCancelar"_s, u"Cancelar"_s);
     lblPIN->setObjectName(u"lblPIN"_s);
     lblPIN->setBuddy(txtPIN);
     lblPUK->setObjectName(u"lblPUK"_s);
@@ -87,27 +102,20 @@ frmPINPUK::frmPINPUK(QWidget* parent)
     grid->setColumnStretch(1, 1);
     // Room for the longer of the captions that the label takes in turn.
     grid->setColumnMinimumWidth(0, fontMetrics().horizontalAdvance(u"Nuevo PIN:"_s));
+    return codes;
+}
 
+QDialogButtonBox* frmPINPUK::makeButtons()
+{
+    describe(*cmdAceptar, u"cmdAceptar"_s, u"Aceptar"_s);
+    describe(*cmdCancelar, u"cmdCancelar"_s, u"Cancelar"_s);
     auto* buttons = new QDialogButtonBox(this);
     buttons->addButton(cmdAceptar, QDialogButtonBox::AcceptRole);
     buttons->addButton(cmdCancelar, QDialogButtonBox::RejectRole);
     cmdAceptar->setDefault(true);
-
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(codes);
-    layout->addWidget(buttons);
-    layout->setSizeConstraint(QLayout::SetFixedSize);
-
     connect(buttons, &QDialogButtonBox::accepted, this, &frmPINPUK::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &frmPINPUK::reject);
-    connect(txtPIN, &QLineEdit::textChanged, this, &frmPINPUK::validate);
-    connect(txtPUK, &QLineEdit::textChanged, this, &frmPINPUK::validate);
-    connect(chkPUK, &QCheckBox::toggled, this, &frmPINPUK::choosePuk);
-    connect(chkVerCodigos, &QCheckBox::toggled, this, &frmPINPUK::showCodes);
-    choosePuk(false);
-    // The access key of the first caption goes the first time the box is clicked, and stays away.
-    lblPIN->setText(u"P&IN:"_s);
-    showCodes(false);
+    return buttons;
 }
 
 QByteArray frmPINPUK::pin() const { return txtPIN->text().toLatin1(); }

@@ -4,6 +4,8 @@
 #include <QDialog>
 
 class QCheckBox;
+class QDialogButtonBox;
+class QGroupBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -28,6 +30,8 @@ protected:
     bool event(QEvent* event) override;
 
 private:
+    QGroupBox* makeCodes();
+    QDialogButtonBox* makeButtons();
     void choosePuk(bool wanted);
     void showCodes(bool clear);
     void validate();
