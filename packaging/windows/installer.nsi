@@ -1,15 +1,17 @@
 ; The installer of the Windows program. Given by the script that runs makensis:
 ;   VERSION   2.0.1
-;   STAGE     the folder with what is installed: hct.exe, Modems, licences
-;   OUTPUT    the installer's path
+;   STAGE     the folder with the installer's parts, where it is put itself
 
 Unicode true
 Target amd64-unicode
 SetCompressor /SOLID lzma
 ManifestDPIAware true
 ManifestSupportedOS all
+; In a silent installation, too, a file that cannot be written ends it.
+AllowSkipFiles off
 
 !define PRODUCT "Control Equipo HCT"
+!define FILES "${STAGE}/${PRODUCT}"
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\ControlEquipoHCT"
 
 !define MULTIUSER_EXECUTIONLEVEL Highest
@@ -28,7 +30,7 @@ ManifestSupportedOS all
 !include FileFunc.nsh
 
 Name "${PRODUCT}"
-OutFile "${OUTPUT}"
+OutFile "${STAGE}/hct-setup.exe"
 BrandingText "${PRODUCT} ${VERSION}"
 VIProductVersion "${VERSION}.0"
 VIAddVersionKey /LANG=0 "ProductName" "${PRODUCT}"
@@ -38,12 +40,20 @@ VIAddVersionKey /LANG=0 "LegalCopyright" "Contiene Qt (LGPL 3), véase LICENCIAS
 
 !define MUI_ICON "${STAGE}/hct.ico"
 !define MUI_UNICON "${STAGE}/hct.ico"
+!define MUI_WELCOMEFINISHPAGE_BITMAP "${STAGE}/last-page.bmp"
 !define MUI_ABORTWARNING
 !define MUI_FINISHPAGE_RUN
 !define MUI_FINISHPAGE_RUN_FUNCTION runProgram
 
-!insertmacro MUI_PAGE_LICENSE "${STAGE}/LICENCIAS.txt"
+!insertmacro MUI_PAGE_LICENSE "${FILES}/licencias/LICENCIAS.txt"
+
+!define MUI_PAGE_HEADER_TEXT "Elegir los usuarios"
+!define MUI_PAGE_HEADER_SUBTEXT "¿Quién va a usar ${PRODUCT} en este ordenador?"
+!define MULTIUSER_INSTALLMODEPAGE_TEXT_TOP "Elija si desea instalar ${PRODUCT} solo para usted o para todos los usuarios de este ordenador. $(^ClickNext)"
+!define MULTIUSER_INSTALLMODEPAGE_TEXT_ALLUSERS "Instalar para todos los usuarios de este ordenador"
+!define MULTIUSER_INSTALLMODEPAGE_TEXT_CURRENTUSER "Instalar solo para mí"
 !insertmacro MULTIUSER_PAGE_INSTALLMODE
+
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
 !insertmacro MUI_PAGE_FINISH
@@ -52,8 +62,11 @@ VIAddVersionKey /LANG=0 "LegalCopyright" "Contiene Qt (LGPL 3), véase LICENCIAS
 !insertmacro MUI_LANGUAGE "Spanish"
 
 Function .onInit
+    ; What Qt 6.4 asks for.
     ${IfNot} ${AtLeastWin10}
-        MessageBox MB_OK|MB_ICONSTOP "${PRODUCT} necesita Windows 10 o posterior." /SD IDOK
+    ${OrIfNot} ${AtLeastBuild} 17763
+        MessageBox MB_OK|MB_ICONSTOP "${PRODUCT} necesita Windows 10, versión 1809 o posterior." /SD IDOK
+        SetErrorLevel 2
         Abort
     ${EndIf}
     !insertmacro MULTIUSER_INIT
@@ -69,13 +82,69 @@ Function runProgram
     Exec '"$INSTDIR\hct.exe"'
 FunctionEnd
 
+; A program that runs can neither be replaced nor deleted: before anything else is touched, it has to
+; be closed.
+!macro askToClose
+    tryAgain:
+    ${If} ${FileExists} "$INSTDIR\hct.exe"
+        ClearErrors
+        FileOpen $0 "$INSTDIR\hct.exe" a
+        ${If} ${Errors}
+            MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION \
+                "${PRODUCT} está abierto. Guarde lo que esté haciendo, ciérrelo y pulse Reintentar.$\r$\n$\r$\nSi no lo está, el archivo $INSTDIR\hct.exe no se puede modificar." \
+                /SD IDCANCEL IDRETRY tryAgain
+            SetErrorLevel 2
+            Abort
+        ${EndIf}
+        FileClose $0
+    ${EndIf}
+!macroend
+
+; Takes away the modem scripts that an installation brought, as far as nobody has changed them since:
+; Modems\originales has them as they came.
+!macro removeScripts PREFIX
+Function ${PREFIX}removeScripts
+    FindFirst $0 $1 "$INSTDIR\Modems\originales\*.mdm"
+    ${DoUntil} $1 == ""
+        FileOpen $2 "$INSTDIR\Modems\$1" r
+        FileOpen $3 "$INSTDIR\Modems\originales\$1" r
+        ${Do}
+            FileReadByte $2 $4
+            FileReadByte $3 $5
+            ${If} $4 != $5
+                ${ExitDo}
+            ${EndIf}
+        ${LoopUntil} $5 == ""
+        FileClose $2
+        FileClose $3
+        ${If} $4 == $5
+            Delete "$INSTDIR\Modems\$1"
+        ${EndIf}
+        Delete "$INSTDIR\Modems\originales\$1"
+        FindNext $0 $1
+    ${Loop}
+    FindClose $0
+FunctionEnd
+!macroend
+!insertmacro removeScripts ""
+!insertmacro removeScripts "un."
+
 Section
+    !insertmacro askToClose
     SetOutPath "$INSTDIR"
-    File "${STAGE}/hct.exe"
+    File "${FILES}/hct.exe"
     File "${STAGE}/hct.ico"
-    File "${STAGE}/*.txt"
+    SetOutPath "$INSTDIR\licencias"
+    File "${FILES}/licencias/*.txt"
+
+    ; Scripts that the operator changed stay as they are, beside the new ones' originals.
+    Call removeScripts
     SetOutPath "$INSTDIR\Modems"
-    File "${STAGE}/Modems/*.mdm"
+    SetOverwrite off
+    File "${FILES}/Modems/*.mdm"
+    SetOverwrite on
+    SetOutPath "$INSTDIR\Modems\originales"
+    File "${FILES}/Modems/*.mdm"
 
     ; The working folder of a shortcut is the output path of the moment.
     SetOutPath "$INSTDIR"
@@ -95,17 +164,22 @@ Section
 SectionEnd
 
 ; Takes away what the installer brought and nothing else: the operator's settings stay in the
-; registry, and so do scripts and programme files that were put beside ours.
+; registry, and so do scripts of theirs and programme files that were put beside ours.
 Section "Uninstall"
+    !insertmacro askToClose
     Delete "$SMPROGRAMS\${PRODUCT}.lnk"
     Delete "$INSTDIR\hct.exe"
     Delete "$INSTDIR\hct.ico"
-    Delete "$INSTDIR\LICENCIAS.txt"
-    Delete "$INSTDIR\LGPL-3.txt"
-    Delete "$INSTDIR\GPL-3.txt"
-    Delete "$INSTDIR\Qt-copyright.txt"
-    Delete "$INSTDIR\MinGW-copyright.txt"
-    !include "${STAGE}/uninstall-modems.nsh"
+    Delete "$INSTDIR\licencias\LICENCIAS.txt"
+    Delete "$INSTDIR\licencias\LGPL-3.txt"
+    Delete "$INSTDIR\licencias\GPL-3.txt"
+    Delete "$INSTDIR\licencias\Qt-copyright.txt"
+    Delete "$INSTDIR\licencias\Qt-translations-copyright.txt"
+    Delete "$INSTDIR\licencias\MinGW-copyright.txt"
+    Delete "$INSTDIR\licencias\GCC-copyright.txt"
+    RMDir "$INSTDIR\licencias"
+    Call un.removeScripts
+    RMDir "$INSTDIR\Modems\originales"
     RMDir "$INSTDIR\Modems"
     Delete "$INSTDIR\desinstalar.exe"
     RMDir "$INSTDIR"
