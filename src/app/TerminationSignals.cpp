@@ -7,6 +7,7 @@
 #include <QSocketNotifier>
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <unistd.h>
@@ -17,11 +18,16 @@ constexpr std::array watched{SIGINT, SIGHUP, SIGTERM};
 
 // A signal handler may only write to a pipe; its other end is read in the event loop.
 std::array<int, 2> pipeEnds{-1, -1};
+/// What each signal did before.
+std::array<struct sigaction, watched.size()> previous;
 
-void tellEventLoop(int)
+extern "C" void tellEventLoop(int)
 {
+    // Whatever it has interrupted may be about to look at its error.
+    const int error = errno;
     const char byte = 1;
     [[maybe_unused]] const auto written = write(pipeEnds[1], &byte, 1);
+    errno = error;
 }
 
 } // namespace
@@ -37,18 +43,24 @@ TerminationSignals::TerminationSignals(QObject* parent) : QObject(parent)
             emit arrived();
     });
     // Who started the program may want it deaf to some, as nohup does.
-    for (const int number : watched)
-        if (std::signal(number, tellEventLoop) == SIG_IGN)
-            std::signal(number, SIG_IGN);
+    struct sigaction told {};
+    told.sa_handler = tellEventLoop;
+    told.sa_flags = SA_RESTART;
+    for (std::size_t i = 0; i < watched.size(); ++i) {
+        sigaction(watched[i], nullptr, &previous[i]);
+        if (previous[i].sa_handler != SIG_IGN)
+            sigaction(watched[i], &told, nullptr);
+    }
 }
 
 TerminationSignals::~TerminationSignals()
 {
-    for (const int number : watched)
-        std::signal(number, SIG_DFL);
+    if (pipeEnds[0] < 0)
+        return;
+    for (std::size_t i = 0; i < watched.size(); ++i)
+        sigaction(watched[i], &previous[i], nullptr);
     for (int& end : pipeEnds) {
-        if (end >= 0)
-            close(end);
+        close(end);
         end = -1;
     }
 }
