@@ -6,18 +6,20 @@
 #include "frmPrincipal.h"
 
 #include <QCoreApplication>
-#include <QElapsedTimer>
 #include <QEventLoop>
 #include <QProcess>
+#include <QTimer>
 
 #include <functional>
 
 /// Lets events run until `isSo`, so many milliseconds at most.
 inline bool waitFor(const std::function<bool()>& isSo, int patience = 20000)
 {
-    QElapsedTimer elapsed;
-    elapsed.start();
-    while (!isSo() && elapsed.elapsed() < patience)
+    // An event of its own: it may be the only one that still comes.
+    QTimer limit;
+    limit.setSingleShot(true);
+    limit.start(patience);
+    while (!isSo() && limit.isActive())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     return isSo();
 }
