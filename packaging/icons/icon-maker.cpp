@@ -194,7 +194,13 @@ QImage paint(const Drawing& drawing, int width)
 bool writeFile(const QString& fileName, const QByteArray& bytes)
 {
     QSaveFile file(fileName);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+    // Flushed by hand: a commit takes no note of what only its own flush finds, a full disk.
+    const bool written = file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() &&
+                         file.flush() && file.commit();
+    if (!written)
+        std::fprintf(stderr, "icon-maker: cannot write %s: %s\n", qPrintable(fileName),
+                     qPrintable(file.errorString()));
+    return written;
 }
 
 QByteArray asPng(const QImage& image)
@@ -239,7 +245,9 @@ int main(int argc, char* argv[])
         return 1;
     }
     const QString folder = arguments.value(1) + u'/' + QFileInfo(arguments[0]).baseName();
-    bool written = QDir().mkpath(arguments[1]);
+    // Where it cannot be made, the first picture says so.
+    QDir().mkpath(arguments[1]);
+    bool written = true;
     QList<QImage> images;
     for (const QString& size : arguments.mid(2)) {
         images.append(paint(*drawing, size.toInt()));

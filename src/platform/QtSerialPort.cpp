@@ -189,6 +189,7 @@ void QtSerialPort::endRest()
 
 void QtSerialPort::setReading(bool on)
 {
+    // Should a later toolkit keep them elsewhere, the program only wakes more often.
     const auto notifiers =
         m_port.findChildren<QSocketNotifier*>(QString(), Qt::FindDirectChildrenOnly);
     for (QSocketNotifier* notifier : notifiers) {

@@ -3,9 +3,9 @@
 #include <QByteArray>
 #include <QString>
 
-/// The state that several windows share. `main` owns the one instance and hands it to those that
-/// need it; only the main window writes, except GeneralData, which a send of the programme
-/// refreshes too.
+/// The state that several windows share. `Program` owns the one instance and hands it to those that
+/// need it; only the connection's workflow writes, except GeneralData, which a send of the
+/// programme refreshes too.
 struct modGlobais {
     /// The current directory at start-up, ending in the system's separator.
     QString applicationDirectory;
