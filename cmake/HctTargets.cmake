@@ -72,8 +72,11 @@ function(hct_test name)
     target_link_libraries(${name} PRIVATE ${arg_LINK} hct_test_support Qt6::Test hct_flags)
     hct_run_off_screen(${name})
     # The plain report does not reach a pipe under wine.
-    set(report "$<$<BOOL:${CMAKE_CROSSCOMPILING_EMULATOR}>:-o;-,tap>")
-    add_test(NAME ${name} COMMAND ${name} "${report}" COMMAND_EXPAND_LISTS)
+    set(report "")
+    if(CMAKE_CROSSCOMPILING_EMULATOR)
+        set(report -o -,tap)
+    endif()
+    add_test(NAME ${name} COMMAND ${name} ${report})
     set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} ENVIRONMENT
         "QT_QPA_PLATFORM=offscreen;HCT_TEST_PLATFORM=offscreen;HCT_TEST_FONTS=${HCT_TEST_FONTS};LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.txt;UBSAN_OPTIONS=print_stacktrace=1")
 endfunction()
