@@ -3,14 +3,14 @@
 // firmware window takes in all from the click.
 
 #include "CommSettings.h"
+#include "FakePause.h"
+#include "FakeSerialPort.h"
+#include "FakeTimer.h"
 #include "HexFile.h"
 #include "HexImages.h"
-#include "IntervalTimer.h"
 #include "MessageLink.h"
 #include "OneFile.h"
-#include "Pause.h"
-#include "SerialPort.h"
-#include "StatusLog.h"
+#include "RecordingLog.h"
 #include "frmCrono.h"
 #include "frmProgramPROM.h"
 
@@ -105,40 +105,21 @@ BENCHMARK_CAPTURE(tool, srec_cat, "srec_cat")
     ->UseRealTime()
     ->Unit(benchmark::kMillisecond);
 
-// What the window needs around it, none of which has anything to do here.
-
-class NoPort final : public SerialPort {
-public:
-    bool isOpen() const override { return false; }
-    QString deviceName() const override { return {}; }
-    void clearOutput() override {}
-    void write(const QByteArray&) override {}
-
-protected:
-    QString openDevice() override { return u"no"_s; }
-    void closeDevice() override {}
-    void applyLines() override {}
-};
-
-class NoLog final : public StatusLog {
-public:
-    void Rexistra(const QString&, bool) override {}
-};
-
 void loadThroughTheWindow(benchmark::State& state)
 {
     const Image& image = images[state.range(0)];
-    NoPort serie;
-    NoPort modem;
-    PreciseTimer tmrTemporizador;
-    PreciseTimer tmrCrono;
-    const SystemClockOfDay clock;
-    SystemPause pause(clock);
+    // What the window needs around it, none of which has anything to do here.
+    FakeClockOfDay clock;
+    FakeSerialPort serie(clock);
+    FakeSerialPort modem(clock);
+    FakeTimer tmrTemporizador;
+    FakeTimer tmrCrono;
+    FakePause pause(clock);
     const CommSettings settings;
     MessageLink link(serie, modem, tmrTemporizador, pause, settings);
     const modGlobais globais;
     frmCrono crono(tmrCrono, globais, [] { return false; });
-    NoLog log;
+    RecordingLog log;
     OneFile dialogs(file(image));
     QMdiArea area;
     auto* form = new frmProgramPROM(area, crono, link, log, dialogs);

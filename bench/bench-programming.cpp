@@ -2,13 +2,13 @@
 // painting, from the clock's answer to a window ready to type in, and from tab to tab.
 
 #include "CommSettings.h"
-#include "Dialogs.h"
-#include "IntervalTimer.h"
+#include "FakeDialogs.h"
+#include "FakePause.h"
+#include "FakeSerialPort.h"
+#include "FakeTimer.h"
 #include "MessageLink.h"
-#include "Pause.h"
 #include "ProgrammeFile.h"
-#include "SerialPort.h"
-#include "StatusLog.h"
+#include "RecordingLog.h"
 #include "frmCrono.h"
 #include "frmProgHCT7300.h"
 
@@ -77,72 +77,20 @@ void load(benchmark::State& state)
 }
 BENCHMARK(load)->Unit(benchmark::kMicrosecond);
 
-/// A line whose far end answers when told to.
-class AnsweringPort final : public SerialPort {
-public:
-    void answer(const QByteArray& bytes) { deliver(bytes); }
-    bool isOpen() const override { return m_open; }
-    QString deviceName() const override { return {}; }
-    void clearOutput() override {}
-    void write(const QByteArray&) override {}
-
-protected:
-    QString openDevice() override
-    {
-        m_open = true;
-        return {};
-    }
-    void closeDevice() override { m_open = false; }
-    void applyLines() override {}
-
-private:
-    bool m_open = false;
-};
-
-class HandTimer final : public IntervalTimer {
-public:
-    void setInterval(int milliseconds) override { m_interval = milliseconds; }
-    int interval() const override { return m_interval; }
-    void setEnabled(bool enabled) override { m_enabled = enabled; }
-    bool isEnabled() const override { return m_enabled; }
-
-private:
-    int m_interval = 0;
-    bool m_enabled = false;
-};
-
-class NoPause final : public Pause {
-public:
-    void Wait(float, bool) override {}
-};
-
-class NoLog final : public StatusLog {
-public:
-    void Rexistra(const QString&, bool) override {}
-};
-
-class NoDialogs final : public Dialogs {
-public:
-    void tell(Icon, const QString&, const QString&) override {}
-    bool confirm(Icon, const QString&, const QString&) override { return false; }
-    std::optional<QString> askText(const QString&, const QString&) override { return {}; }
-    QString openFile(const FileRequest&) override { return {}; }
-    QString saveFile(const FileRequest&) override { return {}; }
-};
-
 /// A connected program as far as the window knows it.
 struct Connection {
-    AnsweringPort serie;
-    AnsweringPort modem;
-    HandTimer tmrTemporizador;
-    HandTimer tmrCrono;
-    NoPause pause;
+    FakeClockOfDay clock;
+    FakeSerialPort serie{clock};
+    FakeSerialPort modem{clock};
+    FakeTimer tmrTemporizador;
+    FakeTimer tmrCrono;
+    FakePause pause{clock};
     CommSettings settings;
     MessageLink link{serie, modem, tmrTemporizador, pause, settings};
     modGlobais globais;
     frmCrono crono{tmrCrono, globais, [this] { return link.Ocupado(); }};
-    NoLog log;
-    NoDialogs dialogs;
+    RecordingLog log;
+    FakeDialogs dialogs;
     QWidget owner;
 
     Connection()
@@ -164,7 +112,7 @@ struct Connection {
     {
         const char station = static_cast<char>(settings.estacion());
         const char sum = static_cast<char>(settings.estacion() + 8 + 0xD9);
-        serie.answer(QByteArray::fromHex("68444468") + station + '\x08' + '\xD9' +
+        serie.arrive(QByteArray::fromHex("68444468") + station + '\x08' + '\xD9' +
                      QByteArray(65, '\0') + sum + '\x16');
     }
     static void paint(QWidget& form)

@@ -1,11 +1,11 @@
 #include "CommSettings.h"
 #include "Exchange.h"
+#include "FakePause.h"
+#include "FakeSerialPort.h"
+#include "FakeTimer.h"
 #include "Frame.h"
-#include "IntervalTimer.h"
 #include "MessageCodes.h"
 #include "MessageLink.h"
-#include "Pause.h"
-#include "SerialPort.h"
 
 #include <cstdlib>
 
@@ -18,45 +18,6 @@ void require(bool condition)
     if (!condition)
         std::abort();
 }
-
-class Port final : public SerialPort {
-public:
-    void arrive(const QByteArray& bytes) { deliver(bytes); }
-    bool isOpen() const override { return m_open; }
-    QString deviceName() const override { return {}; }
-    void clearOutput() override {}
-    void write(const QByteArray&) override {}
-
-protected:
-    QString openDevice() override
-    {
-        m_open = true;
-        return {};
-    }
-    void closeDevice() override { m_open = false; }
-    void applyLines() override {}
-
-private:
-    bool m_open = false;
-};
-
-class Timer final : public IntervalTimer {
-public:
-    void setInterval(int milliseconds) override { m_interval = milliseconds; }
-    int interval() const override { return m_interval; }
-    void setEnabled(bool enabled) override { m_enabled = enabled; }
-    bool isEnabled() const override { return m_enabled; }
-    void fire() { emit tick(); }
-
-private:
-    int m_interval = 0;
-    bool m_enabled = false;
-};
-
-class NoPause final : public Pause {
-public:
-    void Wait(float, bool) override {}
-};
 
 struct Answer {
     qint16 status = linkstatus::TimeOut;
@@ -112,10 +73,11 @@ extern "C" int LLVMFuzzerTestOneInput(const quint8* data, std::size_t size)
     const QByteArray line(reinterpret_cast<const char*>(data + 2),
                           static_cast<qsizetype>(size - 2));
 
-    Port serie;
-    Port modem;
-    Timer timer;
-    NoPause pause;
+    FakeClockOfDay clock;
+    FakeSerialPort serie(clock);
+    FakeSerialPort modem(clock);
+    FakeTimer timer;
+    FakePause pause(clock);
     CommSettings settings;
     settings.station = QString::number(station);
     MessageLink link(serie, modem, timer, pause, settings);
