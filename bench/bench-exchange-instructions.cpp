@@ -78,14 +78,12 @@ int main(int argc, char* argv[])
 
     int good = 0;
     Exchange mntDatosXerais;
+    const auto count = [&](quint8, const QByteArray& answer, qint16 status) {
+        mntDatosXerais.release();
+        good += status == linkstatus::Good && answer.size() == 220 ? 1 : 0;
+    };
     for (int exchange = 0; exchange < exchanges; ++exchange) {
-        QByteArray body(1, '\0');
-        qint32 timeout = 0;
-        mntDatosXerais.bind(link, [&](quint8, const QByteArray& answer, qint16 status) {
-            mntDatosXerais.release();
-            good += status == linkstatus::Good && answer.size() == 220 ? 1 : 0;
-        });
-        link.Envia(messagecode::Read, body, timeout);
+        mntDatosXerais.request(link, messagecode::Read, QByteArray(1, '\0'), count);
         direct.answer();
     }
     std::printf("%d good exchanges of %d\n", good, exchanges);

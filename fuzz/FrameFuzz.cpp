@@ -87,14 +87,12 @@ extern "C" int LLVMFuzzerTestOneInput(const quint8* data, std::size_t size)
     int answers = 0;
     Answer answer;
     Exchange exchange;
-    exchange.bind(link, [&](quint8 code, const QByteArray& body, qint16 status) {
+    const auto take = [&](quint8 code, const QByteArray& body, qint16 status) {
         exchange.release();
         ++answers;
         answer = {status, code, body};
-    });
-    QByteArray body(1, '\0');
-    qint32 timeout = 0;
-    link.Envia(messagecode::Read, body, timeout);
+    };
+    exchange.request(link, messagecode::Read, QByteArray(1, '\0'), take);
     for (qsizetype at = 0; at < line.size(); at += data[1] + 1)
         serie.arrive(line.mid(at, data[1] + 1));
 
