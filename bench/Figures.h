@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QCoreApplication>
 #include <QFile>
 
 #include <cstdio>
@@ -42,6 +43,14 @@ inline qint64 wakeUps()
 }
 
 inline qint64 residentKilobytes() { return ofThisProcess(QStringLiteral("smaps_rollup"), "Pss:"); }
+
+/// The moment of the first painting and the memory held then (PSS in kB); ends the process.
+inline void printFirstWindow(qint64 moment)
+{
+    std::printf("%lld %lld\n", static_cast<long long>(moment),
+                static_cast<long long>(residentKilobytes()));
+    QCoreApplication::quit();
+}
 
 /// One line: the figure, its limit or goal, and the ratio of the two.
 inline void print(const char* what, double value, double limit, const char* unit)

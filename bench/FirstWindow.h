@@ -1,18 +1,18 @@
 #pragma once
 
-#include "Figures.h"
-
-#include <QApplication>
+#include <QCoreApplication>
+#include <QEvent>
 #include <QTimer>
 #include <QWidget>
 
 #include <chrono>
+#include <functional>
 
-/// Ends the process once a window has been painted for the first time, and prints when that was
-/// (microseconds since 1970) and the memory held then (PSS in kB).
+/// Tells when a window has been painted for the first time, in microseconds since 1970.
 class FirstWindow final : public QObject {
 public:
-    explicit FirstWindow(QWidget& window) : m_window(window)
+    FirstWindow(QWidget& window, std::function<void(qint64 moment)> tell)
+        : m_window(window), m_tell(std::move(tell))
     {
         QCoreApplication::instance()->installEventFilter(this);
     }
@@ -35,11 +35,10 @@ private:
     {
         using namespace std::chrono;
         const auto now = duration_cast<microseconds>(system_clock::now().time_since_epoch());
-        std::printf("%lld %lld\n", static_cast<long long>(now.count()),
-                    static_cast<long long>(figures::residentKilobytes()));
-        QCoreApplication::quit();
+        m_tell(now.count());
     }
 
     QWidget& m_window;
+    std::function<void(qint64)> m_tell;
     bool m_painted = false;
 };

@@ -3,6 +3,7 @@
 //   bench-com1 first-window     when its first window is painted, in microseconds since 1970
 //   bench-com1 minimal-window   the same for a window with nothing but an MDI area and a menu
 
+#include "FirstWindow.h"
 #include "MessageLink.h"
 #include "Program.h"
 #include "SystemOutside.h"
@@ -25,33 +26,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Prints when the window has been painted and ends the process.
-class FirstPaint final : public QObject {
-public:
-    explicit FirstPaint(QWidget& window) : m_window(window)
-    {
-        QCoreApplication::instance()->installEventFilter(this);
-    }
-    bool eventFilter(QObject* watched, QEvent* event) override
-    {
-        const auto* widget = qobject_cast<QWidget*>(watched);
-        if (event->type() == QEvent::Paint && widget && widget->window() == &m_window)
-            QTimer::singleShot(0, this, &FirstPaint::report);
-        return false;
-    }
-
-private:
-    static void report()
-    {
-        using namespace std::chrono;
-        const auto now = duration_cast<microseconds>(system_clock::now().time_since_epoch());
-        std::printf("%lld\n", static_cast<long long>(now.count()));
-        std::fflush(stdout);
-        std::_Exit(0);
-    }
-
-    QWidget& m_window;
-};
+void printAndExit(qint64 moment)
+{
+    std::printf("%lld\n", static_cast<long long>(moment));
+    std::fflush(stdout);
+    std::_Exit(0);
+}
 
 int showMinimalWindow()
 {
@@ -60,7 +40,7 @@ int showMinimalWindow()
     window.menuBar()->addMenu(u"&Ventana"_s)->addAction(u"&Cerrar"_s);
     window.statusBar()->showMessage(u"Desconectado"_s);
     window.resize(1024, 700);
-    const FirstPaint first(window);
+    const FirstWindow first(window, printAndExit);
     window.show();
     return QCoreApplication::exec();
 }
@@ -69,7 +49,7 @@ int showProgram()
 {
     SystemOutside system;
     Program program(system.outside());
-    const FirstPaint first(program.mainWindow());
+    const FirstWindow first(program.mainWindow(), printAndExit);
     program.start();
     return QCoreApplication::exec();
 }

@@ -1,11 +1,13 @@
 // The whole program, off screen, against the simulated clock: polls a second and what they cost,
 // what it costs when it is not connected, and its start.
 
+#include "Figures.h"
 #include "FirstWindow.h"
 #include "RunningProgram.h"
 #include "Spanish.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QEventLoop>
 #include <QTemporaryDir>
 #include <QTranslator>
@@ -111,7 +113,7 @@ int showFirstWindow()
     speakSpanish(toolkit);
     SystemOutside system;
     Program program(system.outside());
-    const FirstWindow first(program.mainWindow());
+    const FirstWindow first(program.mainWindow(), figures::printFirstWindow);
     program.start();
     return QCoreApplication::exec();
 }

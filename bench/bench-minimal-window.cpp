@@ -2,8 +2,10 @@
 // With "text" it has a menu bar and a status bar as well, so that the toolkit has to find a font,
 // which alone takes longer than all the rest.
 
+#include "Figures.h"
 #include "FirstWindow.h"
 
+#include <QApplication>
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QMenuBar>
@@ -21,7 +23,7 @@ int main(int argc, char* argv[])
         window.statusBar()->showMessage(u"Desconectado"_s);
     }
     window.resize(1024, 700);
-    const FirstWindow first(window);
+    const FirstWindow first(window, figures::printFirstWindow);
     window.show();
     return QCoreApplication::exec();
 }
