@@ -1,0 +1,156 @@
+#include "CommSettings.h"
+#include "FakeDialogs.h"
+#include "FakePause.h"
+#include "FakeSerialPort.h"
+#include "FakeTimer.h"
+#include "MessageLink.h"
+#include "ModemControl.h"
+#include "modGlobais.h"
+
+#include <QCoreApplication>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <cstdlib>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void require(bool condition)
+{
+    if (!condition)
+        std::abort();
+}
+
+/// Of both codes; nothing else that is sent or shown has these digits.
+const QByteArray pin = "7777";
+const QByteArray puk = "88888888";
+
+/// What the first byte of the input chooses.
+enum Command { CheckPin, QuerySignal, SendPin, SendPuk, Script, Initialise, Dial, Type };
+enum Meanwhile { Nothing, FurtherBytes, EndOfConnection, LossOfPort };
+
+struct Modem {
+    FakeClockOfDay clock;
+    FakeSerialPort serie{clock};
+    FakeSerialPort line{clock};
+    FakeTimer timer;
+    FakePause pause{clock};
+    CommSettings settings;
+    modGlobais globais;
+    FakeDialogs dialogs;
+    MessageLink link{serie, line, timer, pause, settings};
+    ModemControl control{link, line, settings, globais, dialogs};
+    QString terminal;
+    QByteArray toCome;
+    int portion = 1;
+
+    explicit Modem(Meanwhile meanwhile)
+    {
+        QObject::connect(&control, &ModemControl::terminalWritten, &control,
+                         [this](const QString& text) {
+                             // A batch of the echo, or one line of a script over it.
+                             require(text.size() <=
+                                     ModemControl::maximumResponse + ModemScript::maximumLine + 2);
+                             terminal += text;
+                         });
+        dialogs.whileUp = [this, meanwhile] {
+            if (meanwhile == FurtherBytes)
+                arriveNext();
+            else if (meanwhile == EndOfConnection)
+                link.RemataConexion();
+            else if (meanwhile == LossOfPort)
+                line.vanish();
+        };
+    }
+    void begin(Command command)
+    {
+        switch (command) {
+        case CheckPin: return control.checkPin();
+        case QuerySignal: return control.querySignal();
+        case SendPin: return control.sendPin(pin, {});
+        case SendPuk: return control.sendPin(pin, puk);
+        case Script: return control.executeScript();
+        case Dial: settings.modemInitialisation.clear(); [[fallthrough]];
+        case Initialise: control.ensureModemPort(); return control.start();
+        case Type: return control.typeCharacter('A');
+        }
+    }
+    qsizetype boxes(Dialogs::Icon icon) const
+    {
+        return std::count_if(dialogs.boxes.begin(), dialogs.boxes.end(),
+                             [icon](const FakeDialogs::Box& box) { return box.icon == icon; });
+    }
+    void arriveNext()
+    {
+        const QByteArray now = toCome.left(portion);
+        toCome.remove(0, now.size());
+        line.arrive(now);
+    }
+};
+
+/// The input without the digits of the codes, in its middle the modem's echo of their command.
+QByteArray withEcho(QByteArray input, bool withPuk)
+{
+    input.replace('7', '1').replace('8', '2');
+    const QByteArray echo = "AT+CPIN=" + (withPuk ? puk + ',' : QByteArray()) + pin;
+    return input.insert(input.size() / 2, echo + '\r');
+}
+
+/// The script is what stands before the first byte 255.
+QString writeScript(QByteArray& input)
+{
+    static const QTemporaryDir folder;
+    const qsizetype end = input.indexOf('\xFF');
+    QFile file(folder.filePath(u"script.mdm"_s));
+    require(file.open(QIODevice::WriteOnly));
+    file.write(input.left(end));
+    input = end < 0 ? QByteArray() : input.mid(end + 1);
+    return file.fileName();
+}
+
+} // namespace
+
+/// Whatever a modem replies in whatever portions, and whatever a script holds, each command ends
+/// with one box at most for a failure, and no digit of a code is shown. The first byte is the
+/// command, what happens while a box is up, and whether a number is dialled; the second the
+/// portions.
+extern "C" int LLVMFuzzerTestOneInput(const quint8* data, std::size_t size)
+{
+    static int argumentCount = 1;
+    static char name[] = "ModemFuzz";
+    static char* arguments[] = {name, nullptr};
+    static const QCoreApplication application(argumentCount, arguments);
+    if (size < 2)
+        return 0;
+    QByteArray input(reinterpret_cast<const char*>(data + 2), static_cast<qsizetype>(size - 2));
+
+    const auto command = static_cast<Command>(data[0] & 7);
+    const auto meanwhile = static_cast<Meanwhile>(data[0] >> 3 & 3);
+    const bool isCode = command == SendPin || command == SendPuk;
+    Modem modem(meanwhile);
+    if ((data[0] & 0x20) == 0)
+        modem.dialogs.texts = {u"600100200"_s};
+    if (isCode)
+        input = withEcho(input, command == SendPuk);
+    if (command == Script)
+        modem.dialogs.paths = {writeScript(input)};
+    modem.portion = data[1] + 1;
+    modem.toCome = input;
+    modem.begin(command);
+    while (!modem.toCome.isEmpty()) {
+        modem.arriveNext();
+        QCoreApplication::sendPostedEvents();
+    }
+
+    // Each line of a script may be waited for, and the longest wait takes two periods.
+    for (std::size_t tick = 0; tick < size + 4 && modem.timer.isEnabled(); ++tick)
+        modem.timer.fire();
+    require(!modem.link.isModemPhase() && !modem.timer.isEnabled());
+    require(modem.boxes(Dialogs::Icon::Critical) <= 1);
+    require(modem.boxes(Dialogs::Icon::Warning) <= 1);
+    if (isCode)
+        require(!modem.terminal.contains(u'7') && !modem.terminal.contains(u'8'));
+    return 0;
+}
