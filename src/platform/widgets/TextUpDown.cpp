@@ -31,6 +31,12 @@ TextUpDown::TextUpDown(const std::vector<Field>& fields, const QString& separato
     setAttribute(Qt::WA_Hover);
 }
 
+TextUpDown::~TextUpDown()
+{
+    // Before the rest of it: they speak to it as they lose the focus.
+    qDeleteAll(m_fields);
+}
+
 int TextUpDown::value(int field) const
 {
     return m_fields[static_cast<std::size_t>(field)]->value();

@@ -30,6 +30,7 @@ public:
 
     TextUpDown(const std::vector<Field>& fields, const QString& separator,
                QWidget* parent = nullptr);
+    ~TextUpDown() override;
 
     int value(int field = 0) const;
     void setValue(int field, int value);
