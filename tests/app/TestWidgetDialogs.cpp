@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
@@ -37,6 +38,22 @@ void choose(QComboBox& box, int index)
     emit box.activated(index);
 }
 
+/// Closes each box that comes up: the dialog's own, which would wait for ever.
+class BoxCloser {
+public:
+    BoxCloser()
+    {
+        QObject::connect(&m_poll, &QTimer::timeout, [] {
+            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
+                box->close();
+        });
+        m_poll.start(1);
+    }
+
+private:
+    QTimer m_poll;
+};
+
 } // namespace
 
 class TestWidgetDialogs : public QObject {
@@ -55,6 +72,10 @@ private slots:
     void openFileOffersTheFilters();
     void filtersShowTheirFilesAlone_data();
     void filtersShowTheirFilesAlone();
+    void openFileOpensWhatExistsUnderTheNameTyped_data();
+    void openFileOpensWhatExistsUnderTheNameTyped();
+    void openFileOpensWhatIsChosenInTheList();
+    void openFileStaysUpWhereNeitherNameExists();
     void saveFileAppendsTheExtension_data();
     void saveFileAppendsTheExtension();
     void saveFileAsksBeforeTheNameWithItsExtensionIsOverwritten();
@@ -271,6 +292,97 @@ void TestWidgetDialogs::filtersShowTheirFilesAlone()
     request.directory = folder.path();
     m_dialogs.openFile(request);
     QCOMPARE(listed, shown);
+}
+
+void TestWidgetDialogs::openFileOpensWhatExistsUnderTheNameTyped_data()
+{
+    QTest::addColumn<QStringList>("files");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<bool>("byKey");
+    QTest::addColumn<QString>("opened");
+    const struct {
+        const char* what;
+        QStringList files;
+        QString typed;
+        QString opened;
+    } rows[] = {
+        {"no ending", {u"IMAGEN"_s}, u"IMAGEN"_s, u"IMAGEN"_s},
+        {"no ending, beside one with it", {u"A"_s, u"A.sca"_s}, u"A"_s, u"A"_s},
+        {"the default ending left out", {u"curso.sca"_s}, u"curso"_s, u"curso.sca"_s},
+        {"the filter's ending", {u"curso.hct"_s}, u"curso.hct"_s, u"curso.hct"_s},
+        {"another ending", {u"curso.txt"_s}, u"curso.txt"_s, u"curso.txt"_s},
+    };
+    for (const auto& row : rows) {
+        QTest::addRow("%s, Enter", row.what) << row.files << row.typed << true << row.opened;
+        QTest::addRow("%s, button", row.what) << row.files << row.typed << false << row.opened;
+    }
+}
+
+void TestWidgetDialogs::openFileOpensWhatExistsUnderTheNameTyped()
+{
+    QFETCH(QStringList, files);
+    QFETCH(QString, typed);
+    QFETCH(bool, byKey);
+    QFETCH(QString, opened);
+    const QTemporaryDir folder;
+    for (const QString& name : files)
+        create(folder.filePath(name));
+    const BoxCloser refusals;
+    onceUp<QFileDialog>([&](QFileDialog& dialog) {
+        auto* name = dialog.findChild<QLineEdit*>(u"fileNameEdit"_s);
+        QTest::keyClicks(name, typed);
+        if (byKey)
+            QTest::keyClick(name, Qt::Key_Return);
+        else
+            dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open)->click();
+        if (dialog.isVisible())
+            dialog.reject();
+    });
+    FileRequest request = programmes;
+    request.directory = folder.path();
+    QCOMPARE(m_dialogs.openFile(request), folder.filePath(opened));
+}
+
+void TestWidgetDialogs::openFileOpensWhatIsChosenInTheList()
+{
+    const QTemporaryDir folder;
+    create(folder.filePath(u"IMAGEN"_s));
+    onceUp<QFileDialog>([&](QFileDialog& dialog) {
+        choose(*dialog.findChild<QComboBox*>(u"fileTypeCombo"_s), 1);
+        const auto* list = dialog.findChild<QListView*>(u"listView"_s);
+        (void)QTest::qWaitFor([&] { return list->model()->rowCount(list->rootIndex()) == 1; });
+        const QModelIndex file = list->model()->index(0, 0, list->rootIndex());
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(file).center());
+        dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open)->click();
+        if (dialog.isVisible())
+            dialog.reject();
+    });
+    FileRequest request = programmes;
+    request.directory = folder.path();
+    QCOMPARE(m_dialogs.openFile(request), folder.filePath(u"IMAGEN"_s));
+}
+
+void TestWidgetDialogs::openFileStaysUpWhereNeitherNameExists()
+{
+    const QTemporaryDir folder;
+    QString told;
+    bool staysUp = false;
+    onceUp<QFileDialog>([&](QFileDialog& dialog) {
+        auto* name = dialog.findChild<QLineEdit*>(u"fileNameEdit"_s);
+        QTest::keyClicks(name, u"curso"_s);
+        onceUp<QMessageBox>([&](QMessageBox& box) {
+            told = box.text();
+            box.close();
+        });
+        QTest::keyClick(name, Qt::Key_Return);
+        staysUp = dialog.isVisible();
+        dialog.reject();
+    });
+    FileRequest request = programmes;
+    request.directory = folder.path();
+    QCOMPARE(m_dialogs.openFile(request), QString());
+    QVERIFY(staysUp);
+    QVERIFY2(told.startsWith(u"curso\n"_s), qPrintable(told));
 }
 
 void TestWidgetDialogs::saveFileAppendsTheExtension_data()

@@ -10,7 +10,8 @@ struct FileRequest {
     QString title;
     /// One entry a filter, as "Firmware de equipo (*.hex)".
     QStringList filters;
-    /// Without the dot; appended to a name typed without extension when saving.
+    /// Without the dot; appended to a name without extension: when saving always, when opening only
+    /// where no file has the very name.
     QString defaultExtension;
     /// Where it starts; empty leaves it to the system.
     QString directory;

@@ -3,9 +3,12 @@
 #include "modGlobais.h"
 
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QInputDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
@@ -66,16 +69,58 @@ QStringList toolkitFilters(const QStringList& filters)
     return presented;
 }
 
-QString chooseFile(const FileRequest& request, QFileDialog::AcceptMode mode)
+/// Opens what exists under the very name chosen or typed, and only where nothing does the name with
+/// the default extension: the toolkit would append that to every name without one.
+///
+/// Without Q_OBJECT: the toolkit shows the system's dialog for its own class name alone.
+class OpenDialog final : public QFileDialog {
+public:
+    OpenDialog(QWidget* parent, const QString& title, const QString& extension)
+        : QFileDialog(parent, title), m_extension(extension)
+    {
+        setAcceptMode(AcceptOpen);
+        setFileMode(ExistingFile);
+        if (const auto* name = findChild<QLineEdit*>(u"fileNameEdit"_s))
+            connect(name, &QLineEdit::textChanged, this, &OpenDialog::offerToOpen);
+        else
+            // The system's dialog looks for both names itself.
+            setDefaultSuffix(m_extension);
+    }
+
+    void accept() override
+    {
+        setDefaultSuffix(QString());
+        if (needsExtension())
+            setDefaultSuffix(m_extension);
+        QFileDialog::accept();
+    }
+
+private:
+    // The toolkit's own button knows neither the default extension nor what the filter hides.
+    void offerToOpen()
+    {
+        if (namesFile() || needsExtension())
+            findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open)->setEnabled(true);
+    }
+    bool namesFile() const { return QFileInfo(selectedFiles().value(0)).isFile(); }
+    bool needsExtension()
+    {
+        if (QFileInfo::exists(selectedFiles().value(0)))
+            return false;
+        setDefaultSuffix(m_extension);
+        const bool found = namesFile();
+        setDefaultSuffix(QString());
+        return found;
+    }
+
+    QString m_extension;
+};
+
+QString chooseFile(const QPointer<QFileDialog>& dialog, const FileRequest& request)
 {
-    const QPointer<QFileDialog> dialog = new QFileDialog(owner(), titleOr(request.title));
-    dialog->setAcceptMode(mode);
-    dialog->setFileMode(mode == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile
-                                                        : QFileDialog::AnyFile);
     dialog->setOption(QFileDialog::HideNameFilterDetails);
     if (!request.filters.isEmpty())
         dialog->setNameFilters(toolkitFilters(request.filters));
-    dialog->setDefaultSuffix(request.defaultExtension);
     if (!request.directory.isEmpty())
         dialog->setDirectory(request.directory);
     const bool accepted = dialog->exec() == QDialog::Accepted;
@@ -124,10 +169,15 @@ std::optional<QString> WidgetDialogs::askText(const QString& title, const QStrin
 
 QString WidgetDialogs::openFile(const FileRequest& request)
 {
-    return chooseFile(request, QFileDialog::AcceptOpen);
+    return chooseFile(new OpenDialog(owner(), titleOr(request.title), request.defaultExtension),
+                      request);
 }
 
 QString WidgetDialogs::saveFile(const FileRequest& request)
 {
-    return chooseFile(request, QFileDialog::AcceptSave);
+    auto* dialog = new QFileDialog(owner(), titleOr(request.title));
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setFileMode(QFileDialog::AnyFile);
+    dialog->setDefaultSuffix(request.defaultExtension);
+    return chooseFile(dialog, request);
 }
