@@ -4,6 +4,7 @@
 #include "ConnectionWorkflow.h"
 #include "MdiForm.h"
 #include "ModelWindows.h"
+#include "WidgetDescription.h"
 #include "frmRexistroEstado.h"
 #include "modGlobais.h"
 #include "modUtilidades.h"
@@ -169,7 +170,7 @@ QLabel* frmPrincipal::addPanel(const QString& name, const QString& description, 
 void frmPrincipal::VisualizaPorto(const QString& text, const QString& toolTip)
 {
     modUtilidades::updateCaption(*m_portPanel, text);
-    m_portPanel->setToolTip(toolTip.toHtmlEscaped());
+    m_portPanel->setToolTip(literalToolTip(toolTip));
     m_portPanel->setAccessibleDescription(toolTip.isEmpty() ? u"Puerto en uso"_s : toolTip);
 }
 

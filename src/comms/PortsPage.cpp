@@ -80,7 +80,7 @@ void showDevices(QComboBox& list, const QStringList& devices, const SerialPort& 
             toolTip = u"No hay ningún puerto en este canal"_s;
         if (index + 1 == port.portNumber() && !port.openError().isEmpty())
             toolTip = port.openError();
-        list.setItemData(index, toolTip, Qt::ToolTipRole);
+        list.setItemData(index, literalToolTip(toolTip), Qt::ToolTipRole);
         list.setItemData(index, toolTip, Qt::AccessibleDescriptionRole);
     }
 }

@@ -3,6 +3,7 @@
 #include "Dialogs.h"
 #include "StatusLog.h"
 #include "ValueLabel.h"
+#include "WidgetDescription.h"
 #include "WrappedCheckBox.h"
 #include "modUtilidades.h"
 
@@ -145,8 +146,7 @@ void frmProgramPROM::showLoadedFile(const QString& path)
     lblArquivo->setValue(m_file.fileCaption());
     const QString toolTip =
         m_file.fileCaption().isEmpty() ? QString() : QDir::toNativeSeparators(path);
-    lblArquivo->setToolTip(toolTip.toHtmlEscaped());
-    lblArquivo->setAccessibleDescription(toolTip);
+    setHint(*lblArquivo, toolTip);
     lblTamanho->setValue(m_file.sizeCaption());
     appendNote(m_file.note());
     cmdEnviar->setEnabled(m_file.LineCount() >= 1);

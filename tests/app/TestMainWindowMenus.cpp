@@ -39,6 +39,7 @@ private slots:
     void modelPanelNamesTheModel_data();
     void modelPanelNamesTheModel();
     void portPanelShowsDeviceAsToolTip();
+    void portPanelsToolTipShowsItsTextAsItStands();
     void portPanelShowsWhyThePortCouldNotBeOpened();
     void panelsAreKnownToAScreenReader();
 
@@ -288,6 +289,13 @@ void TestMainWindowMenus::portPanelShowsDeviceAsToolTip()
     m_fixture->answer(LinkFixture::fullBlock());
     m_fixture->choose("mnuDesconectar");
     QCOMPARE(m_fixture->panelLabel(3)->toolTip(), QString());
+}
+
+void TestMainWindowMenus::portPanelsToolTipShowsItsTextAsItStands()
+{
+    m_fixture->serie.device = u"R&D \"A\""_s;
+    m_fixture->choose("mnuConectar");
+    QCOMPARE(m_fixture->panelLabel(3)->toolTip(), u"R&D \"A\""_s);
 }
 
 void TestMainWindowMenus::portPanelShowsWhyThePortCouldNotBeOpened()

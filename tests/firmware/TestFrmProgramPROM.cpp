@@ -206,10 +206,11 @@ void TestFrmProgramPROM::badFileAfterAGoodOneTakesItsLinesAway()
 void TestFrmProgramPROM::fileNameIsShownAsItIs()
 {
     Fixture f;
-    f.read(lineA + end, u"a&b %1 ñ.hex"_s);
+    const QString path = f.read(lineA + end, u"a&b %1 ñ.hex"_s);
     QCOMPARE(f.text("lblArquivo"), u"a&b %1 ñ.hex "_s);
     QCOMPARE(f.find<QLabel>("lblArquivo")->textFormat(), Qt::PlainText);
     QVERIFY(f.notes().contains(u"a&b %1 ñ.hex'\n"_s));
+    QCOMPARE(f.find<QLabel>("lblArquivo")->toolTip(), QDir::toNativeSeparators(path));
 }
 
 void TestFrmProgramPROM::linesAreSentWithTheirProgress()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QTextDocument>
 #include <QWidget>
 
 #include <concepts>
@@ -10,10 +11,19 @@ inline QString indexed(const QString& name, std::integral auto index)
     return QStringLiteral("%1(%2)").arg(name).arg(index);
 }
 
+/// A tool tip that shows `text` as it stands, whatever is in it: file names may look like tags.
+inline QString literalToolTip(const QString& text)
+{
+    if (!Qt::mightBeRichText(text))
+        return text;
+    // The tag makes it rich text for certain: "&amp;" alone would be shown as such.
+    return QStringLiteral("<span style='white-space:pre'>%1</span>").arg(text.toHtmlEscaped());
+}
+
 /// Gives a control its tool tip, which a screen reader reads too.
 inline void setHint(QWidget& widget, const QString& toolTip)
 {
-    widget.setToolTip(toolTip);
+    widget.setToolTip(literalToolTip(toolTip));
     widget.setAccessibleDescription(toolTip);
 }
 
