@@ -2,7 +2,6 @@
 
 #include "MiniTerminal.h"
 #include "ModemControl.h"
-#include "WidgetDescription.h"
 #include "frmPINPUK.h"
 
 #include <QFontDatabase>
@@ -13,6 +12,18 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// These buttons have no tool tip; what they do is told to a screen reader alone.
+void name(QPushButton& button, const QString& objectName, const QString& description)
+{
+    button.setObjectName(objectName);
+    button.setAccessibleName(button.text().remove(u'&'));
+    button.setAccessibleDescription(description);
+}
+
+} // namespace
+
 ModemPage::ModemPage(ModemControl& modem, MiniTerminal& terminal, QWidget* parent)
     : QWidget(parent),
       m_modem(modem),
@@ -22,15 +33,15 @@ ModemPage::ModemPage(ModemControl& modem, MiniTerminal& terminal, QWidget* paren
       cmdExecutarScript(new QPushButton(u"Archiv&o..."_s)),
       cmdBorrarTerminal(new QPushButton(u"&Borrar terminal"_s))
 {
-    describe(*cmdComprobarPIN, u"cmdComprobarPIN"_s, u"Comprobar PIN"_s,
-             u"Pregunta al módem si la tarjeta SIM necesita un código"_s);
-    describe(*cmdEnviarPIN, u"cmdEnviarPIN"_s, u"Enviar PIN..."_s,
-             u"Envía al módem el código PIN, o el código PUK y un nuevo PIN"_s);
-    describe(*cmdNivelSinal, u"cmdNivelSinal"_s, u"Nivel señal"_s,
-             u"Pregunta al módem el nivel de la señal que recibe"_s);
-    describe(*cmdExecutarScript, u"cmdExecutarScript"_s, u"Archivo..."_s,
-             u"Envía al módem los comandos de un archivo"_s);
-    describe(*cmdBorrarTerminal, u"cmdBorrarTerminal"_s, u"Borrar terminal"_s);
+    name(*cmdComprobarPIN, u"cmdComprobarPIN"_s,
+         u"Pregunta al módem si la tarjeta SIM necesita un código"_s);
+    name(*cmdEnviarPIN, u"cmdEnviarPIN"_s,
+         u"Envía al módem el código PIN, o el código PUK y un nuevo PIN"_s);
+    name(*cmdNivelSinal, u"cmdNivelSinal"_s,
+         u"Pregunta al módem el nivel de la señal que recibe"_s);
+    name(*cmdExecutarScript, u"cmdExecutarScript"_s,
+         u"Envía al módem los comandos de un archivo"_s);
+    name(*cmdBorrarTerminal, u"cmdBorrarTerminal"_s, QString());
 
     auto* buttons = new QVBoxLayout;
     for (QPushButton* button : {cmdComprobarPIN, cmdEnviarPIN, cmdNivelSinal, cmdExecutarScript})

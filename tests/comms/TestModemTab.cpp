@@ -17,6 +17,8 @@ private slots:
     void cleanup();
 
     void captionsAreThoseOfTheDesign();
+    void buttonsOfTheModemHaveNoToolTips_data();
+    void buttonsOfTheModemHaveNoToolTips();
     void checkPinButtonAsksTheModem();
     void signalButtonAsksTheModem();
     void scriptButtonAsksForAFile();
@@ -73,6 +75,28 @@ void TestModemTab::captionsAreThoseOfTheDesign()
     const auto* page = m_form->find<QTabWidget>(u"tabOpcions"_s).widget(1);
     QCOMPARE(page->findChild<QGroupBox*>()->title(), u"Mini Terminal"_s);
     QCOMPARE(terminal().accessibleName(), u"Mini Terminal"_s);
+}
+
+void TestModemTab::buttonsOfTheModemHaveNoToolTips_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("description");
+    QTest::newRow("check PIN") << u"cmdComprobarPIN"_s
+                               << u"Pregunta al módem si la tarjeta SIM necesita un código"_s;
+    QTest::newRow("send PIN") << u"cmdEnviarPIN"_s
+                              << u"Envía al módem el código PIN, o el código PUK y un nuevo PIN"_s;
+    QTest::newRow("signal") << u"cmdNivelSinal"_s
+                            << u"Pregunta al módem el nivel de la señal que recibe"_s;
+    QTest::newRow("script") << u"cmdExecutarScript"_s
+                            << u"Envía al módem los comandos de un archivo"_s;
+    QTest::newRow("clear") << u"cmdBorrarTerminal"_s << QString();
+}
+
+void TestModemTab::buttonsOfTheModemHaveNoToolTips()
+{
+    QFETCH(QString, name);
+    QCOMPARE(button(name).toolTip(), QString());
+    QTEST(button(name).accessibleDescription(), "description");
 }
 
 void TestModemTab::checkPinButtonAsksTheModem()
