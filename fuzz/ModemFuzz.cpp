@@ -74,7 +74,7 @@ struct Modem {
         case Script: return control.executeScript();
         case Dial: settings.modemInitialisation.clear(); [[fallthrough]];
         case Initialise: control.ensureModemPort(); return control.start();
-        case Type: return control.typeCharacter('A');
+        case Type: return control.type("A");
         }
     }
     qsizetype boxes(Dialogs::Icon icon) const

@@ -1,5 +1,8 @@
 #include "MiniTerminal.h"
 
+#include "AnsiText.h"
+
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QScrollBar>
 
@@ -24,6 +27,10 @@ MiniTerminal::MiniTerminal(QWidget* parent) : QPlainTextEdit(parent)
 {
     setReadOnly(true);
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    // A text that is read only turns it off, and with it the dead keys.
+    setAttribute(Qt::WA_InputMethodEnabled);
+    // What is typed are commands, and SIM codes among them.
+    setInputMethodHints(Qt::ImhNoPredictiveText | Qt::ImhNoAutoUppercase | Qt::ImhSensitiveData);
     setUndoRedoEnabled(false);
     setTabChangesFocus(true);
 }
@@ -78,7 +85,30 @@ void MiniTerminal::keyPressEvent(QKeyEvent* event)
     if (event->key() == Qt::Key_Delete || event->key() == Qt::Key_Clear ||
         event->matches(QKeySequence::Paste))
         return;
-    const QByteArray characters = event->text().toLatin1();
-    for (const char character : characters)
-        emit characterTyped(character);
+    handOn(event->text());
+}
+
+void MiniTerminal::inputMethodEvent(QInputMethodEvent* event)
+{
+    event->accept();
+    handOn(event->commitString());
+}
+
+QVariant MiniTerminal::inputMethodQuery(Qt::InputMethodQuery query) const
+{
+    return query == Qt::ImReadOnly ? QVariant(false) : QPlainTextEdit::inputMethodQuery(query);
+}
+
+void MiniTerminal::handOn(const QString& text)
+{
+    const QString composed = text.normalized(QString::NormalizationForm_C);
+    QByteArray characters;
+    for (const QChar character : composed) {
+        const QByteArray bytes = AnsiText::fromUnicode(QStringView(&character, 1));
+        // There and back: what the code page lacks would go as another character.
+        if (AnsiText::toUnicode(bytes) == character)
+            characters += bytes;
+    }
+    if (!characters.isEmpty())
+        emit typed(characters);
 }

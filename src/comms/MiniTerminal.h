@@ -2,8 +2,9 @@
 
 #include <QPlainTextEdit>
 
-/// The window on a modem dialogue: shows what is appended, and hands on each character typed
-/// instead of taking it into its text. Keeps the last maximumText characters, in lines of up to
+/// The window on a modem dialogue: shows what is appended, and hands on each character typed or
+/// composed, in the system's code page, instead of taking it into its text; characters that the
+/// code page lacks are dropped. Keeps the last maximumText characters, in lines of up to
 /// maximumLine: longer ones are broken, because each character costs a layout of its whole line.
 class MiniTerminal : public QPlainTextEdit {
     Q_OBJECT
@@ -19,8 +20,14 @@ public:
     QSize sizeHint() const override;
 
 signals:
-    void characterTyped(char character);
+    /// One character, or all that an input method has composed at once.
+    void typed(const QByteArray& characters);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
+    QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
+
+private:
+    void handOn(const QString& text);
 };

@@ -1,5 +1,6 @@
 #include "ModemControl.h"
 
+#include "AnsiText.h"
 #include "CommSettings.h"
 #include "MessageLink.h"
 #include "SerialPort.h"
@@ -114,10 +115,10 @@ void ModemControl::querySignal()
         begin(LinkState::SignalQuery, "AT+CSQ" + lineEnd, commandTimeOut);
 }
 
-void ModemControl::typeCharacter(char character)
+void ModemControl::type(const QByteArray& characters)
 {
     if (!m_link.isModemPhase() && !m_link.Ocupado() && ensureModemPort())
-        SendCommand(QByteArray(1, character), QString(), 0);
+        SendCommand(characters, QString(), 0);
 }
 
 void ModemControl::sendPin(const QByteArray& pin, const QByteArray& puk)
@@ -177,8 +178,8 @@ void ModemControl::start()
         dial();
         return;
     }
-    begin(LinkState::Initialisation, m_settings.modemInitialisation.toLatin1() + lineEnd,
-          commandTimeOut);
+    begin(LinkState::Initialisation,
+          AnsiText::fromUnicode(m_settings.modemInitialisation) + lineEnd, commandTimeOut);
 }
 
 void ModemControl::received(SerialPort& port)
@@ -235,10 +236,10 @@ void ModemControl::SendCommand(const QByteArray& command, const QString& display
     m_commModem.setReceiveThreshold(1);
     m_commModem.write(command);
     if (display.isEmpty()) {
-        QString shown;
+        QByteArray shown;
         for (const char character : command)
-            shown += QLatin1Char(m_sentMask.take(character, false));
-        AppendToTerminal(shown);
+            shown += m_sentMask.take(character, false);
+        AppendToTerminal(AnsiText::toUnicode(shown));
     } else {
         AppendToTerminal(display);
     }
@@ -275,7 +276,7 @@ void ModemControl::flushEcho()
 void ModemControl::take(char character)
 {
     const char shown = m_receivedMask.take(character, m_link.state() == LinkState::PinSent);
-    show(QChar(QLatin1Char(shown)));
+    show(AnsiText::toUnicode(QByteArrayView(&shown, 1)));
     // What is shown is what is kept: an echoed code does not stay in the buffer either.
     m_response += shown;
     if (m_response.size() > maximumResponse)
@@ -376,7 +377,7 @@ void ModemControl::dial()
         return;
     if (!number || number->isEmpty())
         return finish();
-    begin(LinkState::Dialling, "ATD" + number->toLatin1() + lineEnd, diallingTimeOut);
+    begin(LinkState::Dialling, "ATD" + AnsiText::fromUnicode(*number) + lineEnd, diallingTimeOut);
     if (!m_commModem.isOpen())
         fail();
 }

@@ -34,8 +34,9 @@ public:
     void querySignal();
     /// Asks for a script and runs it.
     void executeScript();
-    /// A character typed in the mini terminal goes to the modem.
-    void typeCharacter(char character);
+    /// What was typed in the mini terminal goes to the modem. Several characters go as one command:
+    /// each command takes back what of the one before has not left yet.
+    void type(const QByteArray& characters);
     /// For what asks the operator something before its command.
     bool ensureModemPort();
     /// Sends the PIN, or the PUK and the new PIN. Without a PIN nothing is sent. The caller

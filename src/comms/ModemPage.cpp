@@ -56,7 +56,7 @@ ModemPage::ModemPage(ModemControl& modem, MiniTerminal& terminal, QWidget* paren
     connect(cmdNivelSinal, &QPushButton::clicked, &m_modem, &ModemControl::querySignal);
     connect(cmdExecutarScript, &QPushButton::clicked, &m_modem, &ModemControl::executeScript);
     connect(cmdBorrarTerminal, &QPushButton::clicked, &terminal, &MiniTerminal::clear);
-    connect(&terminal, &MiniTerminal::characterTyped, &m_modem, &ModemControl::typeCharacter);
+    connect(&terminal, &MiniTerminal::typed, &m_modem, &ModemControl::type);
 }
 
 QGroupBox* ModemPage::makeTerminalFrame(MiniTerminal& terminal)

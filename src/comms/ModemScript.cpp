@@ -1,5 +1,6 @@
 #include "ModemScript.h"
 
+#include "AnsiText.h"
 #include "WholeFile.h"
 
 #include <QStringDecoder>
@@ -15,7 +16,7 @@ QString decoded(const QByteArray& line)
 {
     QStringDecoder utf8(QStringDecoder::Utf8);
     const QString text = utf8(line);
-    return utf8.hasError() ? QString::fromLatin1(line) : text;
+    return utf8.hasError() ? AnsiText::toUnicode(line) : text;
 }
 
 } // namespace

@@ -278,7 +278,7 @@ void TestModemCommands::wordsOfAnIdleModemAreShown()
 void TestModemCommands::typedCharacterIsSentAndShownOnce()
 {
     for (const char character : QByteArray("AT\r"))
-        m_modem->control.typeCharacter(character);
+        m_modem->control.type(QByteArray(1, character));
     QCOMPARE(m_modem->modem.writes.size(), 3);
     QCOMPARE(m_modem->takeCommand(), QByteArray("AT\r"));
     QCOMPARE(m_modem->takeTerminal(), u"AT\r"_s);
@@ -293,7 +293,7 @@ void TestModemCommands::characterTypedWhileACommandRunsIsNotSent()
 {
     m_modem->control.checkPin();
     m_modem->takeCommand();
-    m_modem->control.typeCharacter('A');
+    m_modem->control.type("A");
     QVERIFY(m_modem->takeCommand().isEmpty());
     QVERIFY(m_modem->tmrTemporizador.isRunning());
 }
@@ -301,7 +301,7 @@ void TestModemCommands::characterTypedWhileACommandRunsIsNotSent()
 void TestModemCommands::characterTypedWithoutPortIsToldInTheTerminal()
 {
     m_modem->modem.refusal = u"No existe"_s;
-    m_modem->control.typeCharacter('A');
+    m_modem->control.type("A");
     QCOMPARE(m_modem->terminal, u"\r\n** No se ha podido abrir el puerto serie\r\n"_s);
     QVERIFY(m_modem->takeCommand().isEmpty());
 }
@@ -309,7 +309,7 @@ void TestModemCommands::characterTypedWithoutPortIsToldInTheTerminal()
 void TestModemCommands::codeTypedByHandIsMasked()
 {
     for (const char character : QByteArray("AT+CPIN=1234\r"))
-        m_modem->control.typeCharacter(character);
+        m_modem->control.type(QByteArray(1, character));
     QCOMPARE(m_modem->takeCommand(), QByteArray("AT+CPIN=1234\r"));
     QCOMPARE(m_modem->takeTerminal(), u"AT+CPIN=****\r"_s);
 }
@@ -317,7 +317,7 @@ void TestModemCommands::codeTypedByHandIsMasked()
 void TestModemCommands::codeCorrectedWhileTypedByHandIsMasked()
 {
     for (const char character : QByteArray("AT+CPN\bIN=1234\r"))
-        m_modem->control.typeCharacter(character);
+        m_modem->control.type(QByteArray(1, character));
     m_modem->reply("AT+CPN\b \bIN=1234\r\r\nOK\r\n");
     QCOMPARE(m_modem->takeTerminal(), u"AT+CPN\bIN=****\rAT+CPN\b \bIN=****\r\r\nOK\r\n"_s);
 }
@@ -325,7 +325,7 @@ void TestModemCommands::codeCorrectedWhileTypedByHandIsMasked()
 void TestModemCommands::halfTypedCodeMasksNothingAfterTheConnection()
 {
     for (const char character : QByteArray("AT+CPIN=12"))
-        m_modem->control.typeCharacter(character);
+        m_modem->control.type(QByteArray(1, character));
     m_modem->reply("AT+CPIN=12");
     m_modem->link.RemataConexion();
     m_modem->takeTerminal();

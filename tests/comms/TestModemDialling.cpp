@@ -20,6 +20,7 @@ private slots:
     void cleanup();
 
     void initialisationThenNumberThenConnect();
+    void textsGoToTheModemInTheCodePage();
     void repliesSplitAtEveryByte();
     void emptyInitialisationDialsAtOnce();
     void cancelledNumberEndsTheAttempt_data();
@@ -84,6 +85,17 @@ void TestModemDialling::initialisationThenNumberThenConnect()
     QVERIFY(m_modem->modem.isOpen());
     QCOMPARE(m_modem->terminal, u"ATZ\r\n\r\nOKATD986123456\r\n\r\n\r\nCONNECT\r\n"
                                 "** Conexión establecida\r\n\r\n"_s);
+}
+
+void TestModemDialling::textsGoToTheModemInTheCodePage()
+{
+    m_modem->settings.modemInitialisation = u"AT€"_s;
+    m_modem->dialogs.texts = {u"9€"_s};
+    m_modem->dialWith({
+        [&] { m_modem->reply("OK"); },
+        [&] { m_modem->reply("CONNECT"); },
+    });
+    QCOMPARE(m_modem->takeCommand(), QByteArray("AT\x80\r\nATD9\x80\r\n"));
 }
 
 void TestModemDialling::repliesSplitAtEveryByte()
