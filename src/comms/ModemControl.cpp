@@ -390,6 +390,10 @@ void ModemControl::nextScriptLine()
         return finish();
     }
     while (const auto line = m_script.next()) {
+        if (line->tooLong) {
+            writeLine(u"Línea demasiado larga: no se envía"_s);
+            continue;
+        }
         if (line->isComment()) {
             show(line->comment + u"\r\n"_s);
             continue;

@@ -5,8 +5,6 @@
 
 #include <QStringDecoder>
 
-#include <algorithm>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -53,6 +51,8 @@ std::optional<ModemScript::Line> ModemScript::next()
         const QByteArray line = takeLine();
         if (line.isEmpty())
             continue;
+        if (line.size() > maximumLine)
+            return Line{{}, {}, {}, true};
         if (line.startsWith(';'))
             return Line{decoded(line), {}, {}};
         const qsizetype tab = line.indexOf('\t');
@@ -68,7 +68,7 @@ QByteArray ModemScript::takeLine()
     const qsizetype begin = m_position;
     while (m_position < m_text.size() && m_text[m_position] != '\r' && m_text[m_position] != '\n')
         ++m_position;
-    const QByteArray line = m_text.mid(begin, std::min(m_position - begin, maximumLine));
+    const QByteArray line = m_text.mid(begin, m_position - begin);
     // The LF of a CR LF is an empty line of its own, which is skipped anyway.
     ++m_position;
     return line;

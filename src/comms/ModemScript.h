@@ -9,9 +9,9 @@
 /// and the text that its reply must contain; ";" in the first column makes a line a comment. Bytes
 /// are taken as they are; lines end with CR LF, LF or CR.
 ///
-/// Bounds: a file of up to maximumSize bytes, lines of up to maximumLine (the rest of a longer one
-/// is dropped). It is read whole when it is opened, so what happens to the file later is of no
-/// matter.
+/// Bounds: a file of up to maximumSize bytes, lines of up to maximumLine (of a longer one nothing
+/// is kept: half a command may be another command). It is read whole when it is opened, so what
+/// happens to the file later is of no matter.
 class ModemScript {
 public:
     static constexpr qsizetype maximumSize = 1024 * 1024;
@@ -23,6 +23,9 @@ public:
         QByteArray command;
         /// Empty stands for "OK".
         QByteArray expected;
+
+        /// Longer than maximumLine: nothing else is set.
+        bool tooLong = false;
 
         bool isComment() const { return !comment.isEmpty(); }
     };

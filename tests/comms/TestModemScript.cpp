@@ -25,7 +25,8 @@ private slots:
     void pipeIsNoScript();
     void binaryFileIsNoScript();
     void fileBeyondTheBoundIsRefused();
-    void longLineIsCut();
+    void lineBeyondTheBoundHoldsNothingToSend_data();
+    void lineBeyondTheBoundHoldsNothingToSend();
     void tenThousandLinesAreReadInOrder();
     void shippedScriptsAreRead_data();
     void shippedScriptsAreRead();
@@ -164,11 +165,24 @@ void TestModemScript::fileBeyondTheBoundIsRefused()
     QCOMPARE(script.error(), u"El archivo de comandos es demasiado grande"_s);
 }
 
-void TestModemScript::longLineIsCut()
+void TestModemScript::lineBeyondTheBoundHoldsNothingToSend_data()
 {
+    QTest::addColumn<QByteArray>("line");
+    QTest::newRow("command") << QByteArray(1025, 'A');
+    QTest::newRow("much longer") << QByteArray(500000, 'A');
+    QTest::newRow("by what is expected") << "AT\t" + QByteArray(1022, 'K');
+    QTest::newRow("comment") << ';' + QByteArray(1024, 'A');
+}
+
+void TestModemScript::lineBeyondTheBoundHoldsNothingToSend()
+{
+    QFETCH(QByteArray, line);
     ModemScript script;
-    QVERIFY(script.open(write(QByteArray(5000, 'A') + "\nATZ\n")));
-    QCOMPARE(script.next()->command, QByteArray(1024, 'A'));
+    QVERIFY(script.open(write(line.chopped(line.size() - 1024) + '\n' + line + "\nATZ\n")));
+    QVERIFY(!script.next()->tooLong);
+    const auto read = script.next();
+    QVERIFY(read->tooLong);
+    QCOMPARE(read->command, QByteArray());
     QCOMPARE(script.next()->command, QByteArray("ATZ"));
 }
 

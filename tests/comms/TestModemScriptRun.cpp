@@ -17,6 +17,7 @@ private slots:
     void cancelledFileDialogRunsNothing();
     void linesAreSentOneAfterTheOther();
     void commentsAreWrittenToTheTerminal();
+    void lineThatIsTooLongIsToldAndNotSent();
     void expectedTextDecides();
     void wrongReplyIsToldAndTheScriptGoesOn();
     void silenceIsToldAndTheScriptGoesOn();
@@ -93,6 +94,16 @@ void TestModemScriptRun::commentsAreWrittenToTheTerminal()
                                 "\r\n** Fin de archivo de comandos\r\n"_s);
     QVERIFY(m_modem->takeCommand().isEmpty());
     QCOMPARE(m_modem->link.state(), LinkState::Idle);
+}
+
+void TestModemScriptRun::lineThatIsTooLongIsToldAndNotSent()
+{
+    run(QByteArray(1025, 'A') + "\r\nATH\r\n");
+    QCOMPARE(m_modem->takeCommand(), QByteArray("ATH\r\n"));
+    QCOMPARE(m_modem->takeTerminal(), u"\r\n** Inicio archivo de comandos\r\n"
+                                      "\r\n** Línea demasiado larga: no se envía\r\nATH\r\n"_s);
+    m_modem->reply("OK");
+    QCOMPARE(m_modem->takeTerminal(), u"OK\r\n** Fin de archivo de comandos\r\n"_s);
 }
 
 void TestModemScriptRun::expectedTextDecides()
