@@ -26,10 +26,16 @@ public:
 
     virtual ~Registry() = default;
 
-    /// The value, or nothing when the key or the value cannot be read, or is longer than
-    /// `maximumBytes` bytes.
+    /// The value, or nothing when the key cannot be opened to read and to write, the value cannot
+    /// be read, or is longer than `maximumBytes` bytes.
     virtual std::optional<RegistryValue> query(RootKey root, const QString& subKey,
                                                const QString& name) const = 0;
+    /// The same, also where the user may only read the key.
+    virtual std::optional<RegistryValue> queryReadOnly(RootKey root, const QString& subKey,
+                                                       const QString& name) const
+    {
+        return query(root, subKey, name);
+    }
     /// Creates the key where needed and sets the value. False when it could not be kept.
     virtual bool set(RootKey root, const QString& subKey, const QString& name,
                      const RegistryValue& value) = 0;

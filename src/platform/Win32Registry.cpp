@@ -9,29 +9,19 @@ namespace {
 /// All rights to read and to write, as every key is opened, also where only reading is meant.
 constexpr REGSAM readAndWrite = 0x2003F;
 
-LSTATUS openForReading(HKEY root, const QByteArray& subKey, HKEY& key)
-{
-    const LSTATUS status = RegOpenKeyExA(root, subKey.constData(), 0, readAndWrite, &key);
-    // An ordinary user may only read what is the machine's.
-    return status == ERROR_ACCESS_DENIED
-               ? RegOpenKeyExA(root, subKey.constData(), 0, KEY_READ, &key)
-               : status;
-}
-
 HKEY rootKey(Registry::RootKey root)
 {
     return root == Registry::RootKey::CurrentUser ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
 }
 
-} // namespace
-
-std::optional<RegistryValue> Win32Registry::query(RootKey root, const QString& subKey,
-                                                  const QString& name) const
+std::optional<RegistryValue> valueOf(Registry::RootKey root, const QString& subKey,
+                                     const QString& name, REGSAM rights)
 {
     HKEY key = nullptr;
-    if (openForReading(rootKey(root), AnsiText::fromUnicode(subKey), key) != ERROR_SUCCESS)
+    if (RegOpenKeyExA(rootKey(root), AnsiText::fromUnicode(subKey).constData(), 0, rights, &key) !=
+        ERROR_SUCCESS)
         return std::nullopt;
-    QByteArray buffer(maximumBytes, '\0');
+    QByteArray buffer(Registry::maximumBytes, '\0');
     DWORD type = REG_NONE;
     DWORD size = static_cast<DWORD>(buffer.size());
     const LSTATUS status = RegQueryValueExA(key, AnsiText::fromUnicode(name).constData(), nullptr,
@@ -41,6 +31,22 @@ std::optional<RegistryValue> Win32Registry::query(RootKey root, const QString& s
         return std::nullopt;
     buffer.truncate(static_cast<qsizetype>(size));
     return RegistryValue{static_cast<quint32>(type), buffer};
+}
+
+} // namespace
+
+std::optional<RegistryValue> Win32Registry::query(RootKey root, const QString& subKey,
+                                                  const QString& name) const
+{
+    return valueOf(root, subKey, name, readAndWrite);
+}
+
+std::optional<RegistryValue> Win32Registry::queryReadOnly(RootKey root, const QString& subKey,
+                                                          const QString& name) const
+{
+    // An ordinary user may only read what is the machine's.
+    auto value = query(root, subKey, name);
+    return value ? value : valueOf(root, subKey, name, KEY_READ);
 }
 
 bool Win32Registry::set(RootKey root, const QString& subKey, const QString& name,

@@ -19,6 +19,7 @@ private slots:
     void valueBecomesText_data();
     void valueBecomesText();
     void valueThatCannotBeReadIsEmptyAndFalse();
+    void valueThatMayOnlyBeReadIsReadWhereThatIsAskedFor();
     void valueOfTheWholeBufferIsReadAndALongerOneIsNot();
     void missingValueTakesItsDefault();
     void valueThatIsThereReplacesTheDefault_data();
@@ -84,6 +85,18 @@ void TestRegistryRoutines::valueThatCannotBeReadIsEmptyAndFalse()
     QString text = u"before"_s;
     QVERIFY(!modRexistro::readValue(MemoryRegistry(), user, key, u"v"_s, text, false));
     QCOMPARE(text, u""_s);
+}
+
+void TestRegistryRoutines::valueThatMayOnlyBeReadIsReadWhereThatIsAskedFor()
+{
+    MemoryRegistry registry;
+    registry.setText(key, u"v"_s, "12");
+    registry.readOnlyKeys = {key};
+    QString text = u"before"_s;
+    QVERIFY(!modRexistro::readValue(registry, user, key, u"v"_s, text, false));
+    QCOMPARE(text, u""_s);
+    QVERIFY(modRexistro::readReadOnlyValue(registry, user, key, u"v"_s, text, false));
+    QCOMPARE(text, u"12"_s);
 }
 
 void TestRegistryRoutines::valueOfTheWholeBufferIsReadAndALongerOneIsNot()

@@ -19,6 +19,8 @@ private slots:
     void pathEndsAtItsFirstZero();
     void folderValueIsUsedWhereThereIsNoPath();
     void folderValueIsUsedWhereThePathNamesNoFile();
+    void keysThatTheUserMayOnlyReadAreReadToo_data();
+    void keysThatTheUserMayOnlyReadAreReadToo();
     void missingProgramIsToldToTheOperator_data();
     void missingProgramIsToldToTheOperator();
     void programThatDoesNotStartIsToldToTheOperator();
@@ -63,7 +65,7 @@ private:
 void TestSystemInformation::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
-    m_registry.values.clear();
+    m_registry = MemoryRegistry();
     m_dialogs.boxes.clear();
     m_started.clear();
 }
@@ -100,6 +102,27 @@ void TestSystemInformation::folderValueIsUsedWhereThePathNamesNoFile()
     setPath(m_folder->filePath(u"gone.exe"_s));
     const QString program = makeFile(u"tools\\MSINFO32.EXE"_s);
     setFolder(m_folder->filePath(u"tools"_s));
+    run();
+    QCOMPARE(m_started, QStringList(program));
+}
+
+void TestSystemInformation::keysThatTheUserMayOnlyReadAreReadToo_data()
+{
+    QTest::addColumn<bool>("byPath");
+    QTest::newRow("path") << true;
+    QTest::newRow("folder") << false;
+}
+
+void TestSystemInformation::keysThatTheUserMayOnlyReadAreReadToo()
+{
+    QFETCH(bool, byPath);
+    const QString program = makeFile(u"tools\\MSINFO32.EXE"_s);
+    if (byPath)
+        setPath(program);
+    else
+        setFolder(m_folder->filePath(u"tools"_s));
+    m_registry.readOnlyKeys = {u"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO"_s,
+                               u"SOFTWARE\\Microsoft\\Shared Tools Location"_s};
     run();
     QCOMPARE(m_started, QStringList(program));
 }

@@ -9,6 +9,8 @@ class MemoryRegistry final : public Registry {
 public:
     /// Values by "HKCU\sub-key|name" or "HKLM\…".
     QMap<QString, RegistryValue> values;
+    /// Sub-keys that the user may only read.
+    QStringList readOnlyKeys;
     /// How many writes succeed before they begin to fail; below 0 all do.
     int writesLeft = -1;
     QStringList written;
@@ -34,6 +36,11 @@ public:
 
     std::optional<RegistryValue> query(RootKey root, const QString& subKey,
                                        const QString& name) const override
+    {
+        return readOnlyKeys.contains(subKey) ? std::nullopt : queryReadOnly(root, subKey, name);
+    }
+    std::optional<RegistryValue> queryReadOnly(RootKey root, const QString& subKey,
+                                               const QString& name) const override
     {
         const auto found = values.find(path(root, subKey, name));
         if (found == values.end() || found->bytes.size() > maximumBytes)

@@ -6,6 +6,8 @@
 
 #include <windows.h>
 
+#include <sddl.h>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -24,6 +26,25 @@ int openHandles()
     }
     return count;
 }
+
+constexpr char anything[] = "D:(A;;KA;;;WD)";
+// 6: to set values and to create keys.
+constexpr char anythingButWriting[] = "D:(D;;0x6;;;WD)(A;;KA;;;WD)";
+
+void setRights(const char* rights)
+{
+    HKEY handle = nullptr;
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, reinterpret_cast<const wchar_t*>(subKey.utf16()), 0,
+                      WRITE_DAC, &handle) != ERROR_SUCCESS)
+        return;
+    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    QVERIFY(ConvertStringSecurityDescriptorToSecurityDescriptorA(rights, SDDL_REVISION_1,
+                                                                 &descriptor, nullptr));
+    QCOMPARE(RegSetKeySecurity(handle, DACL_SECURITY_INFORMATION, descriptor),
+             LSTATUS(ERROR_SUCCESS));
+    LocalFree(descriptor);
+    RegCloseKey(handle);
+}
 } // namespace
 
 /// The registry routines on the registry itself, seen and filled by the system's own tool.
@@ -31,6 +52,7 @@ class TestWin32Registry : public QObject {
     Q_OBJECT
 private slots:
     void init() { RegistryEditor::removeKey(key); }
+    void cleanup() { setRights(anything); }
     void cleanupTestCase() { RegistryEditor::removeKey(key); }
 
     void textIsWrittenAsText();
@@ -41,6 +63,7 @@ private slots:
     void otherTypesGiveAnEmptyText_data();
     void otherTypesGiveAnEmptyText();
     void missingKeyAndMissingValueFail();
+    void keyThatTheUserMayOnlyReadIsReadWhereThatIsAskedFor();
     void longestTextIsReadAndALongerOneFails();
     void keyStaysOpenAfterAGoodWrite();
     void valuesAreListed();
@@ -134,6 +157,17 @@ void TestWin32Registry::missingKeyAndMissingValueFail()
     QVERIFY(!read(u"Puerto"_s, text));
     modRexistro::readWithDefault(m_registry, user, subKey, u"Puerto"_s, u"7"_s, text);
     QCOMPARE(text, u"7"_s);
+}
+
+void TestWin32Registry::keyThatTheUserMayOnlyReadIsReadWhereThatIsAskedFor()
+{
+    RegistryEditor::add(key, u"Puerto"_s, u"REG_SZ"_s, u"4"_s);
+    setRights(anythingButWriting);
+    QString text = u"before"_s;
+    QVERIFY(!read(u"Puerto"_s, text));
+    QCOMPARE(text, QString());
+    QVERIFY(modRexistro::readReadOnlyValue(m_registry, user, subKey, u"Puerto"_s, text, false));
+    QCOMPARE(text, u"4"_s);
 }
 
 void TestWin32Registry::longestTextIsReadAndALongerOneFails()

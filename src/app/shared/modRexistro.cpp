@@ -38,13 +38,9 @@ QString dwordText(const QByteArray& bytes)
     return decimalText(digits);
 }
 
-} // namespace
-
-bool modRexistro::readValue(const Registry& registry, Registry::RootKey root, const QString& subKey,
-                            const QString& name, QString& text, bool trim)
+bool takeText(const std::optional<RegistryValue>& value, bool trim, QString& text)
 {
     text.clear();
-    const auto value = registry.query(root, subKey, name);
     if (!value)
         return false;
     if (value->type == RegistryValue::Text)
@@ -52,6 +48,21 @@ bool modRexistro::readValue(const Registry& registry, Registry::RootKey root, co
     else if (value->type == RegistryValue::Dword)
         text = dwordText(value->bytes);
     return true;
+}
+
+} // namespace
+
+bool modRexistro::readValue(const Registry& registry, Registry::RootKey root, const QString& subKey,
+                            const QString& name, QString& text, bool trim)
+{
+    return takeText(registry.query(root, subKey, name), trim, text);
+}
+
+bool modRexistro::readReadOnlyValue(const Registry& registry, Registry::RootKey root,
+                                    const QString& subKey, const QString& name, QString& text,
+                                    bool trim)
+{
+    return takeText(registry.queryReadOnly(root, subKey, name), trim, text);
 }
 
 void modRexistro::readWithDefault(const Registry& registry, Registry::RootKey root,

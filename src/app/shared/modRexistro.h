@@ -16,6 +16,10 @@ namespace modRexistro {
 bool readValue(const Registry& registry, Registry::RootKey root, const QString& subKey,
                const QString& name, QString& text, bool trim);
 
+/// The same for a key that the user may only read: one of the system's own.
+bool readReadOnlyValue(const Registry& registry, Registry::RootKey root, const QString& subKey,
+                       const QString& name, QString& text, bool trim);
+
 /// The value read, or `defaultText` when it cannot be read.
 void readWithDefault(const Registry& registry, Registry::RootKey root, const QString& subKey,
                      const QString& name, const QString& defaultText, QString& text);

@@ -27,12 +27,14 @@ QString systemInformationProgram(const Registry& registry)
     constexpr bool trim = true;
     constexpr auto root = Registry::RootKey::LocalMachine;
     QString program;
-    if (modRexistro::readValue(registry, root, u"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO"_s,
-                               u"PATH"_s, program, trim) &&
+    if (modRexistro::readReadOnlyValue(registry, root,
+                                       u"SOFTWARE\\Microsoft\\Shared Tools\\MSINFO"_s, u"PATH"_s,
+                                       program, trim) &&
         QFileInfo(program).isFile())
         return program;
-    if (!modRexistro::readValue(registry, root, u"SOFTWARE\\Microsoft\\Shared Tools Location"_s,
-                                u"MSINFO"_s, program, trim))
+    if (!modRexistro::readReadOnlyValue(registry, root,
+                                        u"SOFTWARE\\Microsoft\\Shared Tools Location"_s,
+                                        u"MSINFO"_s, program, trim))
         return QString();
     program += u"\\MSINFO32.EXE"_s;
     return QFileInfo(program).isFile() ? program : QString();
