@@ -11,7 +11,9 @@
 class MessageLink;
 
 /// Sends the lines of a loaded image to the clock, one a message, in the table's order. A line is
-/// sent on every tick until the clock acknowledges it. Without a connection the transfer waits.
+/// sent on every tick until the clock acknowledges it. Without a connection the transfer waits, and
+/// goes on where it was with the next one, whatever clock that leads to: the operator may interrupt
+/// it meanwhile.
 class FirmwareTransfer : public QObject, public DeferredProcess {
     Q_OBJECT
 public:

@@ -25,6 +25,8 @@ ProgrammeExchange::ProgrammeExchange(const Services& services, ClockModel model,
       m_table(std::move(table))
 {
     m_registration.emplace(services.crono, *this, CronoRegistration::everyTick);
+    // An exchange whose connection ends has failed, and that is told at once: the window is locked
+    // meanwhile, and would stay so until the next connection, of whatever clock.
     connect(&m_link, &MessageLink::connectionEnded, this, [this] {
         if (m_state != State::Idle)
             giveUpWithoutConnection();
@@ -45,6 +47,7 @@ void ProgrammeExchange::begin(State state)
         return;
     m_state = state;
     m_registration->ActivaCliente();
+    // Enviar in a window that outlived its connection fails at once too, with the same message.
     if (!m_link.isConnected())
         giveUpWithoutConnection();
 }
