@@ -76,10 +76,10 @@ Function un.onInit
     !insertmacro MULTIUSER_UNINIT
 FunctionEnd
 
-; From the folder that holds Modems, as the start-menu entry does.
+; As the user, also where the installer has an administrator's rights: the desktop's Explorer opens
+; the start-menu entry, which starts the program in the folder that holds Modems.
 Function runProgram
-    SetOutPath "$INSTDIR"
-    Exec '"$INSTDIR\hct.exe"'
+    Exec '"$WINDIR\explorer.exe" "$SMPROGRAMS\${PRODUCT}.lnk"'
 FunctionEnd
 
 ; A program that runs can neither be replaced nor deleted: before anything else is touched, it has to
