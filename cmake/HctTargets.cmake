@@ -80,3 +80,12 @@ function(hct_test name)
     set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT} ENVIRONMENT
         "QT_QPA_PLATFORM=offscreen;HCT_TEST_PLATFORM=offscreen;HCT_TEST_FONTS=${HCT_TEST_FONTS};LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.txt;UBSAN_OPTIONS=print_stacktrace=1")
 endfunction()
+
+# The same test once more with the toolkit's own event loop in place of glib's.
+function(hct_test_without_glib name)
+    add_test(NAME ${name}WithoutGlib COMMAND ${name})
+    get_test_property(${name} TIMEOUT timeout)
+    get_test_property(${name} ENVIRONMENT environment)
+    set_tests_properties(${name}WithoutGlib PROPERTIES
+        TIMEOUT ${timeout} ENVIRONMENT "${environment};QT_NO_GLIB=1")
+endfunction()

@@ -9,6 +9,8 @@
 
 #include <algorithm>
 
+#include <poll.h>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -71,9 +73,11 @@ void QtSerialPort::clearInput()
     SerialPort::clearInput();
     if (!isOpen())
         return;
+    // Switching the watch off drops an announcement of what is discarded here: followed up, it
+    // would find nothing to read, which the toolkit takes for a failure.
+    setReading(false);
     m_port.clear(QSerialPort::Input);
-    if (m_rest.isActive())
-        endRest();
+    endRest();
 }
 
 void QtSerialPort::clearOutput()
@@ -204,12 +208,22 @@ void QtSerialPort::deviceFailed(QSerialPort::SerialPortError error)
         return;
     switch (error) {
     case QSerialPort::ReadError:
-    case QSerialPort::WriteError:
     case QSerialPort::ResourceError:
+        if (isDeviceGone())
+            return deviceGone();
+        // The toolkit stops watching a device that it believes to be gone.
+        return setReading(true);
+    case QSerialPort::WriteError:
     case QSerialPort::PermissionError:
     case QSerialPort::DeviceNotFoundError: return deviceGone();
     default: return;
     }
+}
+
+bool QtSerialPort::isDeviceGone() const
+{
+    pollfd device{m_port.handle(), 0, 0};
+    return ::poll(&device, 1, 0) > 0 && (device.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
 }
 
 QString QtSerialPort::openFailure(const QString& path) const

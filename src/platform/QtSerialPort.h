@@ -35,6 +35,8 @@ private:
     void endRest();
     void setReading(bool on);
     void deviceFailed(QSerialPort::SerialPortError error);
+    /// What the system says of the device. A read that finds nothing is no failure by itself.
+    bool isDeviceGone() const;
     QString openFailure(const QString& path) const;
     /// Sets the parameters on the open device; in Spanish what it refuses.
     QString applySettings(const LineSettings& settings);

@@ -7,6 +7,7 @@
 #include <poll.h>
 #include <pty.h>
 #include <sys/ioctl.h>
+#include <termios.h>
 #include <unistd.h>
 
 /// A pair of pseudo-terminals: the port under test opens `device`, the test holds the far end.
@@ -55,6 +56,8 @@ public:
         }
         return false;
     }
+    /// Takes from the port's driver what the port has not read.
+    void discardWithDriver() { ::tcflush(m_slave, TCIFLUSH); }
     /// What the port has had its driver discard since the last call (TIOCPKT_FLUSHREAD for what it
     /// has received, TIOCPKT_FLUSHWRITE for what it sends). Bytes are not looked at meanwhile.
     int takeFlushes()

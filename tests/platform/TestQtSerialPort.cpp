@@ -1,7 +1,12 @@
+#include "IntervalTimer.h"
 #include "PortFixture.h"
 
 #include <QSignalSpy>
 #include <QTest>
+#include <QThread>
+
+#include <functional>
+#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -28,6 +33,35 @@ public:
     int count = 0;
 };
 
+/// An open port beside the tick timer of the program.
+struct PortAndTick : PortFixture {
+    PortAndTick()
+    {
+        tick->setInterval(1);
+        port.open();
+        port.setReceiveThreshold(1);
+    }
+    /// One turn of the events finds both the tick and a lone byte; `work` is done in the tick.
+    void letATickMeetALoneByte(const std::function<void()>& work)
+    {
+        const auto connection = QObject::connect(tick.get(), &IntervalTimer::tick, &port, work);
+        QVERIFY(line.send("\x55"));
+        QVERIFY(line.waitUntilWithDriver(1));
+        tick->setEnabled(true);
+        QThread::msleep(2);
+        QCoreApplication::processEvents();
+        tick->setEnabled(false);
+        QObject::disconnect(connection);
+    }
+
+    std::unique_ptr<IntervalTimer> tick = makeTickTimer();
+    QSignalSpy lost{&port, &SerialPort::lost};
+};
+
+/// In which order one turn of the events comes to tick and port is up to the toolkit, and in part
+/// to the numbers of their descriptors: so many pairs are tried.
+constexpr int pairs = 20;
+
 } // namespace
 
 /// What passes through an open port.
@@ -39,6 +73,8 @@ private slots:
     void bytesWrittenTogetherArriveInOrder();
     void clearingReachesTheDriver();
     void clearingTheInputDiscardsWhatTheDriverHolds();
+    void byteClearedAfterItsAnnouncementIsNoReasonToClose();
+    void byteThatAnotherProgramTookIsNoReasonToClose();
     void fullDriverIsNoReasonToClose();
     void bytesArriveWhileTheHandlerOfEarlierOnesRunsEvents();
     void awaitedBytesDoNotWakeTheProgramOneByOne();
@@ -115,6 +151,32 @@ void TestQtSerialPort::clearingTheInputDiscardsWhatTheDriverHolds()
     QVERIFY(f.line.send("answer"));
     QTRY_COMPARE(f.port.inputCount(), 6);
     QCOMPARE(f.port.read(), "answer");
+}
+
+void TestQtSerialPort::byteClearedAfterItsAnnouncementIsNoReasonToClose()
+{
+    for (int pair = 0; pair < pairs; ++pair) {
+        PortAndTick f;
+        f.letATickMeetALoneByte([&f] { f.port.clearInput(); });
+        QCOMPARE(f.lost.count(), 0);
+        f.port.clearInput();
+
+        QVERIFY(f.line.send("answer"));
+        QTRY_COMPARE(f.port.inputCount(), 6);
+    }
+}
+
+void TestQtSerialPort::byteThatAnotherProgramTookIsNoReasonToClose()
+{
+    for (int pair = 0; pair < pairs; ++pair) {
+        PortAndTick f;
+        f.letATickMeetALoneByte([&f] { f.line.discardWithDriver(); });
+        QCOMPARE(f.lost.count(), 0);
+        f.port.clearInput();
+
+        QVERIFY(f.line.send("answer"));
+        QTRY_COMPARE(f.port.inputCount(), 6);
+    }
 }
 
 void TestQtSerialPort::fullDriverIsNoReasonToClose()
