@@ -19,6 +19,7 @@ struct FaultName {
 };
 
 constexpr int anHour = 3'600'000;
+constexpr int tenSeconds = 10'000'000;
 constexpr FaultName faultNames[] = {
     {"silent"_L1, Fault::Kind::Silent, 0, 0, 0, "obeys, but no answer arrives"_L1},
     {"lost"_L1, Fault::Kind::Lost, 0, 0, 0, "the request is lost: not obeyed, not answered"_L1},
@@ -35,6 +36,8 @@ constexpr FaultName faultNames[] = {
     {"refuse"_L1, Fault::Kind::Refuse, 2, 0, 255, "[STATUS]: refuses and does not obey"_L1},
     {"end"_L1, Fault::Kind::End, 0, 0, 0, "end byte 0x17"_L1},
     {"vanish"_L1, Fault::Kind::Vanish, 0, 0, anHour, "[MS]: the line vanishes, 0 for good"_L1},
+    {"stray"_L1, Fault::Kind::Stray, 10'000, 0, tenSeconds,
+     "[MICROSECONDS]: a lone byte that long after the answer"_L1},
 };
 
 struct RequestName {

@@ -95,6 +95,7 @@ Delivery delivery(const QList<Fault>& faults)
             result.isSent = result.isObeyed = false;
             result.vanishFor = fault.value;
             break;
+        case Fault::Kind::Stray: result.strayAfter = std::chrono::microseconds(fault.value); break;
         default: break;
         }
     }

@@ -5,6 +5,7 @@
 #include <QList>
 #include <QString>
 
+#include <chrono>
 #include <optional>
 
 namespace simulator {
@@ -27,6 +28,7 @@ struct Fault {
         Refuse,   ///< value: the status that refuses; the request is not obeyed
         End,      ///< another end byte than 0x16
         Vanish,   ///< the line goes; value: milliseconds until it comes back, 0 for good
+        Stray,    ///< a byte that belongs to nothing; value: microseconds after the answer
     };
 
     Kind kind = Kind::Silent;
@@ -68,6 +70,7 @@ struct Delivery {
     int delay = 0;   ///< milliseconds
     int byteGap = 0; ///< milliseconds between single bytes, 0 for none
     std::optional<int> vanishFor;
+    std::optional<std::chrono::microseconds> strayAfter;
 };
 Delivery delivery(const QList<Fault>& faults);
 

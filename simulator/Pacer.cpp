@@ -56,7 +56,7 @@ void Pacer::received(qsizetype count)
     m_receptionEnd = std::max(m_receptionEnd, now()) + wireTime(count, m_rate);
 }
 
-void Pacer::send(const QByteArray& bytes, std::chrono::milliseconds delay,
+void Pacer::send(const QByteArray& bytes, std::chrono::microseconds delay,
                  std::chrono::milliseconds byteGap)
 {
     if (bytes.isEmpty() || m_waitingBytes + bytes.size() > maximumWaiting)

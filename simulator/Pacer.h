@@ -46,7 +46,7 @@ public:
     /// Lets bytes leave behind all that waits already, and not before the delay is over. A gap
     /// above 0 puts so much time before each byte, whatever the rate. Beyond 64 KiB that wait, a
     /// message is dropped.
-    void send(const QByteArray& bytes, std::chrono::milliseconds delay = {},
+    void send(const QByteArray& bytes, std::chrono::microseconds delay = {},
               std::chrono::milliseconds byteGap = {});
     /// Forgets what waits.
     void clear();

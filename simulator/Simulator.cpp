@@ -17,6 +17,7 @@ constexpr int silenceMilliseconds = 150;
 constexpr int babbleMilliseconds = 5;
 /// Time for the last answer to be read before the line goes.
 constexpr int partingMilliseconds = 300;
+constexpr char strayByte = 0x55;
 constexpr quint8 alternatingBit = 0x10;
 
 /// Any bytes but those that a frame can start with.
@@ -163,6 +164,8 @@ void Simulator::serveOne(const WireFrame& request)
         trace(u'>', QString::fromLatin1(hexadecimal(wire)));
         m_pacer.send(wire, std::chrono::milliseconds(how.delay),
                      std::chrono::milliseconds(how.byteGap));
+        if (how.strayAfter)
+            m_pacer.send(QByteArray(1, strayByte), *how.strayAfter);
         ++m_answered;
     }
     if (m_answers.takeResetRequest())

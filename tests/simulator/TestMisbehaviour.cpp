@@ -138,15 +138,33 @@ void TestMisbehaviour::deliveryIsDisturbed()
     QCOMPARE(delivery({fault(u"split"_s)}).byteGap, 2);
     QCOMPARE(delivery({fault(u"refuse 7"_s)}).refusal, std::optional<quint8>(7));
     QCOMPARE(delivery({fault(u"vanish 900"_s)}).vanishFor, std::optional<int>(900));
+    QCOMPARE(delivery({fault(u"stray 9500"_s)}).strayAfter,
+             std::optional(std::chrono::microseconds(9500)));
 }
 
 void TestMisbehaviour::nonsenseIsNoFault_data()
 {
     QTest::addColumn<QString>("text");
-    for (const char* text :
-         {"", "nonsense", "late -1", "late soon", "silent 3", "noise GG", "noise ABC",
-          "silent times", "silent times 0", "silent times x", "silent on", "silent on 256",
-          "silent on nobody", "split 0", "short 510", "silent always more", "code 256"})
+    for (const char* text : {"",
+                             "nonsense",
+                             "late -1",
+                             "late soon",
+                             "silent 3",
+                             "noise GG",
+                             "noise ABC",
+                             "silent times",
+                             "silent times 0",
+                             "silent times x",
+                             "silent on",
+                             "silent on 256",
+                             "silent on nobody",
+                             "split 0",
+                             "short 510",
+                             "silent always more",
+                             "code 256",
+                             "stray -1",
+                             "stray 9.5",
+                             "stray 10000001"})
         QTest::newRow(text) << QString::fromLatin1(text);
 }
 

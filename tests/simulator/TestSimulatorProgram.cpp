@@ -31,6 +31,7 @@ private slots:
     void identificationWithItsPauseIsAnswered();
     void silentTwiceThenAnswers();
     void lateAnswerComesLate();
+    void strayByteFollowsTheAnswerAtItsTime();
     void optionAndCommandMisbehaveAlike_data();
     void optionAndCommandMisbehaveAlike();
     void lineVanishesAndComesBackAtItsLink();
@@ -131,6 +132,16 @@ void TestSimulatorProgram::lateAnswerComesLate()
     timer.start();
     QCOMPARE(simulator.exchange(identification, 10), QByteArray(accepted));
     QVERIFY(timer.elapsed() >= 300);
+}
+
+void TestSimulatorProgram::strayByteFollowsTheAnswerAtItsTime()
+{
+    SimulatorProcess simulator({u"--fault"_s, u"stray 30000"_s});
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(simulator.exchange(identification, 10), QByteArray(accepted));
+    QCOMPARE(simulator.read(1), QByteArray("\x55"));
+    QVERIFY(timer.elapsed() >= 30);
 }
 
 void TestSimulatorProgram::optionAndCommandMisbehaveAlike_data()
