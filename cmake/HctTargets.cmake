@@ -81,9 +81,10 @@ function(hct_test name)
         "QT_QPA_PLATFORM=offscreen;HCT_TEST_PLATFORM=offscreen;HCT_TEST_FONTS=${HCT_TEST_FONTS};LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.txt;UBSAN_OPTIONS=print_stacktrace=1")
 endfunction()
 
-# The same test once more with the toolkit's own event loop in place of glib's.
+# The same test once more with the toolkit's own event loop in place of glib's; of its functions only
+# those named.
 function(hct_test_without_glib name)
-    add_test(NAME ${name}WithoutGlib COMMAND ${name})
+    add_test(NAME ${name}WithoutGlib COMMAND ${name} ${ARGN})
     get_test_property(${name} TIMEOUT timeout)
     get_test_property(${name} ENVIRONMENT environment)
     set_tests_properties(${name}WithoutGlib PROPERTIES

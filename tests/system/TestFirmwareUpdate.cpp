@@ -18,6 +18,7 @@ class TestFirmwareUpdate : public QObject {
     Q_OBJECT
 private slots:
     void imageOf2000LinesArrivesByteForByteDespiteLosses();
+    void strayByteAfterEveryLineDisturbsNothing();
     void linesOfAllLengthsArriveByteForByte();
     void refusedLineSixTimesEndsTheTransfer();
     void resetAfterTheLastLineSilencesTheClock();
@@ -154,6 +155,22 @@ void TestFirmwareUpdate::imageOf2000LinesArrivesByteForByteDespiteLosses()
     QCOMPARE(s.run.clock.state(u"firmware.complete"_s), u"yes"_s);
     QVERIFY(s.received() == image.bytes);
     // Nothing of it has disturbed the connection.
+    QVERIFY(s.run.isEstablished());
+}
+
+void TestFirmwareUpdate::strayByteAfterEveryLineDisturbsNothing()
+{
+    Session s(m_folder, {u"--fault"_s, u"stray 0 times 200 on firmware"_s, u"--fault"_s,
+                         u"stray 1000 times 200 after 200 on firmware"_s, u"--fault"_s,
+                         u"stray 2000 times 200 after 400 on firmware"_s});
+    QVERIFY(s.open());
+    const Image image = imageOfLines(600);
+    s.read(image.text);
+    s.click("cmdEnviar");
+    QVERIFY(s.finishes());
+    QVERIFY(s.received() == image.bytes);
+    // Each of the bytes has been sent.
+    QCOMPARE(s.run.clock.command(u"faults"_s), QStringList());
     QVERIFY(s.run.isEstablished());
 }
 
