@@ -3,6 +3,7 @@
 #ifdef Q_OS_LINUX
 #include "DriverSettings.h"
 #endif
+#include "PortLock.h"
 
 #include <QFileInfo>
 #include <QSocketNotifier>
@@ -232,8 +233,13 @@ QString QtSerialPort::openFailure(const QString& path) const
     if (!device.isReadable() || !device.isWritable())
         return u"Sin permiso para usar %1: añada su usuario al grupo dialout y vuelva a iniciar la "
                u"sesión."_s.arg(m_device);
-    if (m_port.error() == QSerialPort::PermissionError)
+    if (m_port.error() == QSerialPort::PermissionError) {
+        const QString abandoned = abandonedLockFile(path);
+        if (!abandoned.isEmpty())
+            return u"%1 figura en uso por un programa que ya no existe: elimine el archivo %2."_s
+                .arg(m_device, abandoned);
         return u"%1 está en uso por otro programa."_s.arg(m_device);
+    }
     if (m_port.error() == QSerialPort::UnsupportedOperationError)
         return u"%1 no es un puerto serie."_s.arg(m_device);
     return u"No se puede abrir %1 (%2)."_s.arg(m_device, m_port.errorString());

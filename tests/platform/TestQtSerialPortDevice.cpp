@@ -3,6 +3,7 @@
 
 #include <QFile>
 #include <QRegularExpression>
+#include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -18,6 +19,8 @@ private slots:
 
     void openPortIsKnownByItsDevice();
     void portInUseIsRefused();
+    void lockThatCannotBeRemovedTellsItsFileOfADeadProgram_data();
+    void lockThatCannotBeRemovedTellsItsFileOfADeadProgram();
     void closedPortIsFreeAgain();
     void devicesThatAreNone_data();
     void devicesThatAreNone();
@@ -57,6 +60,41 @@ void TestQtSerialPortDevice::portInUseIsRefused()
     QVERIFY(!second.isOpen());
     QCOMPARE(second.openError(), u"%1 está en uso por otro programa."_s.arg(f.line.device));
     QVERIFY(f.port.isOpen());
+}
+
+void TestQtSerialPortDevice::lockThatCannotBeRemovedTellsItsFileOfADeadProgram_data()
+{
+    QTest::addColumn<QByteArray>("process");
+    QTest::addColumn<QString>("reason");
+    const QString inUse = u"%1 está en uso por otro programa."_s;
+    const QString abandoned = u"%1 figura en uso por un programa que ya no existe: elimine el "
+                              u"archivo %2."_s;
+    // The system's numbers end at 4194304.
+    QTest::newRow("dead") << QByteArray("4194305\nhct\n") << abandoned;
+    QTest::newRow("dead, in the format of other programs")
+        << QByteArray("   4194305\n") << abandoned;
+    QTest::newRow("alive, of another user") << QByteArray("1\nhct\n") << inUse;
+    QTest::newRow("none") << QByteArray("\n") << inUse;
+}
+
+void TestQtSerialPortDevice::lockThatCannotBeRemovedTellsItsFileOfADeadProgram()
+{
+    QFETCH(QByteArray, process);
+    QFETCH(QString, reason);
+    PortFixture f;
+    const OrdinaryUser ordinaryUser(f.line.device);
+    QFile lock(u"/var/lock/LCK..pts_"_s + f.line.device.section(u'/', -1));
+    QVERIFY(lock.open(QIODevice::WriteOnly));
+    const auto removal = qScopeGuard([&lock] { lock.remove(); });
+    QCOMPARE(lock.write(process), process.size());
+    lock.close();
+    // As little may be done with a file of another user's.
+    lock.setPermissions(QFile::ReadOwner | QFile::ReadUser);
+
+    f.port.open();
+    QVERIFY(!f.port.isOpen());
+    QCOMPARE(f.port.openError(),
+             reason.replace(u"%1"_s, f.line.device).replace(u"%2"_s, lock.fileName()));
 }
 
 void TestQtSerialPortDevice::closedPortIsFreeAgain()

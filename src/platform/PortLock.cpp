@@ -1,0 +1,50 @@
+#include "PortLock.h"
+
+#include <QFileInfo>
+#include <QLockFile>
+
+#include <cerrno>
+
+#include <signal.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Where the toolkit keeps it, by the toolkit's own choice: it offers no way to ask.
+QString lockFileOf(const QString& device)
+{
+    QString name = device;
+    if (name.startsWith(u"/dev/"_s))
+        name.remove(0, 5);
+    name.replace(u'/', u'_');
+    for (const auto& folder :
+         {u"/var/lock"_s, u"/etc/locks"_s, u"/var/spool/locks"_s, u"/var/spool/uucp"_s, u"/tmp"_s,
+          u"/var/tmp"_s, u"/var/lock/lockdev"_s, u"/run/lock"_s}) {
+        const QString file = folder + u"/LCK.."_s + name;
+        const QFileInfo info(folder);
+        if (info.isReadable() && (QFileInfo::exists(file) || info.isWritable()))
+            return file;
+    }
+    return {};
+}
+
+bool isRunning(qint64 process)
+{
+    // A process of another user takes no signal of ours, which tells as much.
+    return ::kill(static_cast<pid_t>(process), 0) == 0 || errno != ESRCH;
+}
+
+} // namespace
+
+QString abandonedLockFile(const QString& device)
+{
+    const QString file = lockFileOf(device);
+    qint64 process = 0;
+    QString host;
+    QString program;
+    if (file.isEmpty() || !QLockFile(file).getLockInfo(&process, &host, &program) ||
+        isRunning(process))
+        return {};
+    return file;
+}
