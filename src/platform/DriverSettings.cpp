@@ -1,21 +1,11 @@
 #include "DriverSettings.h"
 
-#include <cstdint>
-#include <cstdlib>
-
 #include <asm/termbits.h>
 #include <sys/ioctl.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-bool speedIsNear(speed_t actual, qint32 wanted)
-{
-    // A divided clock seldom hits a speed; a receiver forgives some 3 %.
-    const std::int64_t difference = std::int64_t{actual} - wanted;
-    return std::llabs(difference) * 100 <= std::int64_t{wanted} * 3;
-}
 
 tcflag_t parityFlags(char parity)
 {
@@ -45,7 +35,7 @@ QString refusedByDriver(int descriptor, const LineSettings& wanted)
     termios2 actual{};
     if (::ioctl(descriptor, TCGETS2, &actual) != 0)
         return u"no es un puerto serie"_s;
-    if (!speedIsNear(actual.c_ospeed, wanted.speed))
+    if (!isSpeedNear(actual.c_ospeed, wanted.speed))
         return u"no admite la velocidad de %1 bit/s"_s.arg(wanted.speed);
     const tcflag_t parity = actual.c_cflag & (PARENB | PARODD | CMSPAR);
     if (parity != parityFlags(wanted.parity))

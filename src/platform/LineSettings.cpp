@@ -24,6 +24,11 @@ LineSettingsResult failure(const QString& what, const QString& text)
 
 } // namespace
 
+bool isSpeedNear(qint64 actual, qint32 wanted)
+{
+    return qAbs(actual - wanted) * 100 <= qint64{wanted} * 3;
+}
+
 LineSettingsResult parseLineSettings(const QString& text)
 {
     const QStringList parts = text.split(u',');

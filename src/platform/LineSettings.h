@@ -23,6 +23,10 @@ struct LineSettingsResult {
     QString reason;
 };
 
+/// Whether a receiver bears with the difference: a divided clock seldom hits a speed, and some 3 %
+/// are forgiven. In bits a second.
+bool isSpeedNear(qint64 actual, qint32 wanted);
+
 /// Speed, parity letter, data bits and stop bits, joined by commas. Says nothing of what a device
 /// can do: 4 data bits are a good text that hardly any device takes.
 LineSettingsResult parseLineSettings(const QString& text);

@@ -158,6 +158,8 @@ QString Win32SerialPort::configure(const LineSettings& settings)
         actual.ByteSize != dcb.ByteSize || actual.Parity != dcb.Parity ||
         actual.StopBits != dcb.StopBits)
         return u"no admite estos parámetros (%1)"_s.arg(this->settings());
+    if (!isSpeedNear(actual.BaudRate, settings.speed))
+        return u"no admite la velocidad de %1 bit/s"_s.arg(settings.speed);
     // No time-outs: the read of one byte waits for it, and nobody waits for a write.
     COMMTIMEOUTS none{};
     SetCommTimeouts(m_handle, &none);

@@ -10,6 +10,8 @@ class TestLineSettings : public QObject {
 private slots:
     void goodTextGivesItsParameters_data();
     void goodTextGivesItsParameters();
+    void speedsWithinThreePercentAreNear_data();
+    void speedsWithinThreePercentAreNear();
     void badTextGivesAReason_data();
     void badTextGivesAReason();
 };
@@ -39,6 +41,25 @@ void TestLineSettings::goodTextGivesItsParameters()
     QTEST(settings->dataBits, "dataBits");
     QTEST(static_cast<int>(settings->stop), "stop");
     QCOMPARE(reason, QString());
+}
+
+void TestLineSettings::speedsWithinThreePercentAreNear_data()
+{
+    QTest::addColumn<qint64>("actual");
+    QTest::addColumn<bool>("isNear");
+    QTest::newRow("exact") << qint64(9600) << true;
+    QTest::newRow("3 % above") << qint64(9888) << true;
+    QTest::newRow("more than 3 % above") << qint64(9889) << false;
+    QTest::newRow("3 % below") << qint64(9312) << true;
+    QTest::newRow("more than 3 % below") << qint64(9311) << false;
+    QTest::newRow("none") << qint64(0) << false;
+    QTest::newRow("the most that a driver tells") << qint64(4294967295) << false;
+}
+
+void TestLineSettings::speedsWithinThreePercentAreNear()
+{
+    QFETCH(qint64, actual);
+    QTEST(isSpeedNear(actual, 9600), "isNear");
 }
 
 void TestLineSettings::badTextGivesAReason_data()
