@@ -1,5 +1,7 @@
 #include "Win32SerialPort.h"
 
+#include <QDeadlineTimer>
+
 #include <algorithm>
 #include <numeric>
 
@@ -38,10 +40,11 @@ struct Win32SerialPort::Operation {
         return WaitForSingleObject(overlapped.hEvent, milliseconds) == WAIT_OBJECT_0;
     }
     bool isFinished() const { return isFinishedWithin(0); }
-    /// Ends a call that was cancelled. One that its driver does not give back keeps its memory.
-    static void end(std::unique_ptr<Operation> operation)
+    /// Ends a call that was cancelled, until the deadline. One that its driver does not give back
+    /// keeps its memory.
+    static void end(std::unique_ptr<Operation> operation, const QDeadlineTimer& deadline)
     {
-        if (!operation->isFinishedWithin(promptly))
+        if (!operation->isFinishedWithin(static_cast<DWORD>(deadline.remainingTime())))
             (void)operation.release();
     }
 
@@ -180,8 +183,10 @@ void Win32SerialPort::closeDevice()
         m_writes.push_back(std::move(m_read));
     m_isReading = false;
     m_read.reset();
+    // One wait for them all: a driver that is stuck gives none back.
+    const QDeadlineTimer deadline(promptly);
     for (auto& operation : m_writes)
-        Operation::end(std::move(operation));
+        Operation::end(std::move(operation), deadline);
     m_writes.clear();
     CloseHandle(handle);
 }
@@ -305,6 +310,6 @@ bool Win32SerialPort::fetchWaiting(QByteArray& bytes)
         GetOverlappedResult(m_handle, &operation->overlapped, &count, FALSE);
         bytes += operation->bytes.left(static_cast<qsizetype>(count));
     }
-    Operation::end(std::move(operation));
+    Operation::end(std::move(operation), QDeadlineTimer());
     return true;
 }
