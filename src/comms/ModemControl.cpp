@@ -4,6 +4,7 @@
 #include "CommSettings.h"
 #include "MessageLink.h"
 #include "SerialPort.h"
+#include "Wipe.h"
 #include "modGlobais.h"
 
 #include <QDir>
@@ -210,15 +211,6 @@ void ModemControl::ended()
     m_sentMask = EchoMask();
     m_receivedMask = EchoMask();
     EnableModemControls(true);
-}
-
-void ModemControl::wipe(QByteArray& secret)
-{
-    // Through a volatile pointer, or the compiler leaves out what nobody reads afterwards.
-    volatile char* bytes = secret.data();
-    for (qsizetype i = 0; i < secret.size(); ++i)
-        bytes[i] = '\0';
-    secret.clear();
 }
 
 void ModemControl::begin(LinkState phase, const QByteArray& command, int timeout)

@@ -48,9 +48,6 @@ public:
     void timedOut() override;
     void ended() override;
 
-    /// Overwrites a text that must not stay in memory.
-    static void wipe(QByteArray& secret);
-
 signals:
     /// Text for the mini terminal; lines end with CR LF.
     void terminalWritten(const QString& text);

@@ -2,6 +2,7 @@
 
 #include "MiniTerminal.h"
 #include "ModemControl.h"
+#include "Wipe.h"
 #include "frmPINPUK.h"
 
 #include <QFontDatabase>
@@ -115,8 +116,8 @@ void ModemPage::askForPin()
             QByteArray pin = dialog->pin();
             QByteArray puk = dialog->puk();
             m_modem.sendPin(pin, puk);
-            ModemControl::wipe(pin);
-            ModemControl::wipe(puk);
+            wipe(pin);
+            wipe(puk);
         }
         dialog->deleteLater();
     });

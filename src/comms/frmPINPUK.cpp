@@ -1,19 +1,15 @@
 #include "frmPINPUK.h"
 
+#include "CodeEdit.h"
 #include "WidgetDescription.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QEvent>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
-#include <QLineEdit>
-#include <QProxyStyle>
 #include <QPushButton>
-#include <QRegularExpressionValidator>
-#include <QStyle>
 
 using namespace Qt::StringLiterals;
 
@@ -22,42 +18,14 @@ namespace {
 constexpr int pinLength = 4;
 constexpr int pukLength = 8;
 
-/// The style that the program runs in, but for the character that hides a code.
-class AsteriskStyle : public QProxyStyle {
-public:
-    AsteriskStyle() : QProxyStyle(QApplication::style()->name()) {}
-
-    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-                  QStyleHintReturn* returnData) const override
-    {
-        if (hint == SH_LineEdit_PasswordCharacter)
-            return u'*';
-        if (hint == SH_LineEdit_PasswordMaskDelay)
-            return 0;
-        return QProxyStyle::styleHint(hint, option, widget, returnData);
-    }
-};
-
-QLineEdit* makeCodeEdit(int length, QWidget* parent)
-{
-    auto* edit = new QLineEdit(parent);
-    auto* style = new AsteriskStyle;
-    style->setParent(edit);
-    edit->setStyle(style);
-    edit->setMaxLength(length);
-    edit->setValidator(new QRegularExpressionValidator(QRegularExpression(u"[0-9]*"_s), edit));
-    edit->setInputMethodHints(Qt::ImhDigitsOnly | Qt::ImhSensitiveData | Qt::ImhNoPredictiveText);
-    return edit;
-}
-
 } // namespace
 
 frmPINPUK::frmPINPUK(QWidget* parent)
     : QDialog(parent),
       lblPIN(new QLabel(u"P&IN:"_s, this)),
-      txtPIN(makeCodeEdit(pinLength, this)),
+      txtPIN(new CodeEdit(pinLength, this)),
       lblPUK(new QLabel(u"P&UK:"_s, this)),
-      txtPUK(makeCodeEdit(pukLength, this)),
+      txtPUK(new CodeEdit(pukLength, this)),
       chkPUK(new QCheckBox(u"Cambiar &PIN"_s, this)),
       chkVerCodigos(new QCheckBox(u"&Ver códigos"_s, this)),
       cmdAceptar(new QPushButton(u"&Aceptar"_s, this)),
@@ -152,8 +120,8 @@ void frmPINPUK::choosePuk(bool wanted)
 
 void frmPINPUK::showCodes(bool clear)
 {
-    for (QLineEdit* edit : {txtPIN, txtPUK})
-        edit->setEchoMode(clear ? QLineEdit::Normal : QLineEdit::Password);
+    for (CodeEdit* edit : {txtPIN, txtPUK})
+        edit->setShown(clear);
 }
 
 void frmPINPUK::validate()

@@ -3,11 +3,11 @@
 #include <QByteArray>
 #include <QDialog>
 
+class CodeEdit;
 class QCheckBox;
 class QDialogButtonBox;
 class QGroupBox;
 class QLabel;
-class QLineEdit;
 class QPushButton;
 
 /// Asks for the PIN of the SIM card or, to unblock the card, for its PUK and a new PIN. It checks
@@ -37,9 +37,9 @@ private:
     void validate();
 
     QLabel* lblPIN;
-    QLineEdit* txtPIN;
+    CodeEdit* txtPIN;
     QLabel* lblPUK;
-    QLineEdit* txtPUK;
+    CodeEdit* txtPUK;
     QCheckBox* chkPUK;
     QCheckBox* chkVerCodigos;
     QPushButton* cmdAceptar;

@@ -4,13 +4,15 @@
 #include "DriverSettings.h"
 #endif
 #include "PortLock.h"
+#include "Wipe.h"
 
 #include <QFileInfo>
-#include <QSocketNotifier>
 
 #include <algorithm>
+#include <cerrno>
 
 #include <poll.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -42,6 +44,9 @@ constexpr double shortestRest = 2;
 constexpr double longestRest = 20;
 constexpr double restMargin = 0.5;
 
+/// At most so many bytes at a time; the rest follows in the next turn of the events.
+constexpr qsizetype readSize = 4096;
+
 /// The time that a byte takes on the line, at least: clocks may run up to 3 % fast.
 double millisecondsPerByte(const LineSettings& settings)
 {
@@ -55,14 +60,16 @@ double millisecondsPerByte(const LineSettings& settings)
 QtSerialPort::QtSerialPort(const PortNames& names, QObject* parent)
     : SerialPort(parent), m_names(names)
 {
-    connect(&m_port, &QSerialPort::readyRead, this, &QtSerialPort::bytesArrived);
-    connect(&m_port, &QSerialPort::errorOccurred, this, &QtSerialPort::deviceFailed);
     m_rest.setTimerType(Qt::PreciseTimer);
     m_rest.setSingleShot(true);
     connect(&m_rest, &QTimer::timeout, this, &QtSerialPort::endRest);
 }
 
-QtSerialPort::~QtSerialPort() { m_port.disconnect(this); }
+QtSerialPort::~QtSerialPort()
+{
+    if (isOpen())
+        closeDevice();
+}
 
 QString QtSerialPort::deviceName() const
 {
@@ -74,31 +81,35 @@ void QtSerialPort::clearInput()
     SerialPort::clearInput();
     if (!isOpen())
         return;
-    // Switching the watch off drops an announcement of what is discarded here: followed up, it
-    // would find nothing to read, which the toolkit takes for a failure.
-    setReading(false);
+    // Switching the watch off drops an announcement of what is discarded here.
+    m_readable->setEnabled(false);
     m_port.clear(QSerialPort::Input);
     endRest();
 }
 
 void QtSerialPort::clearOutput()
 {
-    if (isOpen())
-        m_port.clear(QSerialPort::Output);
+    if (!isOpen())
+        return;
+    m_writable->setEnabled(false);
+    wipe(m_waiting);
+    m_port.clear(QSerialPort::Output);
 }
 
 void QtSerialPort::write(const QByteArray& bytes)
 {
     if (!isOpen())
         return;
-    // A full driver is an error too, though no more than a wait: what it does not take follows by
-    // itself. A device that is gone shows at once on the reading side.
-    m_settled = false;
-    m_port.write(bytes);
-    // The first flush gives the bytes to the driver, the second has the port take note of it.
-    if (m_port.flush())
-        m_port.flush();
-    m_settled = true;
+    const qsizetype taken = m_waiting.isEmpty() ? writeToDriver(bytes) : 0;
+    if (taken == bytes.size())
+        return;
+    // Joined in a place of its own, so that growing leaves no copy behind.
+    QByteArray waiting;
+    waiting.reserve(m_waiting.size() + bytes.size() - taken);
+    waiting.append(m_waiting).append(bytes.constData() + taken, bytes.size() - taken);
+    wipe(m_waiting);
+    m_waiting.swap(waiting);
+    m_writable->setEnabled(true);
 }
 
 QString QtSerialPort::openDevice()
@@ -131,14 +142,27 @@ QString QtSerialPort::openDevice()
     }
     applyLines();
     m_millisecondsPerByte = millisecondsPerByte(*parsed.settings);
-    m_settled = true;
+    const auto notifiers =
+        m_port.findChildren<QSocketNotifier*>(QString(), Qt::FindDirectChildrenOnly);
+    for (QSocketNotifier* notifier : notifiers)
+        notifier->setEnabled(false);
+    m_readable = makeNotifier(QSocketNotifier::Read, &QtSerialPort::readArrived);
+    m_writable = makeNotifier(QSocketNotifier::Write, &QtSerialPort::writeWaiting);
+    m_readable->setEnabled(true);
     return {};
 }
 
 void QtSerialPort::closeDevice()
 {
-    m_settled = false;
     m_rest.stop();
+    // Switched off before the descriptor is somebody else's; deleted later, because this may be the
+    // work of one of them.
+    for (QSocketNotifier** notifier : {&m_readable, &m_writable}) {
+        (*notifier)->setEnabled(false);
+        (*notifier)->deleteLater();
+        *notifier = nullptr;
+    }
+    wipe(m_waiting);
     m_port.close();
 }
 
@@ -149,31 +173,50 @@ void QtSerialPort::applyLines()
     m_port.setRequestToSend(isRtsEnabled());
 }
 
-void QtSerialPort::bytesArrived()
+QSocketNotifier* QtSerialPort::makeNotifier(QSocketNotifier::Type type,
+                                            void (QtSerialPort::*activated)())
 {
-    if (inputCount() + m_port.bytesAvailable() < receiveThreshold() || receiveThreshold() == 0) {
-        takeArrived();
-    } else if (!m_taking) {
-        // Later: inside its own signal the port announces no further bytes, so those that come
-        // while a box is up over the handler of an answer would stay unnoticed.
-        m_taking = true;
-        QMetaObject::invokeMethod(
-            this,
-            [this] {
-                m_taking = false;
-                takeArrived();
-            },
-            Qt::QueuedConnection);
-    }
+    auto* notifier = new QSocketNotifier(m_port.handle(), type, this);
+    notifier->setEnabled(false);
+    connect(notifier, &QSocketNotifier::activated, this, activated);
+    return notifier;
 }
 
-void QtSerialPort::takeArrived()
+void QtSerialPort::readArrived()
 {
-    // It may have been closed since this was queued.
-    if (!isOpen())
+    QByteArray bytes(readSize, Qt::Uninitialized);
+    const ssize_t count = ::read(m_port.handle(), bytes.data(), static_cast<size_t>(bytes.size()));
+    if (count <= 0) {
+        if (isDeviceGone())
+            deviceGone();
         return;
-    deliver(m_port.readAll());
+    }
+    bytes.truncate(count);
+    deliver(std::move(bytes));
     restWhileBytesAreOnTheWay();
+}
+
+void QtSerialPort::writeWaiting()
+{
+    wipeFront(m_waiting, writeToDriver(m_waiting));
+    m_writable->setEnabled(!m_waiting.isEmpty());
+    if (isDeviceGone())
+        deviceGone();
+}
+
+qsizetype QtSerialPort::writeToDriver(const QByteArray& bytes)
+{
+    qsizetype taken = 0;
+    while (taken < bytes.size()) {
+        const ssize_t count = ::write(m_port.handle(), bytes.constData() + taken,
+                                      static_cast<size_t>(bytes.size() - taken));
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            break;
+        taken += count;
+    }
+    return taken;
 }
 
 void QtSerialPort::restWhileBytesAreOnTheWay()
@@ -183,42 +226,13 @@ void QtSerialPort::restWhileBytesAreOnTheWay()
     if (!isOpen() || onTheWay < shortestRest)
         return;
     m_rest.start(static_cast<int>(std::min(onTheWay, longestRest)));
-    setReading(false);
+    m_readable->setEnabled(false);
 }
 
 void QtSerialPort::endRest()
 {
     m_rest.stop();
-    setReading(true);
-}
-
-void QtSerialPort::setReading(bool on)
-{
-    // Should a later toolkit keep them elsewhere, the program only wakes more often.
-    const auto notifiers =
-        m_port.findChildren<QSocketNotifier*>(QString(), Qt::FindDirectChildrenOnly);
-    for (QSocketNotifier* notifier : notifiers) {
-        if (notifier->type() == QSocketNotifier::Read)
-            notifier->setEnabled(on);
-    }
-}
-
-void QtSerialPort::deviceFailed(QSerialPort::SerialPortError error)
-{
-    if (!m_settled)
-        return;
-    switch (error) {
-    case QSerialPort::ReadError:
-    case QSerialPort::ResourceError:
-        if (isDeviceGone())
-            return deviceGone();
-        // The toolkit stops watching a device that it believes to be gone.
-        return setReading(true);
-    case QSerialPort::WriteError:
-    case QSerialPort::PermissionError:
-    case QSerialPort::DeviceNotFoundError: return deviceGone();
-    default: return;
-    }
+    m_readable->setEnabled(true);
 }
 
 bool QtSerialPort::isDeviceGone() const

@@ -5,10 +5,14 @@
 #include "SerialPort.h"
 
 #include <QSerialPort>
+#include <QSocketNotifier>
 #include <QTimer>
 
 /// A port of this machine. Its device is looked up anew each time it opens, and is then this
-/// program's alone. A device that vanishes, or fails in any other way while it is open, closes it.
+/// program's alone. A device that vanishes while it is open closes it.
+///
+/// The toolkit's port opens and sets up the device. Bytes pass it by: its buffers would keep what
+/// went through them, the codes of the SIM card included.
 class QtSerialPort final : public SerialPort {
     Q_OBJECT
 public:
@@ -27,15 +31,16 @@ protected:
     void applyLines() override;
 
 private:
-    void bytesArrived();
-    void takeArrived();
+    QSocketNotifier* makeNotifier(QSocketNotifier::Type type, void (QtSerialPort::*activated)());
+    void readArrived();
+    void writeWaiting();
+    /// How many of the bytes the driver takes now.
+    qsizetype writeToDriver(const QByteArray& bytes);
     /// Most of an answer's bytes are a while away when its header is there. Until the last are due
     /// the device is not watched, which would wake the program for each single byte.
     void restWhileBytesAreOnTheWay();
     void endRest();
-    void setReading(bool on);
-    void deviceFailed(QSerialPort::SerialPortError error);
-    /// What the system says of the device. A read that finds nothing is no failure by itself.
+    /// What the system says of the device: a read that finds nothing is no failure by itself.
     bool isDeviceGone() const;
     QString openFailure(const QString& path) const;
     /// Sets the parameters on the open device; in Spanish what it refuses.
@@ -44,10 +49,11 @@ private:
     const PortNames& m_names;
     QSerialPort m_port;
     QString m_device;
-    /// While it is opened, closed or written to, an error does not mean that the device is gone.
-    bool m_settled = false;
-    /// A call of takeArrived is under way.
-    bool m_taking = false;
+    /// These are there while the port is open.
+    QSocketNotifier* m_readable = nullptr;
+    QSocketNotifier* m_writable = nullptr;
+    /// What a full driver has not taken yet.
+    QByteArray m_waiting;
     double m_millisecondsPerByte = 0;
     QTimer m_rest;
 };

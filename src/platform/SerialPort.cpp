@@ -1,5 +1,9 @@
 #include "SerialPort.h"
 
+#include "Wipe.h"
+
+#include <algorithm>
+
 void SerialPort::setDtrEnabled(bool on)
 {
     m_dtr = on;
@@ -18,7 +22,8 @@ void SerialPort::open()
 {
     if (isOpen())
         return;
-    m_input.clear();
+    // As much as it ever holds, so that growing leaves no copy behind.
+    m_input.reserve(2 * inputCapacity);
     m_openError = openDevice();
 }
 
@@ -27,26 +32,28 @@ void SerialPort::close()
     if (!isOpen())
         return;
     closeDevice();
-    m_input.clear();
+    wipe(m_input);
 }
 
 QByteArray SerialPort::read()
 {
-    const qsizetype wanted = m_readLength > 0 ? m_readLength : m_input.size();
-    const QByteArray bytes = m_input.left(wanted);
-    m_input.remove(0, bytes.size());
+    const qsizetype count =
+        m_readLength > 0 ? std::min<qsizetype>(m_readLength, m_input.size()) : m_input.size();
+    const QByteArray bytes(m_input.constData(), count);
+    wipeFront(m_input, count);
     return bytes;
 }
 
-void SerialPort::clearInput() { m_input.clear(); }
+void SerialPort::clearInput() { wipe(m_input); }
 
-void SerialPort::deliver(const QByteArray& bytes)
+void SerialPort::deliver(QByteArray bytes)
 {
     if (bytes.isEmpty() || !isOpen())
         return;
-    m_input.append(bytes);
+    m_input.append(bytes.constData(), bytes.size());
+    wipe(bytes);
     if (m_input.size() > inputCapacity)
-        m_input.remove(0, m_input.size() - inputCapacity);
+        wipeFront(m_input, m_input.size() - inputCapacity);
     if (m_receiveThreshold > 0 && m_input.size() >= m_receiveThreshold)
         emit received();
 }
@@ -56,6 +63,6 @@ void SerialPort::deviceGone()
     if (!isOpen())
         return;
     closeDevice();
-    m_input.clear();
+    wipe(m_input);
     emit lost();
 }

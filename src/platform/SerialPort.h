@@ -68,8 +68,8 @@ protected:
     virtual void closeDevice() = 0;
     virtual void applyLines() = 0;
 
-    /// The concrete port hands over what arrived.
-    void deliver(const QByteArray& bytes);
+    /// The concrete port hands over what arrived. `bytes` is overwritten unless it is shared.
+    void deliver(QByteArray bytes);
     /// The concrete port found its device gone: closes it and emits `lost`.
     void deviceGone();
 
@@ -81,5 +81,6 @@ private:
     QString m_openError;
     int m_receiveThreshold = 0;
     int m_readLength = 0;
+    /// Overwritten as it is read: a modem echoes the codes of the SIM card.
     QByteArray m_input;
 };

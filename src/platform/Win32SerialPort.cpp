@@ -1,5 +1,7 @@
 #include "Win32SerialPort.h"
 
+#include "Wipe.h"
+
 #include <QDeadlineTimer>
 
 #include <algorithm>
@@ -24,7 +26,11 @@ constexpr char xoff = 0x13;
 /// One overlapped call with its event and its bytes, which must outlive it.
 struct Win32SerialPort::Operation {
     Operation() { overlapped.hEvent = CreateEventW(nullptr, TRUE, FALSE, nullptr); }
-    ~Operation() { CloseHandle(overlapped.hEvent); }
+    ~Operation()
+    {
+        wipe(bytes);
+        CloseHandle(overlapped.hEvent);
+    }
     Operation(const Operation&) = delete;
     Operation& operator=(const Operation&) = delete;
 
@@ -41,11 +47,13 @@ struct Win32SerialPort::Operation {
     }
     bool isFinished() const { return isFinishedWithin(0); }
     /// Ends a call that was cancelled, until the deadline. One that its driver does not give back
-    /// keeps its memory.
+    /// keeps its memory, overwritten.
     static void end(std::unique_ptr<Operation> operation, const QDeadlineTimer& deadline)
     {
-        if (!operation->isFinishedWithin(static_cast<DWORD>(deadline.remainingTime())))
-            (void)operation.release();
+        if (operation->isFinishedWithin(static_cast<DWORD>(deadline.remainingTime())))
+            return;
+        overwrite(operation->bytes.data(), operation->bytes.size());
+        (void)operation.release();
     }
 
     OVERLAPPED overlapped{};
@@ -230,7 +238,8 @@ void Win32SerialPort::write(const QByteArray& bytes)
     if (waiting + bytes.size() > outputCapacity)
         return;
     auto operation = std::make_unique<Operation>();
-    operation->bytes = bytes;
+    // A copy of its own, which is overwritten when it has been sent.
+    operation->bytes = QByteArray(bytes.constData(), bytes.size());
     const BOOL done =
         WriteFile(m_handle, operation->bytes.constData(),
                   static_cast<DWORD>(operation->bytes.size()), nullptr, &operation->overlapped);
@@ -277,6 +286,8 @@ void Win32SerialPort::handOver()
 {
     if (!isOpen() || m_isReading)
         return;
+    // An answer tells that what was written has been sent.
+    reapWrites();
     std::optional<QByteArray> bytes = std::exchange(m_arrived, std::nullopt);
     const bool isThere = bytes && fetchWaiting(*bytes);
     if (isThere)
@@ -284,7 +295,7 @@ void Win32SerialPort::handOver()
     if (!isThere || m_emptyReads > mostEmptyReads || !startRead())
         deviceGone();
     else
-        deliver(*bytes);
+        deliver(std::move(*bytes));
 }
 
 bool Win32SerialPort::fetchWaiting(QByteArray& bytes)
@@ -308,7 +319,7 @@ bool Win32SerialPort::fetchWaiting(QByteArray& bytes)
     DWORD count = 0;
     if (operation->isFinishedWithin(promptly)) {
         GetOverlappedResult(m_handle, &operation->overlapped, &count, FALSE);
-        bytes += operation->bytes.left(static_cast<qsizetype>(count));
+        bytes.append(operation->bytes.constData(), static_cast<qsizetype>(count));
     }
     Operation::end(std::move(operation), QDeadlineTimer());
     return true;
