@@ -1,8 +1,9 @@
 #pragma once
 
+#include "Processes.h"
+
 #include <QByteArray>
 #include <QElapsedTimer>
-#include <QProcess>
 #include <QStringList>
 
 #include <array>
@@ -24,9 +25,8 @@ public:
     {
         closeDevice();
         process.closeWriteChannel();
-        if (!process.waitForFinished(5000))
+        if (!hasEnded(process))
             process.kill();
-        process.waitForFinished();
     }
     SimulatorProcess(const SimulatorProcess&) = delete;
     SimulatorProcess& operator=(const SimulatorProcess&) = delete;
@@ -34,15 +34,8 @@ public:
     QProcess process;
     QString device;
 
-    /// The next line of standard output without its end; empty after five seconds without one.
-    QString readLine()
-    {
-        while (!process.canReadLine()) {
-            if (!process.waitForReadyRead(5000))
-                return {};
-        }
-        return QString::fromUtf8(process.readLine()).trimmed();
-    }
+    /// The next line of standard output without its end; empty when none comes for long.
+    QString readLine() { return readLineOf(process); }
     /// Runs a command; its lines, the last of which is "ok" or an error.
     QStringList command(const QString& text)
     {
@@ -83,7 +76,7 @@ public:
     }
     /// What arrives until there are so many bytes, or until the line has been gone or silent for
     /// that long.
-    QByteArray read(qsizetype count, int milliseconds = 5000)
+    QByteArray read(qsizetype count, int milliseconds = processPatience)
     {
         QByteArray bytes;
         pollfd ready{m_descriptor, POLLIN, 0};
@@ -97,7 +90,7 @@ public:
         return bytes;
     }
     /// Sends a request and reads so many bytes; both in hexadecimal.
-    QByteArray exchange(const char* request, qsizetype count, int milliseconds = 5000)
+    QByteArray exchange(const char* request, qsizetype count, int milliseconds = processPatience)
     {
         write(QByteArray::fromHex(request));
         return read(count, milliseconds).toHex();

@@ -241,11 +241,13 @@ void TestSimulatorProgram::firmwareIsWrittenAsIntelHex()
 void TestSimulatorProgram::resetEndsInSilence()
 {
     SimulatorProcess simulator({u"--after-reset"_s, u"silent 400"_s});
-    QCOMPARE(simulator.exchange("680f0f680169dd0410000100ff010203041b008016", 10),
-             QByteArray("680404680108dd00e616"));
+    // The identification is there when the silence begins.
+    simulator.write(QByteArray::fromHex("680f0f680169dd0410000100ff010203041b008016") +
+                    QByteArray::fromHex(identification));
+    QCOMPARE(simulator.read(10).toHex(), QByteArray("680404680108dd00e616"));
     QCOMPARE(simulator.readLine(), u"event reset"_s);
-    QCOMPARE(simulator.exchange(identification, 10, 50), QByteArray());
     QCOMPARE(simulator.readLine(), u"event started"_s);
+    QCOMPARE(simulator.read(1, 0), QByteArray());
     QCOMPARE(simulator.exchange(identification, 10), QByteArray(accepted));
     QCOMPARE(simulator.state(u"block1.alarms"_s), QString(132, u'0'));
 }
@@ -273,7 +275,7 @@ void TestSimulatorProgram::closingTheDeviceDropsWhatWasUnread()
 {
     SimulatorProcess simulator;
     simulator.write(QByteArray::fromHex(general));
-    QTRY_COMPARE(simulator.state(u"answered"_s), u"1"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(simulator.state(u"answered"_s), u"1"_s, processPatience);
     simulator.closeDevice();
     // By the answer to the second command the first one's round of events is over.
     simulator.command(u"state"_s);
@@ -304,7 +306,7 @@ void TestSimulatorProgram::wrongUsageIsToldOnStandardError()
     QFETCH(QStringList, arguments);
     QProcess process;
     process.start(QStringLiteral(HCT_SIMULATOR), arguments);
-    QVERIFY(process.waitForFinished());
+    QVERIFY(hasEnded(process));
     QTEST(process.exitCode(), "code");
     QVERIFY(process.readAllStandardError().startsWith("hct-simulator: "));
     QCOMPARE(process.readAllStandardOutput(), QByteArray());
@@ -314,15 +316,16 @@ void TestSimulatorProgram::endOfInputEndsTheProgramUnlessItStays()
 {
     SimulatorProcess ending;
     ending.process.closeWriteChannel();
-    QVERIFY(ending.process.waitForFinished());
+    QVERIFY(hasEnded(ending.process));
     QCOMPARE(ending.process.exitCode(), 0);
 
     SimulatorProcess staying({u"--stay"_s});
     staying.process.closeWriteChannel();
-    QVERIFY(!staying.process.waitForFinished(200));
-    QCOMPARE(staying.exchange(identification, 10), QByteArray(accepted));
+    // By the second answer the round of events that saw the end of the input is over.
+    for (int answer = 0; answer < 2; ++answer)
+        QCOMPARE(staying.exchange(identification, 10), QByteArray(accepted));
     staying.process.terminate();
-    QVERIFY(staying.process.waitForFinished());
+    QVERIFY(hasEnded(staying.process));
     QCOMPARE(staying.process.exitStatus(), QProcess::NormalExit);
     QCOMPARE(staying.process.exitCode(), 0);
 }
@@ -334,7 +337,7 @@ void TestSimulatorProgram::terminationRemovesTheLink()
     SimulatorProcess simulator({u"--link"_s, link});
     QVERIFY(QFile::exists(link));
     simulator.process.terminate();
-    QVERIFY(simulator.process.waitForFinished());
+    QVERIFY(hasEnded(simulator.process));
     QVERIFY(!QFileInfo(link).isSymLink());
 }
 
@@ -345,7 +348,7 @@ void TestSimulatorProgram::foreignFileIsNotReplacedByTheLink()
     QVERIFY(file.open(QIODevice::WriteOnly));
     QProcess process;
     process.start(QStringLiteral(HCT_SIMULATOR), {u"--link"_s, file.fileName()});
-    QVERIFY(process.waitForFinished());
+    QVERIFY(hasEnded(process));
     QCOMPARE(process.exitCode(), 1);
     QVERIFY(QFile::exists(file.fileName()));
 }
@@ -360,10 +363,10 @@ void TestSimulatorProgram::endOfTheParentEndsTheProgram()
         {u"-c"_s,
          u"\"$0\" --exit-with-parent --stay --link \"$1\" </dev/null >/dev/null & read end"_s,
          QStringLiteral(HCT_SIMULATOR), link});
-    QTRY_VERIFY(QFile::exists(link));
+    QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(link), processPatience);
     shell.closeWriteChannel();
-    QVERIFY(shell.waitForFinished());
-    QTRY_VERIFY(!QFileInfo(link).isSymLink());
+    QVERIFY(hasEnded(shell));
+    QTRY_VERIFY_WITH_TIMEOUT(!QFileInfo(link).isSymLink(), processPatience);
 }
 
 void TestSimulatorProgram::givenDeviceIsServedUntilItIsLost()
@@ -373,8 +376,7 @@ void TestSimulatorProgram::givenDeviceIsServedUntilItIsLost()
     const QString slave = QString::fromLocal8Bit(::ptsname(master));
     QProcess process;
     process.start(QStringLiteral(HCT_SIMULATOR), {u"--port"_s, slave, u"--speed"_s, u"19200"_s});
-    QVERIFY(process.waitForReadyRead());
-    QCOMPARE(QString::fromLocal8Bit(process.readLine()), slave + u'\n');
+    QCOMPARE(readLineOf(process), slave);
 
     const QByteArray request = QByteArray::fromHex(identification);
     QCOMPARE(::write(master, request.constData(), size_t(request.size())), ssize_t(10));
@@ -387,7 +389,7 @@ void TestSimulatorProgram::givenDeviceIsServedUntilItIsLost()
     QCOMPARE(answer.toHex(), QByteArray(accepted));
 
     ::close(master);
-    QVERIFY(process.waitForFinished());
+    QVERIFY(hasEnded(process));
     QCOMPARE(process.exitCode(), 3);
     QCOMPARE(process.readAllStandardOutput(), QByteArray("event lost\n"));
 }

@@ -1,19 +1,16 @@
+#include "Processes.h"
 #include "SimulatorChannel.h"
-
-#include <QProcess>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr int patience = 30000;
 
 class ProcessChannel final : public SimulatorChannel {
 public:
     ~ProcessChannel() override
     {
         m_process.closeWriteChannel();
-        if (!m_process.waitForFinished(patience))
+        if (!hasEnded(m_process))
             m_process.kill();
     }
 
@@ -24,13 +21,7 @@ public:
                         QStringList{u"--exit-with-parent"_s} + options);
     }
     void writeLine(const QString& line) override { m_process.write(line.toUtf8() + '\n'); }
-    QString readLine() override
-    {
-        while (!m_process.canReadLine())
-            if (!m_process.waitForReadyRead(patience))
-                return {};
-        return QString::fromUtf8(m_process.readLine()).trimmed();
-    }
+    QString readLine() override { return readLineOf(m_process); }
     QString pathOf(const QString& file) const override { return file; }
 
 private:

@@ -1,4 +1,5 @@
-#include <QProcess>
+#include "Processes.h"
+
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -28,7 +29,7 @@ void TestCommandLine::run(const QString& option)
 #endif
     m_program.setProcessEnvironment(environment);
     m_program.start(QStringLiteral(HCT), {option});
-    QVERIFY(m_program.waitForFinished());
+    QVERIFY(hasEnded(m_program));
 }
 
 void TestCommandLine::versionIsTold()

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QProcess>
+#include "Processes.h"
+
 #include <QStringList>
 
 /// The system's own registry tool, as an operator uses it.
@@ -34,7 +35,8 @@ private:
     {
         QProcess tool;
         tool.start(QStringLiteral("reg"), arguments);
-        tool.waitForFinished();
+        if (!hasEnded(tool))
+            qFatal("the registry tool did not end");
         return QString::fromLocal8Bit(tool.readAllStandardOutput());
     }
 };

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QProcess>
+#include <QString>
+
+/// Milliseconds a test waits for a process: only a fault takes them all.
+inline constexpr int processPatience = 30000;
+
+/// Whether the process ends within so many milliseconds, or has ended already: then the toolkit's
+/// own waitForFinished says no. False for a process that could not be started.
+inline bool hasEnded(QProcess& process, int milliseconds = processPatience)
+{
+    if (process.state() == QProcess::NotRunning)
+        return process.error() != QProcess::FailedToStart;
+    return process.waitForFinished(milliseconds);
+}
+
+/// The next line of the process's standard output without its end, also when it came with the end
+/// of the process; empty when there is none within so many milliseconds.
+inline QString readLineOf(QProcess& process, int milliseconds = processPatience)
+{
+    while (!process.canReadLine() && process.waitForReadyRead(milliseconds)) {
+    }
+    return process.canReadLine() ? QString::fromUtf8(process.readLine()).trimmed() : QString();
+}
