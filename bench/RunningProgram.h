@@ -28,11 +28,14 @@ inline bool waitFor(const std::function<bool()>& isSo, int patience = 20000)
 class Clock {
 public:
     Clock(const QString& simulator, int rate)
+        : Clock(simulator, rate > 0 ? QStringList{QStringLiteral("--pace"), QString::number(rate)}
+                                    : QStringList())
+    {}
+    Clock(const QString& simulator, const QStringList& options)
     {
-        QStringList arguments{QStringLiteral("--exit-with-parent"), QStringLiteral("--stay")};
-        if (rate > 0)
-            arguments += {QStringLiteral("--pace"), QString::number(rate)};
-        m_process.start(simulator, arguments);
+        m_process.start(
+            simulator,
+            QStringList{QStringLiteral("--exit-with-parent"), QStringLiteral("--stay")} + options);
         if (m_process.waitForReadyRead(10000))
             qputenv("HCT_COM1", m_process.readLine().trimmed());
     }
