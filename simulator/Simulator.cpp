@@ -12,11 +12,12 @@ namespace simulator {
 
 namespace {
 
-/// Longer than any pause inside a request: identification holds one of 50 ms.
-constexpr int silenceMilliseconds = 150;
+/// Longer than any pause inside a request: identification holds one of 50 ms, and more where the
+/// program has to wait for a processor. Shorter than the 800 ms that an answer is waited for.
+constexpr int silenceMilliseconds = 500;
 constexpr int babbleMilliseconds = 5;
 /// Time for the last answer to be read before the line goes.
-constexpr int partingMilliseconds = 300;
+constexpr int partingMilliseconds = 1000;
 constexpr char strayByte = 0x55;
 constexpr quint8 alternatingBit = 0x10;
 

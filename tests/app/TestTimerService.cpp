@@ -2,6 +2,7 @@
 #include "FakeTimer.h"
 #include "frmCrono.h"
 
+#include <QSignalSpy>
 #include <QTest>
 
 namespace {
@@ -269,7 +270,11 @@ void TestTimerService::eventLoopInsideATickStartsNoSecondTick()
     Client client(1, m_calls);
     int callsAfterTheBox = 0;
     client.work = [&] {
-        QTest::qWait(20);
+        PreciseTimer later;
+        later.setInterval(20);
+        QSignalSpy past(&later, &IntervalTimer::tick);
+        later.setEnabled(true);
+        QVERIFY(past.wait());
         callsAfterTheBox = static_cast<int>(m_calls.size());
         crono.setTimerEnabled(false);
     };

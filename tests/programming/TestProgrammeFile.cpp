@@ -3,7 +3,6 @@
 #include "ProgrammeLines.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -22,8 +21,8 @@ private slots:
     void failedSaveLeavesTheOldFile();
     void missingFileAndDirectoryChangeNothing();
     void endlessDeviceIsNotRead();
-    void hundredMegabytesDoNotHang_data();
-    void hundredMegabytesDoNotHang();
+    void terabyteDoesNotHang_data();
+    void terabyteDoesNotHang();
     void nothingPastTheBoundIsRead();
 };
 
@@ -91,25 +90,23 @@ void TestProgrammeFile::endlessDeviceIsNotRead()
     QVERIFY(programme == allNines(first));
 }
 
-void TestProgrammeFile::hundredMegabytesDoNotHang_data()
+void TestProgrammeFile::terabyteDoesNotHang_data()
 {
     QTest::addColumn<QByteArray>("start");
     QTest::newRow("one endless line") << QByteArray("1");
     QTest::newRow("a programme and then an endless line") << QByteArray("1\r\n").repeated(363);
 }
 
-void TestProgrammeFile::hundredMegabytesDoNotHang()
+void TestProgrammeFile::terabyteDoesNotHang()
 {
     QFETCH(QByteArray, start);
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"grande.hct"_s);
     writeFile(path, start);
-    QVERIFY(QFile::resize(path, 100'000'000));
+    // The file is sparse; reading it to its end would take hours.
+    QVERIFY(QFile::resize(path, 1'000'000'000'000));
     Programme programme = allNines(first);
-    QElapsedTimer timer;
-    timer.start();
     QVERIFY(ProgrammeFile::load(path, programme, first));
-    QVERIFY(timer.elapsed() < 1000);
     const int expected = start.size() > 1 ? 1 : 9;
     QCOMPARE(int{programme.table.vacations[7].EndMonth}, expected);
 }

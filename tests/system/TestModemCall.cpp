@@ -239,7 +239,7 @@ void TestModemCall::modemThatVanishesInMidCallEndsTheConnectionAndComesBack()
 
 void TestModemCall::secondConectarWhileDiallingStartsNoOther()
 {
-    ModemProgram run({u"--dial-delay"_s, u"500"_s});
+    ModemProgram run({u"--dial-delay"_s, u"3000"_s});
     int tries = 0;
     const auto again = [&] {
         ++tries;

@@ -42,7 +42,7 @@ struct Session {
 
     bool open()
     {
-        if (!QTest::qWaitFor([this] { return run.isEstablished(); }))
+        if (!QTest::qWaitFor([this] { return run.isEstablished(); }, patience))
             return false;
         run.choose("mnuProgramacion");
         form = run.program.mainWindow().findChild<frmProg*>();
@@ -274,7 +274,7 @@ void TestProgramming::cancelWhileSendingKeepsTheConnection()
     Session s({u"--programme"_s, u"school"_s, u"--fault"_s, u"silent always on block"_s});
     QVERIFY(s.open());
     s.click("cmdEnviar");
-    QTRY_VERIFY(s.run.program.link().Ocupado());
+    QTRY_VERIFY_WITH_TIMEOUT(s.run.program.link().Ocupado(), patience);
     s.click("cmdCancelar");
     QVERIFY(s.isClosed());
     QVERIFY(s.run.isEstablished());

@@ -6,6 +6,8 @@
 #include <QTest>
 #include <QTimer>
 
+#include <windows.h>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -18,6 +20,19 @@ QByteArray everyByte()
     for (int value = 0; value < 256; ++value)
         bytes.append(static_cast<char>(value));
     return bytes;
+}
+
+/// Whether so many bytes come to wait in the driver of a port that nobody reads.
+bool waitUntilWithDriver(const wchar_t* port, DWORD bytes)
+{
+    const HANDLE handle =
+        CreateFileW(port, GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+    COMSTAT state{};
+    const bool have = QTest::qWaitFor(
+        [&] { return ClearCommError(handle, nullptr, &state) && state.cbInQue >= bytes; },
+        patience);
+    CloseHandle(handle);
+    return have;
 }
 
 } // namespace
@@ -154,7 +169,7 @@ void TestWin32SerialPort::whatCameBeforeOpeningIsGone()
 {
     m_near->close();
     m_far->write("while nobody listened");
-    QTest::qWait(200);
+    QVERIFY(waitUntilWithDriver(L"\\\\.\\COM5", 21));
     m_near->open();
     m_far->write("now");
     QCOMPARE(receive(*m_near, 3), QByteArray("now"));
@@ -229,9 +244,12 @@ void TestWin32SerialPort::writingToADeafFarEndReturns()
     QVERIFY(m_near->isOpen());
     m_near->close();
     QVERIFY(!m_near->isOpen());
-    // Leaves the line empty for the next test.
+    // Leaves the line empty for the next test: what is last comes last.
     m_far->open();
-    QTest::qWait(500);
+    m_near->open();
+    m_near->write("end");
+    QByteArray rest;
+    QVERIFY(QTest::qWaitFor([&] { return (rest += m_far->read()).endsWith("end"); }, patience));
 }
 
 void TestWin32SerialPort::formatsOfTheLine_data()
