@@ -1,15 +1,39 @@
 #include "Files.h"
+#include "OrdinaryUser.h"
 #include "WholeFile.h"
 
 #include <QDir>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cerrno>
 #include <csignal>
+#include <functional>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Called with each file or folder that is synced; the error that the call is to give, or 0.
+std::function<int(const QString& path)> synced;
+
+} // namespace
+
+/// Stands before that of the system.
+extern "C" int fsync(int descriptor)
+{
+    const QString path = QFile::symLinkTarget(u"/proc/self/fd/%1"_s.arg(descriptor));
+    if (const int error = synced ? synced(path) : 0) {
+        errno = error;
+        return -1;
+    }
+    return static_cast<int>(syscall(SYS_fsync, descriptor));
+}
 
 class TestWholeFile : public QObject {
     Q_OBJECT
@@ -19,6 +43,12 @@ private slots:
     void longerFileIsReplaced();
     void fullDiskLeavesTheOldFile_data();
     void fullDiskLeavesTheOldFile();
+    void folderIsSyncedAfterTheRename();
+    void folderOfALinkedFileIsTheOneThatIsSynced();
+    void folderThatIsNotSyncedIsToldUnlessItsFileSystemCannot_data();
+    void folderThatIsNotSyncedIsToldUnlessItsFileSystemCannot();
+    void fileInAFolderThatCannotBeWrittenIsLeftAsItWas();
+    void fileInAFolderThatCannotBeListedIsReplaced();
 };
 
 /// While it lives, no file of the process grows past 100 bytes, as on a disk that is full.
@@ -90,6 +120,82 @@ void TestWholeFile::fullDiskLeavesTheOldFile()
     QVERIFY(!replaced);
     QCOMPARE(contentsOf(path), QByteArray("old"));
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{u"a"_s});
+}
+
+void TestWholeFile::folderIsSyncedAfterTheRename()
+{
+    const QTemporaryDir folder;
+    const QString path = writeFile(folder.filePath(u"a"_s), "old");
+    QStringList events;
+    synced = [&](const QString& what) {
+        events += what + u" when the file was "_s + QString::fromLatin1(contentsOf(path));
+        return 0;
+    };
+    const auto restored = qScopeGuard([] { synced = nullptr; });
+    QVERIFY(WholeFile::replace(path, "new"));
+    QCOMPARE(events, QStringList{folder.path() + u" when the file was new"_s});
+}
+
+void TestWholeFile::folderOfALinkedFileIsTheOneThatIsSynced()
+{
+    const QTemporaryDir folder;
+    const QTemporaryDir other;
+    const QString path = writeFile(folder.filePath(u"a"_s), "old");
+    const QString link = other.filePath(u"link"_s);
+    QVERIFY(QFile::link(path, link));
+    QStringList folders;
+    synced = [&](const QString& what) {
+        folders += what;
+        return 0;
+    };
+    const auto restored = qScopeGuard([] { synced = nullptr; });
+    QVERIFY(WholeFile::replace(link, "new"));
+    QCOMPARE(folders, QStringList{folder.path()});
+}
+
+void TestWholeFile::folderThatIsNotSyncedIsToldUnlessItsFileSystemCannot_data()
+{
+    QTest::addColumn<int>("error");
+    QTest::addColumn<bool>("kept");
+    QTest::newRow("the disk failed") << EIO << false;
+    QTest::newRow("the file system syncs no folders") << EINVAL << true;
+}
+
+void TestWholeFile::folderThatIsNotSyncedIsToldUnlessItsFileSystemCannot()
+{
+    QFETCH(int, error);
+    const QTemporaryDir folder;
+    const QString path = writeFile(folder.filePath(u"a"_s), "old");
+    synced = [&](const QString&) { return error; };
+    const auto restored = qScopeGuard([] { synced = nullptr; });
+    QTEST(WholeFile::replace(path, "new"), "kept");
+}
+
+void TestWholeFile::fileInAFolderThatCannotBeWrittenIsLeftAsItWas()
+{
+    const QTemporaryDir folder;
+    const OrdinaryUser ordinaryUser(folder.path());
+    const QString path = writeFile(folder.filePath(u"a"_s), "old");
+    QVERIFY(QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner));
+    QVERIFY(QFileInfo(path).isWritable());
+    const bool replaced = WholeFile::replace(path, "new");
+    QVERIFY(QFile::setPermissions(folder.path(),
+                                  QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    QVERIFY(!replaced);
+    QCOMPARE(contentsOf(path), QByteArray("old"));
+}
+
+void TestWholeFile::fileInAFolderThatCannotBeListedIsReplaced()
+{
+    const QTemporaryDir folder;
+    const OrdinaryUser ordinaryUser(folder.path());
+    const QString path = writeFile(folder.filePath(u"a"_s), "old");
+    QVERIFY(QFile::setPermissions(folder.path(), QFile::WriteOwner | QFile::ExeOwner));
+    const bool replaced = WholeFile::replace(path, "new");
+    QVERIFY(QFile::setPermissions(folder.path(),
+                                  QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    QVERIFY(replaced);
+    QCOMPARE(contentsOf(path), QByteArray("new"));
 }
 
 QTEST_GUILESS_MAIN(TestWholeFile)
