@@ -1,5 +1,6 @@
 #include "FileRegistry.h"
 
+#include "FileLock.h"
 #include "WholeFile.h"
 
 #include <QDir>
@@ -31,7 +32,7 @@ QString FileRegistry::defaultPath()
 std::optional<RegistryValue> FileRegistry::query(RootKey root, const QString& subKey,
                                                  const QString& name) const
 {
-    auto value = parsed().value(fullKey(root, subKey), name);
+    auto value = current().value(fullKey(root, subKey), name);
     if (value && value->bytes.size() > maximumBytes)
         return std::nullopt;
     return value;
@@ -40,20 +41,29 @@ std::optional<RegistryValue> FileRegistry::query(RootKey root, const QString& su
 bool FileRegistry::set(RootKey root, const QString& subKey, const QString& name,
                        const RegistryValue& value)
 {
+    const QString key = fullKey(root, subKey);
+    // Kept already: that needs no right to write.
+    if (current().value(key, name) == value)
+        return true;
+    const QString file = target();
+    if (!QDir().mkpath(QFileInfo(file).absolutePath()))
+        return false;
+    // From the reading to the renaming: what another program saves between them would be undone.
+    const FileLock lock(file + u".lock"_s, lockPatience);
+    if (!lock.isHeld())
+        return false;
     const auto before = content();
     if (!before)
         return false;
-    RegistryText text(*before);
-    text.setValue(fullKey(root, subKey), name, value);
+    RegistryText text = parsed(*before);
+    text.setValue(key, name, value);
     const QByteArray after = text.toBytes();
-    if (after == *before)
-        return true;
-    return after.size() <= maximumFileSize && replaceFile(after);
+    return after.size() <= maximumFileSize && WholeFile::replace(file, after);
 }
 
 QList<QString> FileRegistry::valueNames(RootKey root, const QString& subKey) const
 {
-    return parsed().valueNames(fullKey(root, subKey)).mid(0, maximumNames);
+    return current().valueNames(fullKey(root, subKey)).mid(0, maximumNames);
 }
 
 /// Empty when there is no file; nothing when there is one that cannot be read.
@@ -74,17 +84,18 @@ std::optional<QByteArray> FileRegistry::content() const
     return bytes;
 }
 
-const RegistryText& FileRegistry::parsed() const
+const RegistryText& FileRegistry::parsed(const QByteArray& content) const
 {
-    const QByteArray bytes = content().value_or(QByteArray());
-    if (bytes != m_parsedContent) {
-        m_parsed = RegistryText(bytes);
-        m_parsedContent = bytes;
+    if (content != m_parsedContent) {
+        m_parsed = RegistryText(content);
+        m_parsedContent = content;
     }
     return m_parsed;
 }
 
-bool FileRegistry::replaceFile(const QByteArray& content) const
+/// The file itself where the path is a link, so that all who write it use one lock.
+QString FileRegistry::target() const
 {
-    return QDir().mkpath(QFileInfo(m_path).absolutePath()) && WholeFile::replace(m_path, content);
+    const QFileInfo file(m_path);
+    return file.isSymLink() ? file.symLinkTarget() : m_path;
 }

@@ -3,12 +3,15 @@
 #include "Registry.h"
 #include "RegistryText.h"
 
+#include <chrono>
+
 /// The registry where there is no Windows: one file in the registry editor's text format, so that
 /// an export from Windows can simply be put there.
 ///
 /// Every call sees the file as it is at that moment. A write keeps every line that it does not set
-/// and is whole or not at all. A file that is there but cannot be read (no right to, not a plain
-/// file, longer than maximumFileSize) reads as empty and is never replaced: writes fail.
+/// and is whole or not at all; other programs that write wait for it. A file that is there but
+/// cannot be read (no right to, not a plain file, longer than maximumFileSize) reads as empty and
+/// is never replaced: writes fail.
 class FileRegistry final : public Registry {
 public:
     explicit FileRegistry(const QString& path) : m_path(path) {}
@@ -20,6 +23,7 @@ public:
 
     std::optional<RegistryValue> query(RootKey root, const QString& subKey,
                                        const QString& name) const override;
+    /// Waits for a program that is writing just now, lockPatience at most; then it fails.
     bool set(RootKey root, const QString& subKey, const QString& name,
              const RegistryValue& value) override;
     /// At most the first maximumNames.
@@ -27,11 +31,13 @@ public:
 
     static constexpr qint64 maximumFileSize = 1024 * 1024;
     static constexpr qsizetype maximumNames = 256;
+    static constexpr std::chrono::seconds lockPatience{3};
 
 private:
     std::optional<QByteArray> content() const;
-    const RegistryText& parsed() const;
-    bool replaceFile(const QByteArray& content) const;
+    const RegistryText& parsed(const QByteArray& content) const;
+    RegistryText current() const { return parsed(content().value_or(QByteArray())); }
+    QString target() const;
 
     QString m_path;
     /// The file as last parsed; used again as long as the file holds these very bytes.

@@ -7,7 +7,11 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -18,6 +22,32 @@ constexpr auto machine = Registry::RootKey::LocalMachine;
 const QString key = u"Software\\Quorvex\\Lurimat\\Directo"_s;
 
 RegistryValue text(const QByteArray& bytes) { return {RegistryValue::Text, bytes + '\0'}; }
+
+/// Another program, which saves 500 times, twelve values in turn. It ends with how many of them did
+/// not stay as it had saved them, 255 at most.
+pid_t startSaving(const QString& path, const QString& prefix)
+{
+    const pid_t process = fork();
+    if (process != 0)
+        return process;
+    FileRegistry registry(path);
+    int lost = 0;
+    for (int save = 0; save < 500; ++save) {
+        const QString name = prefix + QString::number(save % 12);
+        const auto before = registry.query(user, key, name);
+        if (save >= 12 && before != text(QByteArray::number(save - 12)))
+            ++lost;
+        if (!registry.set(user, key, name, text(QByteArray::number(save))))
+            ++lost;
+    }
+    _exit(std::min(lost, 255));
+}
+
+int exitCode(pid_t process)
+{
+    int status = 0;
+    return waitpid(process, &status, 0) == process && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
 
 } // namespace
 
@@ -46,9 +76,14 @@ private slots:
     void nothingIsLeftBesideTheFile();
     void valueThatStandsThereIsKeptEvenWhereNothingCanBeWritten();
     void valueNamesAreBounded();
+    void twoProgramsThatSaveAtOnceLoseNothing();
+    void lockThatIsHeldFailsTheWriteUntilItIsFree();
+    void lockFileOfAKilledProgramIsTakenOver();
+    void lockFileOfAnotherUserIsTakenOver();
 
 private:
     QString path() const { return m_folder->filePath(u"registry.reg"_s); }
+    QString lockPath() const { return path() + u".lock"_s; }
 
     std::unique_ptr<QTemporaryDir> m_folder;
 };
@@ -263,6 +298,46 @@ void TestFileRegistry::valueNamesAreBounded()
         FileRegistry(path()).valueNames(machine, u"HARDWARE\\DEVICEMAP\\SERIALCOMM"_s);
     QCOMPARE(names.size(), 256);
     QCOMPARE(names.last(), u"/dev/ttyS255"_s);
+}
+
+void TestFileRegistry::twoProgramsThatSaveAtOnceLoseNothing()
+{
+    const pid_t first = startSaving(path(), u"a"_s);
+    const pid_t second = startSaving(path(), u"b"_s);
+    QCOMPARE(exitCode(first), 0);
+    QCOMPARE(exitCode(second), 0);
+}
+
+void TestFileRegistry::lockThatIsHeldFailsTheWriteUntilItIsFree()
+{
+    writeFile(lockPath(), "");
+    const int hungProgram = open(QFile::encodeName(lockPath()).constData(), O_RDONLY | O_CLOEXEC);
+    QCOMPARE(flock(hungProgram, LOCK_EX), 0);
+    FileRegistry registry(path());
+    QVERIFY(!registry.set(user, key, u"Puerto"_s, text("3")));
+    QVERIFY(!QFile::exists(path()));
+    QVERIFY(QFile::exists(lockPath()));
+    close(hungProgram);
+    QVERIFY(registry.set(user, key, u"Puerto"_s, text("3")));
+}
+
+void TestFileRegistry::lockFileOfAKilledProgramIsTakenOver()
+{
+    writeFile(lockPath(), "");
+    FileRegistry registry(path());
+    QVERIFY(registry.set(user, key, u"Puerto"_s, text("3")));
+    QVERIFY(!QFile::exists(lockPath()));
+}
+
+void TestFileRegistry::lockFileOfAnotherUserIsTakenOver()
+{
+    writeFile(lockPath(), "");
+    QVERIFY(
+        QFile::setPermissions(lockPath(), QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
+    const OrdinaryUser ordinaryUser(m_folder->path());
+    FileRegistry registry(path());
+    QVERIFY(registry.set(user, key, u"Puerto"_s, text("3")));
+    QVERIFY(!QFile::exists(lockPath()));
 }
 
 QTEST_GUILESS_MAIN(TestFileRegistry)
