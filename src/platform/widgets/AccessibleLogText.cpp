@@ -1,0 +1,187 @@
+#include "AccessibleLogText.h"
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QAccessibleInterface* makeInterface(const QString& className, QObject* object)
+{
+    if (className != QLatin1StringView(LogText::staticMetaObject.className()))
+        return nullptr;
+    return new AccessibleLogText(static_cast<LogText*>(object));
+}
+
+} // namespace
+
+void AccessibleLogText::install()
+{
+    static const bool installed = (QAccessible::installFactory(makeInterface), true);
+    Q_UNUSED(installed)
+}
+
+AccessibleLogText::AccessibleLogText(LogText* text)
+    : QAccessibleWidget(text, QAccessible::EditableText)
+{}
+
+void* AccessibleLogText::interface_cast(QAccessible::InterfaceType type)
+{
+    if (type == QAccessible::TextInterface)
+        return static_cast<QAccessibleTextInterface*>(this);
+    return QAccessibleWidget::interface_cast(type);
+}
+
+QAccessible::State AccessibleLogText::state() const
+{
+    QAccessible::State state = QAccessibleWidget::state();
+    state.readOnly = true;
+    state.multiLine = true;
+    state.selectableText = true;
+    return state;
+}
+
+QString AccessibleLogText::text(QAccessible::Text kind) const
+{
+    return kind == QAccessible::Value ? log().toPlainText() : QAccessibleWidget::text(kind);
+}
+
+int AccessibleLogText::selectionCount() const { return log().cursor().hasSelection() ? 1 : 0; }
+
+void AccessibleLogText::selection(int index, int* start, int* end) const
+{
+    const auto [first, last] = log().cursor().selection();
+    const bool there = index == 0 && selectionCount() == 1;
+    *start = there ? static_cast<int>(lines().offset(first)) : 0;
+    *end = there ? static_cast<int>(lines().offset(last)) : 0;
+}
+
+void AccessibleLogText::addSelection(int start, int end) { setSelection(0, start, end); }
+
+void AccessibleLogText::removeSelection(int index)
+{
+    if (index == 0)
+        setCursorPosition(cursorPosition());
+}
+
+void AccessibleLogText::setSelection(int index, int start, int end)
+{
+    if (index == 0)
+        log().select(lines().place(start), lines().place(end));
+}
+
+int AccessibleLogText::cursorPosition() const
+{
+    return static_cast<int>(lines().offset(log().cursor().position()));
+}
+
+void AccessibleLogText::setCursorPosition(int position)
+{
+    const LogLines::Place place = lines().place(position);
+    log().select(place, place);
+    log().bringIntoView(place);
+}
+
+int AccessibleLogText::characterCount() const { return static_cast<int>(lines().size()); }
+
+QString AccessibleLogText::text(int start, int end) const
+{
+    const qsizetype size = lines().size();
+    const qsizetype from = std::clamp(qsizetype(start), qsizetype(0), size);
+    return lines().text(from, std::clamp(qsizetype(end), from, size));
+}
+
+/// The parts of a kind lie side by side: a line has its end, a blank between words is one too.
+AccessibleLogText::Part AccessibleLogText::partAt(qsizetype offset,
+                                                  QAccessible::TextBoundaryType type) const
+{
+    if (type == QAccessible::NoBoundary)
+        return {0, lines().size()};
+    offset = std::clamp(offset, qsizetype(0), lines().size());
+    const LogLines::Place place = lines().place(offset);
+    const bool atLineEnd = place.column == lines().line(place.line).size();
+    if (type == QAccessible::CharBoundary || (type == QAccessible::WordBoundary && atLineEnd))
+        return {offset, std::min(offset + 1, lines().size())};
+    const auto [start, end] = log().cursor().unitAt(
+        place, type == QAccessible::WordBoundary ? LogCursor::Unit::Word : LogCursor::Unit::Line);
+    return {lines().offset(start), lines().offset(end)};
+}
+
+bool AccessibleLogText::isBlank(Part part) const
+{
+    return lines().text(part.start, part.end).trimmed().isEmpty();
+}
+
+/// A line is given without its end.
+QString AccessibleLogText::give(Part part, QAccessible::TextBoundaryType type, int* start,
+                                int* end) const
+{
+    QString text = lines().text(part.start, part.end);
+    const bool isLine = type != QAccessible::CharBoundary && type != QAccessible::WordBoundary &&
+                        type != QAccessible::NoBoundary;
+    if (isLine && text.endsWith(u'\n'))
+        text.chop(1);
+    *start = static_cast<int>(part.start);
+    *end = static_cast<int>(part.start + text.size());
+    return text;
+}
+
+QString AccessibleLogText::textBeforeOffset(int offset, QAccessible::TextBoundaryType type,
+                                            int* start, int* end) const
+{
+    Part part = partAt(offset, type);
+    do {
+        if (part.start == 0)
+            return give({0, 0}, type, start, end);
+        part = partAt(part.start - 1, type);
+    } while (type == QAccessible::WordBoundary && isBlank(part));
+    return give(part, type, start, end);
+}
+
+QString AccessibleLogText::textAtOffset(int offset, QAccessible::TextBoundaryType type, int* start,
+                                        int* end) const
+{
+    return give(partAt(offset, type), type, start, end);
+}
+
+QString AccessibleLogText::textAfterOffset(int offset, QAccessible::TextBoundaryType type,
+                                           int* start, int* end) const
+{
+    const qsizetype size = lines().size();
+    Part part = partAt(offset, type);
+    do {
+        if (part.end == size)
+            return give({size, size}, type, start, end);
+        part = partAt(part.end, type);
+    } while (type == QAccessible::WordBoundary && isBlank(part));
+    return give(part, type, start, end);
+}
+
+QRect AccessibleLogText::characterRect(int offset) const
+{
+    const LogLines::Place place = lines().place(offset);
+    QRect rectangle = log().rectangleAt(place);
+    if (place.column < lines().line(place.line).size())
+        rectangle.setRight(log().rectangleAt({place.line, place.column + 1}).left() - 1);
+    return rectangle.translated(log().viewport()->mapToGlobal(QPoint()));
+}
+
+int AccessibleLogText::offsetAtPoint(const QPoint& point) const
+{
+    return static_cast<int>(lines().offset(log().placeAt(log().viewport()->mapFromGlobal(point))));
+}
+
+void AccessibleLogText::scrollToSubstring(int start, int end)
+{
+    log().bringIntoView(lines().place(end));
+    log().bringIntoView(lines().place(start));
+}
+
+/// One font for all of it.
+QString AccessibleLogText::attributes(int /*offset*/, int* start, int* end) const
+{
+    *start = 0;
+    *end = characterCount();
+    const QFont font = log().font();
+    return u"font-family:\"%1\";font-size:%2pt;"_s.arg(font.family()).arg(font.pointSizeF());
+}

@@ -1,0 +1,112 @@
+#pragma once
+
+#include "LogCursor.h"
+
+#include <QAbstractScrollArea>
+#include <QBasicTimer>
+
+#include <array>
+
+class QTextLayout;
+
+/// Shows a text that only grows, without limit, and of which a line costs little more than itself.
+/// It is read, scrolled, selected and copied by mouse and keyboard as in the toolkit's read-only
+/// editors; lines are not wrapped. Only lines in view are laid out and painted.
+class LogText : public QAbstractScrollArea {
+    Q_OBJECT
+public:
+    explicit LogText(QWidget* parent = nullptr);
+
+    /// Each '\n' ends a line. Leaves alone what is selected and where the view stands; a view that
+    /// stands at the end follows, unless something is selected.
+    void append(const QString& text);
+
+    QString toPlainText() const { return m_lines.text(0, m_lines.size()); }
+    const LogLines& lines() const { return m_lines; }
+    const LogCursor& cursor() const { return m_cursor; }
+
+    /// Moves no view.
+    void select(LogLines::Place anchor, LogLines::Place position);
+    void selectAll();
+    QString selectedText() const;
+    /// To the clipboard; nothing when nothing is selected.
+    void copy() const;
+
+    /// Scrolls as little as needed.
+    void bringIntoView(LogLines::Place place);
+    /// Where the cursor would be painted, in the viewport.
+    QRect rectangleAt(LogLines::Place place) const;
+    /// The nearest place to a point of the viewport.
+    LogLines::Place placeAt(QPoint point) const;
+
+protected:
+    bool event(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+
+private:
+    enum class Step {
+        NextCharacter,
+        PreviousCharacter,
+        NextWord,
+        PreviousWord,
+        LineStart,
+        LineEnd,
+        NextLine,
+        PreviousLine,
+        NextPage,
+        PreviousPage,
+        Start,
+        End
+    };
+    struct Key;
+    static const Key* keyFor(const QKeyEvent& event, bool& selects);
+
+    void move(Step step, bool selects);
+    LogLines::Place destination(Step step, bool selects) const;
+    LogLines::Place below(qsizetype lines) const;
+    void extendTo(QPoint point);
+    bool isSelectedAt(QPoint point) const;
+    void dragSelection();
+    void offerSelection() const;
+    void cursorMoved();
+    void showCursor(bool shown);
+
+    void measureFont();
+    double widthOf(QStringView line) const;
+    int lineHeight() const;
+    /// The lines that are wholly in view, 1 at least.
+    int visibleLines() const;
+    void layOut(QTextLayout& layout, const QString& line) const;
+    void adjustScrollBarsSoon();
+    void adjustScrollBars();
+
+    LogLines m_lines;
+    LogCursor m_cursor{m_lines};
+    /// The horizontal place that moves from line to line keep to; -1 when the next one sets it.
+    int m_column = -1;
+    bool m_cursorShown = false;
+    bool m_adjustmentPosted = false;
+    /// A press within the selection: a drag of it, or a click when it ends without one.
+    bool m_mayDrag = false;
+    QPoint m_pressed;
+    QPoint m_mouse;
+    QBasicTimer m_blinking;
+    QBasicTimer m_scrolling;
+    QBasicTimer m_tripleClick;
+    /// The advances of the first characters: shaping every line would cost more than the rest.
+    std::array<double, 256> m_advances{};
+    double m_widest = 0;
+    double m_lastWidth = 0;
+};
