@@ -4,7 +4,7 @@
 #include "StatusLog.h"
 
 class ClockOfDay;
-class QPlainTextEdit;
+class LogText;
 
 /// The window with the log of the run, one line an entry: "21/11/2026 - 09:05:03 :: " and the
 /// message. It starts empty, is saved nowhere, has no limit, and its operator only ever hides it.
@@ -23,8 +23,6 @@ protected:
     bool queryUnload(CloseReason reason) override;
 
 private:
-    void append(const QString& entry);
-
     const ClockOfDay& m_clock;
-    QPlainTextEdit* txtRexistro;
+    LogText* txtRexistro;
 };

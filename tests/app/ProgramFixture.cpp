@@ -1,6 +1,7 @@
 #include "ProgramFixture.h"
 
 #include "LinkFixture.h"
+#include "LogText.h"
 #include "frmPrincipal.h"
 #include "frmRexistroEstado.h"
 
@@ -9,7 +10,6 @@
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QPlainTextEdit>
 
 using namespace Qt::StringLiterals;
 
@@ -61,7 +61,7 @@ QLabel* ProgramFixture::panelLabel(int number)
 
 QStringList ProgramFixture::logLines()
 {
-    const auto* txtRexistro = program.log().findChild<QPlainTextEdit*>(u"txtRexistro"_s);
+    const auto* txtRexistro = program.log().findChild<LogText*>(u"txtRexistro"_s);
     QStringList lines = txtRexistro->toPlainText().split(u'\n', Qt::SkipEmptyParts);
     for (QString& line : lines)
         line = line.section(u" :: "_s, 1);

@@ -1,13 +1,12 @@
 #include "FakeClockOfDay.h"
+#include "LogText.h"
 #include "frmRexistroEstado.h"
 
 #include <QDialog>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QTest>
-#include <QTextCursor>
 
 using namespace Qt::StringLiterals;
 
@@ -42,10 +41,18 @@ private:
             m_log->Rexistra(u"Línea"_s, false);
     }
 
+    /// In characters of the text.
+    void select(int anchor, int position)
+    {
+        m_text->select(m_text->lines().place(anchor), m_text->lines().place(position));
+    }
+    int anchor() const { return int(m_text->lines().offset(m_text->cursor().anchor())); }
+    int position() const { return int(m_text->lines().offset(m_text->cursor().position())); }
+
     FakeClockOfDay m_clock;
     std::unique_ptr<QMdiArea> m_area;
     QPointer<frmRexistroEstado> m_log;
-    QPlainTextEdit* m_text = nullptr;
+    LogText* m_text = nullptr;
 };
 
 void TestStatusLog::init()
@@ -55,7 +62,7 @@ void TestStatusLog::init()
     m_area->resize(800, 600);
     m_area->show();
     m_log = new frmRexistroEstado(*m_area, m_clock);
-    m_text = m_log->findChild<QPlainTextEdit*>(u"txtRexistro"_s);
+    m_text = m_log->findChild<LogText*>(u"txtRexistro"_s);
 }
 
 void TestStatusLog::startsEmptyAndHidden()
@@ -134,16 +141,13 @@ void TestStatusLog::selectionIsKept()
     addLines(3);
     QCOMPARE(m_text->toPlainText().size(), 93);
     m_log->showForm();
-    QTextCursor cursor = m_text->textCursor();
-    cursor.setPosition(anchor);
-    cursor.setPosition(position, QTextCursor::KeepAnchor);
-    m_text->setTextCursor(cursor);
+    select(anchor, position);
     m_log->Rexistra(u"Otra"_s, false);
-    QCOMPARE(m_text->textCursor().anchor(), anchor);
-    QCOMPARE(m_text->textCursor().position(), position);
+    QCOMPARE(this->anchor(), anchor);
+    QCOMPARE(this->position(), position);
     m_log->Rexistra(u"Y otra"_s, false);
-    QCOMPARE(m_text->textCursor().anchor(), anchor);
-    QCOMPARE(m_text->textCursor().position(), position);
+    QCOMPARE(this->anchor(), anchor);
+    QCOMPARE(this->position(), position);
 }
 
 void TestStatusLog::readerIsNotMoved_data()
@@ -166,15 +170,12 @@ void TestStatusLog::readerIsNotMoved()
     addLines(200);
     QScrollBar* bar = m_text->verticalScrollBar();
     QTRY_VERIFY(bar->maximum() > 50);
-    QTextCursor cursor = m_text->textCursor();
-    cursor.setPosition(anchorLine * 31);
-    cursor.setPosition(positionLine * 31, QTextCursor::KeepAnchor);
-    m_text->setTextCursor(cursor);
+    select(anchorLine * 31, positionLine * 31);
     bar->setValue(50);
     addLines(2);
     QCOMPARE(bar->value(), 50);
-    QCOMPARE(m_text->textCursor().anchor(), anchorLine * 31);
-    QCOMPARE(m_text->textCursor().position(), positionLine * 31);
+    QCOMPARE(this->anchor(), anchorLine * 31);
+    QCOMPARE(this->position(), positionLine * 31);
 }
 
 void TestStatusLog::viewAtTheEndFollows()
@@ -207,7 +208,7 @@ void TestStatusLog::viewIsNotMovedSideways()
     m_log->Rexistra(QString(400, u'x'), false);
     QScrollBar* bar = m_text->horizontalScrollBar();
     QTRY_VERIFY(bar->maximum() > 100);
-    m_text->moveCursor(QTextCursor::End);
+    QTest::keyClick(m_text, Qt::Key_End, Qt::ControlModifier);
     bar->setValue(100);
     addLines(1);
     QCOMPARE(bar->value(), 100);
@@ -233,7 +234,7 @@ void TestStatusLog::manyEntriesStayQuick()
 {
     m_log->showForm();
     addLines(20000);
-    QCOMPARE(m_text->document()->blockCount(), 20001);
+    QCOMPARE(m_text->lines().lineCount(), 20001);
 }
 
 QTEST_MAIN(TestStatusLog)

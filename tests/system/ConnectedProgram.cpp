@@ -1,5 +1,6 @@
 #include "ConnectedProgram.h"
 
+#include "LogText.h"
 #include "MessageLink.h"
 #include "SerialPort.h"
 #include "frmRexistroEstado.h"
@@ -8,7 +9,6 @@
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QPlainTextEdit>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -60,7 +60,7 @@ QString ConnectedProgram::panel(int number)
 QStringList ConnectedProgram::logLines()
 {
     auto& log = program.log();
-    QStringList lines = log.findChild<QPlainTextEdit*>()->toPlainText().split(u'\n');
+    QStringList lines = log.findChild<LogText*>()->toPlainText().split(u'\n');
     lines.removeAll(QString());
     for (QString& line : lines)
         line = line.section(u" :: "_s, 1);

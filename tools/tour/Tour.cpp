@@ -1,5 +1,6 @@
 #include "Tour.h"
 
+#include "LogText.h"
 #include "RoundLamp.h"
 #include "frmPrincipal.h"
 
@@ -10,7 +11,6 @@
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QPlainTextEdit>
 #include <QTabBar>
 #include <QTimer>
 
@@ -113,7 +113,7 @@ QStringList Tour::readClock()
 
 QStringList Tour::log() const
 {
-    const auto* text = m_mainWindow.findChild<QPlainTextEdit*>(u"txtRexistro"_s);
+    const auto* text = m_mainWindow.findChild<LogText*>(u"txtRexistro"_s);
     return text ? text->toPlainText().trimmed().split(u'\n') : QStringList(QString());
 }
 
