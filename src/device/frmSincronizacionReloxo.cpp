@@ -118,10 +118,7 @@ void frmSincronizacionReloxo::judgeDate()
 {
     const bool isValid =
         ClockSetting::isValidDate(txtData->value(Day), txtData->value(Month), txtData->value(Year));
-    if (isValid)
-        txtData->resetTextColour();
-    else
-        txtData->setTextColour(QColor(255, 0, 0));
+    txtData->setTextColour(isValid ? QColor() : QColor(255, 0, 0));
     // The colour alone says nothing to a screen reader.
     txtData->setAccessibleName(isValid ? u"Fecha:"_s : u"Fecha no válida:"_s);
     cmdEnviar->setEnabled(isValid);

@@ -110,12 +110,11 @@ void AlarmGrid::addRow(int index)
     row.lblOrde = new QLabel(number, this);
     row.lblOrde->setObjectName(indexed(u"lblOrde"_s, index));
     row.lblOrde->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    row.txtHora = new TextUpDown({{u"Hora del aviso %1"_s.arg(number), 0, 23, 2},
-                                  {u"Minuto del aviso %1"_s.arg(number), 0, 59, 2}},
-                                 u":"_s, this);
+    row.txtHora = new TextUpDown({{0, 23, 2, u"Hora del aviso %1"_s.arg(number)},
+                                  {0, 59, 2, u"Minuto del aviso %1"_s.arg(number)}},
+                                 u':', this);
     row.txtHora->setObjectName(indexed(u"txtHora"_s, index));
-    row.txtHora->setAccessibleName(u"Aviso %1"_s.arg(number));
-    row.txtHora->setHint(u"Hora y minuto del aviso %1 del bloque"_s.arg(number));
+    setHint(*row.txtHora, u"Hora y minuto del aviso %1 del bloque"_s.arg(number));
     row.lblOrde->setBuddy(row.txtHora);
     grid->addWidget(row.lblOrde, gridRow, firstColumn);
     grid->addWidget(row.txtHora, gridRow, firstColumn + 1);

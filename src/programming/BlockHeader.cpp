@@ -80,14 +80,10 @@ void FirstModelHeader::storeBlock(AlarmBlock& block) const
 
 SecondModelHeader::SecondModelHeader(QWidget* parent) : BlockHeader(parent)
 {
-    txtModo = new TextUpDown({{u"Modo"_s, 0, 255, 1}}, QString(), this);
-    txtModo->setObjectName(u"txtModo"_s);
-    txtModo->setAccessibleName(u"Modo"_s);
-    txtModo->setHint(u"Modo del Aviso."_s);
-    txtDuracion = new TextUpDown({{u"Tiempo"_s, 0, 255, 1}}, QString(), this);
-    txtDuracion->setObjectName(u"txtDuracion"_s);
-    txtDuracion->setAccessibleName(u"Tiempo"_s);
-    txtDuracion->setHint(u"Tiempo del Aviso."_s);
+    txtModo = new TextUpDown({{0, 255}}, u' ', this);
+    describe(*txtModo, u"txtModo"_s, u"Modo"_s, u"Modo del Aviso."_s);
+    txtDuracion = new TextUpDown({{0, 255}}, u' ', this);
+    describe(*txtDuracion, u"txtDuracion"_s, u"Tiempo"_s, u"Tiempo del Aviso."_s);
     addCaptioned(u"Modo:"_s, txtModo);
     addCaptioned(u"Tiempo:"_s, txtDuracion);
     row()->addStretch();

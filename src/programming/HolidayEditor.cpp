@@ -144,11 +144,10 @@ QGroupBox* HolidayEditor::makeVacations()
 TextUpDown* HolidayEditor::addDate(const QString& name, const QString& what)
 {
     auto* date =
-        new TextUpDown({{u"Día "_s + what, 0, 31, 2}, {u"Mes "_s + what, 0, 12, 2}}, u"/"_s, this);
+        new TextUpDown({{0, 31, 2, u"Día "_s + what}, {0, 12, 2, u"Mes "_s + what}}, u'/', this);
     date->setObjectName(name);
-    date->setAccessibleName(u"Fecha "_s + what);
     date->setDimmed(true);
-    connect(date, &TextUpDown::valueChanged, this,
+    connect(date, &TextUpDown::valuesChanged, this,
             [date] { date->setDimmed(date->value(0) == 0 && date->value(1) == 0); });
     m_dates.push_back(date);
     return date;

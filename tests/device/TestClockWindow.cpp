@@ -2,7 +2,10 @@
 #include "TextoRestrinxido.h"
 #include "frmSincronizacionReloxo.h"
 
+#include <QAccessible>
+#include <QClipboard>
 #include <QGroupBox>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -84,6 +87,7 @@ private slots:
     void automaticSettingWorksWithAnInvalidDate();
     void manualButtonSendsWhatIsShown();
     void whatIsPastedIsSent();
+    void whatAssistiveSoftwareSetsIsSent();
     void automaticButtonSendsTheComputersTime();
     void startDisablesTheButtons();
     void goodAnswerClosesTheWindow();
@@ -269,10 +273,24 @@ void TestClockWindow::manualButtonSendsWhatIsShown()
 void TestClockWindow::whatIsPastedIsSent()
 {
     Window window;
-    window.date()->setText(u"el 5/3/2019"_s);
+    window.date()->setFocus();
+    QGuiApplication::clipboard()->setText(u"el 5/3/2019"_s);
+    QTest::keyClick(window.date(), Qt::Key_V, Qt::ControlModifier);
     window.click(u"cmdEnviar"_s);
     window.tick();
     QCOMPARE(window.takeRequestBody().toHex(), QByteArray("01030509050313"));
+}
+
+void TestClockWindow::whatAssistiveSoftwareSetsIsSent()
+{
+    Window window;
+    QAccessibleInterface* date = QAccessible::queryAccessibleInterface(window.date());
+    QAccessibleInterface* time = QAccessible::queryAccessibleInterface(window.time());
+    date->editableTextInterface()->replaceText(0, 10, u"29/02/2500"_s);
+    time->editableTextInterface()->replaceText(0, 8, u"07:30:59"_s);
+    window.click(u"cmdEnviar"_s);
+    window.tick();
+    QCOMPARE(window.takeRequestBody().toHex(), QByteArray("013b1e071d0200"));
 }
 
 void TestClockWindow::automaticButtonSendsTheComputersTime()

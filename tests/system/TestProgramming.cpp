@@ -6,7 +6,6 @@
 
 #include <QCheckBox>
 #include <QFile>
-#include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <QTabBar>
@@ -75,11 +74,10 @@ struct Session {
     /// Types into the fields of a TextUpDown.
     void type(const char* name, const QList<QByteArray>& numbers) const
     {
-        const auto edits = find<TextUpDown>(name)->findChildren<QLineEdit*>();
-        for (qsizetype field = 0; field < numbers.size(); ++field) {
-            edits[field]->setFocus();
-            edits[field]->selectAll();
-            QTest::keyClicks(edits[field], QString::fromLatin1(numbers[field]));
+        auto* target = find<TextUpDown>(name);
+        for (int field = 0; field < numbers.size(); ++field) {
+            target->setFieldFocus(field, Qt::OtherFocusReason);
+            QTest::keyClicks(target, QString::fromLatin1(numbers[field]));
         }
     }
     /// Saves to a file, clears the window and loads the file again.

@@ -121,10 +121,8 @@ void TestWindowsProgram::programmeIsKeptInAFileWithASpanishPath()
     QVERIFY(form);
     QTRY_VERIFY_WITH_TIMEOUT(form->findChild<QWidget*>(u"fraEnvolvente"_s)->isVisible(), patience);
     auto* first = form->findChild<TextUpDown*>(u"txtHora(0)"_s);
-    auto* hour = first->findChildren<QLineEdit*>().constFirst();
-    hour->setFocus();
-    hour->selectAll();
-    QTest::keyClicks(hour, u"7"_s);
+    first->setFocus();
+    QTest::keyClicks(first, u"7"_s);
     run.dialogs.paths = {path, path};
     click(form, "cmdGardar");
     QVERIFY(run.dialogs.boxes.isEmpty());
