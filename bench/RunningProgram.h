@@ -2,7 +2,9 @@
 
 #include "ConnectionWorkflow.h"
 #include "MessageLink.h"
-#include "SystemOutside.h"
+#include "Program.h"
+#include "SystemEnvironment.h"
+#include "WidgetDialogs.h"
 #include "frmPrincipal.h"
 
 #include <QCoreApplication>
@@ -51,7 +53,8 @@ private:
 
 /// The program, its boxes never asked, with its windows off screen.
 struct Running {
-    SystemOutside system;
+    SystemEnvironment system;
+    WidgetDialogs boxes;
     Program program;
     int answers = 0;
 
@@ -61,17 +64,17 @@ struct Running {
     bool connectAt(int rate)
     {
         if (rate > 0)
-            program.settings().directSpeed = QString::number(rate);
-        program.link().ApplySettings();
-        program.workflow().Conectar(false);
-        return waitFor([this] { return program.workflow().Established(); });
+            program.session().settings().directSpeed = QString::number(rate);
+        program.session().link().ApplySettings();
+        program.session().workflow().Conectar(false);
+        return waitFor([this] { return program.session().workflow().Established(); });
     }
 
 private:
     explicit Running(Dialogs* dialogs)
-        : program(dialogs ? system.outside(*dialogs) : system.outside())
+        : program(system.environment(), systemDesktop(dialogs ? *dialogs : boxes))
     {
-        QObject::connect(&program.link(), &MessageLink::becameIdle, &program.mainWindow(),
+        QObject::connect(&program.session().link(), &MessageLink::becameIdle, &program.mainWindow(),
                          [this] { ++answers; });
         program.start();
     }

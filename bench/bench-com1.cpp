@@ -6,7 +6,8 @@
 #include "FirstWindow.h"
 #include "MessageLink.h"
 #include "Program.h"
-#include "SystemOutside.h"
+#include "SystemEnvironment.h"
+#include "WidgetDialogs.h"
 #include "frmPrincipal.h"
 
 #include <QAction>
@@ -47,8 +48,9 @@ int showMinimalWindow()
 
 int showProgram()
 {
-    SystemOutside system;
-    Program program(system.outside());
+    SystemEnvironment system;
+    WidgetDialogs dialogs;
+    Program program(system.environment(), systemDesktop(dialogs));
     const FirstWindow first(program.mainWindow(), printAndExit);
     program.start();
     return QCoreApplication::exec();
@@ -63,18 +65,19 @@ void letEventsRun(int milliseconds)
 
 int measurePolls(int seconds)
 {
-    SystemOutside system;
-    Program program(system.outside());
+    SystemEnvironment system;
+    WidgetDialogs dialogs;
+    Program program(system.environment(), systemDesktop(dialogs));
     program.start();
     program.mainWindow().findChild<QAction*>(u"mnuConectar"_s)->trigger();
-    for (int tries = 0; tries < 300 && !program.globais().LinkEstablished; ++tries)
+    for (int tries = 0; tries < 300 && !program.session().globais().LinkEstablished; ++tries)
         letEventsRun(100);
-    if (!program.globais().LinkEstablished) {
+    if (!program.session().globais().LinkEstablished) {
         std::fprintf(stderr, "no connection with the clock behind COM1\n");
         return 1;
     }
     int answers = 0;
-    QObject::connect(&program.link(), &MessageLink::becameIdle, &program.mainWindow(),
+    QObject::connect(&program.session().link(), &MessageLink::becameIdle, &program.mainWindow(),
                      [&answers] { ++answers; });
     letEventsRun(1000);
     answers = 0;

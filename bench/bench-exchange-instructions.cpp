@@ -3,10 +3,10 @@
 
 #include "CommSettings.h"
 #include "Exchange.h"
-#include "IntervalTimer.h"
 #include "MessageCodes.h"
 #include "MessageLink.h"
 #include "Pause.h"
+#include "PreciseTimer.h"
 #include "SerialPort.h"
 
 #include <QCoreApplication>
@@ -51,7 +51,7 @@ private:
 
 class NoPause final : public Pause {
 public:
-    void Wait(float, bool) override {}
+    void Wait(Milliseconds, bool) override {}
 };
 
 /// A good answer to a read of the status block.

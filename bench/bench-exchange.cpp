@@ -79,7 +79,7 @@ int measurePolls(const QString& simulator, int rate, int seconds, bool withWindo
         figures::print("  CPU", cpu / elapsed * 100, "% core");
     figures::print("  wake-ups a poll", static_cast<double>(last.wakeUps - first.wakeUps) / polls,
                    "");
-    return running.program.workflow().state() == ConnectionState::Connected ? 0 : 1;
+    return running.program.session().workflow().state() == ConnectionState::Connected ? 0 : 1;
 }
 
 void measureIdleness(const char* when, int seconds)
@@ -102,7 +102,7 @@ int measureIdle(const QString& simulator, int seconds)
     measureIdleness("Not connected", seconds);
     if (!running.connectAt(0))
         return 1;
-    running.program.workflow().Desconectar();
+    running.program.session().workflow().Desconectar();
     measureIdleness("After a connection", seconds);
     return 0;
 }
@@ -111,8 +111,9 @@ int showFirstWindow()
 {
     QTranslator toolkit;
     speakSpanish(toolkit);
-    SystemOutside system;
-    Program program(system.outside());
+    SystemEnvironment system;
+    WidgetDialogs dialogs;
+    Program program(system.environment(), systemDesktop(dialogs));
     const FirstWindow first(program.mainWindow(), figures::printFirstWindow);
     program.start();
     return QCoreApplication::exec();

@@ -1,4 +1,4 @@
-// The programming window of the second model, the larger one: its file, its opening to the first
+// The programming window of the HCT-7300, the larger one: its file, its opening to the first
 // painting, from the clock's answer to a window ready to type in, and from tab to tab.
 
 #include "CommSettings.h"
@@ -10,7 +10,7 @@
 #include "ProgrammeFile.h"
 #include "RecordingLog.h"
 #include "frmCrono.h"
-#include "frmProgHCT7300.h"
+#include "frmProg.h"
 
 #include <QApplication>
 #include <QTabBar>
@@ -62,7 +62,7 @@ void save(benchmark::State& state)
 {
     const Programme programme = fullProgramme();
     for (auto _ : state)
-        if (!ProgrammeFile::save(filePath(), programme, ClockModel::HCT7300))
+        if (!ProgrammeFile::save(filePath(), programme, ClockModel::Hct7300))
             state.SkipWithError("not saved");
 }
 BENCHMARK(save)->Unit(benchmark::kMicrosecond);
@@ -70,9 +70,9 @@ BENCHMARK(save)->Unit(benchmark::kMicrosecond);
 void load(benchmark::State& state)
 {
     Programme programme = fullProgramme();
-    ProgrammeFile::save(filePath(), programme, ClockModel::HCT7300);
+    ProgrammeFile::save(filePath(), programme, ClockModel::Hct7300);
     for (auto _ : state)
-        if (!ProgrammeFile::load(filePath(), programme, ClockModel::HCT7300))
+        if (!ProgrammeFile::load(filePath(), programme, ClockModel::Hct7300))
             state.SkipWithError("not loaded");
 }
 BENCHMARK(load)->Unit(benchmark::kMicrosecond);

@@ -30,13 +30,16 @@ if(HCT_SANITIZE)
     target_link_options(hct_flags INTERFACE -fsanitize=address,undefined)
 endif()
 
-# One floor's library. Its folder is its only include path and the folders below come with what it
-# links, so a header of a floor above cannot be found at all.
+# One floor's library. Its include paths are the folders of its sources, and those of the floors below come with
+# what it links, so a header of a floor above cannot be found at all.
 #   hct_library(NAME SOURCES file... LINK target...)
 function(hct_library name)
     cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
     add_library(${name} STATIC ${arg_SOURCES})
-    target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
+    foreach(source IN LISTS arg_SOURCES)
+        get_filename_component(folder ${source} DIRECTORY)
+        target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}/${folder})
+    endforeach()
     target_link_libraries(${name} PUBLIC ${arg_LINK} PRIVATE hct_flags)
 endfunction()
 

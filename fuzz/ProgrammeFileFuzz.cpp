@@ -31,7 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const quint8* data, std::size_t size)
 {
     if (size < 1)
         return 0;
-    const ClockModel model = (data[0] & 1) != 0 ? ClockModel::HCT7300 : ClockModel::HCT7200;
+    const ClockModel model = (data[0] & 1) != 0 ? ClockModel::Hct7300 : ClockModel::Hct7200;
     const QByteArray text(reinterpret_cast<const char*>(data + 1),
                           static_cast<qsizetype>(size - 1));
     Programme programme;

@@ -10,25 +10,25 @@ ModelWindows::ModelWindows(const modGlobais& globais, Factories factories)
     : m_globais(globais),
       m_information{{factories.frmInfoHCT7200, {}}, {factories.frmInfoHCT7300, {}}},
       m_remoteControl{{factories.frmTelemandoHCT7200, {}}, {factories.frmTelemandoHCT7300, {}}},
-      m_programmingFirst{factories.frmProgHCT7200, {}},
-      m_programmingSecond{factories.frmProgHCT7300, {}},
+      m_programmingHct7200{factories.frmProgHCT7200, {}},
+      m_programmingHct7300{factories.frmProgHCT7300, {}},
       m_synchronisation{factories.frmSincronizacionReloxo, {}},
       m_firmware{factories.frmProgramPROM, {}}
 {}
 
 void ModelWindows::openInformation()
 {
-    show(isFirstModel() ? m_information.first : m_information.second);
+    show(isHct7200() ? m_information.hct7200 : m_information.hct7300);
 }
 
 void ModelWindows::openRemoteControl()
 {
-    show(isFirstModel() ? m_remoteControl.first : m_remoteControl.second);
+    show(isHct7200() ? m_remoteControl.hct7200 : m_remoteControl.hct7300);
 }
 
 void ModelWindows::openProgramming()
 {
-    show(isFirstModel() ? m_programmingFirst : m_programmingSecond);
+    show(isHct7200() ? m_programmingHct7200 : m_programmingHct7300);
 }
 
 void ModelWindows::openSynchronisation() { show(m_synchronisation); }
@@ -37,14 +37,14 @@ void ModelWindows::openFirmware() { show(m_firmware); }
 
 void ModelWindows::closeClockWindows()
 {
-    for (Form* form : {&m_information.first, &m_information.second, &m_remoteControl.first,
-                       &m_remoteControl.second, &m_synchronisation})
+    for (Form* form : {&m_information.hct7200, &m_information.hct7300, &m_remoteControl.hct7200,
+                       &m_remoteControl.hct7300, &m_synchronisation})
         close(*form);
 }
 
-bool ModelWindows::isFirstModel() const
+bool ModelWindows::isHct7200() const
 {
-    return StatusBlock(m_globais.GeneralData).isFirstModel();
+    return StatusBlock(m_globais.GeneralData).model() == ClockModel::Hct7200;
 }
 
 void ModelWindows::show(Form& form)

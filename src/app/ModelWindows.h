@@ -52,11 +52,11 @@ private:
         QPointer<QDialog> open;
     };
     struct ModelForms {
-        Form first;
-        Form second;
+        Form hct7200;
+        Form hct7300;
     };
 
-    bool isFirstModel() const;
+    bool isHct7200() const;
     void show(Form& form);
     static void show(Dialog& dialog);
     static void close(Form& form);
@@ -64,8 +64,8 @@ private:
     const modGlobais& m_globais;
     ModelForms m_information;
     ModelForms m_remoteControl;
-    Dialog m_programmingFirst;
-    Dialog m_programmingSecond;
+    Dialog m_programmingHct7200;
+    Dialog m_programmingHct7300;
     Form m_synchronisation;
     Form m_firmware;
 };

@@ -1,9 +1,10 @@
 #include "frmPrincipal.h"
 
 #include "CaptionUpdate.h"
-#include "ConnectionWorkflow.h"
+#include "Dialogs.h"
 #include "MdiForm.h"
 #include "ModelWindows.h"
+#include "Session.h"
 #include "WidgetDescription.h"
 #include "frmRexistroEstado.h"
 #include "modGlobais.h"
@@ -35,9 +36,13 @@ constexpr int panelSpare = 24;
 
 } // namespace
 
-frmPrincipal::frmPrincipal(QMdiArea* area, ConnectionWorkflow& workflow, const modGlobais& globais,
-                           const Windows& windows)
-    : m_area(area), m_workflow(workflow), m_globais(globais), m_windows(windows)
+frmPrincipal::frmPrincipal(QMdiArea* area, Session& session, const Windows& windows,
+                           Dialogs& dialogs)
+    : m_area(area),
+      m_workflow(session.workflow()),
+      m_globais(session.globais()),
+      m_windows(windows),
+      m_dialogs(dialogs)
 {
     setObjectName(u"frmPrincipal"_s);
     setWindowTitle(u"RELOJ PROGRAMADOR DE SEÑALES HCT"_s);
@@ -59,7 +64,6 @@ frmPrincipal::frmPrincipal(QMdiArea* area, ConnectionWorkflow& workflow, const m
             [this] { m_windows.models.closeClockWindows(); });
     connect(&m_workflow, &ConnectionWorkflow::connectionStatusChanged, this,
             &frmPrincipal::ShowConnectionStatus);
-    m_workflow.load();
     resizeToScreen();
 }
 
@@ -79,7 +83,7 @@ void frmPrincipal::makeCommunicationsMenu()
 
     connect(mnuConectar, &QAction::triggered, this,
             [this] { m_workflow.Conectar(mnuUsarModem->isChecked()); });
-    connect(mnuDesconectar, &QAction::triggered, &m_workflow, &ConnectionWorkflow::Desconectar);
+    connect(mnuDesconectar, &QAction::triggered, this, &frmPrincipal::Desconectar);
     connect(mnuRexistro, &QAction::triggered, this, [this] { m_windows.log.showForm(); });
     connect(mnuConfiguracion, &QAction::triggered, this, [this] { m_windows.showSettings(); });
     connect(mnuSair, &QAction::triggered, this, &QWidget::close);
@@ -204,12 +208,28 @@ QList<QPointer<MdiForm>> frmPrincipal::openForms() const
     return forms;
 }
 
+void frmPrincipal::Desconectar()
+{
+    const QPointer<frmPrincipal> self(this);
+    if (ConfirmExit() && self)
+        m_workflow.Desconectar();
+}
+
+bool frmPrincipal::ConfirmExit()
+{
+    if (!m_workflow.exitNeedsConsent())
+        return true;
+    return m_dialogs.confirm(Dialogs::Icon::Warning, applicationTitle(),
+                             u"El HCT se encuentra funcionando en modo telemandado. ¿Seguro\n"
+                             "que desea salir de la aplicación dejándolo en ese modo?"_s);
+}
+
 bool frmPrincipal::queryUnload()
 {
     if (m_asking)
         return false;
     m_asking = true;
-    bool agreed = m_workflow.queryUnload();
+    bool agreed = !m_globais.LinkEstablished || ConfirmExit();
     for (const QPointer<MdiForm>& form : openForms())
         agreed = agreed && (!form || form->mayUnload(MdiForm::CloseReason::Shutdown));
     m_asking = false;

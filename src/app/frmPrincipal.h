@@ -6,12 +6,14 @@
 #include <functional>
 
 class ConnectionWorkflow;
+class Dialogs;
 class MdiForm;
 class ModelWindows;
 class QAction;
 class QLabel;
 class QMdiArea;
 class QMenu;
+class Session;
 class frmRexistroEstado;
 struct modGlobais;
 
@@ -28,14 +30,14 @@ public:
         std::function<void()> showAbout;
     };
 
-    /// Takes over `area`, and loads the workflow.
-    frmPrincipal(QMdiArea* area, ConnectionWorkflow& workflow, const modGlobais& globais,
-                 const Windows& windows);
+    /// Takes over `area`. What it shows is right once the session has started.
+    frmPrincipal(QMdiArea* area, Session& session, const Windows& windows, Dialogs& dialogs);
 
     /// Status-bar panel 3: the port in use, and about it as a tool tip.
     void VisualizaPorto(const QString& text, const QString& toolTip);
 
-    /// Whether the program may end: the workflow is asked, then each open window.
+    /// Whether the program may end: the operator is asked where the clock is in remote-control
+    /// mode, then each open window.
     bool queryUnload();
     /// Ends the program without asking, as when the system says so: closes the connection and every
     /// window, and emits `unloaded`. A second call does nothing.
@@ -58,6 +60,10 @@ private:
     QMenu* addMenu(const QString& name, const QString& caption);
     static QAction* addEntry(QMenu* menu, const QString& name, const QString& caption);
     static QAction* addSeparator(QMenu* menu, const QString& name);
+    void Desconectar();
+    /// Whether the operator agrees to leave the clock as it is: asks only when it is in
+    /// remote-control mode.
+    bool ConfirmExit();
     QLabel* addPanel(const QString& name, const QString& description, int stretch);
 
     /// Each may go while another is asked.
@@ -69,6 +75,7 @@ private:
     ConnectionWorkflow& m_workflow;
     const modGlobais& m_globais;
     Windows m_windows;
+    Dialogs& m_dialogs;
     bool m_asking = false;
     bool m_unloaded = false;
 

@@ -1,6 +1,8 @@
 #include "ApplicationEnd.h"
+#include "Program.h"
 #include "Spanish.h"
-#include "SystemOutside.h"
+#include "SystemEnvironment.h"
+#include "WidgetDialogs.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -55,8 +57,9 @@ int main(int argc, char* argv[])
     readCommandLine(application);
     QGuiApplication::setDesktopFileName(u"hct"_s);
 
-    SystemOutside system;
-    Program program(system.outside());
+    SystemEnvironment system;
+    WidgetDialogs dialogs;
+    Program program(system.environment(), systemDesktop(dialogs));
     const ApplicationEnd end(application, program.mainWindow());
     program.start();
     return QCoreApplication::exec();

@@ -20,8 +20,8 @@ constexpr quint8 identificationCode = 1;
 /// The bit that alternates from request to request, so that the clock can tell a repetition.
 constexpr quint8 toggleBit = 0x10;
 /// The clock wakes at a lone first byte; before an identification it wants a gap after it.
-constexpr float pauseBeforeFrame = 4;
-constexpr float pauseAfterWakingByte = 50;
+constexpr std::chrono::milliseconds pauseBeforeFrame{4};
+constexpr std::chrono::milliseconds pauseAfterWakingByte{50};
 
 /// 576 characters of 10 bits, in milliseconds times bits per second.
 constexpr qint32 answerBits = 5760000;
@@ -206,7 +206,7 @@ void MessageLink::leaveModemPhase()
 void MessageLink::armTimer(qint32 milliseconds)
 {
     m_timer.setEnabled(false);
-    m_timer.setInterval(milliseconds & timerMask);
+    m_timer.setInterval(std::chrono::milliseconds(milliseconds & timerMask));
     m_periodsLeft = milliseconds / timerPeriod;
     m_timer.setEnabled(true);
 }

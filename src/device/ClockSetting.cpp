@@ -3,7 +3,6 @@
 #include "Answer.h"
 #include "MessageCodes.h"
 #include "MessageLink.h"
-#include "modGlobais.h"
 #include "modUtilidades.h"
 
 #include <functional>
@@ -30,9 +29,8 @@ ClockFields ClockFields::fromBlock(const StatusBlock& block)
             block.hours(), block.minutes(), block.seconds()};
 }
 
-ClockSetting::ClockSetting(MessageLink& link, StatusLog& log, Dialogs& dialogs,
-                           const ClockOfDay& clock)
-    : m_link(link), m_log(log), m_dialogs(dialogs), m_clock(clock)
+ClockSetting::ClockSetting(MessageLink& link, StatusLog& log, const ClockOfDay& clock)
+    : m_link(link), m_log(log), m_clock(clock)
 {}
 
 bool ClockSetting::isValidDate(int day, int month, int year)
@@ -97,11 +95,8 @@ void ClockSetting::mntSincronismo_Recibido(quint8 code, const QByteArray& body, 
 void ClockSetting::giveUp()
 {
     m_state = State::Idle;
-    // While the box is up the connection may end, and this object with its window.
+    // While a box is up the connection may end, and this object with its window.
     StatusLog& log = m_log;
-    m_dialogs.tell(Dialogs::Icon::Critical, applicationTitle(),
-                   u"No se han podido actualizar la fecha y la hora en el equipo.\n"
-                   "Compruebe que no se ha interrumpido la comunicación y si lo\n"
-                   "desea inténtelo de nuevo."_s);
+    emit gaveUp();
     log.Rexistra(u"Error intentando puesta en hora del equipo"_s, false);
 }

@@ -2,7 +2,6 @@
 
 #include "ClockOfDay.h"
 #include "DeferredProcess.h"
-#include "Dialogs.h"
 #include "Exchange.h"
 #include "StatusBlock.h"
 #include "StatusLog.h"
@@ -26,7 +25,7 @@ struct ClockFields {
 };
 
 /// Sets the clock's date and time, to given values or to those of the computer. A failed answer is
-/// asked for again on the next call of ProcesoDiferido; the third failure is told and ends it.
+/// asked for again on the next call of ProcesoDiferido; the third failure ends it.
 class ClockSetting : public QObject, public DeferredProcess {
     Q_OBJECT
 public:
@@ -34,7 +33,7 @@ public:
 
     static constexpr int mostAttempts = 3;
 
-    ClockSetting(MessageLink& link, StatusLog& log, Dialogs& dialogs, const ClockOfDay& clock);
+    ClockSetting(MessageLink& link, StatusLog& log, const ClockOfDay& clock);
 
     /// False for 31 in a month of 30 days or fewer, 30 February, and 29 February outside a leap
     /// year. Expects day 1 to 31 and month 1 to 12.
@@ -56,6 +55,8 @@ public:
 
 signals:
     void accepted();
+    /// Logged once every receiver has returned, so after what a receiver tells the operator.
+    void gaveUp();
 
 private:
     void send(const ClockFields& fields);
@@ -64,7 +65,6 @@ private:
 
     MessageLink& m_link;
     StatusLog& m_log;
-    Dialogs& m_dialogs;
     const ClockOfDay& m_clock;
     Exchange mntSincronismo;
     ClockFields m_fields;

@@ -14,7 +14,7 @@ quint8 bit(bool on, int number) { return on ? modVBINUTIL::BITOP_BitSet8(0, numb
 bool hasBit(quint8 byte, int number) { return modVBINUTIL::BITOP_BitTest8(byte, number); }
 
 /// Monday to Friday and nothing else, whatever the mode.
-class FirstModelEncoding : public AlarmEncoding {
+class Hct7200Encoding : public AlarmEncoding {
 public:
     quint8 mask(const Alarm& alarm, quint8 /*mode*/) const override
     {
@@ -49,7 +49,7 @@ protected:
 
 /// Modes 0 and 1 carry the single working days and nothing else; the others carry the special days,
 /// and the working days as one flag for all five.
-class SecondModelEncoding final : public FirstModelEncoding {
+class Hct7300Encoding final : public Hct7200Encoding {
 public:
     quint8 mask(const Alarm& alarm, quint8 mode) const override
     {
@@ -81,7 +81,7 @@ protected:
     Carried carried(const Alarm& alarm, quint8 mode) const override
     {
         if (carriesSingleDays(mode))
-            return FirstModelEncoding::carried(alarm, mode);
+            return Hct7200Encoding::carried(alarm, mode);
         return {alarm.is(DayFlag::Saturday), alarm.is(DayFlag::Sunday),
                 alarm.is(DayFlag::OnHoliday), alarm.is(DayFlag::OnVacation),
                 alarm.onAllWorkingDays()};
@@ -89,7 +89,7 @@ protected:
     void takeCarried(Alarm& alarm, const Carried& flags, quint8 mode) const override
     {
         if (carriesSingleDays(mode))
-            return FirstModelEncoding::takeCarried(alarm, flags, mode);
+            return Hct7200Encoding::takeCarried(alarm, flags, mode);
         alarm.set(DayFlag::Saturday, flags[0]);
         alarm.set(DayFlag::Sunday, flags[1]);
         alarm.set(DayFlag::OnHoliday, flags[2]);
@@ -105,9 +105,9 @@ private:
 
 const AlarmEncoding& AlarmEncoding::of(ClockModel model)
 {
-    static const FirstModelEncoding first;
-    static const SecondModelEncoding second;
-    if (model == ClockModel::HCT7200)
+    static const Hct7200Encoding first;
+    static const Hct7300Encoding second;
+    if (model == ClockModel::Hct7200)
         return first;
     return second;
 }

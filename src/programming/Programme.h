@@ -1,14 +1,10 @@
 #pragma once
 
+#include "ClockModel.h"
+
 #include <QtGlobal>
 
 #include <array>
-
-class StatusBlock;
-
-/// The two members of the family; they differ in the flags of an alarm, in how an alarm travels,
-/// and in who sets a block's duration and mode.
-enum class ClockModel { HCT7200, HCT7300 };
 
 /// When an alarm rings, in the order of the clock's own record. The HCT-7200 has the first five.
 enum class DayFlag {
@@ -28,7 +24,7 @@ constexpr int workingDayCount = 5;
 /// How many flags an alarm of this model has: 5 or 9.
 constexpr int dayFlagsOf(ClockModel model)
 {
-    return model == ClockModel::HCT7200 ? workingDayCount : dayFlagCount;
+    return model == ClockModel::Hct7200 ? workingDayCount : dayFlagCount;
 }
 
 /// One ring. Without any flag it is inactive and its time means nothing.
@@ -99,6 +95,3 @@ struct Programme {
 
     bool operator==(const Programme&) const = default;
 };
-
-/// Fills the three blocks with what the status block says; the holidays are not in it.
-void LoadBlocksFromStatusBlock(Programme& programme, const StatusBlock& status, ClockModel model);

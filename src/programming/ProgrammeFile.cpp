@@ -85,7 +85,7 @@ void readBlock(LineReader& lines, AlarmBlock& block, ClockModel model)
 {
     const AlarmEncoding& encoding = AlarmEncoding::of(model);
     lines.skipHeader();
-    if (model == ClockModel::HCT7200) {
+    if (model == ClockModel::Hct7200) {
         // Duration and mode come from the clock alone; the lines are there all the same.
         lines.skipHeader();
         lines.skipHeader();

@@ -21,7 +21,7 @@ constexpr qint64 maximumBytes = 1024 * 1024;
 QByteArray text(const Programme& programme, ClockModel model);
 
 /// Takes what the text says into the programme. A value out of its range becomes 0; values past the
-/// end of the text stay as they were. Never fails. The first model keeps its durations and modes;
+/// end of the text stay as they were. Never fails. The HCT-7200 keeps its durations and modes;
 /// the second takes those of 0 to 255 and reads the masks by the mode just read.
 void read(const QByteArray& text, Programme& programme, ClockModel model);
 

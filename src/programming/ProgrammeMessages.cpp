@@ -33,7 +33,7 @@ QByteArray alarmBlock(const AlarmBlock& block, int number, ClockModel model)
     append(body, 0);
     append(body, 0);
     append(body, block.ActiveCountPlusOne);
-    if (model == ClockModel::HCT7300) {
+    if (model == ClockModel::Hct7300) {
         append(body, block.Duration);
         append(body, block.Mode);
     }
@@ -86,6 +86,23 @@ std::optional<HolidayTable> holidaysAnswer(quint8 code, const QByteArray& body)
         at += 4;
     }
     return table;
+}
+
+void LoadBlocksFromStatusBlock(Programme& programme, const StatusBlock& status, ClockModel model)
+{
+    const AlarmEncoding& encoding = AlarmEncoding::of(model);
+    int number = 0;
+    for (AlarmBlock& block : programme.blocks) {
+        block.Duration = status.blockDuration(number);
+        block.Mode = status.blockMode(number);
+        int index = 0;
+        for (Alarm& alarm : block.Alarms) {
+            alarm = encoding.decode(
+                {status.alarmByte1(number, index), status.alarmByte2(number, index)}, block.Mode);
+            ++index;
+        }
+        ++number;
+    }
 }
 
 } // namespace ProgrammeMessages

@@ -6,6 +6,8 @@
 
 #include <optional>
 
+class StatusBlock;
+
 /// The bodies that carry a programme to and from the clock, and what makes an answer good.
 namespace ProgrammeMessages {
 
@@ -13,11 +15,14 @@ namespace ProgrammeMessages {
 QByteArray generalDataRequest();
 /// 1 byte: 0xD9.
 QByteArray holidaysRequest();
-/// 69 bytes, or 71 for the second model: 0xDA, block number 1 to 3, 32 alarms of two bytes, two
-/// zeros, ActiveCountPlusOne; the second model adds Duration and Mode.
+/// 69 bytes, or 71 for the HCT-7300: 0xDA, block number 1 to 3, 32 alarms of two bytes, two
+/// zeros, ActiveCountPlusOne; the HCT-7300 adds Duration and Mode.
 QByteArray alarmBlock(const AlarmBlock& block, int number, ClockModel model);
 /// 66 bytes: 0xD2, 0, 16 times Day and Month, 8 times StartDay, StartMonth, EndDay, EndMonth.
 QByteArray holidays(const HolidayTable& table);
+
+/// Fills the three blocks with what the status block says; the holidays are not in it.
+void LoadBlocksFromStatusBlock(Programme& programme, const StatusBlock& status, ClockModel model);
 
 /// Whether the answer of a good status is one to the request; any other counts as refused.
 bool isGeneralData(quint8 code, const QByteArray& body);

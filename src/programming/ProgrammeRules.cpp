@@ -126,7 +126,7 @@ std::optional<Violation> firstViolation(const Programme& programme, ClockModel m
     for (int number = 0; number < Programme::blockCount; ++number)
         if (auto clash = firstClash(programme.blocks[static_cast<std::size_t>(number)], number))
             return clash;
-    if (model == ClockModel::HCT7200)
+    if (model == ClockModel::Hct7200)
         return std::nullopt;
     for (int number = 0; number < Programme::blockCount; ++number)
         if (auto found =

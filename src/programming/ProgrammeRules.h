@@ -24,7 +24,7 @@ struct Violation {
 };
 
 /// The first violation: clashes of all blocks come before the mode restrictions, which only the
-/// second model has.
+/// HCT-7300 has.
 std::optional<Violation> firstViolation(const Programme& programme, ClockModel model);
 
 /// In each block: active alarms to the front in order of time, inactive ones cleared to 0:00, and

@@ -30,10 +30,9 @@ ProgramFixture::ProgramFixture()
                .tmrCrono = tmrCrono,
                .tmrTemporizador = tmrTemporizador,
                .pause = pause,
-               .dialogs = dialogs,
                .clock = clock,
-               .applicationDirectory = u"/opt/hct/"_s,
-               .startProgram = [this](const QString& name) {
+               .applicationDirectory = u"/opt/hct/"_s},
+              {.dialogs = dialogs, .startProgram = [this](const QString& name) {
                    started.append(name);
                    return true;
                }})

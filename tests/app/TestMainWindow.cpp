@@ -204,11 +204,11 @@ void TestMainWindow::endOfTheConnectionLeavesProgrammingAndFirmware()
     establish();
     m_fixture->choose("mnuFirmware");
     m_fixture->choose("mnuRexistro");
-    m_fixture->program.workflow().Desconectar();
+    m_fixture->program.session().workflow().Desconectar();
     QCOMPARE(m_fixture->shownForms(), (QStringList{u"frmProgramPROM"_s, u"frmRexistroEstado"_s}));
     establish();
     m_fixture->choose("mnuProgramacion");
-    m_fixture->program.workflow().Desconectar();
+    m_fixture->program.session().workflow().Desconectar();
     QCOMPARE(ProgramFixture::modalWindow(), u"frmProgHCT7200"_s);
 }
 
@@ -242,7 +242,7 @@ void TestMainWindow::diallingKeepsTheTimerServiceStill()
     bool ticking = true;
     dial([&] {
         ticking = m_fixture->tmrCrono.isEnabled();
-        m_fixture->program.link().RemataConexion();
+        m_fixture->program.session().link().RemataConexion();
     });
     QVERIFY(!ticking);
     // The attempt is over: what is left of it fails as with any closed port.
@@ -256,7 +256,7 @@ void TestMainWindow::secondConectarWhileDiallingDoesNothing()
     dial([&] {
         m_fixture->choose("mnuConectar");
         m_fixture->choose("mnuConectar");
-        m_fixture->program.link().RemataConexion();
+        m_fixture->program.session().link().RemataConexion();
     });
     QCOMPARE(m_fixture->modem.timesOpened, 1);
     QCOMPARE(m_fixture->modem.written(), QByteArray("ATZ\r\n"));
@@ -278,7 +278,7 @@ void TestMainWindow::salirEndsTheProgram()
     const QSignalSpy unloaded(&m_fixture->program.mainWindow(), &frmPrincipal::unloaded);
     m_fixture->choose("mnuSair");
     QCOMPARE(unloaded.size(), 1);
-    QVERIFY(m_fixture->program.globais().ShuttingDown);
+    QVERIFY(m_fixture->program.session().globais().ShuttingDown);
 }
 
 void TestMainWindow::titleBarEndsTheProgram()
@@ -304,7 +304,7 @@ void TestMainWindow::closingInRemoteControlAsks()
     m_fixture->dialogs.confirmations = {true};
     m_fixture->choose("mnuSair");
     QCOMPARE(m_fixture->dialogs.boxes.size(), 1);
-    QVERIFY(m_fixture->program.globais().ShuttingDown);
+    QVERIFY(m_fixture->program.session().globais().ShuttingDown);
 }
 
 void TestMainWindow::closingRefusedKeepsEverything()
@@ -330,7 +330,7 @@ void TestMainWindow::windowThatRefusesKeepsTheProgram()
     QVERIFY(m_fixture->frameOf("frmInfoHCT7200"));
     refuser.refuses = false;
     m_fixture->choose("mnuSair");
-    QVERIFY(m_fixture->program.globais().ShuttingDown);
+    QVERIFY(m_fixture->program.session().globais().ShuttingDown);
 }
 
 void TestMainWindow::unloadOrderIsKept()
@@ -341,11 +341,13 @@ void TestMainWindow::unloadOrderIsKept()
     window.refuses = false;
     window.steps = &steps;
     window.linkIsOpen = [this] { return m_fixture->serie.isOpen(); };
-    connect(&m_fixture->program.link(), &MessageLink::VisualizaPorto, this, [&] {
-        steps.append(m_fixture->program.globais().ShuttingDown ? u"?"_s : u"link ended"_s);
+    connect(&m_fixture->program.session().link(), &MessageLink::VisualizaPorto, this, [&] {
+        steps.append(m_fixture->program.session().globais().ShuttingDown ? u"?"_s
+                                                                         : u"link ended"_s);
     });
     connect(&m_fixture->program.mainWindow(), &frmPrincipal::unloaded, this, [&] {
-        steps.append(m_fixture->program.globais().ShuttingDown ? u"program ended"_s : u"?"_s);
+        steps.append(m_fixture->program.session().globais().ShuttingDown ? u"program ended"_s
+                                                                         : u"?"_s);
     });
     m_fixture->choose("mnuSair");
     QCOMPARE(steps, (QStringList{u"link ended"_s, u"unloaded"_s, u"program ended"_s}));
@@ -378,7 +380,7 @@ void TestMainWindow::endingWithoutAskingClosesRefusers()
     m_fixture->program.mainWindow().unload();
     QCOMPARE(m_fixture->dialogs.boxes.size(), 0);
     QVERIFY(!m_fixture->serie.isOpen());
-    QVERIFY(m_fixture->program.globais().ShuttingDown);
+    QVERIFY(m_fixture->program.session().globais().ShuttingDown);
 }
 
 void TestMainWindow::endingClosesAModalWindow()

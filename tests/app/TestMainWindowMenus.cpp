@@ -11,6 +11,7 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 /// What the main window shows: captions, entries, panels, in each state of the connection.
 class TestMainWindowMenus : public QObject {
@@ -63,7 +64,7 @@ void TestMainWindowMenus::startShowsNothingButTheMainWindow()
 
 void TestMainWindowMenus::tickOfTheTimerServiceIsOneMillisecond()
 {
-    QCOMPARE(m_fixture->tmrCrono.interval(), 1);
+    QCOMPARE(m_fixture->tmrCrono.interval(), 1ms);
 }
 
 void TestMainWindowMenus::logBeginsWithTheInterruptedConnection()

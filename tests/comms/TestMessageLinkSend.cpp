@@ -4,6 +4,7 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 class TestMessageLinkSend : public QObject {
     Q_OBJECT
@@ -63,7 +64,7 @@ void TestMessageLinkSend::pauseOfFourMillisecondsComesBeforeTheFrame()
 {
     const QTime begin = m_fixture->clock.now().time();
     send(5);
-    QCOMPARE(m_fixture->pause.waits, (QList<FakePause::Entry>{{4.0F, false}}));
+    QCOMPARE(m_fixture->pause.waits, (QList<FakePause::Entry>{{4ms, false}}));
     QCOMPARE(m_fixture->serie.writes.first().bytes, QByteArray::fromHex("68"));
     QCOMPARE(begin.msecsTo(m_fixture->serie.writes.first().time), 4);
     QCOMPARE(begin.msecsTo(m_fixture->serie.writes.last().time), 4);
@@ -73,7 +74,7 @@ void TestMessageLinkSend::identificationWaitsFiftyMillisecondsAfterItsFirstByte(
 {
     const QTime begin = m_fixture->clock.now().time();
     send(1, QByteArray::fromHex("0201"));
-    QCOMPARE(m_fixture->pause.waits, (QList<FakePause::Entry>{{4.0F, false}, {50.0F, false}}));
+    QCOMPARE(m_fixture->pause.waits, (QList<FakePause::Entry>{{4ms, false}, {50ms, false}}));
     QCOMPARE(m_fixture->serie.writes.at(0).bytes, QByteArray::fromHex("68"));
     QCOMPARE(begin.msecsTo(m_fixture->serie.writes.at(0).time), 4);
     QCOMPARE(begin.msecsTo(m_fixture->serie.writes.at(1).time), 54);
@@ -224,7 +225,7 @@ void TestMessageLinkSend::computedTimeOutOverTheModem()
     qint32 timeout = 0;
     m_fixture->link.Envia(5, body, timeout);
     QCOMPARE(timeout, 4600);
-    QCOMPARE(m_fixture->tmrTemporizador.interval(), 4600);
+    QCOMPARE(m_fixture->tmrTemporizador.interval(), 4600ms);
     QCOMPARE(m_fixture->modem.takeWritten(), QByteArray::fromHex("6802026801151616"));
 }
 
@@ -247,7 +248,7 @@ void TestMessageLinkSend::timerIsArmedWithTheLowFifteenBits()
     QFETCH(int, timeout);
     QFETCH(int, ticks);
     send(5, {}, timeout);
-    QTEST(m_fixture->tmrTemporizador.interval(), "interval");
+    QTEST(static_cast<int>(m_fixture->tmrTemporizador.interval().count()), "interval");
     for (int tick = 1; tick < ticks; ++tick) {
         QVERIFY(m_fixture->tmrTemporizador.fire());
         QVERIFY(m_fixture->link.Ocupado());
@@ -263,7 +264,7 @@ void TestMessageLinkSend::timeOutOf40000WaitsTwiceSevenThousand()
     qint32 timeout = 40000;
     m_fixture->link.Envia(5, body, timeout);
     QCOMPARE(timeout, 40000);
-    QCOMPARE(m_fixture->tmrTemporizador.interval(), 7232);
+    QCOMPARE(m_fixture->tmrTemporizador.interval(), 7232ms);
     QVERIFY(m_fixture->tmrTemporizador.fire());
     QVERIFY(m_fixture->link.Ocupado());
     QVERIFY(m_fixture->tmrTemporizador.fire());
@@ -273,7 +274,7 @@ void TestMessageLinkSend::timeOutOf40000WaitsTwiceSevenThousand()
 void TestMessageLinkSend::timeOutOf32768NeverEnds()
 {
     send(5, {}, 32768);
-    QCOMPARE(m_fixture->tmrTemporizador.interval(), 0);
+    QCOMPARE(m_fixture->tmrTemporizador.interval(), 0ms);
     QVERIFY(!m_fixture->tmrTemporizador.isRunning());
     QVERIFY(m_fixture->link.Ocupado());
 }

@@ -3,6 +3,7 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 class TestModemCommands : public QObject {
     Q_OBJECT
@@ -71,7 +72,7 @@ void TestModemCommands::pinQueryTellsWhatTheCardNeeds()
     QCOMPARE(m_modem->link.state(), LinkState::PinQuery);
     QCOMPARE(m_modem->takeCommand(), QByteArray("AT+CPIN?\r\n"));
     QCOMPARE(m_modem->takeTerminal(), u"AT+CPIN?\r\n"_s);
-    QCOMPARE(m_modem->tmrTemporizador.interval(), 3000);
+    QCOMPARE(m_modem->tmrTemporizador.interval(), 3000ms);
     QVERIFY(!m_modem->controlsEnabled);
     m_modem->modem.arriveBytewise(reply);
     QCOMPARE(m_modem->takeTerminal(), QString::fromLatin1(reply) + line);
@@ -129,7 +130,7 @@ void TestModemCommands::pinIsSentAndShownMasked()
     QCOMPARE(m_modem->link.state(), LinkState::PinSent);
     QCOMPARE(m_modem->takeCommand(), QByteArray("AT+CPIN=1234\r\n"));
     QCOMPARE(m_modem->takeTerminal(), u"AT+CPIN=****"_s);
-    QCOMPARE(m_modem->tmrTemporizador.interval(), 5000);
+    QCOMPARE(m_modem->tmrTemporizador.interval(), 5000ms);
     QVERIFY(!m_modem->controlsEnabled);
     m_modem->reply("\r\nOK");
     QCOMPARE(m_modem->takeTerminal(), u"\r\nOK\r\n** Código PIN/PUK enviado correctamente\r\n"_s);
@@ -205,7 +206,7 @@ void TestModemCommands::signalLevelIsCalculated()
     m_modem->control.querySignal();
     QCOMPARE(m_modem->link.state(), LinkState::SignalQuery);
     QCOMPARE(m_modem->takeCommand(), QByteArray("AT+CSQ\r\n"));
-    QCOMPARE(m_modem->tmrTemporizador.interval(), 3000);
+    QCOMPARE(m_modem->tmrTemporizador.interval(), 3000ms);
     m_modem->takeTerminal();
     const QByteArray reply = "AT+CSQ\r\r\n+CSQ: " + value + "\r\n\r\nOK\r\n";
     m_modem->modem.arriveBytewise(reply);

@@ -3,6 +3,7 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -64,7 +65,7 @@ void TestModemDialling::initialisationThenNumberThenConnect()
         [&] {
             QCOMPARE(m_modem->link.state(), LinkState::Initialisation);
             QCOMPARE(m_modem->takeCommand(), QByteArray("ATZ\r\n"));
-            QCOMPARE(m_modem->tmrTemporizador.interval(), 3000);
+            QCOMPARE(m_modem->tmrTemporizador.interval(), 3000ms);
             QVERIFY(!m_modem->controlsEnabled);
             m_modem->reply("\r\nOK\r\n");
         },
@@ -72,7 +73,7 @@ void TestModemDialling::initialisationThenNumberThenConnect()
             QCOMPARE(m_modem->link.state(), LinkState::Dialling);
             QCOMPARE(m_modem->takeCommand(), QByteArray("ATD986123456\r\n"));
             // 64000 ms: two periods of 31232.
-            QCOMPARE(m_modem->tmrTemporizador.interval(), 31232);
+            QCOMPARE(m_modem->tmrTemporizador.interval(), 31232ms);
             m_modem->reply("\r\nCONNECT\r\n");
         },
     });

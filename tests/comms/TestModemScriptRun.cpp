@@ -6,6 +6,7 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 class TestModemScriptRun : public QObject {
     Q_OBJECT
@@ -75,7 +76,7 @@ void TestModemScriptRun::linesAreSentOneAfterTheOther()
     QCOMPARE(m_modem->link.state(), LinkState::ScriptCommand);
     QCOMPARE(m_modem->takeCommand(), QByteArray("ATZ\r\n"));
     QCOMPARE(m_modem->takeTerminal(), u"\r\n** Inicio archivo de comandos\r\nATZ\r\n"_s);
-    QCOMPARE(m_modem->tmrTemporizador.interval(), 3000);
+    QCOMPARE(m_modem->tmrTemporizador.interval(), 3000ms);
     QVERIFY(!m_modem->controlsEnabled);
     m_modem->reply("OK");
     QCOMPARE(m_modem->takeCommand(), QByteArray("ATE0\r\n"));

@@ -12,8 +12,9 @@ namespace {
 
 /// A clock setting registered as its window registers it.
 struct Setting : LinkFixture {
-    ClockSetting setting{link, log, dialogs, clock};
+    ClockSetting setting{link, log, clock};
     CronoRegistration registration{crono, setting, 1};
+    QSignalSpy gaveUp{&setting, &ClockSetting::gaveUp};
 
     void begin(State source)
     {
@@ -50,8 +51,8 @@ private slots:
     void changedFieldsGoIntoTheRepetition();
     void closedPortFailsThreeTimesWithoutARequest();
     void nothingReachesAStoppedSetting();
-    void destructionUnderItsOwnBoxIsHarmless();
-    void boxLetsThePollingGoOnAfterwards();
+    void destructionUnderABoxIsHarmless();
+    void pollingGoesOnAfterwards();
 };
 
 void TestClockSetting::datesAreJudgedByTheClocksRule_data()
@@ -169,7 +170,7 @@ void TestClockSetting::goodAnswerEndsItWithALine()
     QCOMPARE(accepted.count(), 1);
     QCOMPARE(fixture.setting.SyncState(), State::Idle);
     QCOMPARE(fixture.log.lines, QStringList{u"Reloj del equipo actualizado en fecha y hora"_s});
-    QVERIFY(fixture.dialogs.boxes.isEmpty());
+    QCOMPARE(fixture.gaveUp.count(), 0);
     fixture.tick(3);
     QVERIFY(!fixture.hasRequest());
 }
@@ -215,7 +216,7 @@ void TestClockSetting::failedAnswerIsAskedForAgain()
         QCOMPARE(fixture.setting.SyncState(), State::Manual);
     }
     QCOMPARE(accepted.count(), 0);
-    QVERIFY(fixture.dialogs.boxes.isEmpty());
+    QCOMPARE(fixture.gaveUp.count(), 0);
     QVERIFY(fixture.log.lines.isEmpty());
 }
 
@@ -226,8 +227,9 @@ void TestClockSetting::thirdFailureIsTold()
     QFETCH(QByteArray, answer);
     QFETCH(int, code);
     Setting fixture;
-    QStringList linesBeforeTheBox{u"not asked"_s};
-    fixture.dialogs.whileUp = [&] { linesBeforeTheBox = fixture.log.lines; };
+    QStringList linesWhenTold{u"not told"_s};
+    QObject::connect(&fixture.setting, &ClockSetting::gaveUp,
+                     [&] { linesWhenTold = fixture.log.lines; });
     fixture.begin(State::Manual);
     for (int attempt = 1; attempt <= 3; ++attempt) {
         fixture.tick();
@@ -235,15 +237,8 @@ void TestClockSetting::thirdFailureIsTold()
         reply(fixture, answer, code);
     }
     QCOMPARE(fixture.setting.SyncState(), State::Idle);
-    QCOMPARE(fixture.dialogs.boxes.size(), 1);
-    QVERIFY(fixture.dialogs.boxes[0].icon == Dialogs::Icon::Critical);
-    QVERIFY(!fixture.dialogs.boxes[0].question);
-    QCOMPARE(fixture.dialogs.boxes[0].title, u"Control Equipo HCT"_s);
-    QCOMPARE(fixture.dialogs.boxes[0].text,
-             u"No se han podido actualizar la fecha y la hora en el equipo.\n"
-             "Compruebe que no se ha interrumpido la comunicación y si lo\n"
-             "desea inténtelo de nuevo."_s);
-    QCOMPARE(linesBeforeTheBox, QStringList());
+    QCOMPARE(fixture.gaveUp.count(), 1);
+    QCOMPARE(linesWhenTold, QStringList());
     QCOMPARE(fixture.log.lines, QStringList{u"Error intentando puesta en hora del equipo"_s});
     fixture.tick(3);
     QVERIFY(!fixture.hasRequest());
@@ -258,7 +253,7 @@ void TestClockSetting::successAfterTwoFailuresTellsNothing()
         fixture.takeRequest();
         fixture.answerHex(answer);
     }
-    QVERIFY(fixture.dialogs.boxes.isEmpty());
+    QCOMPARE(fixture.gaveUp.count(), 0);
     QCOMPARE(fixture.log.lines, QStringList{u"Reloj del equipo actualizado en fecha y hora"_s});
 }
 
@@ -276,7 +271,7 @@ void TestClockSetting::anotherStartCountsAnew()
     fixture.tick();
     fixture.takeRequest();
     fixture.refuse(0x01);
-    QVERIFY(fixture.dialogs.boxes.isEmpty());
+    QCOMPARE(fixture.gaveUp.count(), 0);
 }
 
 void TestClockSetting::changedFieldsGoIntoTheRepetition()
@@ -299,7 +294,7 @@ void TestClockSetting::closedPortFailsThreeTimesWithoutARequest()
     fixture.serie.vanish();
     fixture.tick(3);
     QVERIFY(!fixture.hasRequest());
-    QCOMPARE(fixture.dialogs.boxes.size(), 1);
+    QCOMPARE(fixture.gaveUp.count(), 1);
     QVERIFY(fixture.tmrCrono.isRunning());
 }
 
@@ -317,20 +312,19 @@ void TestClockSetting::nothingReachesAStoppedSetting()
     QVERIFY(!fixture.link.Ocupado());
 }
 
-void TestClockSetting::destructionUnderItsOwnBoxIsHarmless()
+void TestClockSetting::destructionUnderABoxIsHarmless()
 {
     LinkFixture fixture;
-    auto setting =
-        std::make_unique<ClockSetting>(fixture.link, fixture.log, fixture.dialogs, fixture.clock);
+    auto setting = std::make_unique<ClockSetting>(fixture.link, fixture.log, fixture.clock);
     auto registration = std::make_unique<CronoRegistration>(fixture.crono, *setting, qint16(1));
     fixture.connect();
     setting->begin(State::Manual);
     registration->ActivaCliente();
-    fixture.dialogs.whileUp = [&] {
+    QObject::connect(setting.get(), &ClockSetting::gaveUp, [&] {
         fixture.link.RemataConexion();
         registration.reset();
         setting.reset();
-    };
+    });
     for (int attempt = 1; attempt <= 3; ++attempt) {
         fixture.tick();
         fixture.takeRequest();
@@ -340,7 +334,7 @@ void TestClockSetting::destructionUnderItsOwnBoxIsHarmless()
     QCOMPARE(fixture.log.lines, QStringList{u"Error intentando puesta en hora del equipo"_s});
 }
 
-void TestClockSetting::boxLetsThePollingGoOnAfterwards()
+void TestClockSetting::pollingGoesOnAfterwards()
 {
     struct Poller final : DeferredProcess {
         int calls = 0;
@@ -356,7 +350,7 @@ void TestClockSetting::boxLetsThePollingGoOnAfterwards()
         fixture.takeRequest();
         fixture.refuse(0x01);
     }
-    QCOMPARE(fixture.dialogs.boxes.size(), 1);
+    QCOMPARE(fixture.gaveUp.count(), 1);
     poller.calls = 0;
     fixture.tick(5);
     QCOMPARE(poller.calls, 5);

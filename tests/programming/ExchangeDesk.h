@@ -10,7 +10,7 @@
 struct ExchangeDesk : LinkFixture {
     using State = ProgrammeExchange::State;
 
-    explicit ExchangeDesk(ClockModel model = ClockModel::HCT7200)
+    explicit ExchangeDesk(ClockModel model = ClockModel::Hct7200)
         : exchange({crono, link, globais, log}, model, programme,
                    [this] { return programme.table; }),
           generalData(samples::generalData(model))

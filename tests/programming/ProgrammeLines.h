@@ -40,7 +40,7 @@ inline Programme allNines(ClockModel model)
     for (AlarmBlock& block : programme.blocks) {
         block.Duration = 9;
         block.Mode = 1;
-        block.Alarms.fill(model == ClockModel::HCT7200
+        block.Alarms.fill(model == ClockModel::Hct7200
                               ? samples::alarm(9, 9, {Monday, Thursday})
                               : samples::alarm(9, 9, {Monday, Thursday, OnHoliday}));
     }

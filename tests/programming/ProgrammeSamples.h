@@ -30,7 +30,7 @@ inline QByteArray generalData(ClockModel model)
 {
     QByteArray block(220, '\0');
     block[3] = 11;
-    block[12] = model == ClockModel::HCT7200 ? 30 : 31;
+    block[12] = model == ClockModel::Hct7200 ? 30 : 31;
     return block;
 }
 

@@ -1,4 +1,5 @@
 #include "AlarmEncoding.h"
+#include "ProgrammeMessages.h"
 #include "ProgrammeSamples.h"
 #include "StatusBlock.h"
 
@@ -31,29 +32,29 @@ void TestAlarmEncoding::alarmTravelsInTwoBytes_data()
     QTest::addColumn<Alarm>("alarm");
     QTest::addColumn<QByteArray>("bytes");
 
-    const auto first = ClockModel::HCT7200;
-    const auto second = ClockModel::HCT7300;
+    const auto hct7200 = ClockModel::Hct7200;
+    const auto hct7300 = ClockModel::Hct7300;
     const auto row = [](const char* name, ClockModel model, int mode, const Alarm& alarm,
                         const char* hex) {
         QTest::newRow(name) << model << mode << alarm << QByteArray::fromHex(hex);
     };
-    row("first, no day", first, 0, samples::alarm(23, 59, {}), "173b");
-    row("first, Monday", first, 0, samples::alarm(0, 0, {Monday}), "8000");
-    row("first, Tuesday", first, 0, samples::alarm(0, 0, {Tuesday}), "4000");
-    row("first, Wednesday", first, 0, samples::alarm(0, 0, {Wednesday}), "2000");
-    row("first, Thursday", first, 0, samples::alarm(0, 0, {Thursday}), "0080");
-    row("first, Friday", first, 0, samples::alarm(0, 0, {Friday}), "0040");
-    row("first, 8:45 all days", first, 1, samples::onWorkingDays(8, 45), "e8ed");
-    row("first, mode makes no difference", first, 7, samples::onWorkingDays(8, 45), "e8ed");
-    row("second, mode 0", second, 0, samples::onWorkingDays(8, 45), "e8ed");
-    row("second, mode 1, weekend is dropped", second, 1,
+    row("HCT-7200, no day", hct7200, 0, samples::alarm(23, 59, {}), "173b");
+    row("HCT-7200, Monday", hct7200, 0, samples::alarm(0, 0, {Monday}), "8000");
+    row("HCT-7200, Tuesday", hct7200, 0, samples::alarm(0, 0, {Tuesday}), "4000");
+    row("HCT-7200, Wednesday", hct7200, 0, samples::alarm(0, 0, {Wednesday}), "2000");
+    row("HCT-7200, Thursday", hct7200, 0, samples::alarm(0, 0, {Thursday}), "0080");
+    row("HCT-7200, Friday", hct7200, 0, samples::alarm(0, 0, {Friday}), "0040");
+    row("HCT-7200, 8:45 all days", hct7200, 1, samples::onWorkingDays(8, 45), "e8ed");
+    row("HCT-7200, mode makes no difference", hct7200, 7, samples::onWorkingDays(8, 45), "e8ed");
+    row("HCT-7300, mode 0", hct7300, 0, samples::onWorkingDays(8, 45), "e8ed");
+    row("HCT-7300, mode 1, weekend is dropped", hct7300, 1,
         samples::alarm(8, 45, {Tuesday, Friday, Saturday, Sunday, OnHoliday, OnVacation}), "486d");
-    row("second, mode 2, Saturday", second, 2, samples::alarm(8, 45, {Saturday}), "882d");
-    row("second, mode 2, Sunday", second, 2, samples::alarm(8, 45, {Sunday}), "482d");
-    row("second, mode 3, holidays", second, 3, samples::alarm(8, 45, {OnHoliday}), "282d");
-    row("second, mode 4, vacations", second, 4, samples::alarm(8, 45, {OnVacation}), "08ad");
-    row("second, mode 2, all working days", second, 2, samples::onWorkingDays(8, 45), "086d");
-    row("second, mode 255, four working days are dropped", second, 255,
+    row("HCT-7300, mode 2, Saturday", hct7300, 2, samples::alarm(8, 45, {Saturday}), "882d");
+    row("HCT-7300, mode 2, Sunday", hct7300, 2, samples::alarm(8, 45, {Sunday}), "482d");
+    row("HCT-7300, mode 3, holidays", hct7300, 3, samples::alarm(8, 45, {OnHoliday}), "282d");
+    row("HCT-7300, mode 4, vacations", hct7300, 4, samples::alarm(8, 45, {OnVacation}), "08ad");
+    row("HCT-7300, mode 2, all working days", hct7300, 2, samples::onWorkingDays(8, 45), "086d");
+    row("HCT-7300, mode 255, four working days are dropped", hct7300, 255,
         samples::alarm(8, 45, {Monday, Tuesday, Wednesday, Thursday}), "082d");
 }
 
@@ -79,16 +80,16 @@ void TestAlarmEncoding::twoBytesBecomeAnAlarm_data()
                         const Alarm& alarm) {
         QTest::newRow(name) << model << mode << QByteArray::fromHex(hex) << alarm;
     };
-    const auto first = ClockModel::HCT7200;
-    const auto second = ClockModel::HCT7300;
-    row("first, minute 45 needs bit 5", first, 0, "882d", samples::alarm(8, 45, {Monday}));
-    row("first, all bits", first, 5, "ffff",
+    const auto hct7200 = ClockModel::Hct7200;
+    const auto hct7300 = ClockModel::Hct7300;
+    row("HCT-7200, minute 45 needs bit 5", hct7200, 0, "882d", samples::alarm(8, 45, {Monday}));
+    row("HCT-7200, all bits", hct7200, 5, "ffff",
         samples::alarm(31, 63, {Monday, Tuesday, Wednesday, Thursday, Friday}));
-    row("second, mode 0", second, 0, "4740", samples::alarm(7, 0, {Tuesday, Friday}));
-    row("second, mode 1", second, 1, "2781", samples::alarm(7, 1, {Wednesday, Thursday}));
-    row("second, mode 2, Saturday and vacations", second, 2, "8781",
+    row("HCT-7300, mode 0", hct7300, 0, "4740", samples::alarm(7, 0, {Tuesday, Friday}));
+    row("HCT-7300, mode 1", hct7300, 1, "2781", samples::alarm(7, 1, {Wednesday, Thursday}));
+    row("HCT-7300, mode 2, Saturday and vacations", hct7300, 2, "8781",
         samples::alarm(7, 1, {Saturday, OnVacation}));
-    row("second, mode 2, all bits", second, 2, "ffff",
+    row("HCT-7300, mode 2, all bits", hct7300, 2, "ffff",
         samples::alarm(31, 63,
                        {Monday, Tuesday, Wednesday, Thursday, Friday, Saturday, Sunday, OnHoliday,
                         OnVacation}));
@@ -107,7 +108,7 @@ void TestAlarmEncoding::twoBytesBecomeAnAlarm()
 
 void TestAlarmEncoding::hourAbove31AndMinuteAbove63LoseTheirHighBits()
 {
-    for (const ClockModel model : {ClockModel::HCT7200, ClockModel::HCT7300}) {
+    for (const ClockModel model : {ClockModel::Hct7200, ClockModel::Hct7300}) {
         const auto bytes = AlarmEncoding::of(model).encode(samples::alarm(33, 65, {}), 0);
         QCOMPARE(bytes.first, quint8{0x01});
         QCOMPARE(bytes.second, quint8{0x01});
@@ -121,20 +122,20 @@ void TestAlarmEncoding::maskOfTheFile_data()
     QTest::addColumn<Alarm>("alarm");
     QTest::addColumn<int>("mask");
 
-    const auto second = ClockModel::HCT7300;
-    QTest::newRow("first") << ClockModel::HCT7200 << 9 << samples::alarm(0, 0, {Monday, Friday})
-                           << 0x11;
-    QTest::newRow("first, Tuesday to Thursday")
-        << ClockModel::HCT7200 << 0 << samples::alarm(0, 0, {Tuesday, Wednesday, Thursday}) << 0x0E;
-    QTest::newRow("second, mode 1")
-        << second << 1 << samples::alarm(0, 0, {Monday, Saturday, OnHoliday}) << 0x01;
-    QTest::newRow("second, mode 2, four special days")
-        << second << 2 << samples::alarm(0, 0, {Saturday, Sunday, OnHoliday, OnVacation}) << 0x0F;
-    QTest::newRow("second, mode 2, one special day and the working days")
-        << second << 2
+    const auto hct7300 = ClockModel::Hct7300;
+    QTest::newRow("HCT-7200") << ClockModel::Hct7200 << 9 << samples::alarm(0, 0, {Monday, Friday})
+                              << 0x11;
+    QTest::newRow("HCT-7200, Tuesday to Thursday")
+        << ClockModel::Hct7200 << 0 << samples::alarm(0, 0, {Tuesday, Wednesday, Thursday}) << 0x0E;
+    QTest::newRow("HCT-7300, mode 1")
+        << hct7300 << 1 << samples::alarm(0, 0, {Monday, Saturday, OnHoliday}) << 0x01;
+    QTest::newRow("HCT-7300, mode 2, four special days")
+        << hct7300 << 2 << samples::alarm(0, 0, {Saturday, Sunday, OnHoliday, OnVacation}) << 0x0F;
+    QTest::newRow("HCT-7300, mode 2, one special day and the working days")
+        << hct7300 << 2
         << samples::alarm(0, 0, {OnVacation, Monday, Tuesday, Wednesday, Thursday, Friday}) << 0x18;
-    QTest::newRow("second, mode 2, single working day is lost")
-        << second << 2 << samples::alarm(0, 0, {Monday, OnHoliday}) << 0x04;
+    QTest::newRow("HCT-7300, mode 2, single working day is lost")
+        << hct7300 << 2 << samples::alarm(0, 0, {Monday, OnHoliday}) << 0x04;
 }
 
 void TestAlarmEncoding::maskOfTheFile()
@@ -149,22 +150,22 @@ void TestAlarmEncoding::maskOfTheFile()
 void TestAlarmEncoding::maskOfSingleDaysLeavesHolidaysAndVacations()
 {
     Alarm alarm = samples::alarm(0, 0, {Monday, Saturday, Sunday, OnHoliday, OnVacation});
-    AlarmEncoding::of(ClockModel::HCT7300).applyMask(alarm, 0x02, 1);
+    AlarmEncoding::of(ClockModel::Hct7300).applyMask(alarm, 0x02, 1);
     QVERIFY(alarm == samples::alarm(0, 0, {Tuesday, OnHoliday, OnVacation}));
 }
 
 void TestAlarmEncoding::clearBitOfWorkingDaysLeavesSingleDays()
 {
     Alarm alarm = samples::alarm(0, 0, {Monday, Thursday, Sunday});
-    AlarmEncoding::of(ClockModel::HCT7300).applyMask(alarm, 0x05, 2);
+    AlarmEncoding::of(ClockModel::Hct7300).applyMask(alarm, 0x05, 2);
     QVERIFY(alarm == samples::alarm(0, 0, {Monday, Thursday, Saturday, OnHoliday}));
-    AlarmEncoding::of(ClockModel::HCT7300).applyMask(alarm, 0x10, 2);
+    AlarmEncoding::of(ClockModel::Hct7300).applyMask(alarm, 0x10, 2);
     QVERIFY(alarm == samples::onWorkingDays(0, 0));
 }
 
 void TestAlarmEncoding::blocksComeFromTheirPlacesInTheStatusBlock()
 {
-    QByteArray status = samples::generalData(ClockModel::HCT7300);
+    QByteArray status = samples::generalData(ClockModel::Hct7300);
     status[14] = 5;
     status[15] = 1;
     status[18] = 9;
@@ -175,7 +176,8 @@ void TestAlarmEncoding::blocksComeFromTheirPlacesInTheStatusBlock()
     status[20 + 66 * 2 + 63] = static_cast<char>(0xBB);
 
     Programme programme;
-    LoadBlocksFromStatusBlock(programme, StatusBlock(status), ClockModel::HCT7300);
+    ProgrammeMessages::LoadBlocksFromStatusBlock(programme, StatusBlock(status),
+                                                 ClockModel::Hct7300);
     QCOMPARE(programme.blocks[0].Duration, quint8{5});
     QCOMPARE(programme.blocks[0].Mode, quint8{1});
     QVERIFY(programme.blocks[0].Alarms[0] == samples::alarm(8, 30, {Monday}));
@@ -188,7 +190,8 @@ void TestAlarmEncoding::blocksComeFromTheirPlacesInTheStatusBlock()
 void TestAlarmEncoding::shortStatusBlockReadsAsZeros()
 {
     Programme programme;
-    LoadBlocksFromStatusBlock(programme, StatusBlock(QByteArray(5, '\xff')), ClockModel::HCT7200);
+    ProgrammeMessages::LoadBlocksFromStatusBlock(programme, StatusBlock(QByteArray(5, '\xff')),
+                                                 ClockModel::Hct7200);
     QVERIFY(programme == Programme());
 }
 

@@ -4,8 +4,8 @@
 
 using State = ProgrammeExchange::State;
 
-constexpr auto first = ClockModel::HCT7200;
-constexpr auto second = ClockModel::HCT7300;
+constexpr auto hct7200 = ClockModel::Hct7200;
+constexpr auto hct7300 = ClockModel::Hct7300;
 
 namespace {
 
@@ -24,7 +24,7 @@ private slots:
     void holidaysOfAWrongSelectorAreRefused();
     void wholeProgrammeIsSentStepByStep();
     void firstModelSendsBlocksOf69Bytes();
-    void secondModelSendsBlocksOf71Bytes();
+    void hct7300SendsBlocksOf71Bytes();
     void holidaysAreSentInPlainBinary();
     void unusedHolidaysAreSentAsZeros();
     void generalDataReplacesTheStatusBlock();
@@ -108,7 +108,7 @@ void TestProgrammeExchange::wholeProgrammeIsSentStepByStep()
     auto request = desk.takeRequest();
     QCOMPARE(request.code, quint8{137});
     QCOMPARE(request.body, QByteArray(1, '\0'));
-    desk.answer(samples::generalData(first));
+    desk.answer(samples::generalData(hct7200));
 
     for (int block = 1; block <= 3; ++block) {
         QVERIFY(desk.exchange.state() == State::WritingBlocks);
@@ -141,7 +141,7 @@ void TestProgrammeExchange::firstModelSendsBlocksOf69Bytes()
     block.ActiveCountPlusOne = 3;
     desk.exchange.send();
     desk.nextRequestBody();
-    desk.answer(samples::generalData(first));
+    desk.answer(samples::generalData(hct7200));
     desk.nextRequestBody();
     desk.answer(blockAccepted);
     QCOMPARE(desk.nextRequestBody(), QByteArray::fromHex("da02"
@@ -150,9 +150,9 @@ void TestProgrammeExchange::firstModelSendsBlocksOf69Bytes()
                                          QByteArray(62, '\0') + QByteArray::fromHex("03"));
 }
 
-void TestProgrammeExchange::secondModelSendsBlocksOf71Bytes()
+void TestProgrammeExchange::hct7300SendsBlocksOf71Bytes()
 {
-    ExchangeDesk desk(second);
+    ExchangeDesk desk(hct7300);
     AlarmBlock& block = desk.programme.blocks[0];
     block.Duration = 7;
     block.Mode = 2;
@@ -162,7 +162,7 @@ void TestProgrammeExchange::secondModelSendsBlocksOf71Bytes()
     desk.exchange.send();
     desk.tick();
     desk.takeRequest();
-    desk.answer(samples::generalData(second));
+    desk.answer(samples::generalData(hct7300));
     QCOMPARE(desk.nextRequestBody(), QByteArray::fromHex("da01"
                                                          "88ad") +
                                          QByteArray(60, '\0') +
@@ -200,7 +200,7 @@ void TestProgrammeExchange::generalDataReplacesTheStatusBlock()
     desk.globais.GeneralData = QByteArray(5, 'x');
     desk.exchange.send();
     desk.tick();
-    const QByteArray answer = samples::generalData(first) + QByteArray("more");
+    const QByteArray answer = samples::generalData(hct7200) + QByteArray("more");
     desk.answer(answer);
     QCOMPARE(desk.globais.GeneralData, answer);
 }
@@ -209,7 +209,7 @@ void TestProgrammeExchange::generalDataIsRefused_data()
 {
     QTest::addColumn<QByteArray>("answer");
     QTest::addColumn<int>("code");
-    const QByteArray good = samples::generalData(first);
+    const QByteArray good = samples::generalData(hct7200);
     QTest::newRow("219 bytes") << good.left(219) << 8;
     QTest::newRow("empty") << QByteArray() << 8;
     QTest::newRow("byte 0") << QByteArray(good).replace(0, 1, "\x01") << 8;
@@ -252,7 +252,7 @@ void TestProgrammeExchange::refusedBlockIsSentAgain()
     ExchangeDesk desk;
     desk.exchange.send();
     desk.nextRequestBody();
-    desk.answer(samples::generalData(first));
+    desk.answer(samples::generalData(hct7200));
     desk.nextRequestBody();
     desk.answer(blockAccepted);
     QCOMPARE(desk.nextRequestBody().left(2), QByteArray::fromHex("da02"));
@@ -268,7 +268,7 @@ void TestProgrammeExchange::newSendingBeginsWithTheFirstBlock()
     for (int sending = 0; sending < 2; ++sending) {
         desk.exchange.send();
         desk.nextRequestBody();
-        desk.answer(samples::generalData(first));
+        desk.answer(samples::generalData(hct7200));
         QCOMPARE(desk.nextRequestBody().left(2), QByteArray::fromHex("da01"));
         desk.answer(blockAccepted);
     }

@@ -7,7 +7,7 @@
 using namespace Qt::StringLiterals;
 using State = ProgrammeExchange::State;
 
-constexpr auto first = ClockModel::HCT7200;
+constexpr auto hct7200 = ClockModel::Hct7200;
 
 namespace {
 
@@ -56,7 +56,7 @@ void TestProgrammeExchangeEnd::generalDataOf219BytesElevenTimesGivesUpAndWritesN
     for (int refusal = 0; refusal < 11; ++refusal) {
         QCOMPARE(desk.nextRequestBody(), QByteArray(1, '\0'));
         QCOMPARE(desk.failed.count(), 0);
-        desk.answer(samples::generalData(first).left(219));
+        desk.answer(samples::generalData(hct7200).left(219));
     }
     QVERIFY(desk.exchange.state() == State::GivingUp);
     QCOMPARE(desk.nextRequestBody(), QByteArray());
@@ -73,7 +73,7 @@ void TestProgrammeExchangeEnd::tenRefusalsAreForgiven()
         desk.timeOut();
     }
     desk.tick();
-    desk.answer(samples::generalData(first));
+    desk.answer(samples::generalData(hct7200));
     QVERIFY(desk.exchange.state() == State::WritingBlocks);
 }
 
@@ -104,7 +104,7 @@ void TestProgrammeExchangeEnd::secondSendingAfterAFailureEndsAtItsFirstRefusal()
     QCOMPARE(desk.failed.count(), 1);
     desk.exchange.send();
     desk.tick();
-    desk.answer(samples::generalData(first));
+    desk.answer(samples::generalData(hct7200));
     desk.tick();
     desk.refuse(0xDA);
     desk.tick();
@@ -125,7 +125,7 @@ void TestProgrammeExchangeEnd::failedStateTellsAtEachCallAndStays()
 {
     LinkFixture fixture;
     const Programme programme;
-    OpenExchange exchange({fixture.crono, fixture.link, fixture.globais, fixture.log}, first,
+    OpenExchange exchange({fixture.crono, fixture.link, fixture.globais, fixture.log}, hct7200,
                           programme, [] { return HolidayTable(); });
     exchange.setState(State::Failed);
     const QSignalSpy failed(&exchange, &ProgrammeExchange::failed);
@@ -311,7 +311,7 @@ void TestProgrammeExchangeEnd::stoppingLeavesNothingBoundOrRegistered()
     desk.tick();
     desk.takeRequest();
     desk.exchange.stop();
-    desk.answer(samples::generalData(first));
+    desk.answer(samples::generalData(hct7200));
     QVERIFY(desk.globais.GeneralData.isEmpty());
     desk.exchange.send();
     desk.exchange.readHolidays();
@@ -325,7 +325,7 @@ void TestProgrammeExchangeEnd::exchangeDestroyedWhileTellingTheFailureIsNotTouch
     const Programme programme;
     auto exchange = std::make_unique<ProgrammeExchange>(
         ProgrammeExchange::Services{fixture.crono, fixture.link, fixture.globais, fixture.log},
-        first, programme, [] { return HolidayTable(); });
+        hct7200, programme, [] { return HolidayTable(); });
     connect(exchange.get(), &ProgrammeExchange::failed, this, [&exchange] { exchange.reset(); });
     exchange->send();
     QVERIFY(exchange->state() == State::GivingUp);

@@ -8,8 +8,8 @@
 
 using namespace Qt::StringLiterals;
 
-constexpr auto first = ClockModel::HCT7200;
-constexpr auto second = ClockModel::HCT7300;
+constexpr auto hct7200 = ClockModel::Hct7200;
+constexpr auto hct7300 = ClockModel::Hct7300;
 
 /// The file on the disk: what a save leaves there, and what is no programme's file.
 class TestProgrammeFile : public QObject {
@@ -31,24 +31,24 @@ void TestProgrammeFile::emptyFileChangesNothing()
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"vacío.hct"_s);
     writeFile(path, QByteArray());
-    Programme programme = allNines(second);
-    QVERIFY(ProgrammeFile::load(path, programme, second));
-    QVERIFY(programme == allNines(second));
+    Programme programme = allNines(hct7300);
+    QVERIFY(ProgrammeFile::load(path, programme, hct7300));
+    QVERIFY(programme == allNines(hct7300));
 }
 
 void TestProgrammeFile::savedFileHasTheTextAndLoadsAgain()
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"niño y señal.hct"_s);
-    Programme programme = allNines(first);
-    QVERIFY(ProgrammeFile::save(path, programme, first));
+    Programme programme = allNines(hct7200);
+    QVERIFY(ProgrammeFile::save(path, programme, hct7200));
     QVERIFY(contentsOf(path).startsWith("--AVISOS 1--\r\n9\r\n1\r\n9\r\n9\r\n9\r\n"));
     Programme loaded;
     for (AlarmBlock& block : loaded.blocks) {
         block.Duration = 9;
         block.Mode = 1;
     }
-    QVERIFY(ProgrammeFile::load(path, loaded, first));
+    QVERIFY(ProgrammeFile::load(path, loaded, hct7200));
     QVERIFY(loaded == programme);
 }
 
@@ -57,7 +57,7 @@ void TestProgrammeFile::savingReplacesALongerFile()
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"a.hct"_s);
     writeFile(path, QByteArray(10000, 'x'));
-    QVERIFY(ProgrammeFile::save(path, Programme(), first));
+    QVERIFY(ProgrammeFile::save(path, Programme(), hct7200));
     QCOMPARE(contentsOf(path), ProgrammeLines().text());
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{u"a.hct"_s});
 }
@@ -68,26 +68,26 @@ void TestProgrammeFile::failedSaveLeavesTheOldFile()
     // A directory in the way of the name can be written over by nobody, not even by root.
     const QString taken = folder.filePath(u"a.hct"_s);
     QVERIFY(QDir().mkpath(taken + u"/dentro"_s));
-    QVERIFY(!ProgrammeFile::save(taken, Programme(), first));
+    QVERIFY(!ProgrammeFile::save(taken, Programme(), hct7200));
     QVERIFY(QFileInfo(taken + u"/dentro"_s).isDir());
-    QVERIFY(!ProgrammeFile::save(folder.filePath(u"no/hay/a.hct"_s), Programme(), first));
+    QVERIFY(!ProgrammeFile::save(folder.filePath(u"no/hay/a.hct"_s), Programme(), hct7200));
 }
 
 void TestProgrammeFile::missingFileAndDirectoryChangeNothing()
 {
     const QTemporaryDir folder;
-    Programme programme = allNines(first);
-    QVERIFY(!ProgrammeFile::load(folder.filePath(u"no hay.hct"_s), programme, first));
-    QVERIFY(!ProgrammeFile::load(folder.path(), programme, first));
-    QVERIFY(!ProgrammeFile::load(QString(), programme, first));
-    QVERIFY(programme == allNines(first));
+    Programme programme = allNines(hct7200);
+    QVERIFY(!ProgrammeFile::load(folder.filePath(u"no hay.hct"_s), programme, hct7200));
+    QVERIFY(!ProgrammeFile::load(folder.path(), programme, hct7200));
+    QVERIFY(!ProgrammeFile::load(QString(), programme, hct7200));
+    QVERIFY(programme == allNines(hct7200));
 }
 
 void TestProgrammeFile::endlessDeviceIsNotRead()
 {
-    Programme programme = allNines(first);
-    QVERIFY(!ProgrammeFile::load(u"/dev/zero"_s, programme, first));
-    QVERIFY(programme == allNines(first));
+    Programme programme = allNines(hct7200);
+    QVERIFY(!ProgrammeFile::load(u"/dev/zero"_s, programme, hct7200));
+    QVERIFY(programme == allNines(hct7200));
 }
 
 void TestProgrammeFile::terabyteDoesNotHang_data()
@@ -105,8 +105,8 @@ void TestProgrammeFile::terabyteDoesNotHang()
     writeFile(path, start);
     // The file is sparse; reading it to its end would take hours.
     QVERIFY(QFile::resize(path, 1'000'000'000'000));
-    Programme programme = allNines(first);
-    QVERIFY(ProgrammeFile::load(path, programme, first));
+    Programme programme = allNines(hct7200);
+    QVERIFY(ProgrammeFile::load(path, programme, hct7200));
     const int expected = start.size() > 1 ? 1 : 9;
     QCOMPARE(int{programme.table.vacations[7].EndMonth}, expected);
 }
@@ -117,9 +117,9 @@ void TestProgrammeFile::nothingPastTheBoundIsRead()
     const QByteArray header(1024 * 1024, '-');
     const QString path = writeFile(folder.filePath(u"grande.hct"_s),
                                    header + "\r\n" + QByteArray("1\r\n").repeated(362));
-    Programme programme = allNines(first);
-    QVERIFY(ProgrammeFile::load(path, programme, first));
-    QVERIFY(programme == allNines(first));
+    Programme programme = allNines(hct7200);
+    QVERIFY(ProgrammeFile::load(path, programme, hct7200));
+    QVERIFY(programme == allNines(hct7200));
 }
 
 QTEST_GUILESS_MAIN(TestProgrammeFile)

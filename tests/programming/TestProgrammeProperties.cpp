@@ -14,7 +14,7 @@ namespace {
 /// An alarm with only flags that a block of this mode can carry.
 rc::Gen<Alarm> carriedAlarm(ClockModel model, quint8 mode)
 {
-    const bool singleDays = model == ClockModel::HCT7200 || mode < 2;
+    const bool singleDays = model == ClockModel::Hct7200 || mode < 2;
     return rc::gen::exec([singleDays] {
         Alarm alarm;
         alarm.Hour = *rc::gen::inRange<quint8>(0, 24);
@@ -56,7 +56,7 @@ Programme anyValidProgramme()
         int time = *rc::gen::inRange(0, 40);
         std::vector<Alarm> alarms;
         for (int index = 0; index < AlarmBlock::alarmCount; ++index) {
-            Alarm alarm = *carriedAlarm(ClockModel::HCT7200, 0);
+            Alarm alarm = *carriedAlarm(ClockModel::Hct7200, 0);
             alarm.Hour = static_cast<quint8>(time / 60);
             alarm.Minute = static_cast<quint8>(time % 60);
             time += *rc::gen::inRange(1, 40);
@@ -82,7 +82,7 @@ std::vector<AlarmKey> activeAlarms(const AlarmBlock& block)
     return active;
 }
 
-ClockModel anyModel() { return *rc::gen::element(ClockModel::HCT7200, ClockModel::HCT7300); }
+ClockModel anyModel() { return *rc::gen::element(ClockModel::Hct7200, ClockModel::Hct7300); }
 
 } // namespace
 
@@ -123,7 +123,7 @@ void TestProgrammeProperties::carriedProgrammeSurvivesTheFile()
         const ClockModel model = anyModel();
         const Programme programme = anyCarriedProgramme(model);
         Programme loaded;
-        if (model == ClockModel::HCT7200)
+        if (model == ClockModel::Hct7200)
             for (std::size_t block = 0; block < loaded.blocks.size(); ++block) {
                 loaded.blocks[block].Duration = programme.blocks[block].Duration;
                 loaded.blocks[block].Mode = programme.blocks[block].Mode;
@@ -152,7 +152,7 @@ void TestProgrammeProperties::normalisingTwiceIsNormalisingOnce()
 {
     QVERIFY(rc::check([] {
         Programme programme = anyValidProgramme();
-        RC_ASSERT(!ProgrammeRules::firstViolation(programme, ClockModel::HCT7200));
+        RC_ASSERT(!ProgrammeRules::firstViolation(programme, ClockModel::Hct7200));
         ProgrammeRules::NormaliseProgramme(programme);
         const Programme once = programme;
         ProgrammeRules::NormaliseProgramme(programme);

@@ -8,8 +8,8 @@ using enum DayFlag;
 using ProgrammeRules::firstViolation;
 using ProgrammeRules::Violation;
 
-constexpr auto first = ClockModel::HCT7200;
-constexpr auto second = ClockModel::HCT7300;
+constexpr auto hct7200 = ClockModel::Hct7200;
+constexpr auto hct7300 = ClockModel::Hct7300;
 
 class TestProgrammeRules : public QObject {
     Q_OBJECT
@@ -40,7 +40,7 @@ void TestProgrammeRules::twoActiveAlarmsAtHalfPastSevenInBlockTwoClash()
     Programme programme;
     programme.blocks[1].Alarms[3] = samples::onWorkingDays(7, 30);
     programme.blocks[1].Alarms[30] = samples::onWorkingDays(7, 30);
-    for (const ClockModel model : {first, second}) {
+    for (const ClockModel model : {hct7200, hct7300}) {
         const auto violation = firstViolation(programme, model);
         QVERIFY(violation);
         QVERIFY(violation->kind == Violation::Kind::Clash);
@@ -56,7 +56,7 @@ void TestProgrammeRules::clashIsToldWithoutPadding()
     Programme programme;
     programme.blocks[0].Alarms[0] = samples::onWorkingDays(8, 5);
     programme.blocks[0].Alarms[1] = samples::onWorkingDays(8, 5);
-    QVERIFY(firstViolation(programme, first)->text.endsWith(u"para las 8:5 horas."));
+    QVERIFY(firstViolation(programme, hct7200)->text.endsWith(u"para las 8:5 horas."));
 }
 
 void TestProgrammeRules::disjointDaysStillClash()
@@ -64,11 +64,11 @@ void TestProgrammeRules::disjointDaysStillClash()
     Programme programme;
     programme.blocks[0].Alarms[0] = samples::alarm(10, 0, {Monday});
     programme.blocks[0].Alarms[31] = samples::alarm(10, 0, {Tuesday});
-    QVERIFY(firstViolation(programme, first));
+    QVERIFY(firstViolation(programme, hct7200));
     programme.blocks[0].Mode = 2;
     programme.blocks[0].Alarms[0] = samples::alarm(10, 0, {Saturday});
     programme.blocks[0].Alarms[31] = samples::alarm(10, 0, {OnVacation});
-    QVERIFY(firstViolation(programme, second)->kind == Violation::Kind::Clash);
+    QVERIFY(firstViolation(programme, hct7300)->kind == Violation::Kind::Clash);
 }
 
 void TestProgrammeRules::inactiveAlarmsNeverClash()
@@ -77,8 +77,8 @@ void TestProgrammeRules::inactiveAlarmsNeverClash()
     programme.blocks[0].Alarms[0] = samples::alarm(10, 0, {Monday});
     programme.blocks[0].Alarms[1] = samples::alarm(10, 0, {});
     programme.blocks[0].Alarms[2] = samples::alarm(10, 0, {});
-    QVERIFY(!firstViolation(programme, first));
-    QVERIFY(!firstViolation(programme, second));
+    QVERIFY(!firstViolation(programme, hct7200));
+    QVERIFY(!firstViolation(programme, hct7300));
 }
 
 void TestProgrammeRules::sameTimeInTwoBlocksIsNoClash()
@@ -86,7 +86,7 @@ void TestProgrammeRules::sameTimeInTwoBlocksIsNoClash()
     Programme programme;
     programme.blocks[0].Alarms[0] = samples::onWorkingDays(10, 0);
     programme.blocks[1].Alarms[0] = samples::onWorkingDays(10, 0);
-    QVERIFY(!firstViolation(programme, first));
+    QVERIFY(!firstViolation(programme, hct7200));
 }
 
 void TestProgrammeRules::firstPairOfTheFirstBlockIsTold()
@@ -98,7 +98,7 @@ void TestProgrammeRules::firstPairOfTheFirstBlockIsTold()
     programme.blocks[1].Alarms[2] = samples::onWorkingDays(3, 0);
     programme.blocks[1].Alarms[0] = samples::onWorkingDays(4, 10);
     programme.blocks[1].Alarms[31] = samples::onWorkingDays(4, 10);
-    const auto violation = firstViolation(programme, first);
+    const auto violation = firstViolation(programme, hct7200);
     QCOMPARE(violation->block, 1);
     QVERIFY(violation->text.endsWith(u"para las 4:10 horas."));
 }
@@ -109,7 +109,7 @@ void TestProgrammeRules::clashOfALaterBlockComesBeforeARestrictionOfAnEarlierOne
     programme.blocks[0].Alarms[0] = samples::alarm(9, 0, {Sunday});
     programme.blocks[2].Alarms[0] = samples::onWorkingDays(1, 0);
     programme.blocks[2].Alarms[1] = samples::onWorkingDays(1, 0);
-    const auto violation = firstViolation(programme, second);
+    const auto violation = firstViolation(programme, hct7300);
     QVERIFY(violation->kind == Violation::Kind::Clash);
     QCOMPARE(violation->block, 2);
 }
@@ -123,7 +123,7 @@ void TestProgrammeRules::specialDaysAreRefusedInModesZeroAndOne()
         alarm = samples::onWorkingDays(9, 0);
         for (unsigned flag = 0; flag < 4; ++flag)
             alarm.flags[5 + flag] = (combination & (1U << flag)) != 0;
-        QVERIFY(firstViolation(programme, second).has_value() == (combination != 0));
+        QVERIFY(firstViolation(programme, hct7300).has_value() == (combination != 0));
     }
 }
 
@@ -149,7 +149,7 @@ void TestProgrammeRules::singleWorkingDaysAreRefusedInModesTwoAndThree()
     alarm = samples::alarm(9, 0, {Sunday});
     for (unsigned day = 0; day < 5; ++day)
         alarm.flags[day] = (workingDays & (1U << day)) != 0;
-    const auto violation = firstViolation(programme, second);
+    const auto violation = firstViolation(programme, hct7300);
     QCOMPARE(violation.has_value(), refused);
     if (violation)
         QCOMPARE(violation->text,
@@ -164,7 +164,7 @@ void TestProgrammeRules::otherModesHaveNoRestriction()
         Programme programme;
         programme.blocks[0].Mode = static_cast<quint8>(mode);
         programme.blocks[0].Alarms[0] = samples::alarm(9, 0, {Monday, Sunday, OnHoliday});
-        QVERIFY(!firstViolation(programme, second));
+        QVERIFY(!firstViolation(programme, hct7300));
     }
 }
 
@@ -173,7 +173,7 @@ void TestProgrammeRules::firstModelHasNoRestriction()
     Programme programme;
     programme.blocks[0].Mode = 2;
     programme.blocks[0].Alarms[0] = samples::alarm(9, 0, {Monday});
-    QVERIFY(!firstViolation(programme, first));
+    QVERIFY(!firstViolation(programme, hct7200));
 }
 
 void TestProgrammeRules::restrictionNamesTheModeOfTheFirstBlockThatBreaksIt()
@@ -183,7 +183,7 @@ void TestProgrammeRules::restrictionNamesTheModeOfTheFirstBlockThatBreaksIt()
     programme.blocks[1].Alarms[7] = samples::alarm(9, 0, {OnVacation});
     programme.blocks[2].Mode = 3;
     programme.blocks[2].Alarms[0] = samples::alarm(9, 0, {Monday});
-    QCOMPARE(firstViolation(programme, second)->text,
+    QCOMPARE(firstViolation(programme, hct7300)->text,
              u"   No se ha podido realizar la configuración del equipo.\r\n"
              "     En el Modo de Avisos 1, no se puede programar:\r\n"
              "          Sabados, Domingos, Festivos ni Vacaciones."_s);

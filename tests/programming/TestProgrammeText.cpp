@@ -5,8 +5,8 @@
 
 using enum DayFlag;
 
-constexpr auto first = ClockModel::HCT7200;
-constexpr auto second = ClockModel::HCT7300;
+constexpr auto hct7200 = ClockModel::Hct7200;
+constexpr auto hct7300 = ClockModel::Hct7300;
 
 /// What the lines of a programme's file say.
 class TestProgrammeText : public QObject {
@@ -14,14 +14,14 @@ class TestProgrammeText : public QObject {
 private slots:
     void emptyProgrammeHas363Lines();
     void valuesAreWrittenInTheirOrderWithoutPadding();
-    void secondModelWritesTheMaskOfItsMode();
+    void hct7300WritesTheMaskOfItsMode();
     void maskOutOfItsRangeLoadsAsNoDays();
     void holidayOf31And13LoadsAsDay31Month0();
     void valueOutOfItsRangeBecomesZero_data();
     void valueOutOfItsRangeBecomesZero();
     void headersAreKnownByTheirPlace();
     void firstModelKeepsDurationAndModeOfTheClock();
-    void secondModelTakesDurationAndModeFromTheFile();
+    void hct7300TakesDurationAndModeFromTheFile();
     void durationAndModeThatAreNoByteLeaveTheBlocks_data();
     void durationAndModeThatAreNoByteLeaveTheBlocks();
     void maskIsReadByTheModeJustRead();
@@ -36,7 +36,7 @@ private slots:
 
 void TestProgrammeText::emptyProgrammeHas363Lines()
 {
-    const QByteArray text = ProgrammeFile::text(Programme(), first);
+    const QByteArray text = ProgrammeFile::text(Programme(), hct7200);
     QCOMPARE(text, ProgrammeLines().text());
     QCOMPARE(text.count("\r\n"), 363);
     QVERIFY(text.startsWith("--AVISOS 1--\r\n0\r\n0\r\n0\r\n"));
@@ -75,10 +75,10 @@ void TestProgrammeText::valuesAreWrittenInTheirOrderWithoutPadding()
     lines.vacation(7, 1) = "7";
     lines.vacation(7, 2) = "31";
     lines.vacation(7, 3) = "8";
-    QCOMPARE(ProgrammeFile::text(programme, first), lines.text());
+    QCOMPARE(ProgrammeFile::text(programme, hct7200), lines.text());
 }
 
-void TestProgrammeText::secondModelWritesTheMaskOfItsMode()
+void TestProgrammeText::hct7300WritesTheMaskOfItsMode()
 {
     Programme programme;
     programme.blocks[0].Mode = 1;
@@ -90,7 +90,7 @@ void TestProgrammeText::secondModelWritesTheMaskOfItsMode()
     lines.alarm(0, 0, 2) = "1";
     lines.block(1, 1) = "2";
     lines.alarm(1, 0, 2) = "9";
-    QCOMPARE(ProgrammeFile::text(programme, second), lines.text());
+    QCOMPARE(ProgrammeFile::text(programme, hct7300), lines.text());
 }
 
 void TestProgrammeText::maskOutOfItsRangeLoadsAsNoDays()
@@ -99,8 +99,8 @@ void TestProgrammeText::maskOutOfItsRangeLoadsAsNoDays()
         ProgrammeLines lines;
         lines.alarm(0, 4, 0) = "7";
         lines.alarm(0, 4, 2) = mask;
-        Programme programme = allNines(first);
-        ProgrammeFile::read(lines.text(), programme, first);
+        Programme programme = allNines(hct7200);
+        ProgrammeFile::read(lines.text(), programme, hct7200);
         QVERIFY(programme.blocks[0].Alarms[4] == samples::alarm(7, 0, {}));
         QVERIFY(!programme.blocks[0].Alarms[4].isActive());
     }
@@ -112,7 +112,7 @@ void TestProgrammeText::holidayOf31And13LoadsAsDay31Month0()
     lines.holiday(2, 0) = "31";
     lines.holiday(2, 1) = "13";
     Programme programme;
-    ProgrammeFile::read(lines.text(), programme, first);
+    ProgrammeFile::read(lines.text(), programme, hct7200);
     QVERIFY((programme.table.holidays[2] == Holiday{31, 0}));
 }
 
@@ -154,8 +154,8 @@ void TestProgrammeText::valueOutOfItsRangeBecomesZero()
     lines.holiday(3, 1) = line;
     for (int field = 0; field < 4; ++field)
         lines.vacation(5, field) = line;
-    Programme programme = allNines(first);
-    ProgrammeFile::read(lines.text(), programme, first);
+    Programme programme = allNines(hct7200);
+    ProgrammeFile::read(lines.text(), programme, hct7200);
     QTEST(int{programme.blocks[1].Alarms[2].Hour}, "hour");
     QTEST(int{programme.blocks[1].Alarms[2].Minute}, "minute");
     QTEST(int{programme.table.holidays[3].Day}, "day");
@@ -177,8 +177,8 @@ void TestProgrammeText::headersAreKnownByTheirPlace()
     lines.all[198] = "otra cosa";
     lines.all[297] = "--AVISOS 1--";
     lines.all[330] = QByteArray(5000, '\xff');
-    Programme programme = allNines(first);
-    ProgrammeFile::read(lines.text(), programme, first);
+    Programme programme = allNines(hct7200);
+    ProgrammeFile::read(lines.text(), programme, hct7200);
     QCOMPARE(programme.blocks[1].Alarms[0].Hour, quint8{7});
     QCOMPARE(programme.table.holidays[0].Day, quint8{6});
     QCOMPARE(programme.table.vacations[0].StartDay, quint8{5});
@@ -193,20 +193,20 @@ void TestProgrammeText::firstModelKeepsDurationAndModeOfTheClock()
     Programme programme;
     programme.blocks[0].Duration = 12;
     programme.blocks[0].Mode = 1;
-    ProgrammeFile::read(lines.text(), programme, first);
+    ProgrammeFile::read(lines.text(), programme, hct7200);
     QCOMPARE(programme.blocks[0].Duration, quint8{12});
     QCOMPARE(programme.blocks[0].Mode, quint8{1});
-    const QByteArray saved = ProgrammeFile::text(programme, first);
+    const QByteArray saved = ProgrammeFile::text(programme, hct7200);
     QVERIFY(saved.startsWith("--AVISOS 1--\r\n12\r\n1\r\n"));
 }
 
-void TestProgrammeText::secondModelTakesDurationAndModeFromTheFile()
+void TestProgrammeText::hct7300TakesDurationAndModeFromTheFile()
 {
     ProgrammeLines lines;
     lines.block(0, 0) = "255";
     lines.block(0, 1) = "3";
-    Programme programme = allNines(second);
-    ProgrammeFile::read(lines.text(), programme, second);
+    Programme programme = allNines(hct7300);
+    ProgrammeFile::read(lines.text(), programme, hct7300);
     QCOMPARE(programme.blocks[0].Duration, quint8{255});
     QCOMPARE(programme.blocks[0].Mode, quint8{3});
     QCOMPARE(programme.blocks[1].Duration, quint8{0});
@@ -233,8 +233,8 @@ void TestProgrammeText::durationAndModeThatAreNoByteLeaveTheBlocks()
     ProgrammeLines lines;
     lines.block(2, 0) = line;
     lines.block(2, 1) = line;
-    Programme programme = allNines(second);
-    ProgrammeFile::read(lines.text(), programme, second);
+    Programme programme = allNines(hct7300);
+    ProgrammeFile::read(lines.text(), programme, hct7300);
     QTEST(int{programme.blocks[2].Duration}, "duration");
     QTEST(int{programme.blocks[2].Mode}, "mode");
 }
@@ -247,8 +247,8 @@ void TestProgrammeText::maskIsReadByTheModeJustRead()
     lines.alarm(0, 1, 2) = "16";
     lines.block(1, 1) = "0";
     lines.alarm(1, 0, 2) = "5";
-    Programme programme = allNines(second);
-    ProgrammeFile::read(lines.text(), programme, second);
+    Programme programme = allNines(hct7300);
+    ProgrammeFile::read(lines.text(), programme, hct7300);
     // The bit of the working days is clear: Monday and Thursday stay.
     QVERIFY(programme.blocks[0].Alarms[0] ==
             samples::alarm(0, 0, {Monday, Thursday, Saturday, OnHoliday}));
@@ -309,11 +309,11 @@ void TestProgrammeText::lineEndsMakeNoDifference()
     ProgrammeLines lines;
     lines.alarm(1, 30, 0) = "22";
     lines.vacation(7, 3) = "12";
-    Programme expected = allNines(first);
-    ProgrammeFile::read(lines.text(), expected, first);
+    Programme expected = allNines(hct7200);
+    ProgrammeFile::read(lines.text(), expected, hct7200);
     QCOMPARE(expected.table.vacations[7].EndMonth, quint8{12});
-    Programme programme = allNines(first);
-    ProgrammeFile::read(lines.text("\n"), programme, first);
+    Programme programme = allNines(hct7200);
+    ProgrammeFile::read(lines.text("\n"), programme, hct7200);
     QVERIFY(programme == expected);
 }
 
@@ -324,8 +324,8 @@ void TestProgrammeText::missingLastLineEndMakesNoDifference()
     for (const QByteArray& end : {QByteArray("\r\n"), QByteArray("\n")}) {
         QByteArray text = lines.text(end);
         text.chop(end.size());
-        Programme programme = allNines(first);
-        ProgrammeFile::read(text, programme, first);
+        Programme programme = allNines(hct7200);
+        ProgrammeFile::read(text, programme, hct7200);
         QCOMPARE(programme.table.vacations[7].EndMonth, quint8{11});
     }
 }
@@ -342,7 +342,7 @@ void TestProgrammeText::fileShortByLinesKeepsWhatWasHeld()
     QFETCH(int, count);
     // Every line that is there says 1, every value held is 9; so the programme tells which came in.
     const QByteArray text = QByteArray("1\r\n").repeated(count);
-    for (const ClockModel model : {first, second}) {
+    for (const ClockModel model : {hct7200, hct7300}) {
         Programme programme = allNines(model);
         ProgrammeFile::read(text, programme, model);
         int line = 0;
@@ -350,7 +350,7 @@ void TestProgrammeText::fileShortByLinesKeepsWhatWasHeld()
         for (const AlarmBlock& block : programme.blocks) {
             ++line;
             const int duration = value(9);
-            QCOMPARE(int{block.Duration}, model == first ? 9 : duration);
+            QCOMPARE(int{block.Duration}, model == hct7200 ? 9 : duration);
             ++line;
             for (const Alarm& alarm : block.Alarms) {
                 QCOMPARE(int{alarm.Hour}, value(9));
@@ -380,8 +380,8 @@ void TestProgrammeText::binaryReadsAsZerosAndDoesNotFail()
     QByteArray binary;
     for (int line = 0; line < 400; ++line)
         binary += QByteArray::fromHex("ff00c328e2fe0d") + '\n';
-    Programme programme = allNines(first);
-    ProgrammeFile::read(binary, programme, first);
+    Programme programme = allNines(hct7200);
+    ProgrammeFile::read(binary, programme, hct7200);
     Programme expected;
     for (AlarmBlock& block : expected.blocks) {
         block.Duration = 9;

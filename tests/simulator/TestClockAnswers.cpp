@@ -136,9 +136,9 @@ void TestClockAnswers::alarmBlockIsStored_data()
     QTest::addColumn<int>("model");
     QTest::addColumn<QByteArray>("request");
     QTest::addColumn<QByteArray>("durationAndMode");
-    QTest::newRow("first model keeps duration and mode")
+    QTest::newRow("HCT-7200 keeps duration and mode")
         << 30 << blockBody("02", "02") << bytes("0501");
-    QTest::newRow("second model takes them") << 31 << blockBody("02", "020902") << bytes("0902");
+    QTest::newRow("HCT-7300 takes them") << 31 << blockBody("02", "020902") << bytes("0902");
     QTest::newRow("more announced than carry a day")
         << 31 << blockBody("02", "210902") << bytes("0902");
 }
@@ -164,9 +164,8 @@ void TestClockAnswers::malformedAlarmBlockIsRefused_data()
     QTest::addColumn<int>("model");
     QTest::addColumn<QByteArray>("request");
     QTest::addColumn<QByteArray>("answer");
-    QTest::newRow("second model's to the first")
-        << 30 << blockBody("01", "020902") << bytes("da01");
-    QTest::newRow("first model's to the second") << 31 << blockBody("01", "02") << bytes("da01");
+    QTest::newRow("HCT-7300's to the first") << 30 << blockBody("01", "020902") << bytes("da01");
+    QTest::newRow("HCT-7200's to the second") << 31 << blockBody("01", "02") << bytes("da01");
     QTest::newRow("block 0") << 30 << blockBody("00", "02") << bytes("da02");
     QTest::newRow("block 4") << 30 << blockBody("04", "02") << bytes("da02");
     QTest::newRow("count 0") << 30 << blockBody("01", "00") << bytes("da02");

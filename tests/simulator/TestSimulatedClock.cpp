@@ -26,8 +26,8 @@ private slots:
     void bellRingsForItsDuration();
     void intermittentBellSoundsEverySecondSecond();
     void bellRingsPastMidnightByTheDayItStarted();
-    void secondModelRingsOnItsSpecialDays_data();
-    void secondModelRingsOnItsSpecialDays();
+    void hct7300RingsOnItsSpecialDays_data();
+    void hct7300RingsOnItsSpecialDays();
     void manualOperationHoldsTheOutputs();
     void commandInAutomaticModeWaitsForManualOperation();
     void flagBitTwoTellsManualOperation();
@@ -135,7 +135,7 @@ void TestSimulatedClock::bellRingsPastMidnightByTheDayItStarted()
     QVERIFY(!programme.rings(0, moment("2026-11-20T00:00:59"), Model::Hct7200));
 }
 
-void TestSimulatedClock::secondModelRingsOnItsSpecialDays_data()
+void TestSimulatedClock::hct7300RingsOnItsSpecialDays_data()
 {
     QTest::addColumn<int>("dayBits");
     QTest::addColumn<QString>("day");
@@ -150,7 +150,7 @@ void TestSimulatedClock::secondModelRingsOnItsSpecialDays_data()
     QTest::newRow("Saturday's bell on vacation") << 0x10 << u"2026-12-26"_s << false;
 }
 
-void TestSimulatedClock::secondModelRingsOnItsSpecialDays()
+void TestSimulatedClock::hct7300RingsOnItsSpecialDays()
 {
     QFETCH(int, dayBits);
     QFETCH(QString, day);

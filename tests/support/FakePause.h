@@ -10,14 +10,14 @@ class FakePause final : public Pause {
 public:
     explicit FakePause(FakeClockOfDay& clock) : m_clock(clock) {}
 
-    void Wait(float milliseconds, bool letEventsRun) override
+    void Wait(Milliseconds time, bool letEventsRun) override
     {
-        waits.append({milliseconds, letEventsRun});
-        m_clock.advance(static_cast<double>(milliseconds));
+        waits.append({time, letEventsRun});
+        m_clock.advance(static_cast<double>(time.count()));
     }
 
     struct Entry {
-        float milliseconds;
+        Milliseconds time;
         bool letEventsRun;
         bool operator==(const Entry&) const = default;
     };

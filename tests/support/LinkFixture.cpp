@@ -2,6 +2,8 @@
 
 #include <QCoreApplication>
 
+using namespace std::chrono_literals;
+
 namespace {
 
 constexpr int mostTicksOfATimeOut = 100000;
@@ -15,7 +17,7 @@ quint8 byteAt(const QByteArray& bytes, qsizetype index)
 
 LinkFixture::LinkFixture()
 {
-    crono.setTimerInterval(1);
+    crono.setTimerInterval(1ms);
     link.ApplySettings();
 }
 

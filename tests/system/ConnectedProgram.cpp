@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 ConnectedProgram::ConnectedProgram(const QStringList& simulatorOptions)
     : clock(simulatorOptions),
       m_prepared(qputenv("HCT_COM1", clock.device().toLocal8Bit())),
-      program(system.outside(dialogs))
+      program(system.environment(), systemDesktop(dialogs))
 {
     program.start();
 }
@@ -37,11 +37,11 @@ QString ConnectedProgram::chooseAbsentPort()
 {
     // Windows knows ports by no other names.
     qputenv("HCT_COM16", "/dev/no-such-port");
-    CommSettings& settings = program.settings();
+    CommSettings& settings = program.session().settings();
     settings.directPort = u"15"_s;
     settings.modemPort = u"15"_s;
-    program.link().ApplySettings();
-    return program.link().directPort().deviceName();
+    program.session().link().ApplySettings();
+    return program.session().link().directPort().deviceName();
 }
 
 void ConnectedProgram::choose(const char* name)

@@ -4,7 +4,7 @@
 #include "Program.h"
 #include "SettingsOfItsOwn.h"
 #include "SimulatorProcess.h"
-#include "SystemOutside.h"
+#include "SystemEnvironment.h"
 #include "frmPrincipal.h"
 
 /// Milliseconds a test waits for what must come: only a fault takes them all.
@@ -26,7 +26,7 @@ private:
     bool m_prepared;
 
 public:
-    SystemOutside system;
+    SystemEnvironment system;
     Program program;
 
     /// Connects, as the operator does; whether the clock is there then.
@@ -39,7 +39,7 @@ public:
     QStringList logLines();
     /// How often the log tells `line`.
     qsizetype timesLogged(const QString& line) { return logLines().count(line); }
-    bool isEstablished() { return program.globais().LinkEstablished; }
+    bool isEstablished() { return program.session().globais().LinkEstablished; }
     /// The window of that class in the MDI area, when it is shown.
     QWidget* shownForm(const char* className);
     template<typename Form>

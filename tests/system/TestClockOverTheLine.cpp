@@ -1,6 +1,6 @@
 #include "ConnectedProgram.h"
 #include "TextoRestrinxido.h"
-#include "frmInfoHCT7200.h"
+#include "frmInfo.h"
 #include "frmSincronizacionReloxo.h"
 
 #include <QLabel>

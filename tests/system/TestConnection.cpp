@@ -65,7 +65,7 @@ void TestConnection::connectsAndShowsWhatTheClockTells()
     const QString before = run.text(window, "lblHora");
     QTRY_VERIFY_WITH_TIMEOUT(run.text(window, "lblHora") != before, patience);
     run.clock.command(u"outputs 5"_s);
-    QTRY_COMPARE_WITH_TIMEOUT(run.program.globais().GeneralData.at(2), char(5), patience);
+    QTRY_COMPARE_WITH_TIMEOUT(run.program.session().globais().GeneralData.at(2), char(5), patience);
 
     run.dialogs.confirmations = {true};
     run.choose("mnuDesconectar");
@@ -126,9 +126,9 @@ void TestConnection::desconectarWithARequestOutstandingAndConectarAgain()
     connectTo(run);
     // A late answer might still come to the identification that follows, and be a failure of that.
     run.clock.command(u"fault silent on general"_s);
-    QTRY_VERIFY_WITH_TIMEOUT(run.program.link().Ocupado(), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(run.program.session().link().Ocupado(), patience);
     run.choose("mnuDesconectar");
-    QVERIFY(!run.program.link().Ocupado());
+    QVERIFY(!run.program.session().link().Ocupado());
     QCOMPARE(run.panel(1), u"Desconectado"_s);
     connectTo(run);
     QCOMPARE(run.timesLogged(failure), 0);
@@ -140,15 +140,15 @@ void TestConnection::clockOfAnotherFamilyConnects()
     ConnectedProgram run({u"--type"_s, u"5"_s});
     connectTo(run);
     QCOMPARE(run.panel(2), u"Equipo: Desconocido"_s);
-    QCOMPARE(run.program.globais().GeneralData.size(), 5);
+    QCOMPARE(run.program.session().globais().GeneralData.size(), 5);
     for (const char* entry :
          {"mnuInformacion", "mnuTelemando", "mnuSincronizacionReloxo", "mnuFirmware"})
         run.choose(entry);
     QVERIFY(run.shownForm("frmInfoHCT7200"));
     QVERIFY(run.shownForm("frmTelemandoHCT7200"));
-    const QByteArray seen = run.program.globais().GeneralData;
-    QTRY_VERIFY_WITH_TIMEOUT(run.program.globais().GeneralData.constData() != seen.constData(),
-                             patience);
+    const QByteArray seen = run.program.session().globais().GeneralData;
+    QTRY_VERIFY_WITH_TIMEOUT(
+        run.program.session().globais().GeneralData.constData() != seen.constData(), patience);
     QVERIFY(run.isEstablished());
 }
 
@@ -169,7 +169,8 @@ void TestConnection::passingFaultsDisturbNothing()
     QTRY_VERIFY_WITH_TIMEOUT(run.clock.command(u"faults"_s).isEmpty(), patience);
     // A clock that has moved on has been asked again since.
     run.clock.command(u"inputs 8"_s);
-    QTRY_COMPARE_WITH_TIMEOUT(run.program.globais().GeneralData.at(218), char(8), patience);
+    QTRY_COMPARE_WITH_TIMEOUT(run.program.session().globais().GeneralData.at(218), char(8),
+                              patience);
     QVERIFY(run.isEstablished());
     QCOMPARE(run.timesLogged(u"Identificación aceptada"_s), 1);
 }
@@ -214,11 +215,11 @@ void TestConnection::closingWhileIdentifyingEndsAtOnce()
 {
     ConnectedProgram run({u"--fault"_s, u"silent always on identification"_s});
     run.choose("mnuConectar");
-    QTRY_VERIFY_WITH_TIMEOUT(run.program.link().Ocupado(), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(run.program.session().link().Ocupado(), patience);
     run.choose("mnuSair");
     QVERIFY(!run.program.mainWindow().isVisible());
-    QVERIFY(!run.program.link().Ocupado());
-    QVERIFY(!run.program.link().directPort().isOpen());
+    QVERIFY(!run.program.session().link().Ocupado());
+    QVERIFY(!run.program.session().link().directPort().isOpen());
 }
 
 void TestConnection::windowsThatPollTogetherAllGetTheirTurn()
@@ -228,7 +229,8 @@ void TestConnection::windowsThatPollTogetherAllGetTheirTurn()
     run.choose("mnuTelemando");
     run.choose("mnuInformacion");
     run.clock.command(u"inputs 0"_s);
-    QTRY_COMPARE_WITH_TIMEOUT(run.program.globais().GeneralData.at(218), char(0), patience);
+    QTRY_COMPARE_WITH_TIMEOUT(run.program.session().globais().GeneralData.at(218), char(0),
+                              patience);
     const QString before = run.text("frmInfoHCT7200", "lblHora");
     QTRY_VERIFY_WITH_TIMEOUT(run.text("frmInfoHCT7200", "lblHora") != before, patience);
     QVERIFY(run.shownForm("frmTelemandoHCT7200"));

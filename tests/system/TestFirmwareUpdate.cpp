@@ -72,8 +72,8 @@ Image imageOfLines(int lines)
 }
 
 /// The program connected, with the firmware window open.
-struct Session {
-    explicit Session(const QTemporaryDir& files, const QStringList& options = {})
+struct FirmwareDesk {
+    explicit FirmwareDesk(const QTemporaryDir& files, const QStringList& options = {})
         : folder(files), run(options)
     {
         run.choose("mnuConectar");
@@ -138,13 +138,13 @@ struct Session {
 
 void TestFirmwareUpdate::imageOf2000LinesArrivesByteForByteDespiteLosses()
 {
-    Session s(m_folder,
-              {u"--firmware-lose"_s, u"7"_s, u"--firmware-refuse"_s, u"100"_s, u"--fault"_s,
-               u"silent after 300 on firmware"_s, u"--fault"_s,
-               u"checksum times 5 after 700 on firmware"_s, u"--fault"_s,
-               u"station after 900 on firmware"_s, u"--fault"_s, u"echo after 1200 on firmware"_s,
-               u"--fault"_s, u"truncate 5 after 1500 on firmware"_s, u"--fault"_s,
-               u"lost after 2000 on firmware"_s});
+    FirmwareDesk s(m_folder, {u"--firmware-lose"_s, u"7"_s, u"--firmware-refuse"_s, u"100"_s,
+                              u"--fault"_s, u"silent after 300 on firmware"_s, u"--fault"_s,
+                              u"checksum times 5 after 700 on firmware"_s, u"--fault"_s,
+                              u"station after 900 on firmware"_s, u"--fault"_s,
+                              u"echo after 1200 on firmware"_s, u"--fault"_s,
+                              u"truncate 5 after 1500 on firmware"_s, u"--fault"_s,
+                              u"lost after 2000 on firmware"_s});
     QVERIFY(s.open());
     const Image image = imageOfLines(2000);
     s.read(image.text);
@@ -162,9 +162,9 @@ void TestFirmwareUpdate::imageOf2000LinesArrivesByteForByteDespiteLosses()
 
 void TestFirmwareUpdate::strayByteAfterEveryLineDisturbsNothing()
 {
-    Session s(m_folder, {u"--fault"_s, u"stray 0 times 200 on firmware"_s, u"--fault"_s,
-                         u"stray 1000 times 200 after 200 on firmware"_s, u"--fault"_s,
-                         u"stray 2000 times 200 after 400 on firmware"_s});
+    FirmwareDesk s(m_folder, {u"--fault"_s, u"stray 0 times 200 on firmware"_s, u"--fault"_s,
+                              u"stray 1000 times 200 after 200 on firmware"_s, u"--fault"_s,
+                              u"stray 2000 times 200 after 400 on firmware"_s});
     QVERIFY(s.open());
     const Image image = imageOfLines(600);
     s.read(image.text);
@@ -178,7 +178,7 @@ void TestFirmwareUpdate::strayByteAfterEveryLineDisturbsNothing()
 
 void TestFirmwareUpdate::linesOfAllLengthsArriveByteForByte()
 {
-    Session s(m_folder);
+    FirmwareDesk s(m_folder);
     QVERIFY(s.open());
     Image image;
     for (int length = 1; length <= 255; ++length) {
@@ -194,7 +194,7 @@ void TestFirmwareUpdate::linesOfAllLengthsArriveByteForByte()
 
 void TestFirmwareUpdate::refusedLineSixTimesEndsTheTransfer()
 {
-    Session s(m_folder, {u"--fault"_s, u"refuse 2 times 6 after 20 on firmware"_s});
+    FirmwareDesk s(m_folder, {u"--fault"_s, u"refuse 2 times 6 after 20 on firmware"_s});
     QVERIFY(s.open());
     const Image image = imageOfLines(60);
     s.read(image.text);
@@ -212,7 +212,7 @@ void TestFirmwareUpdate::refusedLineSixTimesEndsTheTransfer()
 
 void TestFirmwareUpdate::resetAfterTheLastLineSilencesTheClock()
 {
-    Session s(m_folder, {u"--programme"_s, u"school"_s});
+    FirmwareDesk s(m_folder, {u"--programme"_s, u"school"_s});
     QVERIFY(s.open());
     s.read(imageOfLines(30).text);
     QTest::keyClick(s.find<QCheckBox>("chkReset"), Qt::Key_Space);
@@ -228,7 +228,7 @@ void TestFirmwareUpdate::resetAfterTheLastLineSilencesTheClock()
 
 void TestFirmwareUpdate::disconnectionKeepsTheTransferUntilTheNextConnection()
 {
-    Session s(m_folder);
+    FirmwareDesk s(m_folder);
     QVERIFY(s.open());
     const Image image = imageOfLines(200);
     s.read(image.text);
@@ -236,8 +236,8 @@ void TestFirmwareUpdate::disconnectionKeepsTheTransferUntilTheNextConnection()
     QTRY_VERIFY_WITH_TIMEOUT(s.linesSent() >= 50, patience);
     s.run.choose("mnuDesconectar");
     // Nothing is sent without its ticks, nor through a closed port.
-    QVERIFY(!s.run.system.outside().tmrCrono.isEnabled());
-    QVERIFY(!s.run.program.link().directPort().isOpen());
+    QVERIFY(!s.run.system.environment().tmrCrono.isEnabled());
+    QVERIFY(!s.run.program.session().link().directPort().isOpen());
     QVERIFY(!s.find<QPushButton>("cmdAbrir")->isEnabled());
 
     s.run.choose("mnuConectar");
@@ -248,14 +248,14 @@ void TestFirmwareUpdate::disconnectionKeepsTheTransferUntilTheNextConnection()
 
 void TestFirmwareUpdate::closingTheApplicationWhileSendingAsksFirst()
 {
-    Session s(m_folder);
+    FirmwareDesk s(m_folder);
     QVERIFY(s.open());
     const Image image = imageOfLines(200);
     s.read(image.text);
     s.click("cmdEnviar");
     QTRY_VERIFY_WITH_TIMEOUT(s.linesSent() >= 20, patience);
     s.run.dialogs.confirmations = {false};
-    s.run.dialogs.whileUp = [&s] { QVERIFY(s.run.program.globais().LinkEstablished); };
+    s.run.dialogs.whileUp = [&s] { QVERIFY(s.run.program.session().globais().LinkEstablished); };
     s.run.program.mainWindow().close();
     QCOMPARE(s.run.dialogs.boxes.size(), 1);
     QCOMPARE(s.run.dialogs.boxes[0].text, u"¿El firmware se está actualizando en este momento.\r\n"
@@ -271,12 +271,12 @@ void TestFirmwareUpdate::closingTheApplicationWhileSendingAsksFirst()
     s.run.program.mainWindow().close();
     QCOMPARE(s.run.dialogs.boxes.size(), 2);
     QVERIFY(!s.run.program.mainWindow().isVisible());
-    QVERIFY(s.run.program.globais().ShuttingDown);
+    QVERIFY(s.run.program.session().globais().ShuttingDown);
 }
 
 void TestFirmwareUpdate::programThatMustEndDoesNotAsk()
 {
-    Session s(m_folder);
+    FirmwareDesk s(m_folder);
     QVERIFY(s.open());
     s.read(imageOfLines(200).text);
     s.click("cmdEnviar");
@@ -285,7 +285,7 @@ void TestFirmwareUpdate::programThatMustEndDoesNotAsk()
     s.run.program.mainWindow().unload();
     QVERIFY(s.run.dialogs.boxes.isEmpty());
     QVERIFY(!s.run.program.mainWindow().isVisible());
-    QVERIFY(!s.run.program.link().Ocupado());
+    QVERIFY(!s.run.program.session().link().Ocupado());
 }
 
 void TestFirmwareUpdate::programThatMustEndUnderTheQuestionEnds_data()
@@ -302,7 +302,7 @@ void TestFirmwareUpdate::programThatMustEndUnderTheQuestionEnds()
 {
     QFETCH(bool, ofTheProgram);
     QFETCH(bool, answer);
-    Session s(m_folder);
+    FirmwareDesk s(m_folder);
     QVERIFY(s.open());
     s.read(imageOfLines(200).text);
     s.click("cmdEnviar");
@@ -320,13 +320,13 @@ void TestFirmwareUpdate::programThatMustEndUnderTheQuestionEnds()
                                   Qt::QueuedConnection);
     QTRY_COMPARE_WITH_TIMEOUT(s.run.dialogs.boxes.size(), 1, patience);
     QVERIFY(!s.run.program.mainWindow().isVisible());
-    QVERIFY(s.run.program.globais().ShuttingDown);
-    QVERIFY(!s.run.program.link().Ocupado());
+    QVERIFY(s.run.program.session().globais().ShuttingDown);
+    QVERIFY(!s.run.program.session().link().Ocupado());
 }
 
 void TestFirmwareUpdate::operatorInterruptsTheTransfer()
 {
-    Session s(m_folder);
+    FirmwareDesk s(m_folder);
     QVERIFY(s.open());
     s.read(imageOfLines(200).text);
     s.click("cmdEnviar");
@@ -334,7 +334,7 @@ void TestFirmwareUpdate::operatorInterruptsTheTransfer()
     s.run.dialogs.confirmations = {true};
     s.click("cmdCancelar");
     QVERIFY(!s.run.shownForm(form));
-    QTRY_VERIFY_WITH_TIMEOUT(!s.run.program.link().Ocupado(), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(!s.run.program.session().link().Ocupado(), patience);
     const QString lines = s.run.clock.state(u"firmware.lines"_s);
     // Several requests later.
     const int answered = s.run.clock.state(u"answered"_s).toInt();

@@ -87,7 +87,7 @@ struct ModemProgram : ConnectedProgram {
             QMetaObject::invokeMethod(context, act, Qt::QueuedConnection);
         });
     }
-    const SerialPort& modemPort() { return program.link().modemPort(); }
+    const SerialPort& modemPort() { return program.session().link().modemPort(); }
     QString modemState() { return clock.command(u"modem state"_s).value(0); }
 };
 
@@ -145,7 +145,8 @@ void TestModemCall::dialsShowsTheClockAndHangsUp()
     run.choose("mnuInformacion");
     QTRY_COMPARE_WITH_TIMEOUT(run.text("frmInfoHCT7200", "lblHora"), u"8:59:00 "_s, patience);
     run.clock.command(u"inputs 5"_s);
-    QTRY_COMPARE_WITH_TIMEOUT(run.program.globais().GeneralData.at(218), char(5), patience);
+    QTRY_COMPARE_WITH_TIMEOUT(run.program.session().globais().GeneralData.at(218), char(5),
+                              patience);
 
     run.choose("mnuDesconectar");
     QVERIFY(!run.modemPort().isOpen());
@@ -171,7 +172,7 @@ void TestModemCall::busyLineShowsBothBoxesAndAnotherTryConnects()
     QCOMPARE(run.timesLogged(u"Estableciendo conexión..."_s), 1);
 
     // The identification goes out though nobody was reached; it must not spoil the next try.
-    QTRY_VERIFY_WITH_TIMEOUT(run.program.link().Ocupado(), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(run.program.session().link().Ocupado(), patience);
     run.clock.command(u"modem dial connect 9600"_s);
     run.dialogs.texts = {number};
     run.choose("mnuConectar");
@@ -247,13 +248,13 @@ void TestModemCall::secondConectarWhileDiallingStartsNoOther()
         QCOMPARE(run.timesLogged(u"Estableciendo conexión..."_s), 0);
     };
     run.dialogs.whileUp = [&] {
-        QVERIFY(run.program.link().isStarting());
+        QVERIFY(run.program.session().link().isStarting());
         again();
     };
     run.whenShown(u"ATD"_s, [&] {
-        QCOMPARE(run.program.link().state(), LinkState::Dialling);
+        QCOMPARE(run.program.session().link().state(), LinkState::Dialling);
         again();
-        QCOMPARE(run.program.link().state(), LinkState::Dialling);
+        QCOMPARE(run.program.session().link().state(), LinkState::Dialling);
     });
     run.choose("mnuConectar");
     QCOMPARE(tries, 2);
@@ -267,15 +268,15 @@ void TestModemCall::programClosedWhileDiallingHangsUp()
 {
     ModemProgram run({u"--dial-delay"_s, u"60000"_s});
     run.whenShown(u"ATD"_s, [&] {
-        QCOMPARE(run.program.link().state(), LinkState::Dialling);
+        QCOMPARE(run.program.session().link().state(), LinkState::Dialling);
         QTRY_COMPARE_WITH_TIMEOUT(run.modemState(), u"modem=dialling"_s, patience);
         run.choose("mnuSair");
     });
     run.choose("mnuConectar");
     QVERIFY(!run.program.mainWindow().isVisible());
-    QVERIFY(!run.program.link().isStarting());
+    QVERIFY(!run.program.session().link().isStarting());
     QVERIFY(!run.modemPort().isOpen());
-    QVERIFY(run.program.globais().ShuttingDown);
+    QVERIFY(run.program.session().globais().ShuttingDown);
     QVERIFY(run.dialogs.boxes.isEmpty());
     QCOMPARE(run.timesLogged(u"Estableciendo conexión..."_s), 0);
     QTRY_COMPARE_WITH_TIMEOUT(run.modemState(), u"modem=command"_s, patience);
@@ -422,8 +423,8 @@ void TestModemCall::cancelInMidCommandClosesThePorts()
     QVERIFY(!run.find<QPushButton>("cmdCambiar").isEnabled());
     run.closeSettings("cmdCancelar");
     QVERIFY(!run.modemPort().isOpen());
-    QVERIFY(!run.program.link().directPort().isOpen());
-    QCOMPARE(run.program.link().state(), LinkState::Idle);
+    QVERIFY(!run.program.session().link().directPort().isOpen());
+    QCOMPARE(run.program.session().link().state(), LinkState::Idle);
 
     run.clock.command(u"modem silent off"_s);
     run.choose("mnuConectar");

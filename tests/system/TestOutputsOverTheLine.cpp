@@ -2,10 +2,8 @@
 #include "CoverLabel.h"
 #include "RoundLamp.h"
 #include "Switch.h"
-#include "frmInfoHCT7200.h"
-#include "frmInfoHCT7300.h"
-#include "frmTelemandoHCT7200.h"
-#include "frmTelemandoHCT7300.h"
+#include "frmInfo.h"
+#include "frmTelemando.h"
 
 #include <QCheckBox>
 #include <QTest>
@@ -164,7 +162,8 @@ void TestOutputsOverTheLine::disconnectingAsksBecauseOfTheManualMode()
     Remote remote;
     QVERIFY(remote.open());
     remote.chkAutomatico()->click();
-    QTRY_VERIFY_WITH_TIMEOUT((remote.program.globais().GeneralData.at(219) & 4) != 0, patience);
+    QTRY_VERIFY_WITH_TIMEOUT((remote.program.session().globais().GeneralData.at(219) & 4) != 0,
+                             patience);
     remote.choose("mnuDesconectar");
     QCOMPARE(remote.dialogs.boxes.size(), 1);
     QVERIFY(remote.form());

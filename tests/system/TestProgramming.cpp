@@ -36,8 +36,11 @@ QString alarms(const QByteArray& hexadecimal)
 }
 
 /// The program connected, with the programming window open and the clock's holidays read.
-struct Session {
-    explicit Session(const QStringList& options) : run(options) { run.choose("mnuConectar"); }
+struct ProgrammingDesk {
+    explicit ProgrammingDesk(const QStringList& options) : run(options)
+    {
+        run.choose("mnuConectar");
+    }
 
     bool open()
     {
@@ -106,7 +109,7 @@ class TestProgramming : public QObject {
     Q_OBJECT
 private slots:
     void firstModelIsEditedSavedClearedLoadedAndSent();
-    void secondModelIsEditedSavedClearedLoadedAndSent();
+    void hct7300IsEditedSavedClearedLoadedAndSent();
     void faultsOnTheWayChangeNothingOfTheOutcome();
     void elevenRefusedBlocksLeaveTheFirstWritten();
     void cancelWhileSendingKeepsTheConnection();
@@ -117,7 +120,7 @@ void TestProgramming::firstModelIsEditedSavedClearedLoadedAndSent()
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"colegio.hct"_s);
-    Session s({u"--programme"_s, u"school"_s});
+    ProgrammingDesk s({u"--programme"_s, u"school"_s});
     QVERIFY(s.open());
     QCOMPARE(s.form->windowTitle(), u"Configuración del  HCT-7200"_s);
     s.type("txtHora(0)", {"9", "5"});
@@ -160,7 +163,7 @@ void TestProgramming::firstModelIsEditedSavedClearedLoadedAndSent()
     QCOMPARE(clock.state(u"block2.count"_s), u"5"_s);
     QCOMPARE(clock.state(u"block3.alarms"_s), alarms("f200f49e"));
     QCOMPARE(clock.state(u"block3.count"_s), u"3"_s);
-    // The first model's durations and modes are the clock's own affair.
+    // The HCT-7200's durations and modes are the clock's own affair.
     QCOMPARE(clock.state(u"block1.duration"_s), u"8"_s);
     QCOMPARE(clock.state(u"block2.mode"_s), u"1"_s);
     QCOMPARE(clock.state(u"holidays"_s),
@@ -173,11 +176,11 @@ void TestProgramming::firstModelIsEditedSavedClearedLoadedAndSent()
     QVERIFY(s.run.dialogs.boxes.isEmpty());
 }
 
-void TestProgramming::secondModelIsEditedSavedClearedLoadedAndSent()
+void TestProgramming::hct7300IsEditedSavedClearedLoadedAndSent()
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"fábrica.hct"_s);
-    Session s({u"--model"_s, u"7300"_s, u"--programme"_s, u"school"_s});
+    ProgrammingDesk s({u"--model"_s, u"7300"_s, u"--programme"_s, u"school"_s});
     QVERIFY(s.open());
     QCOMPARE(s.form->windowTitle(), u"Configuración del  HCT-7300"_s);
     s.clickTab(2);
@@ -225,8 +228,9 @@ void TestProgramming::secondModelIsEditedSavedClearedLoadedAndSent()
 
 void TestProgramming::faultsOnTheWayChangeNothingOfTheOutcome()
 {
-    Session s({u"--programme"_s, u"school"_s, u"--fault"_s, u"refuse after 1 on block"_s,
-               u"--fault"_s, u"checksum after 2 on block"_s, u"--fault"_s, u"silent on block"_s});
+    ProgrammingDesk s({u"--programme"_s, u"school"_s, u"--fault"_s, u"refuse after 1 on block"_s,
+                       u"--fault"_s, u"checksum after 2 on block"_s, u"--fault"_s,
+                       u"silent on block"_s});
     QVERIFY(s.open());
     s.type("txtHora(0)", {"8", "59"});
     s.click("cmdEnviar");
@@ -247,7 +251,8 @@ void TestProgramming::faultsOnTheWayChangeNothingOfTheOutcome()
 
 void TestProgramming::elevenRefusedBlocksLeaveTheFirstWritten()
 {
-    Session s({u"--programme"_s, u"school"_s, u"--fault"_s, u"refuse times 11 after 1 on block"_s});
+    ProgrammingDesk s(
+        {u"--programme"_s, u"school"_s, u"--fault"_s, u"refuse times 11 after 1 on block"_s});
     QVERIFY(s.open());
     s.type("txtHora(0)", {"8", "59"});
     s.clickTab(1);
@@ -269,10 +274,10 @@ void TestProgramming::elevenRefusedBlocksLeaveTheFirstWritten()
 
 void TestProgramming::cancelWhileSendingKeepsTheConnection()
 {
-    Session s({u"--programme"_s, u"school"_s, u"--fault"_s, u"silent always on block"_s});
+    ProgrammingDesk s({u"--programme"_s, u"school"_s, u"--fault"_s, u"silent always on block"_s});
     QVERIFY(s.open());
     s.click("cmdEnviar");
-    QTRY_VERIFY_WITH_TIMEOUT(s.run.program.link().Ocupado(), patience);
+    QTRY_VERIFY_WITH_TIMEOUT(s.run.program.session().link().Ocupado(), patience);
     s.click("cmdCancelar");
     QVERIFY(s.isClosed());
     QVERIFY(s.run.isEstablished());
@@ -286,7 +291,7 @@ void TestProgramming::lineLostWhileSendingLeavesWhatWasEntered()
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"colegio.hct"_s);
-    Session s({u"--programme"_s, u"school"_s, u"--fault"_s, u"vanish 600000 on block"_s});
+    ProgrammingDesk s({u"--programme"_s, u"school"_s, u"--fault"_s, u"vanish 600000 on block"_s});
     QVERIFY(s.open());
     s.type("txtHora(0)", {"8", "59"});
     s.click("cmdEnviar");

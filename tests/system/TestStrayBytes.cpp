@@ -32,14 +32,15 @@ void TestStrayBytes::pollingGoesOnUnderStrayBytes()
     QEventLoop loop;
     QTimer look;
     connect(&look, &QTimer::timeout, &loop, [&run, &loop] {
-        if (run.clock.command(u"faults"_s).isEmpty() || !run.program.link().directPort().isOpen())
+        if (run.clock.command(u"faults"_s).isEmpty() ||
+            !run.program.session().link().directPort().isOpen())
             loop.quit();
     });
     look.start(100);
     QTimer::singleShot(patience, &loop, &QEventLoop::quit);
     run.choose("mnuConectar");
     loop.exec();
-    QVERIFY(run.program.link().directPort().isOpen());
+    QVERIFY(run.program.session().link().directPort().isOpen());
     QCOMPARE(run.clock.command(u"faults"_s), QStringList());
     QCOMPARE(run.timesLogged(u"Fallo en identificación del equipo"_s), 0);
     QVERIFY(run.isEstablished());

@@ -5,8 +5,10 @@
 #include "ApplicationEnd.h"
 #include "ConnectionWorkflow.h"
 #include "MessageLink.h"
+#include "Program.h"
 #include "SerialPort.h"
-#include "SystemOutside.h"
+#include "SystemEnvironment.h"
+#include "WidgetDialogs.h"
 #include "frmPrincipal.h"
 
 #include <QAction>
@@ -45,9 +47,12 @@ private:
     void look();
     void choose(const char* entry);
     void type(const QString& text);
-    bool isEstablished() { return m_program.globais().LinkEstablished; }
-    bool isLink(LinkState state) { return m_program.link().state() == state; }
-    bool isWorkflow(ConnectionState state) { return m_program.workflow().state() == state; }
+    bool isEstablished() { return m_program.session().globais().LinkEstablished; }
+    bool isLink(LinkState state) { return m_program.session().link().state() == state; }
+    bool isWorkflow(ConnectionState state)
+    {
+        return m_program.session().workflow().state() == state;
+    }
 
     Program& m_program;
     QMap<QString, Step> m_states;
@@ -81,29 +86,32 @@ void Walk::describeSteps()
         {u"idle"_s, {nothing, [] { return true; }}},
         {u"no-port"_s,
          {[this] {
-              m_program.settings().directPort = u"15"_s;
-              m_program.link().ApplySettings();
+              m_program.session().settings().directPort = u"15"_s;
+              m_program.session().link().ApplySettings();
               choose("mnuConectar");
           },
-          [this] { return m_program.workflow().FailedAttempts() > 0; }}},
-        {u"identifying"_s, {connectDirect, [this] { return m_program.link().Ocupado(); }}},
+          [this] { return m_program.session().workflow().FailedAttempts() > 0; }}},
+        {u"identifying"_s,
+         {connectDirect, [this] { return m_program.session().link().Ocupado(); }}},
         {u"half-answer"_s, {connectDirect, [this] { return isLink(LinkState::Body); }}},
         {u"connected"_s, {connectDirect, [this] { return isEstablished(); }}},
         {u"asking"_s,
-         {connectDirect, [this] { return isEstablished() && m_program.link().Ocupado(); }}},
+         {connectDirect,
+          [this] { return isEstablished() && m_program.session().link().Ocupado(); }}},
         {u"identifying-again"_s,
          {connectDirect,
           [this] { return isEstablished() && isWorkflow(ConnectionState::Identifying); }}},
         {u"line-lost"_s,
          {connectDirect,
-          [this] { return isEstablished() && !m_program.link().directPort().isOpen(); }}},
+          [this] { return isEstablished() && !m_program.session().link().directPort().isOpen(); }}},
         {u"ended"_s,
          {[this] {
               choose("mnuConectar");
-              QObject::connect(&m_program.workflow(), &ConnectionWorkflow::clockCommandsUnlocked,
-                               &m_program.mainWindow(), [this] { choose("mnuDesconectar"); });
+              QObject::connect(&m_program.session().workflow(),
+                               &ConnectionWorkflow::clockCommandsUnlocked, &m_program.mainWindow(),
+                               [this] { choose("mnuDesconectar"); });
           },
-          [this] { return m_program.globais().DeviceType != 0 && !isEstablished(); }}},
+          [this] { return m_program.session().globais().DeviceType != 0 && !isEstablished(); }}},
     };
     describeModemSteps();
     describeWindows();
@@ -227,15 +235,16 @@ int main(int argc, char* argv[])
 {
     QApplication application(argc, argv);
     const QStringList arguments = QCoreApplication::arguments();
-    SystemOutside system;
-    const Outside outside = system.outside();
-    Program program(outside);
+    SystemEnvironment system;
+    const Environment environment = system.environment();
+    WidgetDialogs dialogs;
+    Program program(environment, systemDesktop(dialogs));
     const ApplicationEnd end(application, program.mainWindow());
     program.start();
     Walk walk(program);
     if (!walk.begin(arguments.value(1), arguments.value(2), arguments.value(3)))
         return 2;
     const int code = QCoreApplication::exec();
-    const bool leftOpen = outside.commSerie.isOpen() || outside.commModem.isOpen();
+    const bool leftOpen = environment.commSerie.isOpen() || environment.commModem.isOpen();
     return leftOpen ? 3 : code;
 }

@@ -60,7 +60,7 @@ private:
 void TestWindowsProgram::settingsLandInTheRegistryAsTexts()
 {
     ConnectedProgram run;
-    QCOMPARE(run.program.settings().directSpeed, u"9600"_s);
+    QCOMPARE(run.program.session().settings().directSpeed, u"9600"_s);
     auto& form = run.program.communications();
     form.open();
     form.findChild<QLineEdit*>(u"txtInicializacion"_s)->setText(u"AT&F"_s);
@@ -158,7 +158,7 @@ void TestWindowsProgram::modemDialsAndHangsUpByDtr()
     run.dialogs.confirmations = {true};
     run.choose("mnuDesconectar");
     QVERIFY(!run.isEstablished());
-    QVERIFY(!run.program.link().directPort().isOpen());
+    QVERIFY(!run.program.session().link().directPort().isOpen());
     QTRY_VERIFY_WITH_TIMEOUT(!run.clock.command(u"modem state"_s).contains(u"modem=call"_s),
                              patience);
     if (log.isEmpty())

@@ -1,6 +1,7 @@
 #include "Dialogs.h"
+#include "Program.h"
 #include "Spanish.h"
-#include "SystemOutside.h"
+#include "SystemEnvironment.h"
 #include "Tour.h"
 #include "frmPrincipal.h"
 
@@ -92,9 +93,9 @@ int main(int argc, char* argv[])
     QTranslator toolkit;
     speakSpanish(toolkit);
 
-    SystemOutside system;
+    SystemEnvironment system;
     TourDialogs dialogs;
-    Program program(system.outside(dialogs));
+    Program program(system.environment(), systemDesktop(dialogs));
     program.start();
     int result = 1;
     QTimer::singleShot(0, &program.mainWindow(), [&] {

@@ -1,0 +1,133 @@
+#include "frmPortoSerie.h"
+
+#include "CommSettings.h"
+#include "Dialogs.h"
+#include "MessageLink.h"
+#include "MiniTerminal.h"
+#include "ModemControl.h"
+#include "ModemPage.h"
+#include "PortsPage.h"
+#include "WidgetDescription.h"
+
+#include <QDialogButtonBox>
+#include <QPointer>
+#include <QPushButton>
+#include <QShortcut>
+#include <QShowEvent>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+using namespace Qt::StringLiterals;
+
+frmPortoSerie::frmPortoSerie(MessageLink& link, ModemControl& modem, CommSettings& settings,
+                             Registry& registry, const PortNames& names, Dialogs& dialogs,
+                             QWidget* parent)
+    : QDialog(parent),
+      m_link(link),
+      m_modem(modem),
+      m_settings(settings),
+      m_registry(registry),
+      m_names(names),
+      m_dialogs(dialogs),
+      txtRexistro(new MiniTerminal(this))
+{
+    setObjectName(u"frmPortoSerie"_s);
+    setWindowTitle(u"Configuración de Comunicaciones"_s);
+    describe(*txtRexistro, u"txtRexistro"_s, u"Mini Terminal"_s);
+    connect(&modem, &ModemControl::terminalWritten, txtRexistro, &MiniTerminal::AppendToTerminal);
+    connect(&modem, &ModemControl::controlsEnabled, this, &frmPortoSerie::EnableModemControls);
+}
+
+void frmPortoSerie::makeControls()
+{
+    tabOpcions = new QTabWidget(this);
+    m_portsPage = new PortsPage(m_link, m_names);
+    m_modemPage = new ModemPage(m_modem, *txtRexistro);
+    cmdCambiar = new QPushButton(u"&Aceptar"_s, this);
+    cmdCancelar = new QPushButton(u"&Cancelar"_s, this);
+    tabOpcions->setObjectName(u"tabOpcions"_s);
+    tabOpcions->addTab(m_portsPage, u"P&uertos de comunicación"_s);
+    m_modemPage->shareAccessKey(*tabOpcions->tabBar());
+    // Two access keys: the toolkit serves the first, the shortcut below the second.
+    tabOpcions->addTab(m_modemPage, u"&Operación de &módem"_s);
+    connect(new QShortcut(QKeySequence(Qt::ALT | Qt::Key_M), this), &QShortcut::activated, this,
+            [this] { tabOpcions->setCurrentWidget(m_modemPage); });
+
+    describe(*cmdCambiar, u"cmdCambiar"_s, u"Aceptar"_s,
+             u"Fija los valores de comunicaciones y cierra la ventana"_s);
+    describe(*cmdCancelar, u"cmdCancelar"_s, u"Cancelar"_s,
+             u"Cierra la ventana ignorando los cambios realizados"_s);
+    auto* buttons = new QDialogButtonBox(this);
+    buttons->addButton(cmdCambiar, QDialogButtonBox::AcceptRole);
+    buttons->addButton(cmdCancelar, QDialogButtonBox::RejectRole);
+    cmdCambiar->setDefault(true);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(tabOpcions, 1);
+    layout->addWidget(buttons);
+
+    connect(buttons, &QDialogButtonBox::accepted, this, &frmPortoSerie::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &frmPortoSerie::reject);
+    connect(m_portsPage, &PortsPage::modemLineChosen, this, &frmPortoSerie::applyModemLine);
+    // A port that has just been opened, or could not be, has something new to tell. A dialog that
+    // is not up finds out when it opens: asking the system what ports it has takes milliseconds.
+    connect(&m_link, &MessageLink::VisualizaPorto, m_portsPage, [this] {
+        if (isVisible())
+            m_portsPage->showDevices();
+    });
+    EnableModemControls(m_isModemFree);
+}
+
+void frmPortoSerie::accept()
+{
+    m_portsPage->storeInto(m_settings);
+    m_link.ApplySettings();
+    const QPointer<frmPortoSerie> self(this);
+    if (!m_settings.SaveSettings(m_registry))
+        m_dialogs.tell(Dialogs::Icon::Critical, u"Error"_s,
+                       u"No se ha podido guardar la configuración"_s);
+    if (self)
+        QDialog::accept();
+}
+
+void frmPortoSerie::reject()
+{
+    m_link.RemataConexion();
+    m_link.restoreConnectionType();
+    m_settings.LoadSettings(m_registry);
+    m_link.ApplySettings();
+    EnableModemControls(true);
+    QDialog::reject();
+}
+
+void frmPortoSerie::setVisible(bool visible)
+{
+    // Not before: the program's start would wait for controls that are seldom used.
+    if (visible && !tabOpcions)
+        makeControls();
+    QDialog::setVisible(visible);
+}
+
+void frmPortoSerie::showEvent(QShowEvent* event)
+{
+    if (!event->spontaneous())
+        ShowSettings();
+    QDialog::showEvent(event);
+}
+
+void frmPortoSerie::ShowSettings() { m_portsPage->showSettings(m_settings); }
+
+void frmPortoSerie::applyModemLine()
+{
+    m_portsPage->storeModemLineInto(m_settings);
+    m_link.ApplySettings();
+}
+
+void frmPortoSerie::EnableModemControls(bool enabled)
+{
+    m_isModemFree = enabled;
+    if (!tabOpcions)
+        return;
+    m_modemPage->EnableModemControls(enabled);
+    cmdCambiar->setEnabled(enabled);
+}

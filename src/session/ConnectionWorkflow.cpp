@@ -1,0 +1,214 @@
+#include "ConnectionWorkflow.h"
+
+#include "Answer.h"
+#include "LinkState.h"
+#include "MessageCodes.h"
+#include "MessageLink.h"
+#include "StatusBlock.h"
+#include "StatusLog.h"
+#include "modGlobais.h"
+
+#include <QPointer>
+
+#include <functional>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// In ticks of the timer service.
+constexpr qint16 period = 10;
+constexpr qint16 mostFailures = 4;
+
+/// Of the identification answer.
+constexpr quint8 accepted = 0;
+constexpr quint8 closed = 1;
+
+/// General data up to the refusal, which a clock of any family sends.
+constexpr qsizetype shortestGeneralData = 5;
+
+} // namespace
+
+ConnectionWorkflow::ConnectionWorkflow(frmCrono& crono, MessageLink& link, modGlobais& globais,
+                                       StatusLog& log)
+    : m_crono(crono), m_link(link), m_globais(globais), m_log(log)
+{}
+
+void ConnectionWorkflow::load()
+{
+    m_state = ConnectionState::Disconnected;
+    ConnectionEnded();
+    m_registration.emplace(m_crono, *this, period);
+}
+
+void ConnectionWorkflow::Conectar(bool throughModem)
+{
+    if (m_link.isStarting() || m_globais.ShuttingDown)
+        return;
+    // Dialling lets events run, and nothing may be sent into that dialogue.
+    m_crono.setTimerEnabled(false);
+    const QPointer<ConnectionWorkflow> self(this);
+    m_link.ArrancaConexion(throughModem);
+    if (!self || m_globais.ShuttingDown)
+        return;
+    m_state = ConnectionState::Identifying;
+    m_failedAttempts = 0;
+    m_established = false;
+    m_registration->ActivaCliente();
+    m_crono.setTimerEnabled(true);
+    m_log.Rexistra(u"Estableciendo conexión..."_s, false);
+}
+
+void ConnectionWorkflow::Desconectar()
+{
+    if (m_state != ConnectionState::Disconnected)
+        end(u"Interrumpiendo conexión"_s);
+}
+
+bool ConnectionWorkflow::exitNeedsConsent() const
+{
+    return StatusBlock(m_globais.GeneralData).isRemoteControlled();
+}
+
+void ConnectionWorkflow::unload()
+{
+    m_link.RemataConexion();
+    m_globais.ShuttingDown = true;
+    m_crono.setTimerEnabled(false);
+    m_link.stopTimer();
+}
+
+void ConnectionWorkflow::ProcesoDiferido()
+{
+    switch (m_state) {
+    case ConnectionState::Disconnected: return;
+    case ConnectionState::Identifying: identificacion(true); return;
+    case ConnectionState::Connected: SendGeneralDataRequest(); return;
+    case ConnectionState::Closing: identificacion(false); return;
+    }
+}
+
+void ConnectionWorkflow::identificacion(bool open)
+{
+    const quint8 number = m_link.identificacion();
+    QByteArray body;
+    body.append(static_cast<char>(selector::Identification));
+    body.append(static_cast<char>(open ? number : ~number));
+    mntIdentificacion.request(
+        m_link, messagecode::Identification, body,
+        std::bind_front(&ConnectionWorkflow::mntIdentificacion_Recibido, this));
+}
+
+void ConnectionWorkflow::SendGeneralDataRequest()
+{
+    mntDatosXerais.request(m_link, messagecode::Read,
+                           QByteArray(1, static_cast<char>(selector::GeneralData)),
+                           std::bind_front(&ConnectionWorkflow::mntDatosXerais_Recibido, this));
+}
+
+void ConnectionWorkflow::mntIdentificacion_Recibido(quint8 code, const QByteArray& body,
+                                                    qint16 status)
+{
+    mntIdentificacion.release();
+    if (status == linkstatus::Good)
+        status = checkedIdentification(code, body);
+    if (status == linkstatus::Good) {
+        m_failedAttempts = 0;
+        if (m_state == ConnectionState::Identifying) {
+            m_log.Rexistra(u"Identificación aceptada"_s, false);
+            m_state = ConnectionState::Connected;
+        } else if (m_state == ConnectionState::Closing) {
+            end(u"Interrumpiendo conexión"_s);
+        }
+        return;
+    }
+    ++m_failedAttempts;
+    const QString failure = u"Fallo en identificación del equipo"_s;
+    if (m_failedAttempts >= mostFailures || m_state == ConnectionState::Closing)
+        end(failure);
+    else
+        m_log.Rexistra(failure, false);
+}
+
+void ConnectionWorkflow::requestClosing() { m_state = ConnectionState::Closing; }
+
+qint16 ConnectionWorkflow::checkedIdentification(quint8 code, const QByteArray& body) const
+{
+    if (!isAnswerOf(selector::Identification, code, body))
+        return linkstatus::WrongAnswer;
+    if (m_state == ConnectionState::Identifying && byteAt(body, 1) != accepted)
+        return linkstatus::WrongAnswer;
+    if (m_state == ConnectionState::Closing && byteAt(body, 1) != closed)
+        return linkstatus::WrongAnswer;
+    return linkstatus::Good;
+}
+
+void ConnectionWorkflow::mntDatosXerais_Recibido(quint8 code, const QByteArray& body, qint16 status)
+{
+    mntDatosXerais.release();
+    const qint16 delivered = status;
+    if (status == linkstatus::Good)
+        status = checkedGeneralData(code, body);
+    if (status == linkstatus::Good) {
+        m_failedAttempts = 0;
+        takeGeneralData(body);
+    } else if (++m_failedAttempts >= mostFailures) {
+        m_failedAttempts = 0;
+        m_state = ConnectionState::Identifying;
+    }
+    if (delivered == linkstatus::ConnectionOver) {
+        m_state = ConnectionState::Disconnected;
+        ConnectionEnded();
+    }
+}
+
+qint16 ConnectionWorkflow::checkedGeneralData(quint8 code, const QByteArray& body)
+{
+    if (!isAccepted(selector::GeneralData, code, body) || body.size() < shortestGeneralData)
+        return linkstatus::WrongAnswer;
+    const StatusBlock block(body);
+    if (block.refusal() != 0)
+        return linkstatus::Refused;
+    // Every type is taken, those that no clock of the maker has included.
+    m_globais.DeviceType = block.deviceType();
+    if (block.deviceType() == StatusBlock::familyType && !block.isFull())
+        return linkstatus::WrongAnswer;
+    return linkstatus::Good;
+}
+
+void ConnectionWorkflow::takeGeneralData(const QByteArray& body)
+{
+    m_globais.GeneralData = body;
+    if (m_established)
+        return;
+    emit connectionStatusChanged(true);
+    m_globais.GeneralDataAtConnect = body;
+    m_established = true;
+    ConnectionEstablished();
+}
+
+void ConnectionWorkflow::ConnectionEstablished()
+{
+    m_globais.LinkEstablished = true;
+    emit clockCommandsUnlocked();
+    m_log.Rexistra(u"Conexión establecida"_s, false);
+}
+
+void ConnectionWorkflow::ConnectionEnded()
+{
+    m_crono.setTimerEnabled(false);
+    emit clockCommandsLocked();
+    m_globais.LinkEstablished = false;
+    m_established = false;
+    emit clockWindowsOutdated();
+    m_link.RemataConexion();
+    m_log.Rexistra(u"Conexión interrumpida"_s, false);
+    emit connectionStatusChanged(false);
+}
+
+void ConnectionWorkflow::end(const QString& lastWords)
+{
+    m_log.Rexistra(lastWords, false);
+    m_state = ConnectionState::Disconnected;
+    ConnectionEnded();
+}

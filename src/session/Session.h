@@ -1,0 +1,47 @@
+#pragma once
+
+#include "CommSettings.h"
+#include "ConnectionWorkflow.h"
+#include "Environment.h"
+#include "MessageLink.h"
+#include "ModemControl.h"
+#include "frmCrono.h"
+#include "modGlobais.h"
+
+class Dialogs;
+class StatusLog;
+
+/// Everything that it takes to talk to one clock, without a window: settings, ports, link, modem,
+/// timer service, connection, and the state that they share. It has no global, so that many can
+/// live in one process, each with an environment of its own.
+///
+/// Its construction reads the settings and puts them into the ports, which stay closed.
+class Session {
+public:
+    Session(const Environment& environment, StatusLog& log, Dialogs& dialogs);
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    /// Once, when whoever shows the session listens to it: brings the connection into its first
+    /// state, and gives the timer service its tick of 1 ms.
+    void start();
+
+    const Environment& environment() const { return m_environment; }
+    StatusLog& log() { return m_log; }
+    modGlobais& globais() { return m_globais; }
+    CommSettings& settings() { return m_settings; }
+    MessageLink& link() { return m_link; }
+    ModemControl& modem() { return m_modem; }
+    frmCrono& crono() { return m_crono; }
+    ConnectionWorkflow& workflow() { return m_workflow; }
+
+private:
+    const Environment m_environment;
+    StatusLog& m_log;
+    modGlobais m_globais;
+    CommSettings m_settings;
+    MessageLink m_link;
+    ModemControl m_modem;
+    frmCrono m_crono;
+    ConnectionWorkflow m_workflow;
+};

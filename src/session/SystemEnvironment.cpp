@@ -1,0 +1,67 @@
+#include "SystemEnvironment.h"
+
+#include "PreciseTimer.h"
+#include "TickTimer.h"
+
+#include <QDir>
+
+#ifdef Q_OS_WIN
+#include "Win32Registry.h"
+#include "Win32SerialPort.h"
+#else
+#include "FileRegistry.h"
+#include "QtSerialPort.h"
+#endif
+
+namespace {
+
+#ifdef Q_OS_WIN
+using MachinePort = Win32SerialPort;
+
+std::unique_ptr<Registry> machineRegistry() { return std::make_unique<Win32Registry>(); }
+#else
+using MachinePort = QtSerialPort;
+
+std::unique_ptr<Registry> machineRegistry()
+{
+    return std::make_unique<FileRegistry>(FileRegistry::defaultPath());
+}
+#endif
+
+// The current directory, not that of the executable: the modem scripts are looked for where the
+// program is started.
+QString currentDirectory()
+{
+    QString path = QDir::toNativeSeparators(QDir::currentPath());
+    if (!path.endsWith(QDir::separator()))
+        path += QDir::separator();
+    return path;
+}
+
+} // namespace
+
+SystemEnvironment::SystemEnvironment()
+    : m_registry(machineRegistry()),
+      m_portNames(*m_registry),
+      m_commSerie(std::make_unique<MachinePort>(m_portNames)),
+      m_commModem(std::make_unique<MachinePort>(m_portNames)),
+      m_tmrCrono(makeTickTimer()),
+      m_tmrTemporizador(std::make_unique<PreciseTimer>())
+{}
+
+SystemEnvironment::~SystemEnvironment() = default;
+
+Environment SystemEnvironment::environment()
+{
+    return {
+        .registry = *m_registry,
+        .portNames = m_portNames,
+        .commSerie = *m_commSerie,
+        .commModem = *m_commModem,
+        .tmrCrono = *m_tmrCrono,
+        .tmrTemporizador = *m_tmrTemporizador,
+        .pause = m_pause,
+        .clock = m_clock,
+        .applicationDirectory = currentDirectory(),
+    };
+}
