@@ -1,7 +1,7 @@
 # What the Windows program carries inside: icon, version, manifest, the toolkit's Spanish texts.
 set_target_properties(hct PROPERTIES WIN32_EXECUTABLE ON)
 
-set(HCT_ICON ${PROJECT_BINARY_DIR}/icons/hct.ico)
+set(HCT_ICON ${PROJECT_SOURCE_DIR}/packaging/icons/hct.ico)
 set(HCT_MANIFEST ${CMAKE_CURRENT_LIST_DIR}/hct.manifest)
 configure_file(${CMAKE_CURRENT_LIST_DIR}/hct.rc.in ${CMAKE_CURRENT_BINARY_DIR}/hct.rc @ONLY)
 set_source_files_properties(${CMAKE_CURRENT_BINARY_DIR}/hct.rc
