@@ -106,7 +106,8 @@ void QtSerialPort::write(const QByteArray& bytes)
     // Joined in a place of its own, so that growing leaves no copy behind.
     QByteArray waiting;
     waiting.reserve(m_waiting.size() + bytes.size() - taken);
-    waiting.append(m_waiting).append(bytes.constData() + taken, bytes.size() - taken);
+    waiting.append(m_waiting.constData(), m_waiting.size());
+    waiting.append(bytes.constData() + taken, bytes.size() - taken);
     wipe(m_waiting);
     m_waiting.swap(waiting);
     m_writable->setEnabled(true);
@@ -142,6 +143,7 @@ QString QtSerialPort::openDevice()
     }
     applyLines();
     m_millisecondsPerByte = millisecondsPerByte(*parsed.settings);
+    // Its own watch would have the toolkit's port read the bytes.
     const auto notifiers =
         m_port.findChildren<QSocketNotifier*>(QString(), Qt::FindDirectChildrenOnly);
     for (QSocketNotifier* notifier : notifiers)

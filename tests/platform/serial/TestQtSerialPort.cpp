@@ -1,14 +1,18 @@
 #include "PortFixture.h"
+#include "ProcessMemory.h"
 #include "TickTimer.h"
+#include "Wipe.h"
 
 #include <QSignalSpy>
 #include <QTest>
 #include <QThread>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -76,6 +80,7 @@ private slots:
     void byteClearedAfterItsAnnouncementIsNoReasonToClose();
     void byteThatAnotherProgramTookIsNoReasonToClose();
     void fullDriverIsNoReasonToClose();
+    void whatAFullDriverDidNotTakeIsNowhereAfterClearing();
     void bytesArriveWhileTheHandlerOfEarlierOnesRunsEvents();
     void awaitedBytesDoNotWakeTheProgramOneByOne();
     void restOfAnAnswerArrivesAfterTheRest();
@@ -199,6 +204,23 @@ void TestQtSerialPort::fullDriverIsNoReasonToClose()
     f.port.write("new");
     QTRY_VERIFY((heard += f.line.received()).endsWith("new"));
     QVERIFY(heard.size() < much);
+}
+
+void TestQtSerialPort::whatAFullDriverDidNotTakeIsNowhereAfterClearing()
+{
+    // "secret code"
+    constexpr const char* raised = "tfdsfu!dpef";
+    PortFixture f;
+    f.port.open();
+    f.port.write(QByteArray(2'000'000, 'x'));
+    QByteArray secret(raised);
+    for (char& character : secret)
+        --character;
+    f.port.write(secret);
+    wipe(secret);
+    QVERIFY(ProcessMemory::occurrences(raised) >= 1);
+    f.port.clearOutput();
+    QCOMPARE(ProcessMemory::occurrences(raised), 0);
 }
 
 void TestQtSerialPort::bytesArriveWhileTheHandlerOfEarlierOnesRunsEvents()
