@@ -17,6 +17,12 @@ public:
     /// Grey numbers: they are there but mean nothing at the moment.
     void setDimmed(bool dimmed)
     {
-        setTextColour(dimmed ? QPalette().color(QPalette::PlaceholderText) : QColor());
+        QColor colour;
+        if (dimmed) {
+            // Not a placeholder's, which some styles make as dark as any other text.
+            colour = QPalette().color(QPalette::Text);
+            colour.setAlphaF(0.5F);
+        }
+        setTextColour(colour);
     }
 };

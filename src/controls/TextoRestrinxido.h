@@ -14,5 +14,10 @@ public:
     }
 
     using NumberField::setValue;
+    /// Where there are no buttons, some styles count no room for the padding of the editor.
+    QSize sizeHint() const override
+    {
+        return NumberField::sizeHint() + QSize(fontMetrics().horizontalAdvance(u'0'), 0);
+    }
     void setValue(int field, int value) { NumberField::setValue(field, clamped(field, value)); }
 };

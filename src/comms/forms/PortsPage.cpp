@@ -43,6 +43,14 @@ QComboBox* makeList(const QStringList& items)
     return list;
 }
 
+/// One row a control, all of them as wide as the frame under every style.
+QFormLayout* makeRows(QGroupBox* frame)
+{
+    auto* form = new QFormLayout(frame);
+    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    return form;
+}
+
 /// The caption beside a control, which it is the buddy of.
 void addRow(QFormLayout& form, const QString& caption, QWidget* field, const QString& objectName,
             const QString& toolTip = {})
@@ -134,7 +142,7 @@ PortsPage::PortsPage(const MessageLink& link, const PortNames& names, QWidget* p
 QGroupBox* PortsPage::makeDirectFrame()
 {
     auto* frame = new QGroupBox(u"Conexión directa"_s);
-    auto* form = new QFormLayout(frame);
+    auto* form = makeRows(frame);
     addRow(*form, u"Canal:"_s, cbbCanal, u"cbbCanal"_s,
            u"Establece el canal utilizado para las conexión directa con el equipo"_s);
     addRow(*form, u"Velocidad:"_s, cbbVelocidade, u"cbbVelocidade"_s,
@@ -156,7 +164,7 @@ QGroupBox* PortsPage::makeDirectFrame()
 QGroupBox* PortsPage::makeModemFrame()
 {
     auto* frame = new QGroupBox(u"Conexión por módem"_s);
-    auto* form = new QFormLayout(frame);
+    auto* form = makeRows(frame);
     addRow(*form, u"Canal:"_s, cbbCanal2, u"cbbCanal2"_s,
            u"Número del canal de comunicaciones utilizado por el módem"_s);
     addRow(*form, u"Velocidad:"_s, cbbVelocidade2, u"cbbVelocidade2"_s,
@@ -177,7 +185,7 @@ QGroupBox* PortsPage::makeInitialisationFrame()
 QGroupBox* PortsPage::makeDeviceFrame()
 {
     auto* frame = new QGroupBox(u"Equipo"_s);
-    auto* form = new QFormLayout(frame);
+    auto* form = makeRows(frame);
     addRow(*form, u"Estación:"_s, txtEstacion, u"txtEstacion"_s);
     addRow(*form, u"Identificación:"_s, txtIdentificacion, u"txtIdentificacion"_s);
     return frame;

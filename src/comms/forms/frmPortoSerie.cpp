@@ -2,6 +2,7 @@
 
 #include "CommSettings.h"
 #include "Dialogs.h"
+#include "FollowingScroll.h"
 #include "MessageLink.h"
 #include "MiniTerminal.h"
 #include "ModemControl.h"
@@ -12,6 +13,7 @@
 #include <QDialogButtonBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 #include <QShowEvent>
 #include <QTabBar>
@@ -47,7 +49,12 @@ void frmPortoSerie::makeControls()
     cmdCambiar = new QPushButton(u"&Aceptar"_s, this);
     cmdCancelar = new QPushButton(u"&Cancelar"_s, this);
     tabOpcions->setObjectName(u"tabOpcions"_s);
-    tabOpcions->addTab(m_portsPage, u"P&uertos de comunicación"_s);
+    auto* ports = new FollowingScroll(*m_portsPage);
+    ports->setFrameShape(QFrame::NoFrame);
+    // The page of a tab has a colour of its own.
+    ports->viewport()->setAutoFillBackground(false);
+    m_portsPage->setAutoFillBackground(false);
+    tabOpcions->addTab(ports, u"P&uertos de comunicación"_s);
     m_modemPage->shareAccessKey(*tabOpcions->tabBar());
     // Two access keys: the toolkit serves the first, the shortcut below the second.
     tabOpcions->addTab(m_modemPage, u"&Operación de &módem"_s);
@@ -65,6 +72,8 @@ void frmPortoSerie::makeControls()
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(tabOpcions, 1);
     layout->addWidget(buttons);
+    // A window that nobody has sized gets two thirds of the screen at most; this one may need more.
+    resize(sizeHint().boundedTo(screen()->availableSize() * 0.94));
 
     connect(buttons, &QDialogButtonBox::accepted, this, &frmPortoSerie::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &frmPortoSerie::reject);

@@ -20,6 +20,7 @@
 #include <QScreen>
 #include <QScrollBar>
 #include <QShortcut>
+#include <QStyle>
 #include <QTabBar>
 
 using namespace Qt::StringLiterals;
@@ -222,8 +223,13 @@ QSize frmProg::startSize() const
 {
     // A window that nobody has sized gets two thirds of the screen at most; this one needs more.
     QSize size = sizeHint();
-    if (const QScreen* on = screen())
-        size = size.boundedTo(on->availableSize() * 0.94);
+    if (const QScreen* on = screen()) {
+        const QSize most = on->availableSize() * 0.94;
+        // Rows that must be scrolled leave less room for the columns.
+        if (size.height() > most.height())
+            size.rwidth() += style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
+        size = size.boundedTo(most);
+    }
     return size;
 }
 
