@@ -30,8 +30,8 @@ if(HCT_SANITIZE)
     target_link_options(hct_flags INTERFACE -fsanitize=address,undefined)
 endif()
 
-# One floor's library. Its include paths are the folders of its sources, and those of the floors below come with
-# what it links, so a header of a floor above cannot be found at all.
+# One floor's library. Its include paths are the folders of its sources, and those of the floors below
+# come with what it links, so a header of a floor above cannot be found at all.
 #   hct_library(NAME SOURCES file... LINK target...)
 function(hct_library name)
     cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
@@ -41,6 +41,26 @@ function(hct_library name)
         target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}/${folder})
     endforeach()
     target_link_libraries(${name} PUBLIC ${arg_LINK} PRIVATE hct_flags)
+    if(HCT_TESTS AND NOT WIN32)
+        hct_precompile(${name})
+    endif()
+endfunction()
+
+# The toolkit's headers, compiled once for all logic, and once more with the widgets' for all forms.
+# What users are given is built without: there a header that is used and not included is missing.
+function(hct_precompile name)
+    set(logic <QByteArray> <QList> <QObject> <QPointer> <QString> <QStringList> <functional> <memory>)
+    set(widgets <QApplication> <QBoxLayout> <QCheckBox> <QDialog> <QEvent> <QGroupBox> <QLabel>
+        <QMdiSubWindow> <QPainter> <QPushButton>)
+    if(name MATCHES "^hct_(platform|simulator)$")
+        target_precompile_headers(${name} PRIVATE ${logic})
+    elseif(name STREQUAL "hct_controls")
+        target_precompile_headers(${name} PRIVATE ${logic} ${widgets})
+    elseif(name MATCHES "_forms$|^hct_app$")
+        target_precompile_headers(${name} REUSE_FROM hct_controls)
+    else()
+        target_precompile_headers(${name} REUSE_FROM hct_platform)
+    endif()
 endfunction()
 
 # Where the toolkit finds fonts off screen: nowhere by itself under wine.
@@ -70,6 +90,11 @@ function(hct_test name)
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE ${arg_LINK} hct_test_support Qt6::Test hct_flags)
     hct_run_off_screen(${name})
+    if("${arg_LINK}" MATCHES "_forms|hct_controls|hct_app|hct_program_fixture|hct_system_fixture")
+        target_precompile_headers(${name} REUSE_FROM hct_form_test_headers)
+    else()
+        target_precompile_headers(${name} REUSE_FROM hct_test_headers)
+    endif()
     # The plain report does not reach a pipe under wine.
     set(report "")
     if(CMAKE_CROSSCOMPILING_EMULATOR)
