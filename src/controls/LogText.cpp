@@ -1,7 +1,5 @@
 #include "LogText.h"
 
-#include "AccessibleLogText.h"
-
 #include <QAccessible>
 #include <QEvent>
 #include <QFontMetricsF>
@@ -25,7 +23,7 @@ constexpr int columnStep = 20;
 
 LogText::LogText(QWidget* parent) : QAbstractScrollArea(parent)
 {
-    AccessibleLogText::install();
+    installReader();
     viewport()->setCursor(Qt::IBeamCursor);
     horizontalScrollBar()->setSingleStep(columnStep);
     measureFont();

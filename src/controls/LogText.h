@@ -71,6 +71,8 @@ private:
         End
     };
     struct Key;
+    /// Has the toolkit give each LogText to screen readers as a read-only text of several lines.
+    static void installReader();
     static const Key* keyFor(const QKeyEvent& event, bool& selects);
 
     void move(Step step, bool selects);

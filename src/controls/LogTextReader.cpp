@@ -1,4 +1,6 @@
-#include "AccessibleLogText.h"
+#include "LogText.h"
+
+#include <QAccessibleWidget>
 
 #include <algorithm>
 
@@ -6,20 +8,48 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QAccessibleInterface* makeInterface(const QString& className, QObject* object)
-{
-    if (className != QLatin1StringView(LogText::staticMetaObject.className()))
-        return nullptr;
-    return new AccessibleLogText(static_cast<LogText*>(object));
-}
+/// A LogText as a screen reader has it: a read-only text of several lines.
+class AccessibleLogText final : public QAccessibleWidget, public QAccessibleTextInterface {
+public:
+    explicit AccessibleLogText(LogText* text);
 
-} // namespace
+    void* interface_cast(QAccessible::InterfaceType type) override;
+    QAccessible::State state() const override;
+    QString text(QAccessible::Text kind) const override;
 
-void AccessibleLogText::install()
-{
-    static const bool installed = (QAccessible::installFactory(makeInterface), true);
-    Q_UNUSED(installed)
-}
+    int selectionCount() const override;
+    void selection(int index, int* start, int* end) const override;
+    void addSelection(int start, int end) override;
+    void removeSelection(int index) override;
+    void setSelection(int index, int start, int end) override;
+    int cursorPosition() const override;
+    void setCursorPosition(int position) override;
+
+    int characterCount() const override;
+    QString text(int start, int end) const override;
+    QString textBeforeOffset(int offset, QAccessible::TextBoundaryType type, int* start,
+                             int* end) const override;
+    QString textAtOffset(int offset, QAccessible::TextBoundaryType type, int* start,
+                         int* end) const override;
+    QString textAfterOffset(int offset, QAccessible::TextBoundaryType type, int* start,
+                            int* end) const override;
+
+    QRect characterRect(int offset) const override;
+    int offsetAtPoint(const QPoint& point) const override;
+    void scrollToSubstring(int start, int end) override;
+    QString attributes(int offset, int* start, int* end) const override;
+
+private:
+    struct Part {
+        qsizetype start;
+        qsizetype end;
+    };
+    Part partAt(qsizetype offset, QAccessible::TextBoundaryType type) const;
+    bool isBlank(Part part) const;
+    QString give(Part part, QAccessible::TextBoundaryType type, int* start, int* end) const;
+    LogText& log() const { return static_cast<LogText&>(*widget()); }
+    const LogLines& lines() const { return log().lines(); }
+};
 
 AccessibleLogText::AccessibleLogText(LogText* text)
     : QAccessibleWidget(text, QAccessible::EditableText)
@@ -184,4 +214,19 @@ QString AccessibleLogText::attributes(int /*offset*/, int* start, int* end) cons
     *end = characterCount();
     const QFont font = log().font();
     return u"font-family:\"%1\";font-size:%2pt;"_s.arg(font.family()).arg(font.pointSizeF());
+}
+
+QAccessibleInterface* makeInterface(const QString& className, QObject* object)
+{
+    if (className != QLatin1StringView(LogText::staticMetaObject.className()))
+        return nullptr;
+    return new AccessibleLogText(static_cast<LogText*>(object));
+}
+
+} // namespace
+
+void LogText::installReader()
+{
+    static const bool installed = (QAccessible::installFactory(makeInterface), true);
+    Q_UNUSED(installed)
 }
