@@ -22,3 +22,6 @@ inline bool isAccepted(quint8 area, quint8 code, const QByteArray& body)
 {
     return isAnswerOf(area, code, body) && byteAt(body, 1) == 0;
 }
+
+/// For a request whose answer the clock leaves without meaning.
+inline bool isAnyAnswer(quint8 /*code*/, const QByteArray& /*body*/) { return true; }

@@ -1,7 +1,7 @@
 #include "MessageLink.h"
 
+#include "AnswerReceiver.h"
 #include "CommSettings.h"
-#include "Exchange.h"
 #include "IntervalTimer.h"
 #include "ModemDialogue.h"
 #include "Pause.h"
@@ -52,17 +52,17 @@ MessageLink::MessageLink(SerialPort& commSerie, SerialPort& commModem,
     }
 }
 
-MessageLink::~MessageLink()
+void MessageLink::release(const AnswerReceiver& receiver)
 {
-    if (m_bound)
-        m_bound->release();
+    if (isBound(receiver))
+        m_receiver = nullptr;
 }
 
 void MessageLink::Envia(quint8 code, QByteArray& body, qint32& timeout)
 {
     SerialPort& port = selectedPort();
     if (!port.isOpen()) {
-        raise(code, body, linkstatus::PortClosed);
+        deliver(code, body, LinkStatus::PortClosed);
         return;
     }
 
@@ -138,8 +138,7 @@ void MessageLink::waitWhileDialling()
 void MessageLink::RemataConexion()
 {
     forgetRequest();
-    if (m_bound)
-        m_bound->release();
+    m_receiver = nullptr;
     m_commSerie.close();
     closeModemPort();
     setState(LinkState::Idle);
@@ -305,8 +304,8 @@ void MessageLink::takeBody(SerialPort& port)
     // The byte after the checksum is the end byte, whatever it is.
     const auto received = static_cast<quint8>(rest[m_header.length - 1]);
     const quint8 expected = frame::checksum(m_header.station, m_receivedCode, m_receivedData);
-    const qint16 status = received == expected ? linkstatus::Good : linkstatus::ChecksumError;
-    if (raise(m_receivedCode, m_receivedData, status)) {
+    const LinkStatus status = received == expected ? LinkStatus::Good : LinkStatus::ChecksumError;
+    if (deliver(m_receivedCode, m_receivedData, status)) {
         m_busy = false;
         setState(LinkState::Idle);
     }
@@ -336,7 +335,7 @@ void MessageLink::answerTimedOut()
         m_receivedData = port.read();
     }
     // The code is that of the frame received last, which with status 1 nobody looks at.
-    if (raise(m_receivedCode, m_receivedData, linkstatus::TimeOut))
+    if (deliver(m_receivedCode, m_receivedData, LinkStatus::TimeOut))
         setState(LinkState::Idle);
 }
 
@@ -346,16 +345,15 @@ void MessageLink::portLost(SerialPort& port)
         showSelectedPort(u"Se ha perdido el puerto %1"_s.arg(port.deviceName()));
 }
 
-bool MessageLink::raise(quint8 code, const QByteArray& body, qint16 status)
+bool MessageLink::deliver(quint8 code, const QByteArray& body, LinkStatus status)
 {
-    if (!m_bound)
+    AnswerReceiver* const receiver = std::exchange(m_receiver, nullptr);
+    if (!receiver)
         return true;
     const QPointer<MessageLink> self(this);
     const quint32 generation = m_generation;
-    // Copies: the handler releases its exchange, may destroy it, and may send again.
-    const Exchange::Handler handler = m_bound->m_handler;
+    // A copy: the receiver may send again, which replaces what was received.
     const QByteArray answer = body;
-    if (handler)
-        handler(code, answer, status);
+    receiver->Recibido(code, answer, status);
     return self && m_generation == generation;
 }

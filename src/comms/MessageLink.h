@@ -2,6 +2,7 @@
 
 #include "Frame.h"
 #include "LinkState.h"
+#include "LinkStatus.h"
 
 #include <QByteArray>
 #include <QObject>
@@ -9,8 +10,8 @@
 
 #include <optional>
 
+class AnswerReceiver;
 class CommSettings;
-class Exchange;
 class IntervalTimer;
 class ModemDialogue;
 class Pause;
@@ -25,9 +26,15 @@ class MessageLink : public QObject {
 public:
     MessageLink(SerialPort& commSerie, SerialPort& commModem, IntervalTimer& tmrTemporizador,
                 Pause& pause, const CommSettings& settings, QObject* parent = nullptr);
-    ~MessageLink() override;
 
-    /// Sends a request; the answer comes to the bound exchange, within this call with status 11
+    /// What the answer to the next request comes to; it takes the place of any other. It is
+    /// released when its answer has come, or the connection has ended.
+    void bind(AnswerReceiver& receiver) { m_receiver = &receiver; }
+    /// Nothing when another has taken its place.
+    void release(const AnswerReceiver& receiver);
+    bool isBound(const AnswerReceiver& receiver) const { return m_receiver == &receiver; }
+
+    /// Sends a request; the answer comes to the bound receiver, within this call with status 11
     /// when the port is closed. `body` is cut to 509 bytes. `timeout` in milliseconds; 0 is
     /// replaced by the time that the line's speed asks for. A multiple of 32768 never ends.
     void Envia(quint8 code, QByteArray& body, qint32& timeout);
@@ -43,7 +50,7 @@ public:
     /// Opens the port, and with `throughModem` dials: it lets events run until that has ended. A
     /// call while another is dialling does nothing; so ask isStarting before.
     void ArrancaConexion(bool throughModem);
-    /// Ends the connection: both ports closed, nothing awaited, no exchange bound. It also ends an
+    /// Ends the connection: both ports closed, nothing awaited, no receiver bound. It also ends an
     /// ArrancaConexion that is dialling, which then returns to its caller.
     void RemataConexion();
     /// Whether an ArrancaConexion is dialling (somewhere below on the stack).
@@ -87,8 +94,6 @@ signals:
     void connectionEnded();
 
 private:
-    friend class Exchange;
-
     SerialPort& selectedPort() const;
     void openSelectedPort();
     void showSelectedPort(const QString& toolTip);
@@ -103,9 +108,9 @@ private:
     void timerTick();
     void answerTimedOut();
     void portLost(SerialPort& port);
-    /// Raises the answer at the bound exchange. False when the link has gone on to something else
-    /// (or is gone itself) by the time the handler returns.
-    bool raise(quint8 code, const QByteArray& body, qint16 status);
+    /// Hands the answer to the bound receiver, which is released first. False when the link has
+    /// gone on to something else (or is gone itself) by the time the receiver returns.
+    bool deliver(quint8 code, const QByteArray& body, LinkStatus status);
 
     SerialPort& m_commSerie;
     SerialPort& m_commModem;
@@ -114,7 +119,7 @@ private:
     const CommSettings& m_settings;
     ModemDialogue* m_modemDialogue = nullptr;
 
-    Exchange* m_bound = nullptr;
+    AnswerReceiver* m_receiver = nullptr;
     LinkState m_state = LinkState::Idle;
     bool m_busy = false;
     bool m_modem = false;

@@ -75,13 +75,14 @@ void ClockSetting::ProcesoDiferido()
 void ClockSetting::send(const ClockFields& fields)
 {
     mntSincronismo.request(m_link, messagecode::Write, message(fields),
+                           std::bind_front(isAccepted, selector::ClockWrite),
                            std::bind_front(&ClockSetting::mntSincronismo_Recibido, this));
 }
 
-void ClockSetting::mntSincronismo_Recibido(quint8 code, const QByteArray& body, qint16 status)
+void ClockSetting::mntSincronismo_Recibido(quint8 /*code*/, const QByteArray& /*body*/,
+                                           LinkStatus status)
 {
-    mntSincronismo.release();
-    if (status == linkstatus::Good && isAccepted(selector::ClockWrite, code, body)) {
+    if (status == LinkStatus::Good) {
         m_state = State::Idle;
         m_log.Rexistra(u"Reloj del equipo actualizado en fecha y hora"_s, false);
         emit accepted();

@@ -60,7 +60,7 @@ signals:
 
 private:
     void send(const ClockFields& fields);
-    void mntSincronismo_Recibido(quint8 code, const QByteArray& body, qint16 status);
+    void mntSincronismo_Recibido(quint8 code, const QByteArray& body, LinkStatus status);
     void giveUp();
 
     MessageLink& m_link;

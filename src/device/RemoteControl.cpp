@@ -59,6 +59,7 @@ void RemoteControl::ProcesoDiferido()
 void RemoteControl::sendCommand()
 {
     mntTelemando.request(m_link, messagecode::Write, message(selector::OutputsWrite, offMask()),
+                         std::bind_front(isAccepted, selector::OutputsWrite),
                          std::bind_front(&RemoteControl::mntTelemando_Recibido, this));
 }
 
@@ -66,20 +67,21 @@ void RemoteControl::sendStateRead()
 {
     mntLectEstadoSaidas.request(
         m_link, messagecode::Read, message(selector::ModeAndOutputsRead, m_manual ? 1 : 0),
+        std::bind_front(isAnswerOf, selector::ModeAndOutputsRead),
         std::bind_front(&RemoteControl::mntLectEstadoSaidas_Recibido, this));
 }
 
-void RemoteControl::mntTelemando_Recibido(quint8 code, const QByteArray& body, qint16 status)
+void RemoteControl::mntTelemando_Recibido(quint8 /*code*/, const QByteArray& /*body*/,
+                                          LinkStatus status)
 {
-    mntTelemando.release();
-    if (status == linkstatus::Good && isAccepted(selector::OutputsWrite, code, body))
+    if (status == LinkStatus::Good)
         m_nextAction = NextAction::ReadState;
 }
 
-void RemoteControl::mntLectEstadoSaidas_Recibido(quint8 code, const QByteArray& body, qint16 status)
+void RemoteControl::mntLectEstadoSaidas_Recibido(quint8 /*code*/, const QByteArray& body,
+                                                 LinkStatus status)
 {
-    mntLectEstadoSaidas.release();
-    if (status != linkstatus::Good || !isAnswerOf(selector::ModeAndOutputsRead, code, body))
+    if (status != LinkStatus::Good)
         return;
     const quint8 restBits = byteAt(body, 1);
     // Once the operator has the switches in hand, they show what was asked for, not what is.

@@ -48,8 +48,8 @@ signals:
 private:
     void sendCommand();
     void sendStateRead();
-    void mntTelemando_Recibido(quint8 code, const QByteArray& body, qint16 status);
-    void mntLectEstadoSaidas_Recibido(quint8 code, const QByteArray& body, qint16 status);
+    void mntTelemando_Recibido(quint8 code, const QByteArray& body, LinkStatus status);
+    void mntLectEstadoSaidas_Recibido(quint8 code, const QByteArray& body, LinkStatus status);
     void place(int index, int position);
 
     MessageLink& m_link;

@@ -1,7 +1,6 @@
 #include "FirmwareTransfer.h"
 
 #include "Answer.h"
-#include "LinkState.h"
 #include "MessageCodes.h"
 #include "MessageLink.h"
 
@@ -53,6 +52,7 @@ void FirmwareTransfer::SendCurrentLine()
     if (m_currentLine == m_file.LineCount() - 1)
         flag = m_resetAfterwards ? LastLineThenReset : LastLine;
     mntProgramacion.request(m_link, messagecode::Write, message(m_file.Lines(m_currentLine), flag),
+                            std::bind_front(isAccepted, selector::FirmwareLineWrite),
                             std::bind_front(&FirmwareTransfer::mntProgramacion_Recibido, this));
 }
 
@@ -80,12 +80,10 @@ QByteArray FirmwareTransfer::message(const HexLine& line, FinalLineFlag flag)
     return body;
 }
 
-void FirmwareTransfer::mntProgramacion_Recibido(quint8 code, const QByteArray& body, qint16 status)
+void FirmwareTransfer::mntProgramacion_Recibido(quint8 /*code*/, const QByteArray& /*body*/,
+                                                LinkStatus status)
 {
-    mntProgramacion.release();
-    if (status == linkstatus::Good && !isAccepted(selector::FirmwareLineWrite, code, body))
-        status = linkstatus::WrongAnswer;
-    if (status == linkstatus::Good)
+    if (status == LinkStatus::Good)
         advance();
     else
         countFailure();

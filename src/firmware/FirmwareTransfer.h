@@ -62,7 +62,7 @@ signals:
 
 private:
     void SendCurrentLine();
-    void mntProgramacion_Recibido(quint8 code, const QByteArray& body, qint16 status);
+    void mntProgramacion_Recibido(quint8 code, const QByteArray& body, LinkStatus status);
     void countFailure();
     void advance();
     void becomeIdle();

@@ -1,6 +1,6 @@
 #include "ProgrammeExchange.h"
 
-#include "LinkState.h"
+#include "Answer.h"
 #include "MessageCodes.h"
 #include "MessageLink.h"
 #include "ProgrammeMessages.h"
@@ -103,6 +103,7 @@ void ProgrammeExchange::giveUp()
 void ProgrammeExchange::requestGeneralData()
 {
     mntDatosXerais.request(m_link, messagecode::Read, ProgrammeMessages::generalDataRequest(),
+                           ProgrammeMessages::isGeneralData,
                            std::bind_front(&ProgrammeExchange::mntDatosXerais_Recibido, this));
 }
 
@@ -110,6 +111,7 @@ void ProgrammeExchange::requestHolidays()
 {
     mntLectFestVacacionais.request(
         m_link, messagecode::Read, ProgrammeMessages::holidaysRequest(),
+        ProgrammeMessages::isHolidays,
         std::bind_front(&ProgrammeExchange::mntLectFestVacacionais_Recibido, this));
 }
 
@@ -118,6 +120,7 @@ void ProgrammeExchange::writeBlock()
     const AlarmBlock& block = m_programme.blocks[static_cast<std::size_t>(m_block)];
     mntProgBloquesAvisos.request(
         m_link, messagecode::Write, ProgrammeMessages::alarmBlock(block, m_block, m_model),
+        std::bind_front(isAccepted, selector::AlarmBlockWrite),
         std::bind_front(&ProgrammeExchange::mntProgBloquesAvisos_Recibido, this));
 }
 
@@ -125,42 +128,33 @@ void ProgrammeExchange::writeHolidays()
 {
     mntProgFestVacacionais.request(
         m_link, messagecode::Write, ProgrammeMessages::holidays(m_table()),
-        std::bind_front(&ProgrammeExchange::mntProgFestVacacionais_Recibido, this));
+        // The clock says nothing about the table in its answer.
+        isAnyAnswer, std::bind_front(&ProgrammeExchange::mntProgFestVacacionais_Recibido, this));
 }
 
-void ProgrammeExchange::mntDatosXerais_Recibido(quint8 code, const QByteArray& body, qint16 status)
+void ProgrammeExchange::mntDatosXerais_Recibido(quint8 /*code*/, const QByteArray& body,
+                                                LinkStatus status)
 {
-    mntDatosXerais.release();
-    if (status == linkstatus::Good && !ProgrammeMessages::isGeneralData(code, body))
-        status = linkstatus::WrongAnswer;
-    if (status != linkstatus::Good)
+    if (status != LinkStatus::Good)
         return refused(u"Fallo en lectura de datos generales"_s, status);
     m_globais.GeneralData = body;
     m_state = State::WritingBlocks;
 }
 
-void ProgrammeExchange::mntLectFestVacacionais_Recibido(quint8 code, const QByteArray& body,
-                                                        qint16 status)
+void ProgrammeExchange::mntLectFestVacacionais_Recibido(quint8 /*code*/, const QByteArray& body,
+                                                        LinkStatus status)
 {
-    mntLectFestVacacionais.release();
-    const auto table =
-        status == linkstatus::Good ? ProgrammeMessages::holidaysAnswer(code, body) : std::nullopt;
-    if (status == linkstatus::Good && !table)
-        status = linkstatus::WrongAnswer;
-    if (!table)
+    if (status != LinkStatus::Good)
         return refused(u"Fallo en lectura de festivos y vacaciones"_s, status);
     m_state = State::Idle;
     m_registration->DesactivaCliente();
-    emit holidaysRead(*table);
+    emit holidaysRead(ProgrammeMessages::holidaysOf(body));
 }
 
-void ProgrammeExchange::mntProgBloquesAvisos_Recibido(quint8 code, const QByteArray& body,
-                                                      qint16 status)
+void ProgrammeExchange::mntProgBloquesAvisos_Recibido(quint8 /*code*/, const QByteArray& /*body*/,
+                                                      LinkStatus status)
 {
-    mntProgBloquesAvisos.release();
-    if (status == linkstatus::Good && !ProgrammeMessages::isAlarmBlockAccepted(code, body))
-        status = linkstatus::WrongAnswer;
-    if (status != linkstatus::Good)
+    if (status != LinkStatus::Good)
         return refused(u"Fallo en escritura del bloque de avisos %1"_s.arg(m_block + 1), status);
     ++m_block;
     if (m_block == Programme::blockCount)
@@ -168,19 +162,17 @@ void ProgrammeExchange::mntProgBloquesAvisos_Recibido(quint8 code, const QByteAr
 }
 
 void ProgrammeExchange::mntProgFestVacacionais_Recibido(quint8 /*code*/, const QByteArray& /*body*/,
-                                                        qint16 status)
+                                                        LinkStatus status)
 {
-    mntProgFestVacacionais.release();
-    // Any answer will do here: the clock says nothing about the table in it.
-    if (status != linkstatus::Good)
+    if (status != LinkStatus::Good)
         return refused(u"Fallo en escritura de festivos y vacaciones"_s, status);
     m_state = State::Idle;
     emit sent();
 }
 
-void ProgrammeExchange::refused(const QString& what, qint16 status)
+void ProgrammeExchange::refused(const QString& what, LinkStatus status)
 {
-    m_log.Rexistra(u"%1 (estado %2)"_s.arg(what).arg(status), false);
+    m_log.Rexistra(u"%1 (estado %2)"_s.arg(what).arg(qToUnderlying(status)), false);
     ++m_refusals;
     if (m_refusals > refusalLimit)
         m_state = State::GivingUp;

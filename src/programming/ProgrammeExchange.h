@@ -72,11 +72,11 @@ private:
     void requestHolidays();
     void writeBlock();
     void writeHolidays();
-    void mntDatosXerais_Recibido(quint8 code, const QByteArray& body, qint16 status);
-    void mntLectFestVacacionais_Recibido(quint8 code, const QByteArray& body, qint16 status);
-    void mntProgBloquesAvisos_Recibido(quint8 code, const QByteArray& body, qint16 status);
-    void mntProgFestVacacionais_Recibido(quint8 code, const QByteArray& body, qint16 status);
-    void refused(const QString& what, qint16 status);
+    void mntDatosXerais_Recibido(quint8 code, const QByteArray& body, LinkStatus status);
+    void mntLectFestVacacionais_Recibido(quint8 code, const QByteArray& body, LinkStatus status);
+    void mntProgBloquesAvisos_Recibido(quint8 code, const QByteArray& body, LinkStatus status);
+    void mntProgFestVacacionais_Recibido(quint8 code, const QByteArray& body, LinkStatus status);
+    void refused(const QString& what, LinkStatus status);
     /// Into `state`, and out of it again without a connection.
     void begin(State state);
     void giveUpWithoutConnection();

@@ -65,15 +65,13 @@ bool isGeneralData(quint8 code, const QByteArray& body)
            block.deviceType() == StatusBlock::familyType && block.refusal() == 0;
 }
 
-bool isAlarmBlockAccepted(quint8 code, const QByteArray& body)
+bool isHolidays(quint8 code, const QByteArray& body)
 {
-    return isAccepted(selector::AlarmBlockWrite, code, body);
+    return isAccepted(selector::HolidaysRead, code, body) && body.size() >= tableSize;
 }
 
-std::optional<HolidayTable> holidaysAnswer(quint8 code, const QByteArray& body)
+HolidayTable holidaysOf(const QByteArray& body)
 {
-    if (!isAccepted(selector::HolidaysRead, code, body) || body.size() < tableSize)
-        return std::nullopt;
     HolidayTable table;
     qsizetype at = 2;
     for (Holiday& holiday : table.holidays) {

@@ -4,8 +4,6 @@
 
 #include <QByteArray>
 
-#include <optional>
-
 class StatusBlock;
 
 /// The bodies that carry a programme to and from the clock, and what makes an answer good.
@@ -26,8 +24,8 @@ void LoadBlocksFromStatusBlock(Programme& programme, const StatusBlock& status, 
 
 /// Whether the answer of a good status is one to the request; any other counts as refused.
 bool isGeneralData(quint8 code, const QByteArray& body);
-bool isAlarmBlockAccepted(quint8 code, const QByteArray& body);
-/// The table of an answer to the request for holidays; nothing when it is not one.
-std::optional<HolidayTable> holidaysAnswer(quint8 code, const QByteArray& body);
+bool isHolidays(quint8 code, const QByteArray& body);
+/// The table in the body of a good answer to the request for holidays.
+HolidayTable holidaysOf(const QByteArray& body);
 
 } // namespace ProgrammeMessages

@@ -1,7 +1,6 @@
 #include "ConnectionWorkflow.h"
 
 #include "Answer.h"
-#include "LinkState.h"
 #include "MessageCodes.h"
 #include "MessageLink.h"
 #include "StatusBlock.h"
@@ -26,6 +25,11 @@ constexpr quint8 closed = 1;
 
 /// General data up to the refusal, which a clock of any family sends.
 constexpr qsizetype shortestGeneralData = 5;
+
+bool isGeneralData(quint8 code, const QByteArray& body)
+{
+    return isAccepted(selector::GeneralData, code, body) && body.size() >= shortestGeneralData;
+}
 
 } // namespace
 
@@ -96,23 +100,21 @@ void ConnectionWorkflow::identificacion(bool open)
     body.append(static_cast<char>(open ? number : ~number));
     mntIdentificacion.request(
         m_link, messagecode::Identification, body,
+        std::bind_front(&ConnectionWorkflow::isGoodIdentification, this),
         std::bind_front(&ConnectionWorkflow::mntIdentificacion_Recibido, this));
 }
 
 void ConnectionWorkflow::SendGeneralDataRequest()
 {
     mntDatosXerais.request(m_link, messagecode::Read,
-                           QByteArray(1, static_cast<char>(selector::GeneralData)),
+                           QByteArray(1, static_cast<char>(selector::GeneralData)), isGeneralData,
                            std::bind_front(&ConnectionWorkflow::mntDatosXerais_Recibido, this));
 }
 
-void ConnectionWorkflow::mntIdentificacion_Recibido(quint8 code, const QByteArray& body,
-                                                    qint16 status)
+void ConnectionWorkflow::mntIdentificacion_Recibido(quint8 /*code*/, const QByteArray& /*body*/,
+                                                    LinkStatus status)
 {
-    mntIdentificacion.release();
-    if (status == linkstatus::Good)
-        status = checkedIdentification(code, body);
-    if (status == linkstatus::Good) {
+    if (status == LinkStatus::Good) {
         m_failedAttempts = 0;
         if (m_state == ConnectionState::Identifying) {
             m_log.Rexistra(u"Identificación aceptada"_s, false);
@@ -132,48 +134,43 @@ void ConnectionWorkflow::mntIdentificacion_Recibido(quint8 code, const QByteArra
 
 void ConnectionWorkflow::requestClosing() { m_state = ConnectionState::Closing; }
 
-qint16 ConnectionWorkflow::checkedIdentification(quint8 code, const QByteArray& body) const
+bool ConnectionWorkflow::isGoodIdentification(quint8 code, const QByteArray& body) const
 {
     if (!isAnswerOf(selector::Identification, code, body))
-        return linkstatus::WrongAnswer;
-    if (m_state == ConnectionState::Identifying && byteAt(body, 1) != accepted)
-        return linkstatus::WrongAnswer;
-    if (m_state == ConnectionState::Closing && byteAt(body, 1) != closed)
-        return linkstatus::WrongAnswer;
-    return linkstatus::Good;
+        return false;
+    if (m_state == ConnectionState::Identifying)
+        return byteAt(body, 1) == accepted;
+    return m_state != ConnectionState::Closing || byteAt(body, 1) == closed;
 }
 
-void ConnectionWorkflow::mntDatosXerais_Recibido(quint8 code, const QByteArray& body, qint16 status)
+void ConnectionWorkflow::mntDatosXerais_Recibido(quint8 /*code*/, const QByteArray& body,
+                                                 LinkStatus status)
 {
-    mntDatosXerais.release();
-    const qint16 delivered = status;
-    if (status == linkstatus::Good)
-        status = checkedGeneralData(code, body);
-    if (status == linkstatus::Good) {
+    if (status == LinkStatus::Good)
+        status = checkedGeneralData(body);
+    if (status == LinkStatus::Good) {
         m_failedAttempts = 0;
         takeGeneralData(body);
     } else if (++m_failedAttempts >= mostFailures) {
         m_failedAttempts = 0;
         m_state = ConnectionState::Identifying;
     }
-    if (delivered == linkstatus::ConnectionOver) {
+    if (status == LinkStatus::ConnectionOver) {
         m_state = ConnectionState::Disconnected;
         ConnectionEnded();
     }
 }
 
-qint16 ConnectionWorkflow::checkedGeneralData(quint8 code, const QByteArray& body)
+LinkStatus ConnectionWorkflow::checkedGeneralData(const QByteArray& body)
 {
-    if (!isAccepted(selector::GeneralData, code, body) || body.size() < shortestGeneralData)
-        return linkstatus::WrongAnswer;
     const StatusBlock block(body);
     if (block.refusal() != 0)
-        return linkstatus::Refused;
+        return LinkStatus::Refused;
     // Every type is taken, those that no clock of the maker has included.
     m_globais.DeviceType = block.deviceType();
     if (block.deviceType() == StatusBlock::familyType && !block.isFull())
-        return linkstatus::WrongAnswer;
-    return linkstatus::Good;
+        return LinkStatus::WrongAnswer;
+    return LinkStatus::Good;
 }
 
 void ConnectionWorkflow::takeGeneralData(const QByteArray& body)

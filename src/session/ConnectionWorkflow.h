@@ -49,8 +49,8 @@ public:
     /// connection, its complement to close it.
     void identificacion(bool open);
     void SendGeneralDataRequest();
-    void mntIdentificacion_Recibido(quint8 code, const QByteArray& body, qint16 status);
-    void mntDatosXerais_Recibido(quint8 code, const QByteArray& body, qint16 status);
+    void mntIdentificacion_Recibido(quint8 code, const QByteArray& body, LinkStatus status);
+    void mntDatosXerais_Recibido(quint8 code, const QByteArray& body, LinkStatus status);
 
     /// Takes leave by a closing identification, whose answer, good or bad, ends the connection. No
     /// command of the main window does so: Desconectar ends the link directly.
@@ -74,8 +74,8 @@ signals:
     void connectionStatusChanged(bool connected);
 
 private:
-    qint16 checkedIdentification(quint8 code, const QByteArray& body) const;
-    qint16 checkedGeneralData(quint8 code, const QByteArray& body);
+    bool isGoodIdentification(quint8 code, const QByteArray& body) const;
+    LinkStatus checkedGeneralData(const QByteArray& body);
     void takeGeneralData(const QByteArray& body);
     void ConnectionEstablished();
     void end(const QString& lastWords);

@@ -1,3 +1,4 @@
+#include "Answer.h"
 #include "Exchange.h"
 #include "LinkFixture.h"
 #include "ModemDialogue.h"
@@ -172,7 +173,8 @@ void TestMessageLinkConnection::endingClearsTheBusyFlagAndTheBoundExchange()
 {
     m_fixture->link.ArrancaConexion(false);
     Exchange exchange;
-    exchange.bind(m_fixture->link, [](quint8, const QByteArray&, qint16) { QFAIL("left over"); });
+    exchange.bind(m_fixture->link, isAnyAnswer,
+                  [](quint8, const QByteArray&, LinkStatus) { QFAIL("left over"); });
     QByteArray body;
     qint32 timeout = 0;
     m_fixture->link.Envia(5, body, timeout);

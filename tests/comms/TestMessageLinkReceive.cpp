@@ -1,3 +1,4 @@
+#include "Answer.h"
 #include "Exchange.h"
 #include "LinkFixture.h"
 
@@ -36,6 +37,10 @@ private slots:
     void requestSentFromATimeOutHandlerIsNotDisturbed();
     void connectionEndedFromTheHandlerStaysEnded();
     void answerReachesOnlyTheExchangeBoundLast();
+    void exchangeIsReleasedBeforeItsHandlerRuns();
+    void exchangeThatIsAskedAgainFromItsHandlerIsAnswered();
+    void answerThatIsNotOneToTheRequestIsDeliveredAsEight();
+    void answerOfABadStatusIsNotJudged();
     void handlerMayDestroyItsExchange();
     void exchangeDestroyedWhileWaitingHearsNothing();
     void exchangeOutlivesTheLink();
@@ -72,10 +77,9 @@ void TestMessageLinkReceive::cleanup()
 
 void TestMessageLinkReceive::request(Exchange& exchange, quint8 code, qint32 timeout)
 {
-    exchange.bind(m_fixture->link,
-                  [this, &exchange](quint8 answered, const QByteArray& body, qint16 status) {
-                      exchange.release();
-                      m_answers.append({answered, body, status});
+    exchange.bind(m_fixture->link, isAnyAnswer,
+                  [this](quint8 answered, const QByteArray& body, LinkStatus status) {
+                      m_answers.append({answered, body, qToUnderlying(status)});
                   });
     QByteArray body;
     m_fixture->link.Envia(code, body, timeout);
@@ -227,8 +231,7 @@ void TestMessageLinkReceive::secondFrameInTheSameChunkWaitsForNobody()
 void TestMessageLinkReceive::linkIsBusyUntilTheHandlerHasReturned()
 {
     bool busy = false;
-    m_exchange.bind(m_fixture->link, [&](quint8, const QByteArray&, qint16) {
-        m_exchange.release();
+    m_exchange.bind(m_fixture->link, isAnyAnswer, [&](quint8, const QByteArray&, LinkStatus) {
         busy = m_fixture->link.Ocupado();
     });
     QByteArray body;
@@ -273,7 +276,8 @@ void TestMessageLinkReceive::lateAnswerAfterATimeOutReachesNobody()
     m_fixture->timeOut();
     m_answers.clear();
     Exchange next;
-    next.bind(m_fixture->link, [&](quint8, const QByteArray&, qint16) { QFAIL("not asked yet"); });
+    next.bind(m_fixture->link, isAnyAnswer,
+              [&](quint8, const QByteArray&, LinkStatus) { QFAIL("not asked yet"); });
     m_fixture->serie.arrive(QByteArray::fromHex("6802026801080916"));
     QVERIFY(m_answers.isEmpty());
     QVERIFY(!m_fixture->link.Ocupado());
@@ -294,10 +298,8 @@ void TestMessageLinkReceive::lateAnswerIsDroppedByTheNextRequest()
 void TestMessageLinkReceive::requestSentFromTheHandlerIsNotDisturbed()
 {
     Exchange second;
-    m_exchange.bind(m_fixture->link, [&](quint8, const QByteArray&, qint16) {
-        m_exchange.release();
-        request(second);
-    });
+    m_exchange.bind(m_fixture->link, isAnyAnswer,
+                    [&](quint8, const QByteArray&, LinkStatus) { request(second); });
     QByteArray body;
     qint32 timeout = 0;
     m_fixture->link.Envia(5, body, timeout);
@@ -312,10 +314,8 @@ void TestMessageLinkReceive::requestSentFromTheHandlerIsNotDisturbed()
 void TestMessageLinkReceive::requestSentFromATimeOutHandlerIsNotDisturbed()
 {
     Exchange second;
-    m_exchange.bind(m_fixture->link, [&](quint8, const QByteArray&, qint16) {
-        m_exchange.release();
-        request(second);
-    });
+    m_exchange.bind(m_fixture->link, isAnyAnswer,
+                    [&](quint8, const QByteArray&, LinkStatus) { request(second); });
     QByteArray body;
     qint32 timeout = 0;
     m_fixture->link.Envia(5, body, timeout);
@@ -327,8 +327,7 @@ void TestMessageLinkReceive::requestSentFromATimeOutHandlerIsNotDisturbed()
 
 void TestMessageLinkReceive::connectionEndedFromTheHandlerStaysEnded()
 {
-    m_exchange.bind(m_fixture->link, [&](quint8, const QByteArray&, qint16) {
-        m_exchange.release();
+    m_exchange.bind(m_fixture->link, isAnyAnswer, [&](quint8, const QByteArray&, LinkStatus) {
         m_fixture->link.RemataConexion();
     });
     QByteArray body;
@@ -343,7 +342,8 @@ void TestMessageLinkReceive::connectionEndedFromTheHandlerStaysEnded()
 void TestMessageLinkReceive::answerReachesOnlyTheExchangeBoundLast()
 {
     Exchange older;
-    older.bind(m_fixture->link, [](quint8, const QByteArray&, qint16) { QFAIL("replaced"); });
+    older.bind(m_fixture->link, isAnyAnswer,
+               [](quint8, const QByteArray&, LinkStatus) { QFAIL("replaced"); });
     request(m_exchange);
     QVERIFY(!older.isBound());
     QVERIFY(m_exchange.isBound());
@@ -352,13 +352,62 @@ void TestMessageLinkReceive::answerReachesOnlyTheExchangeBoundLast()
     QVERIFY(!m_exchange.isBound());
 }
 
+void TestMessageLinkReceive::exchangeIsReleasedBeforeItsHandlerRuns()
+{
+    bool bound = true;
+    m_exchange.request(
+        m_fixture->link, 5, {}, isAnyAnswer,
+        [&](quint8, const QByteArray&, LinkStatus) { bound = m_exchange.isBound(); });
+    QVERIFY(m_exchange.isBound());
+    m_fixture->serie.arrive(QByteArray::fromHex("6802026801080916"));
+    QVERIFY(!bound);
+}
+
+void TestMessageLinkReceive::exchangeThatIsAskedAgainFromItsHandlerIsAnswered()
+{
+    m_exchange.request(m_fixture->link, 5, {}, isAnyAnswer,
+                       [&](quint8, const QByteArray&, LinkStatus) { request(m_exchange); });
+    m_fixture->serie.arrive(QByteArray::fromHex("680303680108010a16"));
+    QVERIFY(m_exchange.isBound());
+    m_fixture->serie.arrive(QByteArray::fromHex("680303680108020b16"));
+    QCOMPARE(m_answers, (QList<Answer>{{8, QByteArray::fromHex("02"), 0}}));
+}
+
+void TestMessageLinkReceive::answerThatIsNotOneToTheRequestIsDeliveredAsEight()
+{
+    QList<int> statuses;
+    for (const char* answer :
+         {"68040468010802000b16", "68040468010802010c16", "68040468010803000c16"}) {
+        m_exchange.request(m_fixture->link, 5, {}, std::bind_front(isAccepted, quint8(2)),
+                           [&](quint8, const QByteArray&, LinkStatus status) {
+                               statuses << qToUnderlying(status);
+                           });
+        m_fixture->serie.arrive(QByteArray::fromHex(answer));
+    }
+    QCOMPARE(statuses, (QList<int>{0, 8, 8}));
+}
+
+void TestMessageLinkReceive::answerOfABadStatusIsNotJudged()
+{
+    int judged = 0;
+    const auto isGood = [&](quint8, const QByteArray&) { return ++judged < 0; };
+    m_exchange.request(m_fixture->link, 5, {}, isGood,
+                       [&](quint8 code, const QByteArray& body, LinkStatus status) {
+                           m_answers.append({code, body, qToUnderlying(status)});
+                       });
+    m_fixture->serie.arrive(QByteArray::fromHex("6802026801080a16"));
+    QCOMPARE(m_answers, (QList<Answer>{{8, QByteArray(), 4}}));
+    QCOMPARE(judged, 0);
+}
+
 void TestMessageLinkReceive::handlerMayDestroyItsExchange()
 {
     auto exchange = std::make_unique<Exchange>();
-    exchange->bind(m_fixture->link, [&](quint8 code, const QByteArray& body, qint16 status) {
-        exchange.reset();
-        m_answers.append({code, body, status});
-    });
+    exchange->bind(m_fixture->link, isAnyAnswer,
+                   [&](quint8 code, const QByteArray& body, LinkStatus status) {
+                       exchange.reset();
+                       m_answers.append({code, body, qToUnderlying(status)});
+                   });
     QByteArray body;
     qint32 timeout = 0;
     m_fixture->link.Envia(5, body, timeout);

@@ -1,3 +1,4 @@
+#include "Answer.h"
 #include "Exchange.h"
 #include "LinkFixture.h"
 
@@ -151,11 +152,11 @@ void TestMessageLinkSend::closedPortAnswersElevenAtOnceAndChangesNothing()
     Exchange exchange;
     QList<QByteArray> bodies;
     QList<int> facts;
-    exchange.bind(m_fixture->link, [&](quint8 code, const QByteArray& body, qint16 status) {
-        exchange.release();
-        facts << code << status;
-        bodies << body;
-    });
+    exchange.bind(m_fixture->link, isAnyAnswer,
+                  [&](quint8 code, const QByteArray& body, LinkStatus status) {
+                      facts << code << qToUnderlying(status);
+                      bodies << body;
+                  });
     QByteArray body = QByteArray::fromHex("0102") + QByteArray(600, 'x');
     qint32 timeout = 0;
     m_fixture->link.Envia(137, body, timeout);

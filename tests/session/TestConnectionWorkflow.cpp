@@ -302,7 +302,7 @@ void TestConnectionWorkflow::identifyingAgainKeepsTheConnectionEstablished()
 void TestConnectionWorkflow::statusSixEndsTheConnection()
 {
     establish();
-    m_workflow->mntDatosXerais_Recibido(8, LinkFixture::fullBlock(), linkstatus::ConnectionOver);
+    m_workflow->mntDatosXerais_Recibido(8, LinkFixture::fullBlock(), LinkStatus::ConnectionOver);
     QCOMPARE(m_workflow->state(), ConnectionState::Disconnected);
     QCOMPARE(m_fixture->log.lines, QStringList{u"Conexión interrumpida"_s});
 }

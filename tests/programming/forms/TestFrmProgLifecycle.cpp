@@ -1,3 +1,4 @@
+#include "Answer.h"
 #include "Files.h"
 #include "ProgWindow.h"
 
@@ -321,13 +322,8 @@ void TestFrmProgLifecycle::sendingGoesOnWhileTheMainWindowPolls()
         }
         void ProcesoDiferido() override
         {
-            polling.bind(fixture.link, [this](quint8, const QByteArray&, qint16) {
-                polling.release();
-                ++answers;
-            });
-            QByteArray body(1, '\0');
-            qint32 timeout = 0;
-            fixture.link.Envia(137, body, timeout);
+            polling.request(fixture.link, 137, QByteArray(1, '\0'), isAnyAnswer,
+                            [this](quint8, const QByteArray&, LinkStatus) { ++answers; });
         }
         LinkFixture& fixture;
         Exchange polling;
