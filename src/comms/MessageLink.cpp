@@ -3,6 +3,7 @@
 #include "AnswerReceiver.h"
 #include "CommSettings.h"
 #include "IntervalTimer.h"
+#include "MessageCodes.h"
 #include "ModemDialogue.h"
 #include "Pause.h"
 #include "SerialPort.h"
@@ -12,25 +13,22 @@
 
 #include <utility>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
-constexpr quint8 identificationCode = 1;
 /// The bit that alternates from request to request, so that the clock can tell a repetition.
 constexpr quint8 toggleBit = 0x10;
 /// The clock wakes at a lone first byte; before an identification it wants a gap after it.
 constexpr std::chrono::milliseconds pauseBeforeFrame{4};
 constexpr std::chrono::milliseconds pauseAfterWakingByte{50};
 
-/// 576 characters of 10 bits, in milliseconds times bits per second.
+/// 576 characters of 10 bits, times the milliseconds of a second.
 constexpr qint32 answerBits = 5760000;
-constexpr qint32 directMargin = 200;
-constexpr qint32 modemMargin = 4000;
+constexpr std::chrono::milliseconds directMargin{200};
+constexpr std::chrono::milliseconds modemMargin{4000};
 
-/// The longest interval of the timer; what exceeds it is waited in whole periods.
-constexpr qint32 timerMask = 0x7FFF;
-constexpr qint32 timerPeriod = 32768;
+/// The longest interval of the timer is 32767 ms.
+constexpr qint64 timerMask = 0x7FFF;
+constexpr std::chrono::milliseconds timerRange{32768};
 
 } // namespace
 
@@ -38,18 +36,16 @@ MessageLink::MessageLink(SerialPort& commSerie, SerialPort& commModem,
                          IntervalTimer& tmrTemporizador, Pause& pause, const CommSettings& settings,
                          QObject* parent)
     : QObject(parent),
-      m_commSerie(commSerie),
-      m_commModem(commModem),
+      m_ports(commSerie, commModem, settings),
       m_timer(tmrTemporizador),
       m_pause(pause),
       m_settings(settings)
 {
     m_timer.setEnabled(false);
     connect(&m_timer, &IntervalTimer::tick, this, &MessageLink::timerTick);
-    for (SerialPort* port : {&m_commSerie, &m_commModem}) {
+    connect(&m_ports, &LinkPorts::VisualizaPorto, this, &MessageLink::VisualizaPorto);
+    for (SerialPort* port : {&commSerie, &commModem})
         connect(port, &SerialPort::received, this, [this, port] { portReceived(*port); });
-        connect(port, &SerialPort::lost, this, [this, port] { portLost(*port); });
-    }
 }
 
 void MessageLink::release(const AnswerReceiver& receiver)
@@ -60,7 +56,7 @@ void MessageLink::release(const AnswerReceiver& receiver)
 
 void MessageLink::Envia(quint8 code, QByteArray& body, qint32& timeout)
 {
-    SerialPort& port = selectedPort();
+    SerialPort& port = m_ports.inUse();
     if (!port.isOpen()) {
         deliver(code, body, LinkStatus::PortClosed);
         return;
@@ -69,7 +65,7 @@ void MessageLink::Envia(quint8 code, QByteArray& body, qint32& timeout)
     ++m_generation;
     m_busy = true;
     m_toggle = !m_toggle;
-    if (code != identificationCode && m_toggle)
+    if (code != messagecode::Identification && m_toggle)
         code |= toggleBit;
     if (body.size() > frame::maximumData)
         body.truncate(frame::maximumData);
@@ -84,14 +80,20 @@ void MessageLink::Envia(quint8 code, QByteArray& body, qint32& timeout)
 
     m_pause.Wait(pauseBeforeFrame, false);
     port.write(encoded.start);
-    if (code == identificationCode)
+    if (code == messagecode::Identification)
         m_pause.Wait(pauseAfterWakingByte, false);
     port.write(encoded.rest);
 
     if (timeout == 0)
-        timeout = m_modem ? answerBits / m_settings.modemBitRate() + modemMargin
-                          : answerBits / m_settings.directBitRate() + directMargin;
+        timeout = static_cast<qint32>(answerTime().count());
     armTimer(timeout);
+}
+
+std::chrono::milliseconds MessageLink::answerTime() const
+{
+    return m_ports.isModemInUse()
+               ? std::chrono::milliseconds(answerBits / m_settings.modemBitRate()) + modemMargin
+               : std::chrono::milliseconds(answerBits / m_settings.directBitRate()) + directMargin;
 }
 
 quint8 MessageLink::estacion() const { return m_settings.estacion(); }
@@ -106,15 +108,9 @@ void MessageLink::ArrancaConexion(bool throughModem)
         m_modemDialogue->ended();
     forgetRequest();
     setState(LinkState::Idle);
-    m_savedModem.reset();
     m_connected = true;
-    m_modem = throughModem;
-    if (throughModem)
-        m_commSerie.close();
-    else
-        closeModemPort();
-    openSelectedPort();
-    if (throughModem && m_commModem.isOpen() && m_modemDialogue)
+    const bool isOpen = m_ports.open(throughModem);
+    if (throughModem && isOpen && m_modemDialogue)
         waitWhileDialling();
 }
 
@@ -139,12 +135,11 @@ void MessageLink::RemataConexion()
 {
     forgetRequest();
     m_receiver = nullptr;
-    m_commSerie.close();
-    closeModemPort();
+    m_ports.close();
     setState(LinkState::Idle);
     if (m_modemDialogue)
         m_modemDialogue->ended();
-    emit VisualizaPorto(QString(), QString());
+    m_ports.showNone();
     if (std::exchange(m_connected, false))
         emit connectionEnded();
 }
@@ -152,41 +147,6 @@ void MessageLink::RemataConexion()
 bool MessageLink::isModemPhase() const
 {
     return m_state >= LinkState::ScriptCommand && m_state <= LinkState::Dialling;
-}
-
-void MessageLink::ApplySettings()
-{
-    const bool wasOpen = m_commSerie.isOpen() || m_commModem.isOpen();
-    m_commSerie.close();
-    m_commSerie.setPortNumber(m_settings.directPortNumber());
-    m_commSerie.setSettings(m_settings.directLine());
-    m_commSerie.setDtrEnabled(m_settings.isDirectDtrOn());
-    m_commSerie.setRtsEnabled(m_settings.isDirectRtsOn());
-    m_commModem.close();
-    m_commModem.setPortNumber(m_settings.modemPortNumber());
-    m_commModem.setSettings(m_settings.modemLine());
-    m_commModem.setDtrEnabled(true);
-    m_commModem.setRtsEnabled(false);
-    if (wasOpen)
-        openSelectedPort();
-}
-
-bool MessageLink::OpenModemPort()
-{
-    if (!m_commModem.isOpen()) {
-        // Kept from the first borrowing on, whatever comes of later attempts.
-        if (!m_savedModem)
-            m_savedModem = m_modem;
-        m_modem = true;
-        openSelectedPort();
-    }
-    return m_commModem.isOpen();
-}
-
-void MessageLink::restoreConnectionType()
-{
-    m_modem = m_savedModem.value_or(m_modem);
-    m_savedModem.reset();
 }
 
 void MessageLink::enterModemPhase(LinkState phase)
@@ -202,42 +162,15 @@ void MessageLink::leaveModemPhase()
     setState(LinkState::Idle);
 }
 
-void MessageLink::armTimer(qint32 milliseconds)
+void MessageLink::armTimer(std::chrono::milliseconds time)
 {
     m_timer.setEnabled(false);
-    m_timer.setInterval(std::chrono::milliseconds(milliseconds & timerMask));
-    m_periodsLeft = milliseconds / timerPeriod;
+    m_timer.setInterval(std::chrono::milliseconds(time.count() & timerMask));
+    m_ticksLeft = time / timerRange;
     m_timer.setEnabled(true);
 }
 
 void MessageLink::stopTimer() { m_timer.setEnabled(false); }
-
-SerialPort& MessageLink::selectedPort() const { return m_modem ? m_commModem : m_commSerie; }
-
-void MessageLink::openSelectedPort()
-{
-    SerialPort& port = selectedPort();
-    if (!port.isOpen())
-        port.open();
-    showSelectedPort(port.isOpen() ? port.deviceName() : port.openError());
-}
-
-void MessageLink::showSelectedPort(const QString& toolTip)
-{
-    const SerialPort& port = selectedPort();
-    emit VisualizaPorto(u"COM%1,%2"_s.arg(port.portNumber()).arg(port.settings().toUpper()),
-                        toolTip);
-}
-
-void MessageLink::closeModemPort()
-{
-    if (!m_commModem.isOpen())
-        return;
-    // The drop of DTR is what makes the modem hang up.
-    m_commModem.setDtrEnabled(false);
-    m_commModem.setDtrEnabled(true);
-    m_commModem.close();
-}
 
 void MessageLink::forgetRequest()
 {
@@ -265,7 +198,7 @@ void MessageLink::portReceived(SerialPort& port)
     case LinkState::PinQuery:
     case LinkState::SignalQuery:
     case LinkState::Dialling:
-        if (&port == &m_commModem && m_modemDialogue)
+        if (&port == &m_ports.modem() && m_modemDialogue)
             m_modemDialogue->received(port);
         return;
     case LinkState::HeaderHunt: huntHeader(port); return;
@@ -275,7 +208,7 @@ void MessageLink::portReceived(SerialPort& port)
 
 void MessageLink::huntHeader(SerialPort& port)
 {
-    if (&port != &selectedPort())
+    if (&port != &m_ports.inUse())
         return;
     port.setReadLength(1);
     while (port.inputCount() > 0) {
@@ -292,7 +225,7 @@ void MessageLink::huntHeader(SerialPort& port)
 
 void MessageLink::takeBody(SerialPort& port)
 {
-    if (&port != &selectedPort() || port.inputCount() < m_header.bytesToCome())
+    if (&port != &m_ports.inUse() || port.inputCount() < m_header.bytesToCome())
         return;
     stopTimer();
     port.setReadLength(m_header.bytesToCome());
@@ -313,8 +246,8 @@ void MessageLink::takeBody(SerialPort& port)
 
 void MessageLink::timerTick()
 {
-    if (m_periodsLeft >= 1) {
-        --m_periodsLeft;
+    if (m_ticksLeft >= 1) {
+        --m_ticksLeft;
         return;
     }
     stopTimer();
@@ -329,7 +262,7 @@ void MessageLink::timerTick()
 
 void MessageLink::answerTimedOut()
 {
-    SerialPort& port = selectedPort();
+    SerialPort& port = m_ports.inUse();
     if (port.isOpen()) {
         port.setReadLength(0);
         m_receivedData = port.read();
@@ -337,12 +270,6 @@ void MessageLink::answerTimedOut()
     // The code is that of the frame received last, which with status 1 nobody looks at.
     if (deliver(m_receivedCode, m_receivedData, LinkStatus::TimeOut))
         setState(LinkState::Idle);
-}
-
-void MessageLink::portLost(SerialPort& port)
-{
-    if (&port == &selectedPort())
-        showSelectedPort(u"Se ha perdido el puerto %1"_s.arg(port.deviceName()));
 }
 
 bool MessageLink::deliver(quint8 code, const QByteArray& body, LinkStatus status)

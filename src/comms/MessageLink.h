@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Frame.h"
+#include "LinkPorts.h"
 #include "LinkState.h"
 #include "LinkStatus.h"
 
@@ -8,7 +9,7 @@
 #include <QObject>
 #include <QString>
 
-#include <optional>
+#include <chrono>
 
 class AnswerReceiver;
 class CommSettings;
@@ -36,7 +37,8 @@ public:
 
     /// Sends a request; the answer comes to the bound receiver, within this call with status 11
     /// when the port is closed. `body` is cut to 509 bytes. `timeout` in milliseconds; 0 is
-    /// replaced by the time that the line's speed asks for. A multiple of 32768 never ends.
+    /// replaced by the time that the line's speed asks for. A multiple of 32768 never ends. It is a
+    /// plain number because it is the system's: written back, and taken apart by its 15 low bits.
     void Envia(quint8 code, QByteArray& body, qint32& timeout);
     /// From the sending of a request until its answer is delivered, its time is out or the
     /// connection has ended. The modem's command phases do not count.
@@ -63,24 +65,26 @@ public:
     bool isModemPhase() const;
 
     /// Puts the settings into the two ports; reopens the one in use if either was open.
-    void ApplySettings();
-    const SerialPort& directPort() const { return m_commSerie; }
-    const SerialPort& modemPort() const { return m_commModem; }
+    void ApplySettings() { m_ports.ApplySettings(); }
+    const SerialPort& directPort() const { return m_ports.direct(); }
+    const SerialPort& modemPort() const { return m_ports.modem(); }
 
     // What the modem's side of the communications needs of the link.
 
     void setModemDialogue(ModemDialogue* dialogue) { m_modemDialogue = dialogue; }
     /// Opens the modem's port unless it is open, and makes it the one in use; whether it is open.
-    bool OpenModemPort();
+    bool OpenModemPort() { return m_ports.borrowModem(); }
     /// Back to the kind of connection in force before OpenModemPort borrowed the port.
-    void restoreConnectionType();
+    void restoreConnectionType() { m_ports.giveModemBack(); }
     /// Enters a command phase (1 to 6); a request still awaiting its answer is forgotten.
     void enterModemPhase(LinkState phase);
     /// Back to idle, with the timer stopped.
     void leaveModemPhase();
-    /// The wait of a command phase or an answer: above 32767 ms it is (periods + 1) times the low
-    /// 15 bits; 0 stops the timer.
-    void armTimer(qint32 milliseconds);
+    /// The wait of a command phase or an answer: of a count of milliseconds above 32767 the low 15
+    /// bits are the length of a tick, and the rest is how many ticks go before the last; a length
+    /// of 0 stops the timer.
+    void armTimer(std::chrono::milliseconds time);
+    void armTimer(qint32 milliseconds) { armTimer(std::chrono::milliseconds(milliseconds)); }
     void stopTimer();
 
 signals:
@@ -94,26 +98,21 @@ signals:
     void connectionEnded();
 
 private:
-    SerialPort& selectedPort() const;
-    void openSelectedPort();
-    void showSelectedPort(const QString& toolTip);
-    void closeModemPort();
     void forgetRequest();
     void setState(LinkState state);
     void waitWhileDialling();
+    std::chrono::milliseconds answerTime() const;
 
     void portReceived(SerialPort& port);
     void huntHeader(SerialPort& port);
     void takeBody(SerialPort& port);
     void timerTick();
     void answerTimedOut();
-    void portLost(SerialPort& port);
     /// Hands the answer to the bound receiver, which is released first. False when the link has
     /// gone on to something else (or is gone itself) by the time the receiver returns.
     bool deliver(quint8 code, const QByteArray& body, LinkStatus status);
 
-    SerialPort& m_commSerie;
-    SerialPort& m_commModem;
+    LinkPorts m_ports;
     IntervalTimer& m_timer;
     Pause& m_pause;
     const CommSettings& m_settings;
@@ -122,9 +121,6 @@ private:
     AnswerReceiver* m_receiver = nullptr;
     LinkState m_state = LinkState::Idle;
     bool m_busy = false;
-    bool m_modem = false;
-    /// The modem flag as it was before the mini terminal borrowed the modem's port.
-    std::optional<bool> m_savedModem;
     bool m_toggle = false;
     bool m_starting = false;
     bool m_connected = false;
@@ -132,7 +128,8 @@ private:
     frame::Header m_header;
     quint8 m_receivedCode = 0;
     QByteArray m_receivedData;
-    int m_periodsLeft = 0;
+    /// Ticks of the timer that go before the one that ends the wait.
+    qint64 m_ticksLeft = 0;
     /// Counts what begins and ends, so that what follows a handler's return can tell whether the
     /// request it belongs to is still the current one.
     quint32 m_generation = 0;

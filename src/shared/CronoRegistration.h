@@ -5,7 +5,7 @@
 #include <QPointer>
 
 /// A client's place in the timer service, from construction to destruction, so that no way out of a
-/// window can forget to leave.
+/// window can forget to leave. Periods count ticks of the timer service.
 class CronoRegistration {
 public:
     /// The shortest period.

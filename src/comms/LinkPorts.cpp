@@ -1,0 +1,98 @@
+#include "LinkPorts.h"
+
+#include "CommSettings.h"
+#include "SerialPort.h"
+
+using namespace Qt::StringLiterals;
+
+LinkPorts::LinkPorts(SerialPort& commSerie, SerialPort& commModem, const CommSettings& settings,
+                     QObject* parent)
+    : QObject(parent), m_commSerie(commSerie), m_commModem(commModem), m_settings(settings)
+{
+    for (SerialPort* port : {&m_commSerie, &m_commModem})
+        connect(port, &SerialPort::lost, this, [this, port] { portLost(*port); });
+}
+
+bool LinkPorts::open(bool throughModem)
+{
+    m_savedThroughModem.reset();
+    m_throughModem = throughModem;
+    if (throughModem)
+        m_commSerie.close();
+    else
+        closeModem();
+    openInUse();
+    return inUse().isOpen();
+}
+
+void LinkPorts::close()
+{
+    m_commSerie.close();
+    closeModem();
+}
+
+void LinkPorts::ApplySettings()
+{
+    const bool wasOpen = m_commSerie.isOpen() || m_commModem.isOpen();
+    m_commSerie.close();
+    m_commSerie.setPortNumber(m_settings.directPortNumber());
+    m_commSerie.setSettings(m_settings.directLine());
+    m_commSerie.setDtrEnabled(m_settings.isDirectDtrOn());
+    m_commSerie.setRtsEnabled(m_settings.isDirectRtsOn());
+    m_commModem.close();
+    m_commModem.setPortNumber(m_settings.modemPortNumber());
+    m_commModem.setSettings(m_settings.modemLine());
+    m_commModem.setDtrEnabled(true);
+    m_commModem.setRtsEnabled(false);
+    if (wasOpen)
+        openInUse();
+}
+
+bool LinkPorts::borrowModem()
+{
+    if (!m_commModem.isOpen()) {
+        // Kept from the first borrowing on, whatever comes of later attempts.
+        if (!m_savedThroughModem)
+            m_savedThroughModem = m_throughModem;
+        m_throughModem = true;
+        openInUse();
+    }
+    return m_commModem.isOpen();
+}
+
+void LinkPorts::giveModemBack()
+{
+    m_throughModem = m_savedThroughModem.value_or(m_throughModem);
+    m_savedThroughModem.reset();
+}
+
+void LinkPorts::openInUse()
+{
+    SerialPort& port = inUse();
+    if (!port.isOpen())
+        port.open();
+    show(port.isOpen() ? port.deviceName() : port.openError());
+}
+
+void LinkPorts::show(const QString& toolTip)
+{
+    const SerialPort& port = inUse();
+    emit VisualizaPorto(u"COM%1,%2"_s.arg(port.portNumber()).arg(port.settings().toUpper()),
+                        toolTip);
+}
+
+void LinkPorts::closeModem()
+{
+    if (!m_commModem.isOpen())
+        return;
+    // The drop of DTR is what makes the modem hang up.
+    m_commModem.setDtrEnabled(false);
+    m_commModem.setDtrEnabled(true);
+    m_commModem.close();
+}
+
+void LinkPorts::portLost(SerialPort& port)
+{
+    if (&port == &inUse())
+        show(u"Se ha perdido el puerto %1"_s.arg(port.deviceName()));
+}
