@@ -2,13 +2,17 @@
 #include "Program.h"
 #include "Spanish.h"
 #include "SystemEnvironment.h"
+#include "TraceFile.h"
 #include "WidgetDialogs.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QMessageBox>
 #include <QTranslator>
 
 #include <algorithm>
+#include <cstdio>
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -28,21 +32,45 @@ bool asksForText(int argc, char** argv)
     });
 }
 
+struct Options {
+    /// The file that --trace names.
+    std::optional<QString> trace;
+};
+
 // The parser itself ends the process where there is a text to print.
-void readCommandLine(const QCoreApplication& application)
+Options readCommandLine(const QCoreApplication& application)
 {
+    const QCommandLineOption trace(
+        u"trace"_s, u"Escribe en <archivo>, para el servicio técnico, lo que pasa por la línea."_s,
+        u"archivo"_s);
     QCommandLineParser parser;
     parser.setApplicationDescription(
         u"Control de los relojes programadores de señales HCT-7200 y HCT-7300."_s);
     parser.addHelpOption();
     parser.addVersionOption();
+    parser.addOption(trace);
     parser.process(application);
+    Options options;
+    if (parser.isSet(trace))
+        options.trace = parser.value(trace);
+    return options;
+}
+
+// On Windows a program with windows has no standard error.
+void tellError(const QString& text)
+{
+#ifdef Q_OS_WIN
+    QMessageBox::critical(nullptr, u"HCT"_s, text);
+#else
+    std::fprintf(stderr, "%s\n", qPrintable(text));
+#endif
 }
 
 } // namespace
 
 int main(int argc, char* argv[])
 {
+    const auto programStart = std::chrono::steady_clock::now();
     nameApplication();
     QTranslator toolkit;
     if (asksForText(argc, argv)) {
@@ -54,8 +82,17 @@ int main(int argc, char* argv[])
 
     QApplication application(argc, argv);
     speakSpanish(toolkit);
-    readCommandLine(application);
+    const Options options = readCommandLine(application);
     QGuiApplication::setDesktopFileName(u"hct"_s);
+
+    std::optional<TraceFile> trace;
+    if (options.trace) {
+        trace.emplace(*options.trace, programStart);
+        if (!trace->isOpen()) {
+            tellError(trace->error());
+            return 1;
+        }
+    }
 
     SystemEnvironment system;
     WidgetDialogs dialogs;

@@ -1,5 +1,6 @@
 #include "Exchange.h"
 
+#include "LinkTrace.h"
 #include "MessageLink.h"
 
 #include <utility>
@@ -36,8 +37,10 @@ bool Exchange::isBound() const { return m_link && m_link->isBound(*this); }
 
 void Exchange::Recibido(quint8 code, const QByteArray& body, LinkStatus status)
 {
-    if (status == LinkStatus::Good && !m_isGood(code, body))
+    if (status == LinkStatus::Good && !m_isGood(code, body)) {
         status = LinkStatus::WrongAnswer;
+        qCDebug(linkEvents, "answer not good: status %d", qToUnderlying(status));
+    }
     // The handler may ask again, and may destroy this exchange.
     const Handler handler = std::move(m_handler);
     release();

@@ -37,6 +37,17 @@ Encoded encode(quint8 station, quint8 code, const QByteArray& data)
     return {QByteArray(1, start), rest};
 }
 
+QByteArray Header::bytes() const
+{
+    const char start = static_cast<char>(length < 256 ? shortStart : longStart);
+    const char lengthByte = static_cast<char>(length & 0xFF);
+    return QByteArray()
+        .append(start)
+        .append(2, lengthByte)
+        .append(start)
+        .append(static_cast<char>(station));
+}
+
 std::optional<Header> HeaderHunter::take(quint8 byte)
 {
     std::shift_left(m_window.begin(), m_window.end(), 1);

@@ -45,6 +45,8 @@ struct Header {
 
     /// Code, data, checksum and end byte are still to come.
     int bytesToCome() const { return length + 1; }
+    /// The five bytes as they were received.
+    QByteArray bytes() const;
 };
 
 /// Finds a frame's header in what the line delivers, whatever the chunks.

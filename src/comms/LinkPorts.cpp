@@ -1,9 +1,27 @@
 #include "LinkPorts.h"
 
 #include "CommSettings.h"
+#include "LinkTrace.h"
 #include "SerialPort.h"
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// "COM1,9600,N,8,1".
+QString description(const SerialPort& port)
+{
+    return u"COM%1,%2"_s.arg(port.portNumber()).arg(port.settings().toUpper());
+}
+
+void closeAndTell(SerialPort& port)
+{
+    if (port.isOpen())
+        qCDebug(linkEvents).noquote() << "closed" << description(port);
+    port.close();
+}
+
+} // namespace
 
 LinkPorts::LinkPorts(SerialPort& commSerie, SerialPort& commModem, const CommSettings& settings,
                      QObject* parent)
@@ -18,7 +36,7 @@ bool LinkPorts::open(bool throughModem)
     m_savedThroughModem.reset();
     m_throughModem = throughModem;
     if (throughModem)
-        m_commSerie.close();
+        closeAndTell(m_commSerie);
     else
         closeModem();
     openInUse();
@@ -27,19 +45,19 @@ bool LinkPorts::open(bool throughModem)
 
 void LinkPorts::close()
 {
-    m_commSerie.close();
+    closeAndTell(m_commSerie);
     closeModem();
 }
 
 void LinkPorts::ApplySettings()
 {
     const bool wasOpen = m_commSerie.isOpen() || m_commModem.isOpen();
-    m_commSerie.close();
+    closeAndTell(m_commSerie);
     m_commSerie.setPortNumber(m_settings.directPortNumber());
     m_commSerie.setSettings(m_settings.directLine());
     m_commSerie.setDtrEnabled(m_settings.isDirectDtrOn());
     m_commSerie.setRtsEnabled(m_settings.isDirectRtsOn());
-    m_commModem.close();
+    closeAndTell(m_commModem);
     m_commModem.setPortNumber(m_settings.modemPortNumber());
     m_commModem.setSettings(m_settings.modemLine());
     m_commModem.setDtrEnabled(true);
@@ -69,17 +87,18 @@ void LinkPorts::giveModemBack()
 void LinkPorts::openInUse()
 {
     SerialPort& port = inUse();
-    if (!port.isOpen())
+    if (!port.isOpen()) {
         port.open();
+        if (port.isOpen())
+            qCDebug(linkEvents).noquote() << "opened" << description(port) << port.deviceName();
+        else
+            qCDebug(linkEvents).noquote().nospace()
+                << "not opened " << description(port) << ": " << port.openError();
+    }
     show(port.isOpen() ? port.deviceName() : port.openError());
 }
 
-void LinkPorts::show(const QString& toolTip)
-{
-    const SerialPort& port = inUse();
-    emit VisualizaPorto(u"COM%1,%2"_s.arg(port.portNumber()).arg(port.settings().toUpper()),
-                        toolTip);
-}
+void LinkPorts::show(const QString& toolTip) { emit VisualizaPorto(description(inUse()), toolTip); }
 
 void LinkPorts::closeModem()
 {
@@ -88,11 +107,12 @@ void LinkPorts::closeModem()
     // The drop of DTR is what makes the modem hang up.
     m_commModem.setDtrEnabled(false);
     m_commModem.setDtrEnabled(true);
-    m_commModem.close();
+    closeAndTell(m_commModem);
 }
 
 void LinkPorts::portLost(SerialPort& port)
 {
+    qCDebug(linkEvents).noquote() << "lost" << description(port) << port.deviceName();
     if (&port == &inUse())
         show(u"Se ha perdido el puerto %1"_s.arg(port.deviceName()));
 }

@@ -3,6 +3,7 @@
 #include "AnswerReceiver.h"
 #include "CommSettings.h"
 #include "IntervalTimer.h"
+#include "LinkTrace.h"
 #include "MessageCodes.h"
 #include "ModemDialogue.h"
 #include "Pause.h"
@@ -83,6 +84,7 @@ void MessageLink::Envia(quint8 code, QByteArray& body, qint32& timeout)
     if (code == messagecode::Identification)
         m_pause.Wait(pauseAfterWakingByte, false);
     port.write(encoded.rest);
+    qCDebug(linkFrames, "sent %s", QByteArray(encoded.start + encoded.rest).toHex().constData());
 
     if (timeout == 0)
         timeout = static_cast<qint32>(answerTime().count());
@@ -184,6 +186,7 @@ void MessageLink::setState(LinkState state)
     if (m_state == state)
         return;
     m_state = state;
+    qCDebug(linkEvents, "state %d", qToUnderlying(state));
     if (state == LinkState::Idle)
         emit becameIdle();
 }
@@ -231,6 +234,7 @@ void MessageLink::takeBody(SerialPort& port)
     port.setReadLength(m_header.bytesToCome());
     const QByteArray rest = port.read();
     port.setReceiveThreshold(0);
+    qCDebug(linkFrames, "received %s", QByteArray(m_header.bytes() + rest).toHex().constData());
 
     m_receivedCode = static_cast<quint8>(rest.front());
     m_receivedData = rest.mid(1, m_header.length - 2);
@@ -274,6 +278,8 @@ void MessageLink::answerTimedOut()
 
 bool MessageLink::deliver(quint8 code, const QByteArray& body, LinkStatus status)
 {
+    qCDebug(linkEvents, "answer: code %d, %d bytes, status %d", code, static_cast<int>(body.size()),
+            qToUnderlying(status));
     AnswerReceiver* const receiver = std::exchange(m_receiver, nullptr);
     if (!receiver)
         return true;

@@ -46,6 +46,7 @@ void TestCommandLine::helpIsTold()
     const QString help = QString::fromLocal8Bit(m_program.readAllStandardOutput());
     QVERIFY(help.contains(u"Control de los relojes programadores de señales"_s));
     QVERIFY(help.contains(u"--version"_s));
+    QVERIFY(help.contains(u"--trace <archivo>"_s));
 }
 
 void TestCommandLine::unknownOptionIsRefused()

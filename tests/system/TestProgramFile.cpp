@@ -1,3 +1,4 @@
+#include "Files.h"
 #include "Processes.h"
 
 #include <QRegularExpression>
@@ -19,6 +20,8 @@ private slots:
     void endsInOrderOnASignal();
     void survivesTheEndOfItsTerminalUnderNohup();
     void startingWritesNothing();
+    void traceIsWrittenToTheFileThatIsNamed();
+    void traceThatCannotBeWrittenEndsTheProgram();
 
 private:
     void start(const QStringList& arguments) { m_program->start(QStringLiteral(HCT), arguments); }
@@ -127,6 +130,28 @@ bool TestProgramFile::isSignalIn(const char* set, int number) const
     const QRegularExpression masks(QString::fromLatin1(set) + u":\\s*([0-9a-f]+)"_s);
     const QString mask = masks.match(QString::fromLatin1(status.readAll())).captured(1);
     return (mask.toULongLong(nullptr, 16) & (1ULL << (number - 1))) != 0;
+}
+
+void TestProgramFile::traceIsWrittenToTheFileThatIsNamed()
+{
+    const QString path = m_home->filePath(u"traza.txt"_s);
+    start({u"--trace"_s, path});
+    QTRY_VERIFY_WITH_TIMEOUT(isUp(), processPatience);
+    const QString trace = QString::fromUtf8(contentsOf(path));
+    static const QRegularExpression line(u"^[0-9]+ hct 2\\.0\\.1, Qt 6\\.[^\\n]+\\n$"_s);
+    QVERIFY2(line.match(trace).hasMatch(), qPrintable(trace));
+    m_program->terminate();
+    QVERIFY(hasEnded(*m_program));
+}
+
+void TestProgramFile::traceThatCannotBeWrittenEndsTheProgram()
+{
+    const QString path = m_home->filePath(u"no/traza.txt"_s);
+    start({u"--trace"_s, path});
+    QVERIFY(hasEnded(*m_program));
+    QCOMPARE(m_program->exitCode(), 1);
+    const QString told = QString::fromLocal8Bit(m_program->readAllStandardError());
+    QVERIFY2(told.contains(u"No se puede escribir la traza en "_s + path), qPrintable(told));
 }
 
 QTEST_GUILESS_MAIN(TestProgramFile)
