@@ -1,16 +1,13 @@
 #include "CommSettings.h"
-#include "FakeDialogs.h"
 #include "FakePause.h"
 #include "FakeSerialPort.h"
 #include "FakeTimer.h"
 #include "MessageLink.h"
 #include "ModemControl.h"
-#include "modGlobais.h"
 
 #include <QCoreApplication>
 #include <QTemporaryDir>
 
-#include <algorithm>
 #include <cstdlib>
 
 using namespace Qt::StringLiterals;
@@ -38,31 +35,48 @@ struct Modem {
     FakeTimer timer;
     FakePause pause{clock};
     CommSettings settings;
-    modGlobais globais;
-    FakeDialogs dialogs;
     MessageLink link{serie, line, timer, pause, settings};
-    ModemControl control{link, line, settings, globais, dialogs};
+    ModemControl control{link, line, settings};
     QString terminal;
+    /// The answers, and how often there was something to acknowledge.
+    QString number;
+    QString script;
+    int timesBusy = 0;
+    int timesFailed = 0;
     QByteArray toCome;
     int portion = 1;
 
     explicit Modem(Meanwhile meanwhile)
     {
-        QObject::connect(&control, &ModemControl::terminalWritten, &control,
-                         [this](const QString& text) {
-                             // A batch of the echo, or one line of a script over it.
-                             require(text.size() <=
-                                     ModemControl::maximumResponse + ModemScript::maximumLine + 2);
-                             terminal += text;
-                         });
-        dialogs.whileUp = [this, meanwhile] {
+        QObject::connect(
+            &control, &ModemControl::terminalWritten, &control, [this](const QString& text) {
+                // A batch of the echo, or one line of a script over it.
+                require(text.size() <= ModemTranscript::batch + ModemScript::maximumLine + 2);
+                terminal += text;
+            });
+        answer(&ModemControl::numberWanted, meanwhile, [this] { control.dial(number); });
+        answer(&ModemControl::scriptWanted, meanwhile, [this] { control.runScript(script); });
+        answer(&ModemControl::lineFoundBusy, meanwhile, [this] {
+            ++timesBusy;
+            control.acknowledgeBusy();
+        });
+        answer(&ModemControl::failed, meanwhile, [this] {
+            ++timesFailed;
+            control.acknowledgeFailure();
+        });
+    }
+    template<typename Signal, typename Answer>
+    void answer(Signal question, Meanwhile meanwhile, Answer give)
+    {
+        QObject::connect(&control, question, &control, [this, meanwhile, give] {
             if (meanwhile == FurtherBytes)
                 arriveNext();
             else if (meanwhile == EndOfConnection)
                 link.RemataConexion();
             else if (meanwhile == LossOfPort)
                 line.vanish();
-        };
+            give();
+        });
     }
     void begin(Command command)
     {
@@ -76,11 +90,6 @@ struct Modem {
         case Initialise: control.ensureModemPort(); return control.start();
         case Type: return control.type("A");
         }
-    }
-    qsizetype boxes(Dialogs::Icon icon) const
-    {
-        return std::count_if(dialogs.boxes.begin(), dialogs.boxes.end(),
-                             [icon](const FakeDialogs::Box& box) { return box.icon == icon; });
     }
     void arriveNext()
     {
@@ -112,10 +121,9 @@ QString writeScript(QByteArray& input)
 
 } // namespace
 
-/// Whatever a modem replies in whatever portions, and whatever a script holds, each command ends
-/// with one box at most for a failure, and no digit of a code is shown. The first byte is the
-/// command, what happens while a box is up, and whether a number is dialled; the second the
-/// portions.
+/// Whatever a modem replies in whatever portions, and whatever a script holds, each command tells
+/// of one failure at most, and no digit of a code is shown. The first byte is the command, what
+/// happens before a question is answered, and whether a number is dialled; the second the portions.
 extern "C" int LLVMFuzzerTestOneInput(const quint8* data, std::size_t size)
 {
     static int argumentCount = 1;
@@ -131,11 +139,11 @@ extern "C" int LLVMFuzzerTestOneInput(const quint8* data, std::size_t size)
     const bool isCode = command == SendPin || command == SendPuk;
     Modem modem(meanwhile);
     if ((data[0] & 0x20) == 0)
-        modem.dialogs.texts = {u"600100200"_s};
+        modem.number = u"600100200"_s;
     if (isCode)
         input = withEcho(input, command == SendPuk);
     if (command == Script)
-        modem.dialogs.paths = {writeScript(input)};
+        modem.script = writeScript(input);
     modem.portion = data[1] + 1;
     modem.toCome = input;
     modem.begin(command);
@@ -148,8 +156,7 @@ extern "C" int LLVMFuzzerTestOneInput(const quint8* data, std::size_t size)
     for (std::size_t tick = 0; tick < size + 4 && modem.timer.isEnabled(); ++tick)
         modem.timer.fire();
     require(!modem.link.isModemPhase() && !modem.timer.isEnabled());
-    require(modem.boxes(Dialogs::Icon::Critical) <= 1);
-    require(modem.boxes(Dialogs::Icon::Warning) <= 1);
+    require(modem.timesFailed <= 1 && modem.timesBusy <= 1);
     if (isCode)
         require(!modem.terminal.contains(u'7') && !modem.terminal.contains(u'8'));
     return 0;

@@ -2,6 +2,7 @@
 
 #include "ApplicationIcon.h"
 #include "ModelWindows.h"
+#include "ModemQuestions.h"
 #include "frmAcerca.h"
 #include "frmInfo.h"
 #include "frmPortoSerie.h"
@@ -22,7 +23,9 @@ Program::Program(const Environment& environment, const Desktop& desktop)
     : m_desktop(desktop),
       m_area(new QMdiArea),
       m_log(new frmRexistroEstado(*m_area, environment.clock)),
-      m_session(std::make_unique<Session>(environment, *m_log, desktop.dialogs))
+      m_session(std::make_unique<Session>(environment, *m_log)),
+      m_modemQuestions(std::make_unique<ModemQuestions>(m_session->modem(), desktop.dialogs,
+                                                        environment.applicationDirectory))
 {
     m_communications =
         new frmPortoSerie(m_session->link(), m_session->modem(), m_session->settings(),

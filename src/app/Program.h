@@ -6,6 +6,7 @@
 #include <memory>
 
 class ModelWindows;
+class ModemQuestions;
 class QMdiArea;
 class frmPortoSerie;
 class frmPrincipal;
@@ -39,6 +40,7 @@ private:
     frmRexistroEstado* m_log;
     frmPortoSerie* m_communications;
     std::unique_ptr<Session> m_session;
+    std::unique_ptr<ModemQuestions> m_modemQuestions;
     std::unique_ptr<ModelWindows> m_models;
     std::unique_ptr<frmPrincipal> m_mainWindow;
 };

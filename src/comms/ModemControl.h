@@ -1,10 +1,10 @@
 #pragma once
 
-#include "Dialogs.h"
-#include "EchoMask.h"
 #include "LinkState.h"
+#include "ModemCommands.h"
 #include "ModemDialogue.h"
-#include "ModemScript.h"
+#include "ModemScriptRun.h"
+#include "ModemTranscript.h"
 
 #include <QByteArray>
 #include <QObject>
@@ -12,19 +12,24 @@
 
 class CommSettings;
 class MessageLink;
-struct modGlobais;
 
 /// Brings a modem from idle to a data call, and talks to it by hand: one AT command at a time, its
-/// replies gathered character by character and matched as parts of all that was received since.
+/// replies gathered character by character and judged on all that was received since.
 ///
 /// Replies are kept up to maximumResponse characters; of longer ones the oldest are dropped.
+///
+/// What it cannot decide it asks by a signal, and goes on when the answer is called, from within
+/// the signal or later. Until then what the modem says is shown but not judged, and no time runs
+/// out. The end of the connection, or another command, withdraws the question, and an answer that
+/// is not awaited is ignored. So who has several questions open answers the newest first, as boxes
+/// opened above one another do by themselves.
 class ModemControl final : public QObject, public ModemDialogue {
     Q_OBJECT
 public:
     static constexpr qsizetype maximumResponse = 4096;
 
     ModemControl(MessageLink& link, SerialPort& commModem, const CommSettings& settings,
-                 const modGlobais& globais, Dialogs& dialogs, QObject* parent = nullptr);
+                 QObject* parent = nullptr);
     ~ModemControl() override;
 
     // Each of these opens the modem's port where needed, or writes that it cannot be opened. While
@@ -32,7 +37,7 @@ public:
 
     void checkPin();
     void querySignal();
-    /// Asks for a script and runs it.
+    /// Asks for a script (scriptWanted) and runs it.
     void executeScript();
     /// What was typed in the mini terminal goes to the modem. Several characters go as one command:
     /// each command takes back what of the one before has not left yet.
@@ -43,64 +48,71 @@ public:
     /// overwrites its texts.
     void sendPin(const QByteArray& pin, const QByteArray& puk);
 
+    // The answers.
+
+    /// To numberWanted; an empty number ends the attempt.
+    void dial(const QString& number);
+    /// To lineFoundBusy; the call then fails.
+    void acknowledgeBusy();
+    /// To failed; the command is over then.
+    void acknowledgeFailure();
+    /// To scriptWanted; an empty path runs none. A script that cannot be read is told in the
+    /// terminal.
+    void runScript(const QString& path);
+
     void start() override;
     void received(SerialPort& port) override;
     void timedOut() override;
     void ended() override;
 
 signals:
-    /// Text for the mini terminal; lines end with CR LF.
+    /// Text for the mini terminal; lines end with CR LF. No SIM code is ever in it.
     void terminalWritten(const QString& text);
     /// Whether the buttons that start a command may be pressed, and the settings accepted.
     void controlsEnabled(bool enabled);
 
+    // The questions. Whoever receives them may destroy the sender.
+
+    /// The modem is initialised: which number is to be called?
+    void numberWanted();
+    /// The number called is engaged.
+    void lineFoundBusy();
+    /// The command of `phase` (2 to 6) was refused, or its time is out, or the port was lost. The
+    /// lines of a script do not fail so.
+    void failed(LinkState phase);
+    /// Which file (*.mdm) is to be run?
+    void scriptWanted();
+
 private:
-    void begin(LinkState phase, const QByteArray& command, int timeout);
-    void SendCommand(const QByteArray& command, const QString& display, int timeout);
-    void AppendToTerminal(const QString& text);
-    void writeLine(const QString& text);
-    void show(const QString& text);
-    void flushEcho();
+    enum class Question { None, Script, Number, Busy, Failure };
+
+    void enterPhase(LinkState phase);
+    void query(LinkState phase, const modemcommands::Command& command);
+    void begin(LinkState phase, const modemcommands::Command& command);
+    void SendCommand(const modemcommands::Command& command);
     void EnableModemControls(bool enabled) { emit controlsEnabled(enabled); }
 
     void take(char character);
     void evaluate();
-    void evaluateScript();
-    void evaluateInitialisation();
-    void evaluatePinSent();
-    void evaluatePinQuery();
-    void evaluateSignal();
-    void evaluateDialling();
-
-    void dial();
-    void nextScriptLine();
     void succeed(const QString& line);
     void fail();
-    void failScriptLine();
+    void nextScriptLine();
     void finish();
     void portLost();
 
-    /// Whether a box of the current command is up: nothing is judged meanwhile.
-    bool isAsking() const { return m_askingFor == m_attempt; }
-    /// Runs `ask` as a box of the current command; false when that command is over (or this object
-    /// gone) by the time the box has been answered.
-    template<typename Ask>
-    bool whileAsking(Ask ask);
+    void askNumber();
+    bool isAsking() const { return m_question != Question::None; }
+    void ask(Question question);
+    /// Whether an answer to `question` is awaited; it is so no longer.
+    bool takeAnswer(Question question);
 
     MessageLink& m_link;
     SerialPort& m_commModem;
     const CommSettings& m_settings;
-    const modGlobais& m_globais;
-    Dialogs& m_dialogs;
 
+    ModemTranscript m_transcript;
+    /// Of SIM codes it keeps what is shown of them.
     QByteArray m_response;
-    QByteArray m_expected;
-    ModemScript m_script;
-    EchoMask m_sentMask;
-    EchoMask m_receivedMask;
-    /// Shown text not handed to the terminal yet.
-    QString m_echo;
-    /// Numbers the commands, and the ends of connections.
-    quint32 m_attempt = 1;
-    quint32 m_askingFor = 0;
+    ModemScriptRun m_script{m_transcript};
+    Question m_question = Question::None;
 };

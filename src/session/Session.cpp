@@ -1,11 +1,11 @@
 #include "Session.h"
 
-Session::Session(const Environment& environment, StatusLog& log, Dialogs& dialogs)
+Session::Session(const Environment& environment, StatusLog& log)
     : m_environment(environment),
       m_log(log),
       m_link(environment.commSerie, environment.commModem, environment.tmrTemporizador,
              environment.pause, m_settings),
-      m_modem(m_link, environment.commModem, m_settings, m_globais, dialogs),
+      m_modem(m_link, environment.commModem, m_settings),
       // A modem command awaits its reply too: nothing may be sent into that dialogue.
       m_crono(environment.tmrCrono, m_globais,
               [this] { return m_link.Ocupado() || m_link.isModemPhase(); }),

@@ -8,7 +8,6 @@
 #include "frmCrono.h"
 #include "modGlobais.h"
 
-class Dialogs;
 class StatusLog;
 
 /// Everything that it takes to talk to one clock, without a window: settings, ports, link, modem,
@@ -18,7 +17,7 @@ class StatusLog;
 /// Its construction reads the settings and puts them into the ports, which stay closed.
 class Session {
 public:
-    Session(const Environment& environment, StatusLog& log, Dialogs& dialogs);
+    Session(const Environment& environment, StatusLog& log);
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 

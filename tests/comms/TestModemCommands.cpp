@@ -25,10 +25,11 @@ private slots:
     void refusedPinFailsOnce();
     void lateEchoIsMaskedToo();
 
-    void signalLevelIsCalculated_data();
-    void signalLevelIsCalculated();
-    void signalReplyIsAwaitedWhole();
+    void signalLevelIsWritten_data();
+    void signalLevelIsWritten();
+    void signalReplyIsGatheredOverPortions();
     void signalQueryWithErrorFails();
+    void failureIsToldOnceAndTheCommandEndsWhenItIsAcknowledged();
 
     void commandInProgressKeepsOthersOut();
     void endlessReplyIsKeptWithinItsBound();
@@ -42,7 +43,9 @@ private slots:
     void modemFoundGoneInMidCommandFailsOnce();
     void modemUnpluggedAndBackBeforeAnyoneLooksIsToldByTheTimeOut();
     void endOfTheConnectionEnablesTheControls();
-    void endOfTheConnectionUnderTheBoxLeavesTheNextCommandAlone();
+    void acknowledgementAfterTheEndLeavesTheNextCommandAlone();
+    void answerThatNobodyAwaitsIsIgnored();
+    void controlMayGoWhileItTellsOfAFailure();
 
 private:
     std::unique_ptr<ModemFixture> m_modem;
@@ -79,27 +82,22 @@ void TestModemCommands::pinQueryTellsWhatTheCardNeeds()
     QCOMPARE(m_modem->link.state(), LinkState::Idle);
     QVERIFY(!m_modem->tmrTemporizador.isEnabled());
     QVERIFY(m_modem->controlsEnabled);
-    QVERIFY(m_modem->dialogs.boxes.isEmpty());
+    QVERIFY(m_modem->questions.isEmpty());
 }
 
 void TestModemCommands::pinQueryWithErrorFails()
 {
     m_modem->control.checkPin();
     m_modem->reply("\r\n+CME ERROR: 10\r\n");
-    QCOMPARE(m_modem->dialogs.boxes.size(), 1);
-    QCOMPARE(m_modem->dialogs.boxes.first().icon, Dialogs::Icon::Critical);
-    QCOMPARE(m_modem->dialogs.boxes.first().title, u"Error"_s);
-    QCOMPARE(m_modem->dialogs.boxes.first().text, u"El módem no responde al comando."_s);
-    QCOMPARE(m_modem->link.state(), LinkState::Idle);
-    QVERIFY(m_modem->controlsEnabled);
+    QCOMPARE(m_modem->questions, QStringList{u"failed 4"_s});
+    QVERIFY(!m_modem->tmrTemporizador.isEnabled());
 }
 
 void TestModemCommands::pinQueryWithoutAnswerFails()
 {
     m_modem->control.checkPin();
     QVERIFY(m_modem->tmrTemporizador.fire());
-    QCOMPARE(m_modem->dialogs.boxes.size(), 1);
-    QCOMPARE(m_modem->dialogs.boxes.first().text, u"El módem no responde al comando."_s);
+    QCOMPARE(m_modem->questions, QStringList{u"failed 4"_s});
     QVERIFY(!m_modem->tmrTemporizador.isEnabled());
 }
 
@@ -121,7 +119,7 @@ void TestModemCommands::closedPortIsToldInTheTerminal()
     QCOMPARE(m_modem->terminal, u"\r\n** No se ha podido abrir el puerto serie\r\n"_s.repeated(4));
     QVERIFY(m_modem->takeCommand().isEmpty());
     QVERIFY(m_modem->controlsEnabled);
-    QVERIFY(m_modem->dialogs.fileRequests.isEmpty());
+    QVERIFY(m_modem->questions.isEmpty());
 }
 
 void TestModemCommands::pinIsSentAndShownMasked()
@@ -164,12 +162,10 @@ void TestModemCommands::echoedCodesAreMaskedAtEverySplit()
 
 void TestModemCommands::refusedPinFailsOnce()
 {
-    m_modem->dialogs.whileUp = [&] { m_modem->reply("\r\nERROR\r\nOK\r\n"); };
     m_modem->control.sendPin("1234", "");
     m_modem->reply("AT+CPIN=1234\r\r\n+CME ERROR: 16\r\n");
-    QCOMPARE(m_modem->dialogs.boxes.size(), 1);
-    QCOMPARE(m_modem->dialogs.boxes.first().text, u"El módem no acepta el código PIN/PUK"_s);
-    QCOMPARE(m_modem->dialogs.boxes.first().title, u"Error"_s);
+    m_modem->reply("\r\nERROR\r\nOK\r\n");
+    QCOMPARE(m_modem->questions, QStringList{u"failed 3"_s});
     QVERIFY(!m_modem->terminal.contains(u"1234"));
     QVERIFY(!m_modem->terminal.contains(u"enviado correctamente"));
 }
@@ -181,25 +177,17 @@ void TestModemCommands::lateEchoIsMaskedToo()
     QVERIFY(!m_modem->terminal.contains(u"1234"));
 }
 
-void TestModemCommands::signalLevelIsCalculated_data()
+void TestModemCommands::signalLevelIsWritten_data()
 {
     QTest::addColumn<QByteArray>("value");
     QTest::addColumn<QString>("line");
     QTest::newRow("20") << QByteArray("20,0") << u"** Nivel de señal -73dBm [-113...-51]\r\n"_s;
-    QTest::newRow("31") << QByteArray("31,0") << u"** Nivel de señal -51dBm [-113...-51]\r\n"_s;
-    QTest::newRow("0") << QByteArray("0,0") << u"** Nivel de señal -113dBm [-113...-51]\r\n"_s;
-    QTest::newRow("32 writes nothing") << QByteArray("32,0") << QString();
     QTest::newRow("50 writes nothing") << QByteArray("50,0") << QString();
-    QTest::newRow("98 writes nothing") << QByteArray("98,0") << QString();
     QTest::newRow("99, no coverage")
         << QByteArray("99,99") << u"** El módem no tiene cobertura\r\n"_s;
-    QTest::newRow("nonsense") << QByteArray("abc,0") << QString();
-    QTest::newRow("no number") << QByteArray(",,,") << QString();
-    QTest::newRow("negative") << QByteArray("-5,0") << QString();
-    QTest::newRow("more than an int") << QByteArray("99999999999999,0") << QString();
 }
 
-void TestModemCommands::signalLevelIsCalculated()
+void TestModemCommands::signalLevelIsWritten()
 {
     QFETCH(QByteArray, value);
     QFETCH(QString, line);
@@ -215,29 +203,40 @@ void TestModemCommands::signalLevelIsCalculated()
     QCOMPARE(m_modem->link.state(), LinkState::Idle);
     QVERIFY(m_modem->controlsEnabled);
     QVERIFY(!m_modem->tmrTemporizador.isEnabled());
-    QVERIFY(m_modem->dialogs.boxes.isEmpty());
+    QVERIFY(m_modem->questions.isEmpty());
 }
 
-void TestModemCommands::signalReplyIsAwaitedWhole()
+void TestModemCommands::signalReplyIsGatheredOverPortions()
 {
     m_modem->control.querySignal();
     m_modem->reply("\r\n+CSQ: 20,0\r\n\r\nOK\r");
     QCOMPARE(m_modem->link.state(), LinkState::SignalQuery);
     m_modem->reply("\n");
     QCOMPARE(m_modem->link.state(), LinkState::Idle);
-    m_modem->control.querySignal();
-    m_modem->reply("\r\nOK\r\n");
-    QCOMPARE(m_modem->link.state(), LinkState::SignalQuery);
-    m_modem->reply("\r\n+CSQ: 20\r\nOK\r\n");
-    QCOMPARE(m_modem->link.state(), LinkState::SignalQuery);
 }
 
 void TestModemCommands::signalQueryWithErrorFails()
 {
     m_modem->control.querySignal();
     m_modem->reply("\r\nERROR\r\n");
-    QCOMPARE(m_modem->dialogs.boxes.size(), 1);
-    QCOMPARE(m_modem->dialogs.boxes.first().text, u"El módem no responde al comando"_s);
+    QCOMPARE(m_modem->questions, QStringList{u"failed 5"_s});
+}
+
+void TestModemCommands::failureIsToldOnceAndTheCommandEndsWhenItIsAcknowledged()
+{
+    m_modem->control.checkPin();
+    m_modem->takeTerminal();
+    m_modem->reply("ERROR");
+    m_modem->reply("\r\nERROR\r\n+CPIN: READY\r\n");
+    QVERIFY(!m_modem->tmrTemporizador.fire());
+    QCOMPARE(m_modem->questions, QStringList{u"failed 4"_s});
+    QCOMPARE(m_modem->takeTerminal(), u"ERROR\r\nERROR\r\n+CPIN: READY\r\n"_s);
+    QCOMPARE(m_modem->link.state(), LinkState::PinQuery);
+    QVERIFY(!m_modem->controlsEnabled);
+    m_modem->control.acknowledgeFailure();
+    QCOMPARE(m_modem->link.state(), LinkState::Idle);
+    QVERIFY(m_modem->controlsEnabled);
+    QVERIFY(m_modem->terminal.isEmpty());
 }
 
 void TestModemCommands::commandInProgressKeepsOthersOut()
@@ -339,11 +338,8 @@ void TestModemCommands::modemFoundGoneInMidCommandFailsOnce()
 {
     m_modem->modem.afterWrite = [&] { m_modem->modem.vanish(); };
     m_modem->control.checkPin();
-    QTRY_COMPARE(m_modem->dialogs.boxes.size(), 1);
-    QCOMPARE(m_modem->dialogs.boxes.first().text, u"El módem no responde al comando."_s);
-    QCOMPARE(m_modem->link.state(), LinkState::Idle);
+    QTRY_COMPARE(m_modem->questions, QStringList{u"failed 4"_s});
     QVERIFY(!m_modem->tmrTemporizador.isEnabled());
-    QVERIFY(m_modem->controlsEnabled);
 }
 
 void TestModemCommands::modemUnpluggedAndBackBeforeAnyoneLooksIsToldByTheTimeOut()
@@ -352,9 +348,9 @@ void TestModemCommands::modemUnpluggedAndBackBeforeAnyoneLooksIsToldByTheTimeOut
     m_modem->modem.vanish();
     m_modem->modem.open();
     QCoreApplication::processEvents();
-    QVERIFY(m_modem->dialogs.boxes.isEmpty());
+    QVERIFY(m_modem->questions.isEmpty());
     QVERIFY(m_modem->tmrTemporizador.fire());
-    QCOMPARE(m_modem->dialogs.boxes.size(), 1);
+    QCOMPARE(m_modem->questions, QStringList{u"failed 4"_s});
 }
 
 void TestModemCommands::endOfTheConnectionEnablesTheControls()
@@ -366,20 +362,48 @@ void TestModemCommands::endOfTheConnectionEnablesTheControls()
     QVERIFY(!m_modem->tmrTemporizador.isEnabled());
 }
 
-void TestModemCommands::endOfTheConnectionUnderTheBoxLeavesTheNextCommandAlone()
+void TestModemCommands::acknowledgementAfterTheEndLeavesTheNextCommandAlone()
 {
-    m_modem->dialogs.whileUp = [&] {
-        m_modem->dialogs.whileUp = nullptr;
-        m_modem->link.RemataConexion();
-        m_modem->control.querySignal();
-    };
     m_modem->control.checkPin();
     m_modem->reply("ERROR");
+    m_modem->link.RemataConexion();
+    m_modem->control.querySignal();
+    m_modem->control.acknowledgeFailure();
     QCOMPARE(m_modem->link.state(), LinkState::SignalQuery);
     QVERIFY(m_modem->tmrTemporizador.isRunning());
     QVERIFY(!m_modem->controlsEnabled);
     m_modem->reply("\r\n+CSQ: 9,0\r\nOK\r\n");
     QCOMPARE(m_modem->link.state(), LinkState::Idle);
+}
+
+void TestModemCommands::answerThatNobodyAwaitsIsIgnored()
+{
+    m_modem->control.checkPin();
+    m_modem->takeCommand();
+    m_modem->control.dial(u"986123456"_s);
+    m_modem->control.runScript(u"none.mdm"_s);
+    m_modem->control.acknowledgeBusy();
+    m_modem->control.acknowledgeFailure();
+    QCOMPARE(m_modem->link.state(), LinkState::PinQuery);
+    QVERIFY(m_modem->takeCommand().isEmpty());
+    QVERIFY(m_modem->questions.isEmpty());
+
+    m_modem->reply("ERROR");
+    m_modem->control.dial(u"986123456"_s);
+    m_modem->control.acknowledgeBusy();
+    QCOMPARE(m_modem->link.state(), LinkState::PinQuery);
+    QVERIFY(m_modem->takeCommand().isEmpty());
+}
+
+void TestModemCommands::controlMayGoWhileItTellsOfAFailure()
+{
+    LinkFixture f;
+    auto control = std::make_unique<ModemControl>(f.link, f.modem, f.settings);
+    QObject::connect(control.get(), &ModemControl::failed, &f.link, [&] { control.reset(); });
+    control->checkPin();
+    f.modem.arrive("ERROR\r\n+CPIN: READY\r\n");
+    QVERIFY(!control);
+    QVERIFY(!f.tmrTemporizador.isEnabled());
 }
 
 QTEST_GUILESS_MAIN(TestModemCommands)

@@ -7,10 +7,12 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const QString callFailed = u"La llamada ha fallado. Compruebe que los parámetros de\r\n"
-                           "configuración son correctos, que el módem está inicializado\r\n"
-                           "correctamente, e inténtelo de nuevo"_s;
-const QString noAnswer = u"El módem no responde. Revise las conexiones \r\ny la configuración"_s;
+const QString number = u"986123456"_s;
+
+// What the control asks.
+const QStringList theNumber{u"number"_s};
+const QStringList initialisationFailed{u"failed 2"_s};
+const QStringList callFailed{u"number"_s, u"failed 6"_s};
 
 } // namespace
 
@@ -24,38 +26,43 @@ private slots:
     void textsGoToTheModemInTheCodePage();
     void repliesSplitAtEveryByte();
     void emptyInitialisationDialsAtOnce();
-    void cancelledNumberEndsTheAttempt_data();
-    void cancelledNumberEndsTheAttempt();
+    void emptyNumberEndsTheAttempt();
     void silentModemFailsAfterThreeSeconds();
     void errorInTheInitialisationFailsAtOnce();
     void errorInTheMiddleOfAReplyFails();
-    void busyLineShowsBothBoxesInOrder();
+    void busyLineIsToldAndThenFails();
+    void wholeCallMayBeAnsweredWithinTheSignals();
     void errorWhileDiallingFails();
     void callThatNobodyAnswersFailsAfterItsTime();
     void otherWordsKeepWaiting();
     void connectWithARateIsAConnection();
-    void oneFailureShowsOneBox();
+    void failureIsToldOnce();
+    void attemptEndsWhenTheFailureIsAcknowledged();
     void secondOkWhileTheNumberIsAskedAsksOnce();
+    void numberMayBeGivenLater();
     void modemWithoutPortIsNotSpokenTo();
     void vanishingModemEndsTheDialling();
     void modemThatVanishedWhileTheNumberWasAskedFails();
-    void modemFoundGoneWhileTheNumberIsSentShowsOneBox();
+    void modemFoundGoneWhileTheNumberIsSentIsToldOnce();
     void secondConnectWhileDiallingStartsNoOther();
     void endOfTheConnectionWhileDiallingHangsUp();
     void endOfTheConnectionWhileTheNumberIsAskedDialsNothing();
-    void endOfTheConnectionUnderTheBusyBoxShowsNoFurtherBox();
+    void endOfTheConnectionWhileTheBusyLineIsToldTellsNoFailure();
     void linkWorksOverTheCall();
     void modemThatVanishesInMidCallIsAClosedPort();
 
 private:
+    /// The modem is ready, and the number is given.
+    void dial()
+    {
+        m_modem->reply("OK");
+        m_modem->control.dial(number);
+    }
+
     std::unique_ptr<ModemFixture> m_modem;
 };
 
-void TestModemDialling::init()
-{
-    m_modem = std::make_unique<ModemFixture>();
-    m_modem->dialogs.texts = {u"986123456"_s};
-}
+void TestModemDialling::init() { m_modem = std::make_unique<ModemFixture>(); }
 
 void TestModemDialling::cleanup() { m_modem.reset(); }
 
@@ -67,7 +74,11 @@ void TestModemDialling::initialisationThenNumberThenConnect()
             QCOMPARE(m_modem->takeCommand(), QByteArray("ATZ\r\n"));
             QCOMPARE(m_modem->tmrTemporizador.interval(), 3000ms);
             QVERIFY(!m_modem->controlsEnabled);
-            m_modem->reply("\r\nOK\r\n");
+            m_modem->reply("\r\nOK");
+            QVERIFY(!m_modem->tmrTemporizador.isEnabled());
+            QCOMPARE(m_modem->questions, theNumber);
+            m_modem->control.dial(number);
+            m_modem->reply("\r\n");
         },
         [&] {
             QCOMPARE(m_modem->link.state(), LinkState::Dialling);
@@ -77,12 +88,10 @@ void TestModemDialling::initialisationThenNumberThenConnect()
             m_modem->reply("\r\nCONNECT\r\n");
         },
     });
-    QCOMPARE(m_modem->dialogs.prompts,
-             QStringList{u"Introducción de datos|Escriba el número de teléfono"_s});
+    QCOMPARE(m_modem->questions, theNumber);
     QCOMPARE(m_modem->link.state(), LinkState::Idle);
     QVERIFY(!m_modem->tmrTemporizador.isEnabled());
     QVERIFY(m_modem->controlsEnabled);
-    QVERIFY(m_modem->dialogs.boxes.isEmpty());
     QVERIFY(m_modem->modem.isOpen());
     QCOMPARE(m_modem->terminal, u"ATZ\r\n\r\nOKATD986123456\r\n\r\n\r\nCONNECT\r\n"
                                 "** Conexión establecida\r\n\r\n"_s);
@@ -91,9 +100,11 @@ void TestModemDialling::initialisationThenNumberThenConnect()
 void TestModemDialling::textsGoToTheModemInTheCodePage()
 {
     m_modem->settings.modemInitialisation = u"AT€"_s;
-    m_modem->dialogs.texts = {u"9€"_s};
     m_modem->dialWith({
-        [&] { m_modem->reply("OK"); },
+        [&] {
+            m_modem->reply("OK");
+            m_modem->control.dial(u"9€"_s);
+        },
         [&] { m_modem->reply("CONNECT"); },
     });
     QCOMPARE(m_modem->takeCommand(), QByteArray("AT\x80\r\nATD9\x80\r\n"));
@@ -102,7 +113,11 @@ void TestModemDialling::textsGoToTheModemInTheCodePage()
 void TestModemDialling::repliesSplitAtEveryByte()
 {
     m_modem->dialWith({
-        [&] { m_modem->modem.arriveBytewise("ATZ\r\r\nOK\r\n"); },
+        [&] {
+            m_modem->modem.arriveBytewise("ATZ\r\r\nOK");
+            m_modem->control.dial(number);
+            m_modem->modem.arriveBytewise("\r\n");
+        },
         [&] { m_modem->modem.arriveBytewise("ATD986123456\r\r\nCONNECT 9600\r\n"); },
     });
     QCOMPARE(m_modem->takeCommand(), QByteArray("ATZ\r\nATD986123456\r\n"));
@@ -115,28 +130,26 @@ void TestModemDialling::emptyInitialisationDialsAtOnce()
     m_modem->settings.modemInitialisation.clear();
     m_modem->dialWith({
         [&] {
+            QVERIFY(m_modem->takeCommand().isEmpty());
+            QCOMPARE(m_modem->link.state(), LinkState::Initialisation);
+            QVERIFY(!m_modem->controlsEnabled);
+            m_modem->control.dial(number);
             QCOMPARE(m_modem->takeCommand(), QByteArray("ATD986123456\r\n"));
             m_modem->reply("CONNECT");
         },
     });
-    QCOMPARE(m_modem->dialogs.prompts.size(), 1);
+    QCOMPARE(m_modem->questions, theNumber);
     QVERIFY(m_modem->terminal.contains(u"** Conexión establecida"));
 }
 
-void TestModemDialling::cancelledNumberEndsTheAttempt_data()
+void TestModemDialling::emptyNumberEndsTheAttempt()
 {
-    QTest::addColumn<bool>("cancelled");
-    QTest::newRow("Cancel") << true;
-    QTest::newRow("empty") << false;
-}
-
-void TestModemDialling::cancelledNumberEndsTheAttempt()
-{
-    QFETCH(bool, cancelled);
-    m_modem->dialogs.texts = {cancelled ? std::nullopt : std::optional(QString())};
-    m_modem->dialWith({[&] { m_modem->reply("OK"); }});
+    m_modem->dialWith({[&] {
+        m_modem->reply("OK");
+        m_modem->control.dial(QString());
+    }});
     QCOMPARE(m_modem->takeCommand(), QByteArray("ATZ\r\n"));
-    QVERIFY(m_modem->dialogs.boxes.isEmpty());
+    QCOMPARE(m_modem->questions, theNumber);
     QVERIFY(m_modem->controlsEnabled);
     QVERIFY(!m_modem->tmrTemporizador.isEnabled());
     QVERIFY(!m_modem->link.isStarting());
@@ -146,70 +159,98 @@ void TestModemDialling::cancelledNumberEndsTheAttempt()
 
 void TestModemDialling::silentModemFailsAfterThreeSeconds()
 {
-    m_modem->dialWith({[&] { QVERIFY(m_modem->tmrTemporizador.fire()); }});
-    QCOMPARE(m_modem->dialogs.boxes.size(), 1);
-    QCOMPARE(m_modem->dialogs.boxes.first().icon, Dialogs::Icon::Critical);
-    QCOMPARE(m_modem->dialogs.boxes.first().title, u"Error"_s);
-    QCOMPARE(m_modem->dialogs.boxes.first().text, noAnswer);
+    m_modem->dialWith({[&] {
+        QVERIFY(m_modem->tmrTemporizador.fire());
+        QCOMPARE(m_modem->questions, initialisationFailed);
+        m_modem->control.acknowledgeFailure();
+    }});
     QVERIFY(m_modem->controlsEnabled);
-    QVERIFY(m_modem->dialogs.prompts.isEmpty());
+    QCOMPARE(m_modem->questions, initialisationFailed);
 }
 
 void TestModemDialling::errorInTheInitialisationFailsAtOnce()
 {
-    m_modem->dialWith({[&] { m_modem->reply("\r\nERROR\r\n"); }});
-    QCOMPARE(m_modem->dialogs.boxes.size(), 1);
-    QCOMPARE(m_modem->dialogs.boxes.first().text, noAnswer);
-    QVERIFY(!m_modem->tmrTemporizador.isEnabled());
+    m_modem->dialWith({[&] {
+        m_modem->reply("\r\nERROR\r\n");
+        QVERIFY(!m_modem->tmrTemporizador.isEnabled());
+        m_modem->control.acknowledgeFailure();
+    }});
+    QCOMPARE(m_modem->questions, initialisationFailed);
 }
 
 void TestModemDialling::errorInTheMiddleOfAReplyFails()
 {
-    m_modem->dialWith({[&] { m_modem->reply("xxERRORxx\r\nOK\r\n"); }});
-    QCOMPARE(m_modem->dialogs.boxes.size(), 1);
-    QVERIFY(m_modem->dialogs.prompts.isEmpty());
+    m_modem->dialWith({[&] {
+        m_modem->reply("xxERRORxx\r\nOK\r\n");
+        m_modem->control.acknowledgeFailure();
+    }});
+    QCOMPARE(m_modem->questions, initialisationFailed);
 }
 
-void TestModemDialling::busyLineShowsBothBoxesInOrder()
+void TestModemDialling::busyLineIsToldAndThenFails()
 {
     m_modem->dialWith({
-        [&] { m_modem->reply("OK"); },
-        [&] { m_modem->reply("\r\nBUSY\r\n"); },
+        [&] { dial(); },
+        [&] {
+            m_modem->reply("\r\nBUSY\r\n");
+            QCOMPARE(m_modem->questions, (QStringList{u"number"_s, u"busy"_s}));
+            QVERIFY(!m_modem->tmrTemporizador.isEnabled());
+            m_modem->reply("CONNECT ERROR BUSY");
+            m_modem->control.acknowledgeFailure();
+            QCOMPARE(m_modem->questions, (QStringList{u"number"_s, u"busy"_s}));
+            m_modem->control.acknowledgeBusy();
+            QCOMPARE(m_modem->link.state(), LinkState::Dialling);
+            m_modem->control.acknowledgeFailure();
+        },
     });
-    QCOMPARE(m_modem->dialogs.boxes.size(), 2);
-    QCOMPARE(m_modem->dialogs.boxes.at(0).icon, Dialogs::Icon::Warning);
-    QCOMPARE(m_modem->dialogs.boxes.at(0).title, u"Aviso"_s);
-    QCOMPARE(m_modem->dialogs.boxes.at(0).text,
-             u"El módem con el que se intenta contactar está comunicando.\r\n"
-             "Asegúrese de que el número es correcto"_s);
-    QCOMPARE(m_modem->dialogs.boxes.at(1).icon, Dialogs::Icon::Critical);
-    QCOMPARE(m_modem->dialogs.boxes.at(1).title, u"Error"_s);
-    QCOMPARE(m_modem->dialogs.boxes.at(1).text, callFailed);
+    QCOMPARE(m_modem->questions, (QStringList{u"number"_s, u"busy"_s, u"failed 6"_s}));
     QCOMPARE(m_modem->link.state(), LinkState::Idle);
+}
+
+void TestModemDialling::wholeCallMayBeAnsweredWithinTheSignals()
+{
+    ModemControl& control = m_modem->control;
+    QObject::connect(&control, &ModemControl::numberWanted, &control,
+                     [&] { control.dial(number); });
+    QObject::connect(&control, &ModemControl::lineFoundBusy, &control,
+                     &ModemControl::acknowledgeBusy);
+    QObject::connect(&control, &ModemControl::failed, &control, &ModemControl::acknowledgeFailure);
+    m_modem->dialWith({
+        [&] { m_modem->reply("OK"); },
+        [&] { m_modem->reply("BUSY"); },
+    });
+    QCOMPARE(m_modem->questions, (QStringList{u"number"_s, u"busy"_s, u"failed 6"_s}));
+    QCOMPARE(m_modem->takeCommand(), QByteArray("ATZ\r\nATD986123456\r\n"));
+    QCOMPARE(m_modem->link.state(), LinkState::Idle);
+    QVERIFY(m_modem->controlsEnabled);
 }
 
 void TestModemDialling::errorWhileDiallingFails()
 {
     m_modem->dialWith({
-        [&] { m_modem->reply("OK"); },
-        [&] { m_modem->reply("ERROR"); },
+        [&] { dial(); },
+        [&] {
+            m_modem->reply("ERROR");
+            m_modem->control.acknowledgeFailure();
+        },
     });
-    QCOMPARE(m_modem->dialogs.boxes.size(), 1);
-    QCOMPARE(m_modem->dialogs.boxes.first().text, callFailed);
+    QCOMPARE(m_modem->questions, callFailed);
 }
 
 void TestModemDialling::callThatNobodyAnswersFailsAfterItsTime()
 {
     m_modem->dialWith({
-        [&] { m_modem->reply("OK"); },
+        [&] { dial(); },
         [&] {
             QVERIFY(m_modem->tmrTemporizador.fire());
-            QVERIFY(m_modem->dialogs.boxes.isEmpty());
+            QCOMPARE(m_modem->questions, theNumber);
         },
-        [&] { QVERIFY(m_modem->tmrTemporizador.fire()); },
+        [&] {
+            QVERIFY(m_modem->tmrTemporizador.fire());
+            m_modem->control.acknowledgeFailure();
+        },
     });
-    QCOMPARE(m_modem->dialogs.boxes.size(), 1);
-    QCOMPARE(m_modem->dialogs.boxes.first().text, callFailed);
+    QCOMPARE(m_modem->questions, callFailed);
 }
 
 void TestModemDialling::otherWordsKeepWaiting()
@@ -218,7 +259,7 @@ void TestModemDialling::otherWordsKeepWaiting()
         [&] { m_modem->reply("\r\nok\r\n"); },
         [&] {
             QCOMPARE(m_modem->link.state(), LinkState::Initialisation);
-            m_modem->reply("OK");
+            dial();
         },
         [&] { m_modem->reply("\r\nRINGING\r\nNO CARRIER\r\nconnect"); },
         [&] {
@@ -227,38 +268,71 @@ void TestModemDialling::otherWordsKeepWaiting()
             m_modem->reply("CONNECT");
         },
     });
-    QVERIFY(m_modem->dialogs.boxes.isEmpty());
+    QCOMPARE(m_modem->questions, theNumber);
 }
 
 void TestModemDialling::connectWithARateIsAConnection()
 {
     m_modem->dialWith({
-        [&] { m_modem->reply("OK"); },
+        [&] { dial(); },
         [&] { m_modem->reply("\r\nCONNECT 9600\r\n"); },
     });
     QVERIFY(m_modem->terminal.endsWith(u"** Conexión establecida\r\n 9600\r\n"_s));
 }
 
-void TestModemDialling::oneFailureShowsOneBox()
+void TestModemDialling::failureIsToldOnce()
 {
-    m_modem->dialogs.whileUp = [&] {
+    m_modem->dialWith({[&] {
+        m_modem->reply("\r\nERROR\r\n");
         m_modem->reply("\r\nERROR\r\nBUSY\r\nOK\r\n");
         QVERIFY(!m_modem->tmrTemporizador.fire());
-    };
-    m_modem->dialWith({[&] { m_modem->reply("\r\nERROR\r\n"); }});
-    QCOMPARE(m_modem->dialogs.boxes.size(), 1);
+        m_modem->control.acknowledgeFailure();
+    }});
+    QCOMPARE(m_modem->questions, initialisationFailed);
     QCOMPARE(m_modem->link.state(), LinkState::Idle);
-    QVERIFY(m_modem->dialogs.prompts.isEmpty());
+}
+
+void TestModemDialling::attemptEndsWhenTheFailureIsAcknowledged()
+{
+    m_modem->dialWith({
+        [&] { m_modem->reply("ERROR"); },
+        [&] {
+            QVERIFY(m_modem->link.isStarting());
+            QVERIFY(!m_modem->controlsEnabled);
+            m_modem->control.acknowledgeFailure();
+        },
+    });
+    QVERIFY(!m_modem->link.isStarting());
+    QVERIFY(m_modem->controlsEnabled);
 }
 
 void TestModemDialling::secondOkWhileTheNumberIsAskedAsksOnce()
 {
-    m_modem->dialogs.whileUp = [&] { m_modem->reply("\r\nOK\r\n"); };
     m_modem->dialWith({
-        [&] { m_modem->reply("\r\nOK\r\n"); },
+        [&] {
+            m_modem->reply("\r\nOK\r\n");
+            m_modem->reply("\r\nOK\r\n");
+            m_modem->control.dial(number);
+        },
         [&] { m_modem->reply("CONNECT"); },
     });
-    QCOMPARE(m_modem->dialogs.prompts.size(), 1);
+    QCOMPARE(m_modem->questions, theNumber);
+    QCOMPARE(m_modem->takeCommand(), QByteArray("ATZ\r\nATD986123456\r\n"));
+}
+
+void TestModemDialling::numberMayBeGivenLater()
+{
+    m_modem->dialWith({
+        [&] { m_modem->reply("OK"); },
+        [&] { m_modem->reply("\r\nERROR\r\n"); },
+        [&] {
+            QVERIFY(m_modem->link.isStarting());
+            m_modem->control.dial(number);
+            m_modem->control.dial(u"1"_s);
+        },
+        [&] { m_modem->reply("CONNECT"); },
+    });
+    QCOMPARE(m_modem->questions, theNumber);
     QCOMPARE(m_modem->takeCommand(), QByteArray("ATZ\r\nATD986123456\r\n"));
 }
 
@@ -267,39 +341,49 @@ void TestModemDialling::modemWithoutPortIsNotSpokenTo()
     m_modem->modem.refusal = u"No existe"_s;
     m_modem->link.ArrancaConexion(true);
     QVERIFY(m_modem->takeCommand().isEmpty());
-    QVERIFY(m_modem->dialogs.boxes.isEmpty());
+    QVERIFY(m_modem->questions.isEmpty());
     QCOMPARE(m_modem->link.state(), LinkState::Idle);
 }
 
 void TestModemDialling::vanishingModemEndsTheDialling()
 {
+    QObject::connect(&m_modem->control, &ModemControl::failed, &m_modem->control,
+                     &ModemControl::acknowledgeFailure);
     m_modem->dialWith({
-        [&] { m_modem->reply("OK"); },
+        [&] { dial(); },
         [&] { m_modem->modem.vanish(); },
     });
-    QCOMPARE(m_modem->dialogs.boxes.size(), 1);
-    QCOMPARE(m_modem->dialogs.boxes.first().text, callFailed);
+    QCOMPARE(m_modem->questions, callFailed);
     QVERIFY(!m_modem->modem.isOpen());
 }
 
 void TestModemDialling::modemThatVanishedWhileTheNumberWasAskedFails()
 {
-    m_modem->dialogs.whileUp = [&] { m_modem->modem.vanish(); };
-    m_modem->dialWith({[&] { m_modem->reply("OK"); }});
-    QCOMPARE(m_modem->dialogs.boxes.size(), 1);
-    QCOMPARE(m_modem->dialogs.boxes.first().text, callFailed);
+    m_modem->dialWith({
+        [&] {
+            m_modem->reply("OK");
+            m_modem->modem.vanish();
+            QCoreApplication::sendPostedEvents();
+            QCOMPARE(m_modem->questions, theNumber);
+            m_modem->control.dial(number);
+            QCOMPARE(m_modem->questions, callFailed);
+            m_modem->control.acknowledgeFailure();
+        },
+    });
     QCOMPARE(m_modem->link.state(), LinkState::Idle);
 }
 
-void TestModemDialling::modemFoundGoneWhileTheNumberIsSentShowsOneBox()
+void TestModemDialling::modemFoundGoneWhileTheNumberIsSentIsToldOnce()
 {
-    m_modem->dialWith({[&] {
-        m_modem->modem.afterWrite = [&] { m_modem->modem.vanish(); };
-        m_modem->reply("OK");
-    }});
-    QCoreApplication::processEvents();
-    QCOMPARE(m_modem->dialogs.boxes.size(), 1);
-    QCOMPARE(m_modem->dialogs.boxes.first().text, callFailed);
+    m_modem->dialWith({
+        [&] {
+            m_modem->modem.afterWrite = [&] { m_modem->modem.vanish(); };
+            dial();
+            QCoreApplication::sendPostedEvents();
+            m_modem->control.acknowledgeFailure();
+        },
+    });
+    QCOMPARE(m_modem->questions, callFailed);
     QCOMPARE(m_modem->link.state(), LinkState::Idle);
     QVERIFY(!m_modem->tmrTemporizador.isEnabled());
 }
@@ -312,7 +396,7 @@ void TestModemDialling::secondConnectWhileDiallingStartsNoOther()
             m_modem->takeCommand();
             m_modem->link.ArrancaConexion(true);
             QVERIFY(m_modem->takeCommand().isEmpty());
-            m_modem->reply("OK");
+            dial();
         },
         [&] {
             m_modem->link.ArrancaConexion(true);
@@ -320,13 +404,13 @@ void TestModemDialling::secondConnectWhileDiallingStartsNoOther()
         },
     });
     QCOMPARE(m_modem->takeCommand(), QByteArray("ATD986123456\r\n"));
-    QCOMPARE(m_modem->dialogs.prompts.size(), 1);
+    QCOMPARE(m_modem->questions, theNumber);
 }
 
 void TestModemDialling::endOfTheConnectionWhileDiallingHangsUp()
 {
     m_modem->dialWith({
-        [&] { m_modem->reply("OK"); },
+        [&] { dial(); },
         [&] {
             m_modem->modem.lineChanges.clear();
             m_modem->link.RemataConexion();
@@ -334,38 +418,41 @@ void TestModemDialling::endOfTheConnectionWhileDiallingHangsUp()
     });
     QCOMPARE(m_modem->modem.lineChanges, (QList<QByteArray>{"DTR=0 RTS=0", "DTR=1 RTS=0"}));
     QVERIFY(!m_modem->modem.isOpen());
-    QVERIFY(m_modem->dialogs.boxes.isEmpty());
+    QCOMPARE(m_modem->questions, theNumber);
     QVERIFY(m_modem->controlsEnabled);
     QVERIFY(!m_modem->tmrTemporizador.isEnabled());
 }
 
 void TestModemDialling::endOfTheConnectionWhileTheNumberIsAskedDialsNothing()
 {
-    m_modem->dialogs.whileUp = [&] { m_modem->link.RemataConexion(); };
-    m_modem->dialWith({[&] { m_modem->reply("OK\r\n"); }});
+    m_modem->dialWith({[&] {
+        m_modem->reply("OK\r\n");
+        m_modem->link.RemataConexion();
+        m_modem->control.dial(number);
+    }});
     QCOMPARE(m_modem->takeCommand(), QByteArray("ATZ\r\n"));
     QCOMPARE(m_modem->link.state(), LinkState::Idle);
     QVERIFY(!m_modem->modem.isOpen());
-    QVERIFY(m_modem->dialogs.boxes.isEmpty());
+    QCOMPARE(m_modem->questions, theNumber);
 }
 
-void TestModemDialling::endOfTheConnectionUnderTheBusyBoxShowsNoFurtherBox()
+void TestModemDialling::endOfTheConnectionWhileTheBusyLineIsToldTellsNoFailure()
 {
     m_modem->dialWith({
+        [&] { dial(); },
         [&] {
-            m_modem->reply("OK");
-            m_modem->dialogs.whileUp = [&] { m_modem->link.RemataConexion(); };
+            m_modem->reply("BUSY\r\n");
+            m_modem->link.RemataConexion();
+            m_modem->control.acknowledgeBusy();
         },
-        [&] { m_modem->reply("BUSY\r\n"); },
     });
-    QCOMPARE(m_modem->dialogs.boxes.size(), 1);
-    QCOMPARE(m_modem->dialogs.boxes.first().title, u"Aviso"_s);
+    QCOMPARE(m_modem->questions, (QStringList{u"number"_s, u"busy"_s}));
 }
 
 void TestModemDialling::linkWorksOverTheCall()
 {
     m_modem->dialWith({
-        [&] { m_modem->reply("OK"); },
+        [&] { dial(); },
         [&] { m_modem->reply("CONNECT 9600\r\n"); },
     });
     m_modem->takeCommand();
@@ -381,7 +468,7 @@ void TestModemDialling::linkWorksOverTheCall()
 void TestModemDialling::modemThatVanishesInMidCallIsAClosedPort()
 {
     m_modem->dialWith({
-        [&] { m_modem->reply("OK"); },
+        [&] { dial(); },
         [&] { m_modem->reply("CONNECT"); },
     });
     m_modem->modem.vanish();
@@ -391,7 +478,7 @@ void TestModemDialling::modemThatVanishesInMidCallIsAClosedPort()
     m_modem->link.Envia(1, body, timeout);
     QVERIFY(!m_modem->link.Ocupado());
     QVERIFY(m_modem->takeCommand().isEmpty());
-    QVERIFY(m_modem->dialogs.boxes.isEmpty());
+    QCOMPARE(m_modem->questions, theNumber);
 }
 
 QTEST_GUILESS_MAIN(TestModemDialling)

@@ -1,7 +1,6 @@
 #include "Files.h"
 #include "ModemFixture.h"
 
-#include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -14,8 +13,9 @@ private slots:
     void init();
     void cleanup();
 
-    void scriptIsAskedForInTheModemsFolder();
-    void cancelledFileDialogRunsNothing();
+    void scriptIsAskedForWhenThePortIsOpen();
+    void emptyPathRunsNothing();
+    void modemsWordsAreShownWhileTheScriptIsAskedFor();
     void linesAreSentOneAfterTheOther();
     void commentsAreWrittenToTheTerminal();
     void lineThatIsTooLongIsToldAndNotSent();
@@ -25,12 +25,14 @@ private slots:
     void failedLineWithoutExpectedTextIsNotTold();
     void errorFailsTheLineEvenBesideTheExpectedText();
     void lineEndAfterTheMatchBelongsToTheNextCommand();
-    void scriptShowsNoBox();
+    void scriptTellsOfNoFailure();
     void unreadableScriptIsTold();
     void tenThousandLinesEnd();
     void vanishingModemEndsTheScript();
     void endOfTheConnectionEndsTheScript();
-    void portClosedUnderTheFileDialogIsOpenedAgain();
+    void portLostWhileTheScriptIsAskedForIsOpenedAgain();
+    void endOfTheConnectionWhileTheScriptIsAskedForRunsNothing();
+    void commandBegunWhileTheScriptIsAskedForIsLeftAlone();
 
 private:
     void run(const QByteArray& text);
@@ -45,29 +47,33 @@ void TestModemScriptRun::cleanup() { m_modem.reset(); }
 
 void TestModemScriptRun::run(const QByteArray& text)
 {
-    m_modem->dialogs.paths = {writeFile(m_folder.filePath(u"script.mdm"_s), text)};
     m_modem->control.executeScript();
+    m_modem->control.runScript(writeFile(m_folder.filePath(u"script.mdm"_s), text));
 }
 
-void TestModemScriptRun::scriptIsAskedForInTheModemsFolder()
+void TestModemScriptRun::scriptIsAskedForWhenThePortIsOpen()
 {
-    m_modem->globais.applicationDirectory = u"C:\\hct\\"_s;
     m_modem->control.executeScript();
-    QCOMPARE(m_modem->dialogs.fileRequests.size(), 1);
-    const FileRequest& request = m_modem->dialogs.fileRequests.first();
-    QCOMPARE(request.title, u"Seleccione un archivo de inicialización de módem"_s);
-    QCOMPARE(request.filters, (QStringList{u"Scripts de inicialización de módem (*.mdm)"_s,
-                                           u"Todos los archivos (*.*)"_s}));
-    QCOMPARE(request.defaultExtension, u"mdm"_s);
-    QCOMPARE(request.directory, u"C:\\hct\\Modems"_s + QDir::separator());
+    QCOMPARE(m_modem->questions, QStringList{u"script"_s});
+    QVERIFY(m_modem->modem.isOpen());
+    QVERIFY(m_modem->controlsEnabled);
 }
 
-void TestModemScriptRun::cancelledFileDialogRunsNothing()
+void TestModemScriptRun::emptyPathRunsNothing()
 {
     m_modem->control.executeScript();
+    m_modem->control.runScript(QString());
     QVERIFY(m_modem->terminal.isEmpty());
     QCOMPARE(m_modem->link.state(), LinkState::Idle);
     QVERIFY(m_modem->controlsEnabled);
+}
+
+void TestModemScriptRun::modemsWordsAreShownWhileTheScriptIsAskedFor()
+{
+    m_modem->control.executeScript();
+    m_modem->modem.setReceiveThreshold(1);
+    m_modem->reply("\r\nRING\r\n");
+    QCOMPARE(m_modem->terminal, u"\r\nRING\r\n"_s);
 }
 
 void TestModemScriptRun::linesAreSentOneAfterTheOther()
@@ -165,19 +171,19 @@ void TestModemScriptRun::lineEndAfterTheMatchBelongsToTheNextCommand()
     QVERIFY(m_modem->terminal.startsWith(u"\r\n** Respuesta incorrecta\r\n"_s));
 }
 
-void TestModemScriptRun::scriptShowsNoBox()
+void TestModemScriptRun::scriptTellsOfNoFailure()
 {
     run("ATZ\tX\r\nATH\r\n");
     m_modem->reply("ERROR");
     QVERIFY(m_modem->tmrTemporizador.fire());
-    QVERIFY(m_modem->dialogs.boxes.isEmpty());
+    QCOMPARE(m_modem->questions, QStringList{u"script"_s});
     QCOMPARE(m_modem->link.state(), LinkState::Idle);
 }
 
 void TestModemScriptRun::unreadableScriptIsTold()
 {
-    m_modem->dialogs.paths = {m_folder.filePath(u"none.mdm"_s)};
     m_modem->control.executeScript();
+    m_modem->control.runScript(m_folder.filePath(u"none.mdm"_s));
     QCOMPARE(m_modem->takeTerminal(), u"\r\n** No se ha podido leer el archivo de comandos\r\n"_s);
     QCOMPARE(m_modem->link.state(), LinkState::Idle);
     run(QByteArray("MZ\0\1", 4));
@@ -223,12 +229,33 @@ void TestModemScriptRun::endOfTheConnectionEndsTheScript()
     QCOMPARE(m_modem->takeCommand(), QByteArray("AT+CPIN?\r\n"));
 }
 
-void TestModemScriptRun::portClosedUnderTheFileDialogIsOpenedAgain()
+void TestModemScriptRun::portLostWhileTheScriptIsAskedForIsOpenedAgain()
 {
-    m_modem->dialogs.whileUp = [&] { m_modem->modem.vanish(); };
-    run("ATZ\r\n");
+    m_modem->control.executeScript();
+    m_modem->modem.vanish();
+    m_modem->control.runScript(writeFile(m_folder.filePath(u"script.mdm"_s), "ATZ\r\n"));
     QCOMPARE(m_modem->takeCommand(), QByteArray("ATZ\r\n"));
     QCOMPARE(m_modem->modem.timesOpened, 2);
+}
+
+void TestModemScriptRun::endOfTheConnectionWhileTheScriptIsAskedForRunsNothing()
+{
+    m_modem->control.executeScript();
+    m_modem->link.RemataConexion();
+    m_modem->control.runScript(writeFile(m_folder.filePath(u"script.mdm"_s), "ATZ\r\n"));
+    QVERIFY(m_modem->takeCommand().isEmpty());
+    QVERIFY(!m_modem->modem.isOpen());
+    QVERIFY(m_modem->terminal.isEmpty());
+}
+
+void TestModemScriptRun::commandBegunWhileTheScriptIsAskedForIsLeftAlone()
+{
+    m_modem->control.executeScript();
+    m_modem->control.querySignal();
+    m_modem->control.runScript(writeFile(m_folder.filePath(u"script.mdm"_s), "ATZ\r\n"));
+    QCOMPARE(m_modem->takeCommand(), QByteArray("AT+CSQ\r\n"));
+    m_modem->reply("\r\n+CSQ: 9,0\r\nOK\r\n");
+    QCOMPARE(m_modem->link.state(), LinkState::Idle);
 }
 
 QTEST_GUILESS_MAIN(TestModemScriptRun)

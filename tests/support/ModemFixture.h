@@ -9,19 +9,31 @@
 #include <functional>
 
 /// A modem at the end of the fake line: what the program writes to it is looked at, and its replies
-/// are said by the test.
+/// are said by the test. What the control asks is noted; the test answers.
 struct ModemFixture : LinkFixture {
     ModemFixture()
     {
-        QObject::connect(&control, &ModemControl::terminalWritten, &control,
+        ModemControl* const from = &control;
+        QObject::connect(from, &ModemControl::terminalWritten, from,
                          [this](const QString& text) { terminal += text; });
-        QObject::connect(&control, &ModemControl::controlsEnabled, &control,
+        QObject::connect(from, &ModemControl::controlsEnabled, from,
                          [this](bool enabled) { controlsEnabled = enabled; });
+        QObject::connect(from, &ModemControl::numberWanted, from,
+                         [this] { questions += QStringLiteral("number"); });
+        QObject::connect(from, &ModemControl::lineFoundBusy, from,
+                         [this] { questions += QStringLiteral("busy"); });
+        QObject::connect(from, &ModemControl::scriptWanted, from,
+                         [this] { questions += QStringLiteral("script"); });
+        QObject::connect(from, &ModemControl::failed, from, [this](LinkState phase) {
+            questions += QStringLiteral("failed %1").arg(static_cast<int>(phase));
+        });
     }
 
-    ModemControl control{link, modem, settings, globais, dialogs};
+    ModemControl control{link, modem, settings};
     QString terminal;
     bool controlsEnabled = true;
+    /// "number", "busy", "script", and "failed" with the number of the phase, in their order.
+    QStringList questions;
 
     QByteArray takeCommand() { return modem.takeWritten(); }
     void reply(const QByteArray& text) { modem.arrive(text); }

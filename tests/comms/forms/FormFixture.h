@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ModemFixture.h"
+#include "ModemQuestions.h"
 #include "PortNames.h"
 #include "frmPortoSerie.h"
 
@@ -36,5 +37,6 @@ struct FormFixture : ModemFixture {
     }
 
     PortNames names;
+    ModemQuestions modemQuestions{control, dialogs, globais.applicationDirectory};
     std::unique_ptr<frmPortoSerie> form;
 };
