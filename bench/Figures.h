@@ -8,7 +8,7 @@
 
 #include <sys/resource.h>
 
-/// What the operating system knows about this process, and how a figure is printed.
+/// Figures of the operating system about this process, and how a figure is printed.
 namespace figures {
 
 /// User and system time of all threads.
@@ -36,7 +36,7 @@ inline qint64 ofThisProcess(const QString& file, const QByteArray& label)
     return -1;
 }
 
-/// How often this thread has gone to sleep and was woken up.
+/// How often this thread has slept and was woken.
 inline qint64 wakeUps()
 {
     return ofThisProcess(QStringLiteral("status"), "voluntary_ctxt_switches:");

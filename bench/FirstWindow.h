@@ -21,7 +21,7 @@ public:
     {
         if (m_painted || event->type() != QEvent::Paint)
             return false;
-        // Whichever part of the window comes first: what its parts cover is not painted.
+        // Any part of the window counts: what its children cover is not painted.
         const auto* widget = qobject_cast<QWidget*>(watched);
         if (widget && widget->window() == &m_window) {
             m_painted = true;

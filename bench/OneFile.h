@@ -2,7 +2,7 @@
 
 #include "Dialogs.h"
 
-/// Always chooses the same file.
+/// File dialogs that always choose the same file.
 class OneFile final : public Dialogs {
 public:
     explicit OneFile(const QString& path) : m_path(path) {}

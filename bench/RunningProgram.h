@@ -17,7 +17,7 @@
 /// Lets events run until `isSo`, so many milliseconds at most.
 inline bool waitFor(const std::function<bool()>& isSo, int patience = 20000)
 {
-    // An event of its own: it may be the only one that still comes.
+    // A timer, because no other event may come.
     QTimer limit;
     limit.setSingleShot(true);
     limit.start(patience);
@@ -26,7 +26,7 @@ inline bool waitFor(const std::function<bool()>& isSo, int patience = 20000)
     return isSo();
 }
 
-/// The clock at the other end of COM1, for as long as this lives.
+/// The simulated clock on COM1. It ends with this object.
 class Clock {
 public:
     Clock(const QString& simulator, int rate)
@@ -51,7 +51,7 @@ private:
     QProcess m_process;
 };
 
-/// The program, its boxes never asked, with its windows off screen.
+/// The program with its windows off screen.
 struct Running {
     SystemEnvironment system;
     WidgetDialogs boxes;

@@ -1,4 +1,4 @@
-// How long frames take to put together and to find again.
+// The time to build frames and to find them in received bytes.
 
 #include "Frame.h"
 

@@ -1,4 +1,4 @@
-// What can be measured alike on every system, of the whole program with its clock behind COM1:
+// Measurements of the whole program with a clock on COM1 that are the same on every system:
 //   bench-com1 polls SECONDS    status exchanges a second
 //   bench-com1 first-window     when its first window is painted, in microseconds since 1970
 //   bench-com1 minimal-window   the same for a window with nothing but an MDI area and a menu

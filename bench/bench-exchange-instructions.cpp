@@ -1,5 +1,6 @@
-// Polls a clock that answers within the same process, for counting what codec and link alone take:
-// run it under a profiler with two numbers of exchanges; the difference has no start-up in it.
+// Polls a clock in the same process, to count the instructions of codec and link alone. Run it
+// under a profiler with two different numbers of exchanges; the difference does not include the
+// start.
 
 #include "Answer.h"
 #include "CommSettings.h"

@@ -1,5 +1,5 @@
-// The whole program, off screen, against the simulated clock: polls a second and what they cost,
-// what it costs when it is not connected, and its start.
+// The whole program off screen with the simulated clock: polls a second and their CPU time, CPU
+// time without a connection, and the time to start.
 
 #include "Figures.h"
 #include "FirstWindow.h"
@@ -29,7 +29,7 @@ void letEventsRun(int milliseconds)
     loop.exec();
 }
 
-/// What has been used up to the moment of an answer.
+/// What has been used until an answer arrived.
 struct Sample {
     int answers = 0;
     double seconds = 0;

@@ -1,5 +1,5 @@
-// How long the program takes to end, from its closing to the end of its process, in every state of
-// link and connection and with each window open:
+// The time from the closing of the program to the end of its process, in every state of link and
+// connection and with each window open:
 //   bench-exits SIMULATOR
 
 #include "ExitStates.h"
@@ -19,7 +19,7 @@ namespace {
 constexpr int walks = 3;
 constexpr double limit = 1000;
 
-/// Milliseconds; -1 when the walk did not get there or did not end.
+/// In milliseconds; -1 when the state was not reached or the program did not end.
 double timeToEnd(const QString& simulator, const ExitState& state, const char* window,
                  const char* way)
 {

@@ -1,6 +1,6 @@
-// How long the firmware loader takes for the two largest images that there are, beside the two
-// usual tools for the same format (each with its start, and its output to a file), and how long the
-// firmware window takes in all from the click.
+// The time of the firmware loader for the two largest possible images, compared with the two usual
+// tools for the format (including their start and their output to a file), and the time of the
+// firmware window from the click to the end.
 
 #include "CommSettings.h"
 #include "FakePause.h"
@@ -108,7 +108,7 @@ BENCHMARK_CAPTURE(tool, srec_cat, "srec_cat")
 void loadThroughTheWindow(benchmark::State& state)
 {
     const Image& image = images[state.range(0)];
-    // What the window needs around it, none of which has anything to do here.
+    // Needed by the window's constructor, but not used here.
     FakeClockOfDay clock;
     FakeSerialPort serie(clock);
     FakeSerialPort modem(clock);

@@ -1,6 +1,6 @@
-// Loads a large image the number of times given and nothing else, for counting the loader's
-// instructions: run it under a profiler for 1 and for 11 times; a tenth of the difference, divided
-// by the file's length (the output), is what one byte takes without start-up and generation.
+// Loads a large image as many times as given, to count the loader's instructions. Run it under a
+// profiler with 1 and with 11. A tenth of the difference, divided by the file's length (the
+// output), is the number of instructions a byte, without start and generation.
 //   valgrind --tool=callgrind bench-hex-instructions 1
 
 #include "HexFile.h"

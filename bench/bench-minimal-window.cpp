@@ -1,6 +1,6 @@
-// The least that a window with an MDI area takes: what the program's start is measured against.
-// With "text" it has a menu bar and a status bar as well, so that the toolkit has to find a font,
-// which alone takes longer than all the rest.
+// A minimal window with an MDI area, with which the start of the program is compared. With "text"
+// it has a menu bar and a status bar too: the toolkit must then find a font, which takes longer
+// than the rest.
 
 #include "Figures.h"
 #include "FirstWindow.h"

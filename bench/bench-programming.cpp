@@ -1,5 +1,5 @@
-// The programming window of the HCT-7300, the larger one: its file, its opening to the first
-// painting, from the clock's answer to a window ready to type in, and from tab to tab.
+// The programming window of the HCT-7300, the larger one. Times: its file; from opening to the
+// first painting; from the clock's answer until the window is ready; from tab to tab.
 
 #include "CommSettings.h"
 #include "FakeDialogs.h"

@@ -1,5 +1,4 @@
-// The status log: what CPU time one more line costs in a log of 200,000 lines, and what memory they
-// take.
+// The status log with 200,000 lines: the CPU time of one more line, and the memory of all of them.
 
 #include "ClockOfDay.h"
 #include "Figures.h"
@@ -24,7 +23,7 @@ std::size_t allocated()
     return info.uordblks + info.hblkhd;
 }
 
-/// As from the event loop, which now and then gets its turn.
+/// Processes events now and then, as the event loop does.
 void append(frmRexistroEstado& log, int lines)
 {
     for (int line = 0; line < lines; ++line) {

@@ -1,5 +1,5 @@
-// Firmware lines a second into the simulated clock, with the whole program around the transfer: the
-// main window goes on polling, and the firmware window shows every line.
+// Firmware lines a second to the simulated clock, in the whole program: polling continues, and the
+// firmware window shows every line.
 
 #include "Figures.h"
 #include "HexImages.h"

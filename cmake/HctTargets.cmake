@@ -1,6 +1,6 @@
-# What every target of the project has in common.
+# Functions and flags for all targets of the project.
 
-# Carries the language level and the warnings, so that no flag is set globally.
+# The language level and the warnings. Targets link this, so that no flag is set globally.
 add_library(hct_flags INTERFACE)
 target_compile_features(hct_flags INTERFACE cxx_std_20)
 target_compile_definitions(hct_flags INTERFACE
@@ -21,7 +21,7 @@ else()
 endif()
 get_target_property(HCT_TOOLKIT Qt6::Core TYPE)
 if(MINGW AND HCT_TOOLKIT STREQUAL "STATIC_LIBRARY")
-    # One file that needs nothing but the system's own libraries.
+    # The program is one file that needs only libraries of Windows.
     target_link_options(hct_flags INTERFACE -static -static-libgcc -static-libstdc++ -s)
 endif()
 if(HCT_SANITIZE)
@@ -30,8 +30,8 @@ if(HCT_SANITIZE)
     target_link_options(hct_flags INTERFACE -fsanitize=address,undefined)
 endif()
 
-# One floor's library. Its include paths are the folders of its sources, and those of the floors below
-# come with what it links, so a header of a floor above cannot be found at all.
+# The library of one floor. Its include paths are the folders of its sources; linking a lower floor adds
+# that floor's folders. So a header of a higher floor is not found.
 #   hct_library(NAME SOURCES file... LINK target...)
 function(hct_library name)
     cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
@@ -46,8 +46,8 @@ function(hct_library name)
     endif()
 endfunction()
 
-# The toolkit's headers, compiled once for all logic, and once more with the widgets' for all forms.
-# What users are given is built without: there a header that is used and not included is missing.
+# Compiles the toolkit's headers once for all logic, and once more with those of the widgets for all
+# forms. The release build does without, so that it finds a header that is used and not included.
 function(hct_precompile name)
     set(logic <QByteArray> <QList> <QObject> <QPointer> <QString> <QStringList> <functional> <memory>)
     set(widgets <QApplication> <QBoxLayout> <QCheckBox> <QDialog> <QEvent> <QGroupBox> <QLabel>
@@ -63,12 +63,12 @@ function(hct_precompile name)
     endif()
 endfunction()
 
-# Where the toolkit finds fonts off screen: nowhere by itself under wine.
+# The folder of the fonts for tests off screen under wine, where Qt finds none by itself.
 if(CMAKE_CROSSCOMPILING_EMULATOR)
     set(HCT_TEST_FONTS Z:/usr/share/fonts/truetype/liberation)
 endif()
 
-# A program of the tests can do without a display.
+# Lets a test program run without a display.
 function(hct_run_off_screen target)
     if(HCT_TOOLKIT STREQUAL "STATIC_LIBRARY")
         qt_import_plugins(${target} INCLUDE Qt6::QOffscreenIntegrationPlugin)
@@ -80,10 +80,9 @@ function(hct_run_off_screen target)
         RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
 endfunction()
 
-# One test program, run off screen by ctest: here, or under wine when it was built for Windows.
-# Its times are for a machine with much else to do: 5 minutes for each function (the library's own
-# watch, which tells where it hangs), 15 for all. What the toolkit keeps for itself in the
-# user's settings, as the file dialog does, it can neither find nor put where no folder can be.
+# One test program, run off screen by ctest, under wine when it was built for Windows. Time limits are
+# for a busy machine: 5 minutes for each test function (Qt Test then tells which one hangs), 15 for the
+# program. XDG_CONFIG_HOME is no folder, so that Qt neither reads nor writes settings of the user.
 #   hct_test(NAME SOURCES file... LINK target...)
 function(hct_test name)
     cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
@@ -95,7 +94,7 @@ function(hct_test name)
     else()
         target_precompile_headers(${name} REUSE_FROM hct_test_headers)
     endif()
-    # The plain report does not reach a pipe under wine.
+    # Under wine Qt Test's default output does not reach a pipe.
     set(report "")
     if(CMAKE_CROSSCOMPILING_EMULATOR)
         set(report -o -,tap)
@@ -105,8 +104,7 @@ function(hct_test name)
         "QT_QPA_PLATFORM=offscreen;QTEST_FUNCTION_TIMEOUT=300000;XDG_CONFIG_HOME=/dev/null;HCT_TEST_PLATFORM=offscreen;HCT_TEST_FONTS=${HCT_TEST_FONTS};LC_ALL=C.UTF-8;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/support/leaks.txt;UBSAN_OPTIONS=print_stacktrace=1")
 endfunction()
 
-# The same test once more with the toolkit's own event loop in place of glib's; of its functions only
-# those named.
+# Runs the same test again with Qt's own event loop instead of glib's: only the functions given.
 function(hct_test_without_glib name)
     add_test(NAME ${name}WithoutGlib COMMAND ${name} ${ARGN})
     get_test_property(${name} TIMEOUT timeout)

@@ -37,7 +37,7 @@ int headerLength(const QByteArray& line, qsizetype at, quint8 station)
     return isHeader ? length : 0;
 }
 
-/// The answer that a line holds, seen whole.
+/// The answer in the bytes of a line, found by searching all of them at once.
 Answer answerIn(const QByteArray& line, quint8 station)
 {
     for (qsizetype at = 0; at + 5 <= line.size(); ++at) {
@@ -59,8 +59,9 @@ Answer answerIn(const QByteArray& line, quint8 station)
 
 } // namespace
 
-/// Whatever the line brings in whatever portions, one request gets one answer, and it is the first
-/// frame for this station, or the time-out. The first byte is the station, the second the portions.
+/// Any bytes arrive, in any portions. A request must get one answer: the first frame for this
+/// station, or the time-out. The first byte of the input is the station, the second the size of the
+/// portions.
 extern "C" int LLVMFuzzerTestOneInput(const quint8* data, std::size_t size)
 {
     if (size < 2)

@@ -16,7 +16,7 @@ void require(bool condition)
         std::abort();
 }
 
-/// A buffer that gives so many bytes at a time.
+/// A buffer that returns so many bytes at a time.
 class Trickle final : public QIODevice {
 public:
     Trickle(const QByteArray& bytes, qint64 atATime) : m_bytes(bytes), m_atATime(atATime)
@@ -77,8 +77,9 @@ void checkLines(const HexFile& file, HexFile::Outcome outcome)
 
 } // namespace
 
-/// Whatever the text, in whatever portions it comes, the loader ends the same way and its lines are
-/// whole. The first byte chooses between text and records, the second the portions.
+/// Any text, in any portions. The loader must end with the same outcome, and its lines must be
+/// complete. The first byte of the input chooses between text and records, the second the size of
+/// the portions.
 extern "C" int LLVMFuzzerTestOneInput(const quint8* data, std::size_t size)
 {
     if (size < 2)

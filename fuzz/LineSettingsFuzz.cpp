@@ -14,7 +14,7 @@ void require(bool condition)
 
 } // namespace
 
-/// Whatever the text of a setting, it is refused with a reason or gives values in their ranges.
+/// Any text of a setting must be refused with a reason, or give values in their ranges.
 extern "C" int LLVMFuzzerTestOneInput(const quint8* data, std::size_t size)
 {
     const QString text =

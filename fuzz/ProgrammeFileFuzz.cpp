@@ -25,8 +25,8 @@ void checkRanges(const Programme& programme)
 
 } // namespace
 
-/// Whatever the text, what is read is in its ranges, survives being saved and read again, and stays
-/// what it is when it is read twice. The first byte chooses the model.
+/// Any text. The values read must be in their ranges, and stay the same when they are saved and
+/// read again, and when the text is read twice. The first byte of the input chooses the model.
 extern "C" int LLVMFuzzerTestOneInput(const quint8* data, std::size_t size)
 {
     if (size < 1)

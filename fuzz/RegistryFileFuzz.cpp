@@ -15,7 +15,7 @@ void require(bool condition)
         std::abort();
 }
 
-/// The registry that a file's text is, without the file.
+/// A registry in the bytes of a file, without a file.
 class TextRegistry final : public Registry {
 public:
     explicit TextRegistry(const QByteArray& file) : m_text(file) {}
@@ -54,9 +54,9 @@ QString settingsOf(const Registry& registry)
 
 } // namespace
 
-/// Any bytes are a registry file: they can be read and written again unchanged, and setting one
-/// value keeps all others, is read back, and stays when the file is read anew. The first bytes are
-/// the value that is set.
+/// Any bytes are a registry file. They can be read and written unchanged. A value that is set keeps
+/// all others, can be read, and stays when the file is read again. The first bytes of the input are
+/// the value.
 extern "C" int LLVMFuzzerTestOneInput(const quint8* data, std::size_t size)
 {
     const QByteArray input(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));

@@ -12,16 +12,16 @@ namespace simulator {
 
 namespace {
 
-/// Longer than any pause inside a request: identification holds one of 50 ms, and more where the
-/// program has to wait for a processor. Shorter than the 800 ms that an answer is waited for.
+/// Longer than any pause inside a request: an identification has one of 50 ms, which is longer on a
+/// busy machine. Shorter than the 800 ms that the program waits for an answer.
 constexpr int silenceMilliseconds = 500;
 constexpr int babbleMilliseconds = 5;
-/// Time for the last answer to be read before the line goes.
+/// Time for the last answer to be read before the line disappears.
 constexpr int partingMilliseconds = 1000;
 constexpr char strayByte = 0x55;
 constexpr quint8 alternatingBit = 0x10;
 
-/// Any bytes but those that a frame can start with.
+/// Bytes with which no frame can start.
 QByteArray babbleBytes(quint32& seed)
 {
     QByteArray bytes;

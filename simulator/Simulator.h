@@ -13,17 +13,16 @@ namespace simulator {
 
 class Line;
 
-/// What the clock does once it has acknowledged a firmware line that asks for a reset. It forgets
-/// its programme in every case; then it stays, falls silent or its line vanishes, for some
-/// milliseconds or, with 0, for good.
+/// What the clock does after it has acknowledged a firmware line that asks for a reset. It erases
+/// its programme in every case. Then it continues (Stay), answers no requests (Silent), or its line
+/// disappears (Vanish) for so many milliseconds; with 0 for ever.
 struct AfterReset {
     enum class Act { Stay, Silent, Vanish };
     Act act = Act::Silent;
     int milliseconds = 0;
 };
 
-/// A clock on a line, or behind a modem on it: receives requests, lets faults strike, answers and
-/// keeps the state.
+/// A clock on a line, directly or behind a modem: receives requests, applies faults, and answers.
 class Simulator : public QObject {
     Q_OBJECT
 
@@ -33,7 +32,7 @@ public:
         quint8 identification = 1;
     };
 
-    /// The line must outlive the simulator and is opened by the caller.
+    /// The line must outlive this. The caller opens it.
     Simulator(Line& line, Model model, const Identity& identity, QObject* parent = nullptr);
 
     SimulatedClock& clock() { return m_clock; }
@@ -47,23 +46,23 @@ public:
     int answeredRequests() const { return m_answered; }
     const FrameReceiver& receiver() const { return m_receiver; }
 
-    /// Whether a modem stands between line and clock.
+    /// Whether there is a modem between line and clock.
     void setModem(bool present) { m_hasModem = present; }
     bool hasModem() const { return m_hasModem; }
-    /// Modem replies leave byte by byte, so many milliseconds apart; 0 for whole.
+    /// Modem replies are sent byte by byte, so many milliseconds apart; with 0 at once.
     void setModemSplit(int milliseconds) { m_modemSplit = milliseconds; }
     void setAfterReset(const AfterReset& afterReset) { m_afterReset = afterReset; }
-    /// Endless bytes that are no frame, as from a line with a fault.
+    /// Sends endless bytes that are no frame, as a faulty line does.
     void setBabble(bool on);
     void setTrace(bool on) { m_trace = on; }
 
-    /// Takes the line away; back after so many milliseconds, with 0 not by itself.
+    /// Removes the line. It returns after so many milliseconds; with 0 only by comeBack.
     void vanish(int milliseconds);
-    /// Opens the line again; the reason of a failure, empty after success.
+    /// Opens the line again. The reason of a failure; empty after success.
     QString comeBack();
 
 signals:
-    /// A line about something that happened by itself.
+    /// An "event " or "trace " line for standard output.
     void reported(const QString& text);
 
 private:

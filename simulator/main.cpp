@@ -20,7 +20,7 @@ namespace {
 
 enum ExitCode { Ended = 0, LineFailed = 1, WrongUsage = 2, LineLost = 3 };
 
-/// One line on standard output, at once; the program ends when no one can read it any more.
+/// Writes a line to standard output at once. The program ends when nobody can read it.
 void print(const QString& line)
 {
     const QByteArray bytes = line.toUtf8() + '\n';
@@ -45,7 +45,7 @@ void obey(Simulator& clock, const QString& line)
     print(result.error.isEmpty() ? u"ok"_s : u"error: "_s + result.error);
 }
 
-/// Writes what was asked for at the end.
+/// Writes the files that --save and --firmware-save ask for.
 int finish(Simulator& clock, const Options& options)
 {
     QStringList commands;

@@ -7,7 +7,7 @@ Target amd64-unicode
 SetCompressor /SOLID lzma
 ManifestDPIAware true
 ManifestSupportedOS all
-; In a silent installation, too, a file that cannot be written ends it.
+; A file that cannot be written ends the installation, a silent one too.
 AllowSkipFiles off
 
 !define PRODUCT "Control Equipo HCT"
@@ -76,14 +76,13 @@ Function un.onInit
     !insertmacro MULTIUSER_UNINIT
 FunctionEnd
 
-; As the user, also where the installer has an administrator's rights: the desktop's Explorer opens
-; the start-menu entry, which starts the program in the folder that holds Modems.
+; Starts the program with the user's rights, also when the installer has those of an administrator: the
+; desktop's Explorer opens the start-menu entry, which starts it in the folder that holds Modems.
 Function runProgram
     Exec '"$WINDIR\explorer.exe" "$SMPROGRAMS\${PRODUCT}.lnk"'
 FunctionEnd
 
-; A program that runs can neither be replaced nor deleted: before anything else is touched, it has to
-; be closed.
+; A running program can neither be replaced nor deleted, so it must be closed before anything changes.
 !macro askToClose
     tryAgain:
     ${If} ${FileExists} "$INSTDIR\hct.exe"
@@ -100,8 +99,8 @@ FunctionEnd
     ${EndIf}
 !macroend
 
-; Takes away the modem scripts that an installation brought, as far as nobody has changed them since:
-; Modems\originales has them as they came.
+; Removes the modem scripts that an installation brought and that nobody has changed since.
+; Modems\originales has them as they were installed.
 !macro removeScripts PREFIX
 Function ${PREFIX}removeScripts
     FindFirst $0 $1 "$INSTDIR\Modems\originales\*.mdm"
@@ -137,7 +136,7 @@ Section
     SetOutPath "$INSTDIR\licencias"
     File "${FILES}/licencias/*.txt"
 
-    ; Scripts that the operator changed stay as they are, beside the new ones' originals.
+    ; Scripts that the operator changed stay as they are. The new ones are in Modems\originales.
     Call removeScripts
     SetOutPath "$INSTDIR\Modems"
     SetOverwrite off
@@ -146,7 +145,7 @@ Section
     SetOutPath "$INSTDIR\Modems\originales"
     File "${FILES}/Modems/*.mdm"
 
-    ; The working folder of a shortcut is the output path of the moment.
+    ; A shortcut takes the current output path as its working folder.
     SetOutPath "$INSTDIR"
     CreateShortcut "$SMPROGRAMS\${PRODUCT}.lnk" "$INSTDIR\hct.exe" "" "$INSTDIR\hct.ico"
 
@@ -163,8 +162,8 @@ Section
     WriteRegDWORD SHCTX "${UNINSTALL_KEY}" "EstimatedSize" $0
 SectionEnd
 
-; Takes away what the installer brought and nothing else: the operator's settings stay in the
-; registry, and so do scripts of theirs and programme files that were put beside ours.
+; Removes what the installer brought and nothing else. The operator's settings stay in the registry;
+; scripts and programme files that were added or changed stay in their folders.
 Section "Uninstall"
     !insertmacro askToClose
     Delete "$SMPROGRAMS\${PRODUCT}.lnk"

@@ -1,6 +1,6 @@
-/* Gives pseudo-terminals the modem lines that they lack, for the tests under wine: preloaded, it
-   answers TIOCMGET and takes TIOCMSET, TIOCMBIS and TIOCMBIC, and writes each change of DTR and RTS
-   with its time in milliseconds to the file named by MODEM_LINES_LOG. */
+/* For the tests under wine: gives pseudo-terminals the modem lines that they lack. Preloaded with
+   LD_PRELOAD, it implements TIOCMGET, TIOCMSET, TIOCMBIS and TIOCMBIC, and writes each change of DTR
+   and RTS with its time in milliseconds to the file that MODEM_LINES_LOG names. */
 #define _GNU_SOURCE
 #include <dlfcn.h>
 #include <errno.h>

@@ -1,4 +1,4 @@
-# What the Windows program carries inside: icon, version, manifest, the toolkit's Spanish texts.
+# Resources of the Windows program: icon, version, manifest, Qt's Spanish texts.
 set_target_properties(hct PROPERTIES WIN32_EXECUTABLE ON)
 
 set(HCT_ICON ${PROJECT_SOURCE_DIR}/packaging/icons/hct.ico)

@@ -17,7 +17,7 @@ QByteArray answerOf(quint8 selector, quint8 status)
     return QByteArray().append(char(selector)).append(char(status));
 }
 
-/// Day and month in every second byte; 0 stands for unused.
+/// Days and months alternate; 0 is unused.
 bool areDays(const QByteArray& table)
 {
     for (qsizetype at = 0; at < table.size(); at += 2) {
@@ -74,7 +74,7 @@ QByteArray ClockAnswers::identify(const QByteArray& request)
             m_sessionOpen = true;
             return answerOf(area::Identification, accepted);
         }
-        // The complement of the number takes leave.
+        // The complement of the number closes the session.
         if (number == quint8(~m_identification)) {
             m_sessionOpen = false;
             return answerOf(area::Identification, closed);
@@ -98,7 +98,7 @@ std::optional<QByteArray> ClockAnswers::readModeAndOutputs(const QByteArray& req
     if (request.size() != 2 || byteAt(request, 1) > 1)
         return std::nullopt;
     m_clock.setManual(byteAt(request, 1) == 1);
-    // Here a set bit is an output at rest, the reverse of the general data's byte 2.
+    // A set bit is an output that is off, the opposite of byte 2 of the general data.
     return answerOf(area::ModeAndOutputs, quint8(~m_clock.outputs() & 0x07));
 }
 
@@ -152,7 +152,8 @@ Status ClockAnswers::writeAlarmBlock(const QByteArray& request)
         block.duration = byteAt(request, 69);
         block.mode = byteAt(request, 70);
     }
-    // More alarms may be announced than carry a day: what a mode cannot express travels without.
+    // The count may be higher than the number of alarms with a day: days that the mode cannot
+    // express are not transmitted.
     if (!areTimes(block) || byteAt(request, 66) != 0 || byteAt(request, 67) != 0 ||
         block.activeCountPlusOne > AlarmBlock::alarmCount + 1 ||
         block.activeCountPlusOne < block.activeAlarms() + 1)

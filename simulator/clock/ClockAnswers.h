@@ -5,7 +5,7 @@
 
 namespace simulator {
 
-/// Request codes without the alternating bit 0x10; every answer has code 8.
+/// Request codes without the toggle bit 0x10. Every answer has code 8.
 namespace requestcode {
 constexpr quint8 Identification = 1;
 constexpr quint8 Answer = 8;
@@ -13,7 +13,7 @@ constexpr quint8 Write = 105;
 constexpr quint8 Read = 137;
 } // namespace requestcode
 
-/// Body byte 0, which the answer repeats.
+/// Byte 0 of a request's body. The answer repeats it.
 namespace area {
 constexpr quint8 GeneralData = 0x00;
 constexpr quint8 Clock = 0x01;
@@ -26,23 +26,23 @@ constexpr quint8 AlarmBlock = 0xDA;
 constexpr quint8 FirmwareLine = 0xDD;
 } // namespace area
 
-/// Status byte of an answer to a write; only 0 means that the clock took it.
+/// Byte 1 of the answer to a write. Only 0 means that the clock accepted it.
 enum class Status : quint8 { Accepted = 0, WrongLength = 1, WrongValue = 2, Unknown = 3 };
 
-/// Answers each request from the state of the clock and changes that state.
+/// Answers requests from the state of the clock, and changes that state.
 class ClockAnswers {
 public:
     ClockAnswers(SimulatedClock& clock, FirmwareImage& firmware, quint8 identification);
 
-    /// The body of the answer, none where the clock stays silent: codes it does not know, requests
-    /// without a body, and malformed ones whose answer has no room for a status.
+    /// The body of the answer. Nothing if the clock does not answer: to an unknown code, to an
+    /// empty body, and to a malformed request whose answer has no status byte.
     std::optional<QByteArray> answer(quint8 code, const QByteArray& request);
-    /// The body by which the clock refuses without obeying: the status stands behind the selector,
-    /// in general data in byte 4.
+    /// The body of an answer that refuses, without obeying the request. The status is byte 1; in
+    /// general data it is byte 4.
     QByteArray refusal(quint8 code, const QByteArray& request, quint8 status) const;
     /// Whether the last identification opened the session.
     bool isSessionOpen() const { return m_sessionOpen; }
-    /// Answers that all went well to a firmware line that asks for a reset; asked once.
+    /// Whether a firmware line that asks for a reset was accepted. Resets itself.
     bool takeResetRequest();
 
 private:

@@ -105,7 +105,8 @@ bool ClockProgramme::rings(int block, const QDateTime& moment, Model model) cons
     for (int alarm = 0; alarm < AlarmBlock::alarmCount; ++alarm) {
         if (alarms.dayBits(alarm) == 0 || alarms.hour(alarm) > 23 || alarms.minute(alarm) > 59)
             continue;
-        // A bell that starts just before midnight still rings after it, by the day it started.
+        // An alarm that begins just before midnight still rings after it; the day of its start
+        // counts.
         const QTime start(alarms.hour(alarm), alarms.minute(alarm));
         const qint64 sounding =
             (qint64(start.msecsTo(moment.time())) + 86'400'000) % 86'400'000 / 1000;

@@ -9,27 +9,28 @@ namespace simulator {
 
 enum class Model : quint8 { Hct7200 = 30, Hct7300 = 31 };
 
-/// One of the three alarm blocks as the clock keeps it: 32 alarms of two bytes and two bytes that
-/// no one uses.
+/// One of the three alarm blocks as the clock stores it: 32 alarms of two bytes, and two unused
+/// bytes.
 struct AlarmBlock {
     static constexpr int alarmCount = 32;
     static constexpr qsizetype byteCount = 66;
 
     quint8 duration = 0; ///< seconds that an alarm rings
-    quint8 mode = 0;     ///< 1: intermittent; 2 and above: Saturday, Sunday, holiday, vacation
+    quint8 mode = 0;     ///< 1: intermittent; from 2 on: Saturday, Sunday, holiday, vacation
     quint8 activeCountPlusOne = 1;
     QByteArray bytes = QByteArray(byteCount, '\0');
 
     quint8 hour(int alarm) const { return quint8(bytes[2 * alarm]) & 0x1F; }
     quint8 minute(int alarm) const { return quint8(bytes[2 * alarm + 1]) & 0x3F; }
-    /// The day bits: 7 to 5 from the first byte in bits 4 to 2, 7 and 6 from the second in 1 and 0.
+    /// The five day bits: bits 7 to 5 of the first byte become bits 4 to 2, bits 7 and 6 of the
+    /// second byte bits 1 and 0.
     quint8 dayBits(int alarm) const;
     void setAlarm(int alarm, int hour, int minute, quint8 dayBits);
     int activeAlarms() const;
 };
 
-/// What the clock rings by. Holidays and vacations stay in the layout that travels: 16 times day
-/// and month, then 8 times day and month of the first and of the last day; 0/0 is unused.
+/// The clock's programme. `days` has holidays and vacations as they are transmitted: 16 times day
+/// and month, then 8 times day and month of the first and of the last day. 0/0 is an unused entry.
 struct ClockProgramme {
     static constexpr qsizetype dayTableSize = 64;
 
@@ -38,11 +39,11 @@ struct ClockProgramme {
 
     bool isHoliday(QDate date) const;
     bool isVacation(QDate date) const;
-    /// Whether the block's bell sounds at that moment.
+    /// Whether an alarm of the block (0 to 2) rings at that moment.
     bool rings(int block, const QDateTime& moment, Model model) const;
 };
 
-/// The week of a small school: lesson bells, the yard's siren, the evening classes.
+/// An example: the week of a small school with lesson bells, a yard siren and evening classes.
 ClockProgramme schoolProgramme(Model model);
 
 } // namespace simulator

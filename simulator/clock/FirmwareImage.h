@@ -8,25 +8,26 @@
 
 namespace simulator {
 
-/// Assembles received firmware lines into a map of addresses. A line is 0xDD, count, the address
-/// in four bytes with the least significant first, the flag (0; on the last line 1, or 0xFF to ask
-/// for a reset), the data, the 8-bit sum of address and data, and 0x00. Holds at most 32 MiB.
+/// Collects received firmware lines into an image. A line is 0xDD, count, four bytes of address
+/// (least significant first), flag (0; on the last line 1, or 0xFF to ask for a reset), data, the
+/// 8-bit sum of address and data bytes, and 0x00. The image has at most 32 MiB.
 class FirmwareImage {
 public:
     enum class Verdict { Stored, StoredLastWithReset, WrongLength, WrongValue };
 
     /// Checks a line and stores its bytes. The first line after a last one begins a new image,
-    /// unless it is that last line repeated.
+    /// unless it repeats that last line.
     Verdict take(const QByteArray& line);
     void clear();
 
     bool isComplete() const { return m_complete; }
     int lineCount() const { return m_lines; }
     qint64 byteCount() const;
-    /// Records of 16 bytes at most under linear address records, lines ended by CR LF.
+    /// As Intel HEX: data records of 16 bytes at most, linear address records, lines ended by CR
+    /// LF.
     QByteArray toIntelHex() const;
-    /// From the lowest to the highest address, gaps filled with 0xFF; empty where nothing was
-    /// received or the span is above 64 MiB.
+    /// The bytes from the lowest to the highest address, with 0xFF in gaps. Empty if nothing was
+    /// received or the range is larger than 64 MiB.
     QByteArray toBinary() const;
 
 private:

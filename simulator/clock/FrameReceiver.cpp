@@ -8,7 +8,7 @@ namespace {
 
 constexpr qsizetype headerSize = 4;
 
-/// L when the buffer begins like a frame as far as it goes, 0 while the length is still unknown.
+/// L if the bytes so far may be the beginning of a frame; 0 while the length is not known yet.
 std::optional<qsizetype> announcedLength(const QByteArray& buffer)
 {
     const quint8 start = quint8(buffer[0]);

@@ -8,8 +8,8 @@ namespace simulator {
 
 namespace {
 
-/// The file counts the days from bit 0, the clock from its highest bit. In the extended modes the
-/// five bits are Saturday, Sunday, holiday, vacation and all of Monday to Friday, in both alike.
+/// The file has Monday in bit 0, the clock in the highest bit. In the extended modes the five bits
+/// are Saturday, Sunday, holiday, vacation and all of Monday to Friday, in the same order in both.
 int reversed(int dayBits)
 {
     int mask = 0;
@@ -33,7 +33,7 @@ public:
     explicit LineReader(const QByteArray& text) : m_lines(text.split('\n')) {}
 
     void header() { ++m_next; }
-    /// The next line's number; 0 and a failure when it is missing or above the maximum.
+    /// The number in the next line; 0 and a failure when it is missing or above the maximum.
     int number(int maximum)
     {
         const qsizetype line = m_next++;

@@ -12,8 +12,8 @@ namespace simulator {
 /// mode and 32 times hour, minute and day mask; then the holidays; then the vacations.
 QByteArray toHctFile(const ClockProgramme& programme);
 
-/// Reads such a text, with any kind of line end. Headers are skipped by position. Nothing when a
-/// line is missing or holds no number within its range; then reason names the line.
+/// Reads such a text, with any line ends. Headers are skipped by their position. Nothing when a
+/// line is missing or has no number in its range; `reason` then names the line.
 std::optional<ClockProgramme> fromHctFile(const QByteArray& text, QString& reason);
 
 } // namespace simulator

@@ -12,7 +12,7 @@ QDateTime withoutZone(const QDateTime& moment)
     return QDateTime(moment.date(), moment.time(), Qt::UTC);
 }
 
-/// Seconds of the day in steps of the given length.
+/// The time of day, counted in steps of the given number of seconds.
 int step(const QDateTime& moment, int seconds)
 {
     return moment.time().msecsSinceStartOfDay() / 1000 / seconds;
@@ -49,7 +49,7 @@ quint8 SimulatedClock::outputs() const
     const QDateTime moment = dateTime();
     quint8 ringing = 0;
     for (int block = 0; block < 3; ++block) {
-        // The outputs are wired in reverse: the first block's bell hangs on bit 2.
+        // The outputs are in reverse order: the first block is on bit 2.
         if (m_programme.rings(block, moment, m_model))
             ringing |= quint8(0x04 >> block);
     }

@@ -9,13 +9,13 @@
 
 namespace simulator {
 
-/// The state of one clock: its running date and time, outputs, inputs, flags, mode and programme.
+/// The state of a clock: date and time, outputs, inputs, flags, mode and programme.
 class SimulatedClock {
 public:
-    /// Gives the moment by which the clock runs; its time zone is of no matter.
+    /// The time by which the clock runs. Its time zone is ignored.
     using Now = std::function<QDateTime()>;
 
-    /// The computer's local date and time, free of the jumps of summer time.
+    /// The computer's local date and time, without the jumps of daylight saving time.
     static QDateTime computerTime();
 
     explicit SimulatedClock(Model model, Now now = &SimulatedClock::computerTime);
@@ -23,41 +23,43 @@ public:
     Model model() const { return m_model; }
     QDateTime dateTime() const;
     void setDateTime(const QDateTime& dateTime);
-    /// A frozen clock shows the same moment until it runs again, from that moment on.
+    /// A frozen clock stands still, and later continues from that time.
     void setFrozen(bool frozen);
     bool isFrozen() const { return m_frozen; }
 
     /// Bit i set while output i is on.
     quint8 outputs() const;
     bool isManual() const { return m_manual; }
-    /// Manual operation begins with the outputs last commanded in automatic mode or else as they
-    /// are; automatic operation gives them back to the programme.
+    /// Manual mode begins with the outputs that were commanded during automatic mode, otherwise
+    /// with the current ones. In automatic mode the outputs follow the programme.
     void setManual(bool manual);
-    /// Bit i set switches output i off. In automatic mode it waits for manual operation.
+    /// Bit i switches output i off if set, on if clear. In automatic mode the command takes effect
+    /// when manual mode begins.
     void commandOutputs(quint8 offMask);
-    /// Lets outputs and inputs change every few seconds while nothing rings.
+    /// Changes outputs and inputs every few seconds while nothing rings.
     void setDemonstration(bool moving) { m_demonstration = moving; }
 
     quint8 inputs() const;
     void setInputs(quint8 inputs) { m_inputs = inputs; }
-    /// The flags of the status block; bit 2 always tells manual operation.
+    /// The flags of the status block. Bit 2 is always set in manual mode and clear in automatic
+    /// mode.
     quint8 flags() const;
     void setFlags(quint8 flags) { m_flags = flags; }
     void setDeviceType(quint8 type) { m_deviceType = type; }
 
     ClockProgramme& programme() { return m_programme; }
     const ClockProgramme& programme() const { return m_programme; }
-    /// Forgets programme and manual operation, as a clock does after new firmware.
+    /// Erases the programme and ends manual mode, as after new firmware.
     void erase();
 
-    /// Puts a value of its own over a byte of the status block, for good or until it is released.
+    /// Replaces byte `index` of the status block by a fixed value until releaseBytes.
     void holdByte(int index, quint8 value) { m_heldBytes[index] = value; }
     void releaseBytes() { m_heldBytes.clear(); }
 
     static constexpr quint8 familyType = 11;
     static constexpr qsizetype statusSize = 220;
     static constexpr qsizetype otherTypeSize = 5;
-    /// The body of the general-data answer: 220 bytes; 5 with a device type of another family.
+    /// The body of the general-data answer: 220 bytes, or 5 for a device type of another family.
     QByteArray statusBlock() const;
 
 private:

@@ -7,7 +7,7 @@
 
 namespace simulator {
 
-/// Splits at the first blank: the word before it and the rest, both trimmed.
+/// The first word and the rest, both without blanks around them.
 inline std::pair<QString, QString> firstWord(const QString& text)
 {
     const QString trimmed = text.trimmed();
@@ -15,7 +15,7 @@ inline std::pair<QString, QString> firstWord(const QString& text)
     return {trimmed.left(blank), blank < 0 ? QString() : trimmed.mid(blank).trimmed()};
 }
 
-/// Hands a number within the limits to the setter.
+/// Calls the setter with the number in `text`, if it is within the limits.
 template<typename Setter>
 CommandResult withNumber(const QString& text, int minimum, int maximum, Setter set)
 {
@@ -27,7 +27,7 @@ CommandResult withNumber(const QString& text, int minimum, int maximum, Setter s
     return {};
 }
 
-/// Hands true for the first word and false for the second to the setter.
+/// Calls the setter with true for the first word and false for the second.
 template<typename Setter>
 CommandResult withChoice(const QString& text, const char* first, const char* second, Setter set)
 {
@@ -39,6 +39,7 @@ CommandResult withChoice(const QString& text, const char* first, const char* sec
     return {};
 }
 
+/// Calls the setter with true for "on" and false for "off".
 template<typename Setter>
 CommandResult withSwitch(const QString& text, Setter set)
 {

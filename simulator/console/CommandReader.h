@@ -7,7 +7,7 @@ class QSocketNotifier;
 
 namespace simulator {
 
-/// Reads lines from a file descriptor, standard input for one, without ever waiting. A line above
+/// Reads lines from a file descriptor, such as standard input, without blocking. A line longer than
 /// 4096 bytes is cut.
 class CommandReader : public QObject {
     Q_OBJECT

@@ -4,7 +4,7 @@
 
 namespace simulator {
 
-/// What a command gave: lines for the user, or the reason why it failed.
+/// The result of a command: lines for the user, or the reason of a failure.
 struct CommandResult {
     QStringList lines;
     QString error;

@@ -7,19 +7,19 @@
 
 namespace simulator {
 
-/// A command that the simulator takes, one a line: its name, then its argument.
+/// A command of the simulator. On a line it is the name and then the argument.
 struct Command {
     const char* name;
     const char* usage;
     CommandResult (*run)(Simulator& simulator, const QString& argument);
 };
 
-/// Runs a line such as "mode manual"; a name that no command has is an error.
+/// Runs a line such as "mode manual". An unknown name is an error.
 CommandResult runCommand(Simulator& simulator, const QString& line);
 /// Every command with its arguments, then the faults.
 QStringList commandHelp();
 
-/// The commands by what they are about; those of the modem stand behind the word "modem".
+/// The commands by topic. Those of the modem follow the word "modem".
 std::span<const Command> clockCommands();
 std::span<const Command> programmeCommands();
 std::span<const Command> lineCommands();

@@ -4,7 +4,8 @@
 
 namespace simulator {
 
-/// Turns the signals that ask a process to end into one of Qt. To be made before any thread.
+/// Emits `ended` in the event loop when SIGTERM, SIGINT or SIGHUP arrives. Make it before any
+/// thread.
 class EndSignals : public QObject {
     Q_OBJECT
 

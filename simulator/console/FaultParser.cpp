@@ -52,7 +52,7 @@ constexpr RequestName requestNames[] = {
     {"days"_L1, 105, 0xD2},         {"block"_L1, 105, 0xDA},   {"firmware"_L1, 105, 0xDD},
 };
 
-/// Bytes that begin like frames and are none.
+/// Bytes that look like the beginnings of frames.
 QByteArray usualNoise() { return QByteArray::fromHex("00ff68686804480116680101686848"); }
 
 const FaultName* faultNamed(const QString& name)
@@ -87,7 +87,7 @@ bool readNoise(const QString& text, Fault& fault)
            fault.noise.toHex() == text.toLatin1().toLower();
 }
 
-/// The value right behind the name; whatever else stands there is left to the caller.
+/// Reads the value after the name, if there is one. The caller reads the rest.
 bool readValue(QStringList& words, const FaultName& name, Fault& fault)
 {
     static const QStringList clauses{u"times"_s, u"always"_s, u"after"_s, u"on"_s};

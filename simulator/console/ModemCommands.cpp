@@ -35,7 +35,7 @@ CommandResult setDial(Simulator& simulator, const QString& text)
         [&, dial = dials.value(name)](int number) { simulator.modem().setDial(dial, number); });
 }
 
-/// COMMAND alone, or COMMAND and the text with \r and \n for the line ends.
+/// The argument is COMMAND, or COMMAND and a text in which \r and \n are line ends.
 CommandResult setReply(Simulator& simulator, const QString& text)
 {
     auto [command, reply] = firstWord(text);

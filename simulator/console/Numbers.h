@@ -6,7 +6,8 @@
 
 namespace simulator {
 
-/// A whole number in decimal, or in hexadecimal behind "0x", between the two limits.
+/// A whole number, decimal or hexadecimal with "0x". Nothing when it is outside the limits, which
+/// are included.
 inline std::optional<int> numberIn(const QString& text, int minimum, int maximum)
 {
     bool good = false;

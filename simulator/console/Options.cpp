@@ -13,7 +13,7 @@ namespace simulator {
 
 namespace {
 
-/// An option that stands for a command; %1 is its value.
+/// An option that runs a command, in which %1 is the option's value.
 struct CommandOption {
     const char* name;
     const char* value; ///< null where there is none
@@ -49,7 +49,7 @@ constexpr std::array commandOptions{
     CommandOption{"command", "text", "%1", "Any command, see below; repeatable."},
 };
 
-/// Firmware lines by their number, counted from 1.
+/// Their values are numbers of firmware lines, counted from 1.
 constexpr std::array firmwareOptions{
     CommandOption{"firmware-refuse", "n", "fault refuse after %1 on firmware",
                   "Refuses the n-th firmware line; repeatable."},
@@ -92,7 +92,7 @@ void addOptions(QCommandLineParser& parser)
         addOption(parser, option);
 }
 
-/// The value as a number, or a reason that names the option.
+/// The value as a number. If it is none, `reason` names the option.
 int number(const QCommandLineParser& parser, const QString& name, int maximum, QString& reason)
 {
     const std::optional<int> value = numberIn(parser.value(name), 0, maximum);

@@ -8,7 +8,7 @@
 
 namespace simulator {
 
-/// What the command line asks for.
+/// The options of the command line.
 struct Options {
     Model model = Model::Hct7200;
     Simulator::Identity identity;
@@ -23,7 +23,8 @@ struct Options {
     bool wantsHelp = false;
 };
 
-/// Reads the arguments, without the program's name; nothing with a reason when they are wrong.
+/// Reads the arguments, without the program's name. Nothing when they are wrong; `reason` tells
+/// why.
 std::optional<Options> parsedOptions(const QStringList& arguments, QString& reason);
 
 /// The text of --help.

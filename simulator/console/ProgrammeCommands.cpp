@@ -15,7 +15,7 @@ namespace {
 CommandResult write(const QString& path, const QByteArray& bytes)
 {
     QSaveFile file(path);
-    // Flushed by hand: a commit takes no note of what only its own flush finds, a full disk.
+    // Flush explicitly: commit would not notice that the disk is full.
     if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush() &&
         file.commit())
         return {};

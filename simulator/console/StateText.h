@@ -6,10 +6,10 @@
 
 namespace simulator {
 
-/// All that a test may want to compare, one "key=value" a line, always in the same order.
+/// What tests compare: "key=value" lines, always in the same order.
 QStringList stateText(Simulator& simulator);
 
-/// The programme for people: each active alarm, holiday and vacation in a line.
+/// The programme in readable form: a line for each active alarm, holiday and vacation.
 QStringList programmeText(const ClockProgramme& programme, Model model);
 
 } // namespace simulator

@@ -6,13 +6,13 @@
 
 namespace simulator {
 
-/// A serial device of this machine, raw, 8 data bits, no parity, 1 stop bit. Where the cable
-/// carries the program's DTR to this end's DSR, its drop counts as the program's closing.
+/// A serial device of this machine: raw, 8 data bits, no parity, 1 stop bit. If the cable connects
+/// the program's DTR to this end's DSR, a drop of it means that the program has closed its end.
 class DeviceLine : public Line {
     Q_OBJECT
 
 public:
-    /// speed in bit/s, one of the system's: 300 to 230400.
+    /// `speed` is in bit/s, one of the usual ones from 300 to 230400.
     DeviceLine(const QString& device, int speed, QObject* parent = nullptr);
 
     QString open() override;

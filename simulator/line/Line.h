@@ -8,23 +8,22 @@ class QSocketNotifier;
 
 namespace simulator {
 
-/// The line on which the clock listens and answers, behind one file descriptor.
+/// The clock's end of the line: one file descriptor.
 class Line : public QObject {
     Q_OBJECT
 
 public:
     ~Line() override;
 
-    /// Opens the line; the reason of a failure, empty after success.
+    /// Opens the line. The reason of a failure; empty after success.
     virtual QString open() = 0;
-    /// Takes the line away; the program at the other end sees it vanish.
+    /// Removes the line. The program sees its device vanish.
     virtual void close();
     bool isOpen() const { return m_descriptor >= 0; }
-    /// The device that the program is to open; empty while closed.
+    /// The device for the program to open; empty while closed.
     QString devicePath() const { return m_devicePath; }
 
-    /// Writes at once. What the other end leaves unread beyond the system's buffer is lost, as on a
-    /// wire.
+    /// Writes at once. Bytes that do not fit in the system's buffer are lost, as on a real line.
     void write(const QByteArray& bytes);
 
 signals:
@@ -38,7 +37,7 @@ protected:
     explicit Line(QObject* parent) : QObject(parent) {}
     void adopt(int descriptor, const QString& devicePath);
     int descriptor() const { return m_descriptor; }
-    /// Called before bytes are read, for what happened on the line before they came.
+    /// Called before bytes are read, to notice events that happened before they arrived.
     virtual void beforeReading() {}
 
 private:

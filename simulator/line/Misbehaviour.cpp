@@ -37,7 +37,7 @@ void spoilWire(QByteArray& wire, const Fault& fault)
     }
 }
 
-/// What depends on the whole: cutting comes after every change, noise goes in front of it all.
+/// Faults of the whole frame: it is cut after all other changes, then noise is put before it.
 void spoilOutline(QByteArray& wire, const QList<Fault>& faults)
 {
     for (const Fault& fault : faults) {

@@ -10,7 +10,7 @@
 
 namespace simulator {
 
-/// One way of going wrong, for some of the requests.
+/// A fault, and the requests that it affects.
 struct Fault {
     enum class Kind {
         Silent,   ///< obeys, but the answer is lost
@@ -34,35 +34,35 @@ struct Fault {
     Kind kind = Kind::Silent;
     int value = 0;
     QByteArray noise;
-    int after = 0;                ///< matching requests that still go well
-    std::optional<int> times = 1; ///< matching requests that go wrong; none means all
+    int after = 0;                ///< matching requests that go well before
+    std::optional<int> times = 1; ///< matching requests that it affects; nothing means all
     std::optional<quint8> code;   ///< only requests with this message code
     std::optional<quint8> area;   ///< only requests with this selector
-    QString text;                 ///< as it was given
+    QString text;                 ///< the command that gave it
 };
 
-/// Reads "NAME [VALUE] [times N | always] [after N] [on REQUEST]"; REQUEST is a name such as
-/// general or block, or a selector such as 0xDA. Nothing with a reason when that is no fault.
+/// Reads "NAME [VALUE] [times N | always] [after N] [on REQUEST]". REQUEST is a name such as
+/// general or block, or a selector such as 0xDA. Nothing when it is no fault; `reason` tells why.
 std::optional<Fault> parsedFault(const QString& text, QString& reason);
 
-/// The lines that explain faults to the user.
+/// The help about faults.
 QStringList faultHelp();
 
-/// Decides which of the faults in force strike a request.
+/// Decides which faults affect a request.
 class Misbehaviour {
 public:
     void add(const Fault& fault) { m_faults += fault; }
     void clear() { m_faults.clear(); }
-    /// The faults in force as they were given, with what is left of them.
+    /// The active faults as they were given, with their remaining counts.
     QStringList list() const;
-    /// The faults for this request. Each call counts as one request.
+    /// The faults that affect this request. Each call counts as one request.
     QList<Fault> strike(quint8 code, const QByteArray& body);
 
 private:
     QList<Fault> m_faults;
 };
 
-/// What faults do to one exchange.
+/// What faults do to the delivery of an answer.
 struct Delivery {
     bool isObeyed = true;
     bool isSent = true;
@@ -74,7 +74,7 @@ struct Delivery {
 };
 Delivery delivery(const QList<Fault>& faults);
 
-/// The bytes that go out in place of the good answer.
+/// The bytes that are sent instead of the good answer.
 QByteArray spoiled(const WireFrame& answer, const QList<Fault>& faults);
 
 } // namespace simulator

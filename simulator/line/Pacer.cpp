@@ -15,7 +15,7 @@ using std::chrono::nanoseconds;
 constexpr qint64 nanosecondsOfTenBits = 10'000'000'000;
 constexpr qsizetype maximumWaiting = 65536;
 
-/// The clock of the timer below.
+/// The clock that the timer uses.
 nanoseconds now() { return std::chrono::steady_clock::now().time_since_epoch(); }
 
 nanoseconds wireTime(qsizetype bytes, int rate)

@@ -11,22 +11,21 @@ class QSocketNotifier;
 
 namespace simulator {
 
-/// Bytes and the moment at which they leave.
+/// Bytes and the time at which they are sent, by the monotonic clock.
 struct Departure {
     std::chrono::nanoseconds at;
     QByteArray bytes;
 };
 
-/// When each byte of a message has passed a line of that rate, 10 bits a byte: the n-th byte n
-/// byte times after the start, without any error that adds up. With a burst above 1 that many
-/// bytes leave together when the last of them has passed, as out of a converter's buffer. A rate
-/// of 0 lets all leave at the start.
+/// The times at which the bytes of a message have passed a line of `rate` bit/s, with 10 bits a
+/// byte: the n-th byte n byte times after the start, without accumulated error. With a `burst`
+/// above 1, that many bytes are sent together when the last of them has passed, as from the buffer
+/// of a converter. With rate 0 all are sent at the start.
 QList<Departure> departures(std::chrono::nanoseconds start, const QByteArray& bytes, int rate,
                             int burst);
 
-/// Lets bytes leave as slowly as a line of a given rate carries them, on a schedule of absolute
-/// moments. Requests are thought to arrive at that rate too: an answer starts when the request's
-/// last byte has passed the line.
+/// Sends bytes at the rate of a real line, at absolute times. Requests count as arriving at that
+/// rate too: an answer starts when the last byte of the request has passed the line.
 class Pacer : public QObject {
     Q_OBJECT
 
@@ -36,19 +35,20 @@ public:
     explicit Pacer(Write write, QObject* parent = nullptr);
     ~Pacer() override;
 
-    /// In bit/s; 0 is as fast as can be.
+    /// In bit/s; 0 is as fast as possible.
     void setRate(int rate) { m_rate = rate; }
     int rate() const { return m_rate; }
+    /// How many bytes are sent together, at least 1.
     void setBurst(int bytes) { m_burst = bytes; }
 
-    /// So many bytes of a request have just been read.
+    /// Call when `count` bytes of a request have been read.
     void received(qsizetype count);
-    /// Lets bytes leave behind all that waits already, and not before the delay is over. A gap
-    /// above 0 puts so much time before each byte, whatever the rate. Beyond 64 KiB that wait, a
-    /// message is dropped.
+    /// Sends bytes after all that are waiting, and not before `delay` has passed. With a `byteGap`
+    /// above 0 that time comes before each byte, whatever the rate. When more than 64 KiB would
+    /// wait, the message is dropped.
     void send(const QByteArray& bytes, std::chrono::microseconds delay = {},
               std::chrono::milliseconds byteGap = {});
-    /// Forgets what waits.
+    /// Drops the bytes that wait.
     void clear();
 
 private:

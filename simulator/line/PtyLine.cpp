@@ -86,7 +86,7 @@ QString PtyLine::renewLink(const QString& device)
     const QFileInfo existing(m_link);
     if (existing.exists() && !existing.isSymLink())
         return u"%1 is there already and no link"_s.arg(m_link);
-    // Made beside and renamed, so that the link never fails to lead somewhere.
+    // Made under another name and renamed, so that the link exists at every moment.
     const QByteArray link = QFile::encodeName(m_link);
     const QByteArray beside = link + '.' + QByteArray::number(::getpid());
     ::unlink(beside.constData());
@@ -123,7 +123,7 @@ void PtyLine::readWatch()
         closed = true;
     if (!closed)
         return;
-    // What the program left unread is gone, as on a port that no one has open.
+    // Drop what the program has not read, as on a port that no one has open.
     ::tcflush(m_slave, TCIFLUSH);
     emit farEndClosed();
 }

@@ -4,14 +4,14 @@
 
 namespace simulator {
 
-/// A pseudo-terminal in raw mode. Its own end of the slave stays open, so that a program may close
-/// the device and open it again; that it closed it is reported all the same.
+/// A pseudo-terminal in raw mode. It keeps its device open itself, so that a program can close the
+/// device and open it again; farEndClosed is emitted all the same.
 class PtyLine : public Line {
     Q_OBJECT
 
 public:
-    /// link: a symbolic link that always leads to the current device; empty for none. An existing
-    /// link is replaced, any other file is left alone.
+    /// `link` is the path of a symbolic link to the current device; empty for none. An existing
+    /// link is replaced, any other file is not touched.
     explicit PtyLine(const QString& link = {}, QObject* parent = nullptr);
     ~PtyLine() override;
 

@@ -18,7 +18,7 @@ QByteArray information(const QString& text)
     return result(text.toLatin1().constData()) + result("OK");
 }
 
-/// A modem passes over whatever comes before the "AT" of a line.
+/// A modem ignores whatever precedes the "AT" of a line.
 QString commandIn(const QString& line)
 {
     return line.mid(std::max<qsizetype>(line.indexOf("AT"_L1, 0, Qt::CaseInsensitive), 0))
@@ -152,7 +152,8 @@ QByteArray ModemLine::queryResult(const QString& command)
     return result("ERROR");
 }
 
-/// Letters with an optional "&" before and an optional number behind them, any number of them.
+/// Any number of basic commands: a letter, with an optional "&" before and an optional number after
+/// it.
 bool ModemLine::obeyBasics(const QString& basics)
 {
     qsizetype at = 0;

@@ -9,8 +9,8 @@
 
 namespace simulator {
 
-/// A GSM modem between the line and the clock: speaks AT commands, and once a call is up hands the
-/// bytes on. A command line above 256 characters is cut.
+/// A GSM modem between the line and the clock. It answers AT commands; during a call it passes the
+/// bytes on. A command line longer than 256 characters is cut.
 class ModemLine : public QObject {
     Q_OBJECT
 
@@ -30,20 +30,21 @@ public:
     /// Endless text without a line end or a result.
     void setChatter(bool on);
     void setSignal(int value) { m_signal = value; }
-    /// rate is told behind CONNECT; 0 for the bare word.
+    /// `rate` is the number after CONNECT; none with 0.
     void setDial(Dial dial, int rate = 0);
     void setDialDelay(int milliseconds) { m_dialDelay.setInterval(milliseconds); }
-    /// An answer in place of the modem's own to a command such as "AT+CSQ", byte for byte; an
-    /// empty one gives the command back.
+    /// Replaces the answer to a command such as "AT+CSQ" by these bytes; empty restores the modem's
+    /// own answer.
     void setReply(const QString& command, const QByteArray& reply);
-    /// The number that was dialled last.
+    /// The number dialled last.
     QString dialledNumber() const { return m_number; }
 
-    /// Bytes from the line. Those of a call come back through dataArrived; "+++ATH" ends the call.
+    /// Takes bytes from the line. During a call they are emitted as dataArrived; "+++ATH" ends the
+    /// call.
     void take(const QByteArray& bytes);
     /// The far station hangs up: NO CARRIER.
     void hangUp();
-    /// The program dropped the line: a call ends without a word.
+    /// The program dropped the line: a call ends without a reply.
     void dropLine();
 
 signals:
@@ -51,9 +52,9 @@ signals:
     void dataArrived(const QByteArray& bytes);
     void callBegan();
     void callEnded();
-    /// A whole command line, PIN and PUK masked.
+    /// A complete command line, with PIN and PUK masked.
     void commanded(const QString& text);
-    /// What the modem said to it, in one line.
+    /// The modem's reply to it, in one line.
     void answered(const QString& text);
 
 private:

@@ -4,7 +4,8 @@
 
 namespace simulator {
 
-/// A SIM card: three wrong PINs make it want the PUK, three wrong PUKs lock it for good.
+/// A SIM card. After three wrong PINs it asks for the PUK, after three wrong PUKs it is locked for
+/// ever.
 class SimCard {
 public:
     enum class State { Ready, WantsPin, WantsPuk, Locked };
@@ -13,14 +14,14 @@ public:
                      const QString& puk = QStringLiteral("12345678"));
 
     State state() const { return m_state; }
-    /// The modem's word for the state, empty when the card is locked.
+    /// The modem's text for the state; empty when the card is locked.
     QString stateText() const;
     void setState(State state);
     void setPin(const QString& pin) { m_pin = pin; }
     void setPuk(const QString& puk) { m_puk = puk; }
 
-    /// What follows "AT+CPIN=": PIN, or PUK and new PIN with a comma between, each with or without
-    /// quotation marks. Whether the card took it.
+    /// Takes what follows "AT+CPIN=": the PIN, or PUK and new PIN separated by a comma, each with
+    /// or without quotation marks. Whether the card accepted it.
     bool enter(const QString& codes);
 
 private:

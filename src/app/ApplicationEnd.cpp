@@ -7,9 +7,9 @@
 
 ApplicationEnd::ApplicationEnd(QApplication& application, frmPrincipal& mainWindow)
 {
-    // The program ends when its main window has closed its connection, not when it is out of sight.
+    // The program ends when its main window has unloaded, not when its last window is hidden.
     QApplication::setQuitOnLastWindowClosed(false);
-    // exit, because quit would let a dialog that is still up refuse.
+    // exit and not quit: with quit an open dialog could refuse.
     QObject::connect(&mainWindow, &frmPrincipal::unloaded, &application,
                      [] { QCoreApplication::exit(); });
     QObject::connect(&application, &QCoreApplication::aboutToQuit, &mainWindow,

@@ -6,9 +6,9 @@ class QApplication;
 class QSessionManager;
 class frmPrincipal;
 
-/// Ties the end of the main window and the end of the application together, whichever comes first:
-/// Salir and the title bar, the end of the session, a signal that ends the process. The last does
-/// not ask: nobody may be there to answer.
+/// Ends the application when the main window closes, and closes the main window when the
+/// application must end: at the end of the desktop session, or by a signal. After a signal the
+/// operator is not asked, because nobody may be there to answer.
 class ApplicationEnd {
 public:
     ApplicationEnd(QApplication& application, frmPrincipal& mainWindow);

@@ -12,12 +12,12 @@ namespace {
 
 constexpr std::array sizes{16, 24, 32, 48, 64, 128, 256};
 
-// The toolkit's own engine reads every picture as soon as it is told of it.
+// The toolkit's own engine reads every picture as soon as it is added.
 class PicturesOnDemand final : public QIconEngine {
 public:
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override
     {
-        // The smallest that need not be enlarged, or else the largest.
+        // The smallest picture that need not be enlarged, otherwise the largest.
         const int wanted = std::max(size.width(), size.height());
         const int nearest = *std::lower_bound(sizes.begin(), sizes.end() - 1, wanted);
         const QIcon picture(u":/icons/hct-%1.png"_s.arg(nearest));

@@ -2,6 +2,6 @@
 
 #include <QIcon>
 
-/// The program's icon, with a picture for each size from 16 to 256 that desktops ask for. A picture
-/// is read when it is asked for: some desktops want few or none, and the program starts sooner.
+/// The program's icon, with pictures from 16 to 256 pixels. A picture is read when it is first
+/// needed: some desktops need few or none, and the program starts sooner.
 QIcon applicationIcon();

@@ -6,12 +6,12 @@
 
 class Dialogs;
 
-/// What the program meets of the desktop beside its own windows. Tests put their own in its place.
+/// What the program uses of the desktop besides its own windows. Tests replace it.
 struct Desktop {
     Dialogs& dialogs;
-    /// Runs a program in a normal window and says whether it could.
+    /// Runs a program in a normal window; false when it could not.
     std::function<bool(const QString& program)> startProgram;
 };
 
-/// The desktop itself, but for the boxes and file dialogs, which are those given.
+/// The real desktop, with the given boxes and file dialogs.
 Desktop systemDesktop(Dialogs& dialogs);

@@ -51,7 +51,7 @@ void ModelWindows::show(Form& form)
 {
     if (!form.open && form.make) {
         form.open = form.make();
-        // A window that has unloaded still exists for a moment, but must not be shown again.
+        // A window that has unloaded is deleted later, and must not be shown again.
         connect(form.open, &MdiForm::unloaded, this, [&form] { form.open.clear(); });
     }
     if (form.open)

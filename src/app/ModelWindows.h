@@ -9,15 +9,15 @@ class MdiForm;
 class QDialog;
 struct modGlobais;
 
-/// Which window serves which model, and which of them are open. A window that is open is brought to
-/// the front instead of being opened twice.
+/// Opens the windows of the model that is connected, and knows which are open. A window that is
+/// open is brought to the front instead of being opened again.
 class ModelWindows : public QObject {
     Q_OBJECT
 public:
     using FormFactory = std::function<MdiForm*()>;
     using DialogFactory = std::function<QDialog*()>;
 
-    /// How each window is made. One that is not there opens nothing.
+    /// Functions that make each window. An empty one opens nothing.
     struct Factories {
         FormFactory frmInfoHCT7200;
         FormFactory frmInfoHCT7300;
@@ -31,15 +31,15 @@ public:
 
     ModelWindows(const modGlobais& globais, Factories factories);
 
-    // Byte 12 of the general data decides between the models at each call.
+    // At each call byte 12 of the general data decides which model's window opens.
     void openInformation();
     void openRemoteControl();
     void openProgramming();
     void openSynchronisation();
     void openFirmware();
 
-    /// Closes the windows that only live while a clock is connected: information and remote control
-    /// of both models, and synchronisation.
+    /// Closes the windows that need a connection: information and remote control of both models,
+    /// and synchronisation.
     void closeClockWindows();
 
 private:

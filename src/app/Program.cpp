@@ -36,7 +36,7 @@ Program::Program(const Environment& environment, const Desktop& desktop)
 
 Program::~Program()
 {
-    // First the windows, which hold places in the timer service and exchanges of the link.
+    // The windows first: they are clients of the timer service and have exchanges of the link.
     m_mainWindow.reset();
 }
 
@@ -82,7 +82,7 @@ void Program::makeMainWindow()
         [this] { openAbout(); },
     };
     m_mainWindow = std::make_unique<frmPrincipal>(m_area, *m_session, windows, m_desktop.dialogs);
-    // A dialog is modal to the window that it belongs to.
+    // A dialog is modal to its parent.
     m_communications->setParent(m_mainWindow.get(), m_communications->windowFlags());
     QObject::connect(&m_session->link(), &MessageLink::VisualizaPorto, m_mainWindow.get(),
                      &frmPrincipal::VisualizaPorto);

@@ -12,8 +12,8 @@ class frmPortoSerie;
 class frmPrincipal;
 class frmRexistroEstado;
 
-/// A session and its windows: the whole program but its event loop. The resident forms are loaded
-/// in their order and not shown.
+/// A session and its windows: the whole program except its event loop. The constructor makes the
+/// log, the communications settings and the main window, in this order, and shows none of them.
 class Program {
 public:
     Program(const Environment& environment, const Desktop& desktop);
@@ -35,7 +35,7 @@ private:
     void openAbout();
 
     const Desktop m_desktop;
-    /// These belong to the main window.
+    /// Owned by the main window.
     QMdiArea* m_area;
     frmRexistroEstado* m_log;
     frmPortoSerie* m_communications;

@@ -2,6 +2,6 @@
 
 class QTranslator;
 
-/// Dates, numbers and the toolkit's own texts in Spanish, whatever the system speaks. It needs the
-/// application object, and lasts as long as `toolkit`.
+/// Sets dates, numbers and the toolkit's own texts to Spanish, whatever the system's language.
+/// Needs the application object. The translation lasts as long as `toolkit`.
 void speakSpanish(QTranslator& toolkit);

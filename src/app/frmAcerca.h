@@ -6,12 +6,12 @@
 
 class QPushButton;
 
-/// The About box: what the program is called, its version, whom to ask, and a button that starts
-/// the system's own information program. Modal; shown with `open`, it deletes itself.
+/// The About box: the program's name and version, whom to contact, and a button that starts the
+/// system-information program. Modal. Show it with `open`; it deletes itself when closed.
 class frmAcerca : public QDialog {
     Q_OBJECT
 public:
-    /// `version` is major, minor and revision, joined by dots.
+    /// `version` is "major.minor.revision".
     frmAcerca(QWidget* owner, const QString& version, std::function<void()> systemInformation);
 
 private:

@@ -25,7 +25,7 @@ namespace {
 
 constexpr int areaShade = 112;
 
-/// The window at its start, in characters and lines, where the screen has room for it.
+/// The window's size at the start, in characters and lines, if the screen has room for it.
 constexpr int startColumns = 160;
 constexpr int startLines = 46;
 constexpr double mostOfTheScreen = 0.9;
@@ -47,7 +47,7 @@ frmPrincipal::frmPrincipal(QMdiArea* area, Session& session, const Windows& wind
     setObjectName(u"frmPrincipal"_s);
     setWindowTitle(u"RELOJ PROGRAMADOR DE SEÑALES HCT"_s);
     setCentralWidget(m_area);
-    // What does not fit, or was moved out of sight, can still be reached.
+    // So that windows outside the visible area can be reached.
     m_area->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_area->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     colourArea();
@@ -96,7 +96,7 @@ void frmPrincipal::makeDeviceMenu()
     mnuSincronizacionReloxo =
         addEntry(menu, u"mnuSincronizacionReloxo"_s, u"&Sincronización reloj"_s);
     mnuTelemando = addEntry(menu, u"mnuTelemando"_s, u"&Telemando"_s);
-    // Entries of other families of clocks, which this family never shows.
+    // Entries for other families of clocks, always hidden for this family.
     addEntry(menu, u"mnuIncidencias"_s, u"I&ncidencias"_s)->setVisible(false);
     mnuSeparadorAux = addSeparator(menu, u"mnuSeparadorAux"_s);
     addEntry(menu, u"mnuAux1"_s, u"&Aux1"_s)->setVisible(false);
@@ -119,7 +119,7 @@ void frmPrincipal::makeDeviceMenu()
 void frmPrincipal::makeHelpMenu()
 {
     QMenu* menu = addMenu(u"mnuAxuda"_s, u"&Ayuda"_s);
-    // A placeholder: there is no manual that the program could show.
+    // Always disabled: there is no manual that the program can show.
     addEntry(menu, u"mnuTemasAxuda"_s, u"&Manual de la aplicación"_s)->setEnabled(false);
     addSeparator(menu, u"mnuSeparador5"_s);
     QAction* mnuAcerca = addEntry(menu, u"mnuAcerca"_s, u"&Acerca de"_s);
@@ -160,7 +160,7 @@ void frmPrincipal::makeStatusBar()
 
 QLabel* frmPrincipal::addPanel(const QString& name, const QString& description, int stretch)
 {
-    // No accessible name: what a panel says to a screen reader is its text.
+    // No accessible name: screen readers read the text of the panel.
     auto* panel = new QLabel;
     panel->setObjectName(name);
     panel->setAccessibleDescription(description);
@@ -265,13 +265,13 @@ void frmPrincipal::changeEvent(QEvent* event)
     QMainWindow::changeEvent(event);
 }
 
-// A shade off the windows' own colour, light or dark.
+// Slightly different from the colour of windows, in light and dark styles.
 void frmPrincipal::colourArea()
 {
     m_area->setBackground(palette().color(QPalette::Window).darker(areaShade));
 }
 
-// The toolkit would begin with two thirds of the screen at most, too little for a small one.
+// By itself a window gets two thirds of the screen at most, too little on a small screen.
 void frmPrincipal::resizeToScreen()
 {
     const QFontMetrics metrics = fontMetrics();

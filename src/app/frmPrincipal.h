@@ -17,12 +17,12 @@ class Session;
 class frmRexistroEstado;
 struct modGlobais;
 
-/// The main window: the menus, the status bar, and the area in which the other windows open. The
-/// connection itself is the ConnectionWorkflow's.
+/// The main window: menus, status bar, and the area for the other windows. It shows the state of
+/// the connection, which ConnectionWorkflow manages.
 class frmPrincipal : public QMainWindow {
     Q_OBJECT
 public:
-    /// What the main window opens but does not know how to make.
+    /// The windows that the main window opens but does not make.
     struct Windows {
         frmRexistroEstado& log;
         ModelWindows& models;
@@ -30,17 +30,17 @@ public:
         std::function<void()> showAbout;
     };
 
-    /// Takes over `area`. What it shows is right once the session has started.
+    /// Becomes the owner of `area`. What it shows is valid after Session::start.
     frmPrincipal(QMdiArea* area, Session& session, const Windows& windows, Dialogs& dialogs);
 
-    /// Status-bar panel 3: the port in use, and about it as a tool tip.
+    /// Shows the port in use in the third panel of the status bar, with details as its tool tip.
     void VisualizaPorto(const QString& text, const QString& toolTip);
 
-    /// Whether the program may end: the operator is asked where the clock is in remote-control
-    /// mode, then each open window.
+    /// Whether the program may end. Asks the operator if the clock is in remote-control mode, then
+    /// asks each open window.
     bool queryUnload();
-    /// Ends the program without asking, as when the system says so: closes the connection and every
-    /// window, and emits `unloaded`. A second call does nothing.
+    /// Closes the connection and every window without asking, and emits `unloaded`. A second call
+    /// does nothing.
     void unload();
 
 signals:
@@ -61,12 +61,12 @@ private:
     static QAction* addEntry(QMenu* menu, const QString& name, const QString& caption);
     static QAction* addSeparator(QMenu* menu, const QString& name);
     void Desconectar();
-    /// Whether the operator agrees to leave the clock as it is: asks only when it is in
+    /// Whether the operator agrees to leave the clock as it is. Asks only if it is in
     /// remote-control mode.
     bool ConfirmExit();
     QLabel* addPanel(const QString& name, const QString& description, int stretch);
 
-    /// Each may go while another is asked.
+    /// Each may be deleted while another is asked.
     QList<QPointer<MdiForm>> openForms() const;
     void unlockClockCommands(bool unlocked);
     void ShowConnectionStatus(bool connected);

@@ -27,7 +27,7 @@ void frmRexistroEstado::Rexistra(const QString& message, bool show)
     const QDateTime now = m_clock.now();
     const QString stamp = now.toString(u"dd'/'MM'/'yyyy' - 'HH':'mm':'ss"_s);
     txtRexistro->append(stamp + u" :: "_s + message + u"\n"_s);
-    // Under a modal window it could not be used; it can be opened from the menu afterwards.
+    // While a modal window is open it could not be used; it can be opened from the menu afterwards.
     if (show && !QApplication::activeModalWidget())
         showForm();
 }

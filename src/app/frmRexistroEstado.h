@@ -6,15 +6,15 @@
 class ClockOfDay;
 class LogText;
 
-/// The window with the log of the run, one line an entry: "21/11/2026 - 09:05:03 :: " and the
-/// message. It starts empty, is saved nowhere, has no limit, and its operator only ever hides it.
+/// The window with the status log. Each entry is one line: "21/11/2026 - 09:05:03 :: " and the
+/// message. The log is empty at the start, is not saved, and has no limit. Closing the window hides
+/// it.
 class frmRexistroEstado : public MdiForm, public StatusLog {
     Q_OBJECT
 public:
     frmRexistroEstado(QMdiArea& area, const ClockOfDay& clock);
 
-    /// Leaves alone what the operator has selected and where the view stands; a view that stands
-    /// at the end follows.
+    /// Selection and view stay as they are, except that a view at the end follows.
     void Rexistra(const QString& message, bool show) override;
 
     QSize sizeHint() const override;

@@ -74,7 +74,7 @@ int main(int argc, char* argv[])
     nameApplication();
     QTranslator toolkit;
     if (asksForText(argc, argv)) {
-        // A text needs no display.
+        // To print a text no display is needed.
         const QCoreApplication application(argc, argv);
         speakSpanish(toolkit);
         readCommandLine(application);

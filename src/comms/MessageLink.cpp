@@ -88,7 +88,7 @@ void MessageLink::Envia(quint8 code, QByteArray& body, qint32& timeout)
 
     if (timeout == 0)
         timeout = static_cast<qint32>(answerTime().count());
-    armTimer(timeout);
+    armTimer(std::chrono::milliseconds(timeout));
 }
 
 std::chrono::milliseconds MessageLink::answerTime() const

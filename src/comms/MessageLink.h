@@ -84,7 +84,6 @@ public:
     /// bits are the length of a tick, and the rest is how many ticks go before the last; a length
     /// of 0 stops the timer.
     void armTimer(std::chrono::milliseconds time);
-    void armTimer(qint32 milliseconds) { armTimer(std::chrono::milliseconds(milliseconds)); }
     void stopTimer();
 
 signals:

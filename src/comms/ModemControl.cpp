@@ -167,7 +167,7 @@ void ModemControl::SendCommand(const modemcommands::Command& command)
     else
         m_transcript.AppendToTerminal(command.display);
     if (command.timeout > std::chrono::milliseconds::zero())
-        m_link.armTimer(static_cast<qint32>(command.timeout.count()));
+        m_link.armTimer(command.timeout);
     else
         m_link.stopTimer();
 }

@@ -2,15 +2,15 @@
 
 #include <QLabel>
 
-/// A transparent label laid over another control: it carries that control's tool tip and catches
-/// the clicks meant for it.
+/// A transparent label on top of another control. It shows that control's tool tip and takes its
+/// clicks.
 class CoverLabel : public QLabel {
     Q_OBJECT
 public:
     using QLabel::QLabel;
 
 signals:
-    /// The left button went down and up again on the label.
+    /// The left button was pressed and released on the label.
     void clicked();
 
 protected:

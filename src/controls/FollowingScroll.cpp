@@ -6,7 +6,7 @@ FollowingScroll::FollowingScroll(QWidget& content, QWidget* parent) : QScrollAre
 {
     setWidget(&content);
     setWidgetResizable(true);
-    // The fields take the focus, the frame around them has no use for it.
+    // The fields get the focus, not the frame around them.
     setFocusPolicy(Qt::NoFocus);
     connect(qApp, &QApplication::focusChanged, this,
             [this](QWidget*, const QWidget* now) { follow(now); });
@@ -23,7 +23,7 @@ void FollowingScroll::follow(const QWidget* focus)
     if (!focus || !widget() || !widget()->isAncestorOf(focus))
         return;
     const QRect field(focus->mapTo(widget(), QPoint()), focus->size());
-    // Room for what stands beside the field, and at the top for captions that cover a row.
+    // With a margin for what is beside the field, and for captions that cover a row at the top.
     ensureVisible(field.center().x(), field.center().y(), 2 * field.width() + field.height(),
                   2 * field.height());
 }

@@ -2,8 +2,8 @@
 
 #include <QScrollArea>
 
-/// Holds many fields: asks for room for all of them, scrolls when the screen has less, and follows
-/// the focus however it moves.
+/// A scroll area for many fields. Its size hint has room for all of them; on a smaller screen it
+/// scrolls, and always shows the field that has the focus.
 class FollowingScroll : public QScrollArea {
     Q_OBJECT
 public:

@@ -16,7 +16,7 @@ QTextBoundaryFinder finderIn(const QString& line, LogCursor::Unit unit, qsizetyp
     return finder;
 }
 
-/// Words are stopped at where they begin.
+/// For words the cursor stops only at their beginning.
 bool isStop(const QTextBoundaryFinder& finder, LogCursor::Unit unit)
 {
     return unit == LogCursor::Unit::Character ||
@@ -57,7 +57,7 @@ LogCursor::Range LogCursor::unitAt(Place place, Unit unit) const
         return {{place.line, 0},
                 place.line + 1 < m_lines.lineCount() ? Place{place.line + 1, 0}
                                                      : Place{place.line, line.size()}};
-    // Behind the last character the last word is meant.
+    // After the last character it is the last word.
     QTextBoundaryFinder finder =
         finderIn(line, unit, std::min(place.column, std::max(line.size() - 1, qsizetype(0))));
     if (!finder.isAtBoundary())

@@ -4,14 +4,14 @@
 
 #include <utility>
 
-/// The cursor of a text that is only read: where it stands, and from where on the text up to it is
-/// selected.
+/// The cursor of a read-only text: its position, and the anchor where the selection begins. The
+/// selection is the text between the two.
 class LogCursor {
 public:
     using Place = LogLines::Place;
     using Range = std::pair<Place, Place>;
 
-    /// What a move steps over, and what a selection by mouse grows by.
+    /// The step of a move, and of a selection by mouse.
     enum class Unit { Character, Word, Line };
 
     explicit LogCursor(const LogLines& lines) : m_lines(lines) {}
@@ -26,12 +26,13 @@ public:
 
     /// Selects the unit at a place.
     void begin(Place place, Unit unit);
-    /// Selects on from the unit of begin() up to a place, in such units.
+    /// Extends the selection from the unit of begin() to a place, in whole units.
     void extend(Place place);
 
-    /// The character (empty), the word or the stretch between words, or the line with its end.
+    /// The unit at a place: an empty range for Character; the word, or the gap between words; the
+    /// line with its end.
     Range unitAt(Place place, Unit unit) const;
-    /// The start of the next character or word; over the end of a line too.
+    /// The start of the next character or word, also on the next line.
     Place next(Unit unit) const;
     Place previous(Unit unit) const;
 

@@ -4,7 +4,7 @@
 
 namespace {
 
-/// Where a line of a block begins.
+/// The offset in bytes at which a line of a block begins.
 qsizetype beginning(QByteArrayView utf8, qsizetype line)
 {
     qsizetype at = 0;
@@ -75,7 +75,7 @@ QString LogLines::text(qsizetype from, qsizetype to) const
     return result;
 }
 
-/// The last block that begins at `offset` or before it.
+/// The last block that begins at or before `offset`.
 qsizetype LogLines::blockOf(qsizetype offset) const
 {
     const auto next = std::upper_bound(

@@ -6,10 +6,10 @@
 
 #include <compare>
 
-/// The lines of a text that only grows, without limit. A line takes its bytes in UTF-8 and a few
-/// more. The last line is the one that has no end yet; it is there even when it is empty.
+/// The lines of a text that only grows, without limit. A line needs its bytes in UTF-8 and a few
+/// more. The last line is the one without an end; it exists even when it is empty.
 ///
-/// Characters are counted in UTF-16 units, with one for the end of a line.
+/// Characters are counted in UTF-16 units. The end of a line counts as one.
 class LogLines {
 public:
     struct Place {
@@ -18,7 +18,7 @@ public:
         auto operator<=>(const Place&) const = default;
     };
 
-    /// Each '\n' in it ends a line.
+    /// Appends a text, in which each '\n' ends a line.
     void append(QStringView text);
 
     qsizetype lineCount() const { return m_lineEnds + 1; }
@@ -27,15 +27,15 @@ public:
 
     qsizetype size() const { return m_size; }
     Place end() const { return {m_lineEnds, line(m_lineEnds).size()}; }
-    /// The characters before a place.
+    /// How many characters are before a place.
     qsizetype offset(Place place) const;
-    /// The place behind so many characters; the nearest one where there are not so many.
+    /// The place after so many characters; the nearest place if there are fewer.
     Place place(qsizetype offset) const;
-    /// The characters from one offset up to another, both between 0 and size().
+    /// The text from one offset to another, both from 0 to size().
     QString text(qsizetype from, qsizetype to) const;
 
 private:
-    /// Lines are looked for within a block from its first byte on.
+    /// A line is searched for from the first byte of its block.
     static constexpr qsizetype linesPerBlock = 256;
 
     struct Block {

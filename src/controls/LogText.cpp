@@ -74,7 +74,7 @@ void LogText::cursorMoved()
     QAccessible::updateAccessibility(&selected);
 }
 
-/// Starts its blinking anew, so that it is seen wherever it has just come to.
+/// Restarts the blinking, so that the cursor is visible at its new place.
 void LogText::showCursor(bool shown)
 {
     m_cursorShown = shown;
@@ -99,7 +99,7 @@ void LogText::measureFont()
     adjustScrollBarsSoon();
 }
 
-/// Without the shaping of a layout, which changes it by little.
+/// The sum of the characters' widths. Shaping would change it little.
 double LogText::widthOf(QStringView line) const
 {
     double width = 0;
@@ -197,7 +197,7 @@ void LogText::paintEvent(QPaintEvent* event)
         QList<QTextLayout::FormatRange> selections;
         if (start < end && start.line <= line && line <= end.line) {
             selected.start = static_cast<int>(line == start.line ? start.column : 0);
-            // Of a line that is selected with its end, that too.
+            // With the line's end if that is selected too.
             const qsizetype to = line == end.line ? end.column : text.size() + 1;
             selected.length = static_cast<int>(to) - selected.start;
             selections.append(selected);
@@ -222,7 +222,7 @@ void LogText::resizeEvent(QResizeEvent* event)
     adjustScrollBars();
 }
 
-/// Once for all that is appended in a turn of the event loop.
+/// Adjusts them once for all texts that are appended before the event loop runs again.
 void LogText::adjustScrollBarsSoon()
 {
     if (m_adjustmentPosted)

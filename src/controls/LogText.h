@@ -9,32 +9,32 @@
 
 class QTextLayout;
 
-/// Shows a text that only grows, without limit, and of which a line costs little more than itself.
-/// It is read, scrolled, selected and copied by mouse and keyboard as in the toolkit's read-only
-/// editors; lines are not wrapped. Only lines in view are laid out and painted.
+/// Shows a text that only grows, without limit. A line needs little more memory than its text.
+/// Mouse and keyboard scroll, select and copy as in the toolkit's read-only editors. Lines are not
+/// wrapped. Only visible lines are laid out and painted.
 class LogText : public QAbstractScrollArea {
     Q_OBJECT
 public:
     explicit LogText(QWidget* parent = nullptr);
 
-    /// Each '\n' ends a line. Leaves alone what is selected and where the view stands; a view that
-    /// stands at the end follows, unless something is selected.
+    /// Appends a text, in which each '\n' ends a line. The selection and the view stay as they are,
+    /// except that a view at the end follows the text while nothing is selected.
     void append(const QString& text);
 
     QString toPlainText() const { return m_lines.text(0, m_lines.size()); }
     const LogLines& lines() const { return m_lines; }
     const LogCursor& cursor() const { return m_cursor; }
 
-    /// Moves no view.
+    /// Does not scroll.
     void select(LogLines::Place anchor, LogLines::Place position);
     void selectAll();
     QString selectedText() const;
-    /// To the clipboard; nothing when nothing is selected.
+    /// Copies the selection, if any, to the clipboard.
     void copy() const;
 
     /// Scrolls as little as needed.
     void bringIntoView(LogLines::Place place);
-    /// Where the cursor would be painted, in the viewport.
+    /// Where the cursor would be painted, in pixels of the viewport.
     QRect rectangleAt(LogLines::Place place) const;
     /// The nearest place to a point of the viewport.
     LogLines::Place placeAt(QPoint point) const;
@@ -88,7 +88,7 @@ private:
     void measureFont();
     double widthOf(QStringView line) const;
     int lineHeight() const;
-    /// The lines that are wholly in view, 1 at least.
+    /// How many lines are completely visible, at least 1.
     int visibleLines() const;
     void layOut(QTextLayout& layout, const QString& line) const;
     void adjustScrollBarsSoon();
@@ -96,18 +96,20 @@ private:
 
     LogLines m_lines;
     LogCursor m_cursor{m_lines};
-    /// The horizontal place that moves from line to line keep to; -1 when the next one sets it.
+    /// The horizontal position, in pixels, that moves from line to line keep; -1 until the next one
+    /// sets it.
     int m_column = -1;
     bool m_cursorShown = false;
     bool m_adjustmentPosted = false;
-    /// A press within the selection: a drag of it, or a click when it ends without one.
+    /// The mouse was pressed inside the selection: it becomes a drag, or else a click.
     bool m_mayDrag = false;
     QPoint m_pressed;
     QPoint m_mouse;
     QBasicTimer m_blinking;
     QBasicTimer m_scrolling;
     QBasicTimer m_tripleClick;
-    /// The advances of the first characters: shaping every line would cost more than the rest.
+    /// The widths of the first 256 characters. Shaping each line instead would take more time than
+    /// everything else.
     std::array<double, 256> m_advances{};
     double m_widest = 0;
     double m_lastWidth = 0;

@@ -14,10 +14,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// While the mouse is held outside the view, in milliseconds.
+/// Milliseconds between two scroll steps while the mouse is held outside the view.
 constexpr int scrollPeriod = 100;
 
-/// In the toolkit's own words, which its translation has.
+/// A menu entry with the toolkit's own text, which is then translated.
 QAction* addStandardAction(QMenu& menu, const char* text, QKeySequence::StandardKey key,
                            const QString& icon)
 {
@@ -105,7 +105,7 @@ void LogText::move(Step step, bool selects)
         m_column = rectangleAt(m_cursor.position()).x() + horizontalScrollBar()->value();
     const int column = m_column;
     const LogLines::Place place = destination(step, selects);
-    // The view moves by as much as the cursor.
+    // Scroll by as much as the cursor moves.
     if (step == Step::NextPage)
         verticalScrollBar()->setValue(verticalScrollBar()->value() + visibleLines());
     else if (step == Step::PreviousPage)
@@ -118,7 +118,7 @@ void LogText::move(Step step, bool selects)
 LogLines::Place LogText::destination(Step step, bool selects) const
 {
     const LogLines::Place from = m_cursor.position();
-    // Without selecting, a selection is left by the end to which the key points.
+    // Without Shift the cursor goes to the end of the selection in the direction of the key.
     const bool leaves = m_cursor.hasSelection() && !selects;
     switch (step) {
     case Step::NextCharacter:
@@ -139,7 +139,7 @@ LogLines::Place LogText::destination(Step step, bool selects) const
     Q_UNREACHABLE();
 }
 
-/// The place so many lines below the cursor, in the column that such moves keep to.
+/// The place so many lines below the cursor, at the kept horizontal position.
 LogLines::Place LogText::below(qsizetype lines) const
 {
     const qsizetype line =
@@ -154,7 +154,7 @@ void LogText::copy() const
         QGuiApplication::clipboard()->setText(selectedText());
 }
 
-/// What is selected is pasted with the middle button, where the desktop has that.
+/// On desktops that have it, the middle button pastes the selection.
 void LogText::offerSelection() const
 {
     if (QGuiApplication::clipboard()->supportsSelection() && m_cursor.hasSelection())
@@ -252,7 +252,7 @@ bool LogText::isSelectedAt(QPoint point) const
 {
     const LogLines::Place place = placeAt(point);
     const auto [start, end] = m_cursor.selection();
-    // Beside a line nothing is taken hold of.
+    // A press beside the line's text begins no drag.
     const QRect lineEnd = rectangleAt({place.line, m_lines.line(place.line).size()});
     return start <= place && place < end && point.x() <= lineEnd.right();
 }

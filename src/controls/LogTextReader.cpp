@@ -121,7 +121,8 @@ QString AccessibleLogText::text(int start, int end) const
     return lines().text(from, std::clamp(qsizetype(end), from, size));
 }
 
-/// The parts of a kind lie side by side: a line has its end, a blank between words is one too.
+/// The parts of one type cover the text without gaps: a line includes its end, and the blanks
+/// between words are a part too.
 AccessibleLogText::Part AccessibleLogText::partAt(qsizetype offset,
                                                   QAccessible::TextBoundaryType type) const
 {
@@ -142,7 +143,7 @@ bool AccessibleLogText::isBlank(Part part) const
     return lines().text(part.start, part.end).trimmed().isEmpty();
 }
 
-/// A line is given without its end.
+/// Returns a part's text; a line without its end.
 QString AccessibleLogText::give(Part part, QAccessible::TextBoundaryType type, int* start,
                                 int* end) const
 {
@@ -207,7 +208,7 @@ void AccessibleLogText::scrollToSubstring(int start, int end)
     log().bringIntoView(lines().place(start));
 }
 
-/// One font for all of it.
+/// The whole text has the same font.
 QString AccessibleLogText::attributes(int /*offset*/, int* start, int* end) const
 {
     *start = 0;

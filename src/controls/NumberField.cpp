@@ -17,7 +17,7 @@ namespace {
 
 bool isDigit(QChar character) { return character >= u'0' && character <= u'9'; }
 
-/// Whatever one may type between the numbers of a time or a date.
+/// Characters that may be typed between the numbers of a time or a date.
 bool isSeparator(QChar character) { return u"/:.,- "_s.contains(character); }
 
 QStringList numbersIn(const QString& text)
@@ -31,7 +31,7 @@ QStringList numbersIn(const QString& text)
 NumberField::NumberField(const QList<Field>& fields, QChar separator, QWidget* parent)
     : QSpinBox(parent), m_fields(fields), m_separator(separator)
 {
-    // Not by the wheel, which without the focus belongs to whatever scrolls around this control.
+    // Not by the wheel: without the focus it scrolls the area around this control.
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     lineEdit()->setAcceptDrops(false);
@@ -88,7 +88,8 @@ bool NumberField::event(QEvent* event)
 
 bool NumberField::eventFilter(QObject* watched, QEvent* event)
 {
-    // The mouse enters a number: it selects no part of one and nothing across them.
+    // A click moves the cursor into a number. The mouse selects neither a part of a number nor
+    // several.
     switch (event->type()) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick: {
@@ -167,7 +168,7 @@ void NumberField::wheelEvent(QWheelEvent* event)
 QString NumberField::textFromValue(int value) const
 {
     QList<int> values = valuesOf(text());
-    // The range of the spin box is wider while an odd value is shown.
+    // While a value outside the range is shown, the spin box has a wider range.
     if (values[m_current] != value)
         values[m_current] = clamped(m_current, value);
     return textOf(values);
@@ -177,7 +178,7 @@ int NumberField::valueFromText(const QString& text) const { return valuesOf(text
 
 QValidator::State NumberField::validate(QString& text, int& /*position*/) const
 {
-    // Nothing is refused. A number that is missing or short may be about to be put in.
+    // Accept everything: a number that is missing or short may not be complete yet.
     if (text != m_told && !isWithinRange(text))
         text = textOf(taken(text, valuesOf(m_told), 0));
     return QValidator::Acceptable;
@@ -237,7 +238,7 @@ void NumberField::dropDigit()
     showValues(values);
 }
 
-// The selection is one number only, but a date on the clipboard is wanted whole.
+// Copies all numbers, although only one is selected: a date is of use only as a whole.
 void NumberField::copy() const { QGuiApplication::clipboard()->setText(text()); }
 
 void NumberField::paste()
@@ -293,7 +294,7 @@ void NumberField::showValues(const QList<int>& values)
     const int value = values[m_current];
     const int lowest = std::min(field.minimum, value);
     const int highest = std::max(field.maximum, value);
-    // A new range would clamp the number that was current before, and release a pressed button.
+    // setRange would limit the previous number to the new range, and release a pressed button.
     const bool isNewRange = lowest != minimum() || highest != maximum();
     if (isNewRange)
         setRange(std::numeric_limits<int>::min(), std::numeric_limits<int>::max());

@@ -4,28 +4,28 @@
 #include <QSpinBox>
 #include <QString>
 
-/// One or several whole numbers in one spin box, as an hour and a minute, with a separator between
-/// them. The editor's text is the value. The spin box steps the number that the cursor is in, which
-/// is selected, and tells assistive software its value and range.
+/// One or several whole numbers in one spin box, for example an hour and a minute, with a separator
+/// between them. The text of the editor is the value. The number with the cursor is selected; the
+/// spin box steps it and reports its value and range to assistive software.
 ///
-/// A digit typed into a number just entered replaces it, further digits follow, and the next number
-/// is entered when no further digit fits. A separator typed after a digit, Tab, Left and Right move
-/// between the numbers, Home and End to the first and the last; Left and Right past the ends are
-/// the parent's. Up, Down and the wheel step by 1, PageUp and PageDown by 10, without wrapping
-/// round.
+/// The first digit typed into a number replaces it, more digits are appended, and the cursor moves
+/// to the next number when no more digit fits. A separator after a digit, Tab, Left and Right move
+/// between the numbers, Home and End to the first and the last one. At the first and the last
+/// number Left and Right are left to the parent. Up, Down and the wheel step by 1, PageUp and
+/// PageDown by 10; they stop at the minimum and the maximum.
 ///
-/// What is typed, pasted, stepped or set by assistive software becomes the maximum when it is above
-/// it and the minimum when it is below.
+/// A number above the maximum becomes the maximum, one below the minimum the minimum, whether it
+/// was typed, pasted or set by assistive software.
 class NumberField : public QSpinBox {
     Q_OBJECT
 public:
     struct Field {
         int minimum = 0;
         int maximum = 0;
-        /// Shown with leading zeros up to this width.
+        /// Shown with leading zeros up to this many digits.
         int width = 1;
-        /// What a screen reader calls the control while the cursor is in this number; when empty,
-        /// the control's own name stays.
+        /// The accessible name of the control while the cursor is in this number; the control's own
+        /// name if empty.
         QString accessibleName = {};
     };
 
@@ -34,24 +34,24 @@ public:
     using QSpinBox::setValue;
     using QSpinBox::value;
     int value(int field) const { return valuesOf(text()).at(field); }
-    /// Shown as it is, also above the maximum, so that an odd value of a clock is seen.
+    /// Not limited to the range, so that an invalid value of a clock is shown as it is.
     void setValue(int field, int value);
 
     void setFieldFocus(int field, Qt::FocusReason reason);
-    /// -1 when the control does not have it.
+    /// The number with the cursor, counted from 0; -1 when the control does not have the focus.
     int fieldWithFocus() const { return hasFocus() ? m_current : -1; }
 
-    /// An invalid colour gives back the system's.
+    /// An invalid colour restores that of the system.
     void setTextColour(const QColor& colour);
     QColor textColour() const { return palette().color(QPalette::Text); }
 
     void stepBy(int steps) override;
 
-    /// The most characters of a text that are looked at.
+    /// How many characters of a text are read at most.
     static constexpr qsizetype longestText = 64;
 
 signals:
-    /// Once for each key, step, paste or setting that changed a number.
+    /// Emitted once for each key, step, paste or call that changed a number.
     void valuesChanged();
 
 protected:
@@ -77,7 +77,7 @@ private:
     void dropDigit();
     void copy() const;
     void paste();
-    /// The numbers of a text, from `field` on, in place of those in `values`.
+    /// `values` with the numbers from `field` on replaced by those of a text.
     QList<int> taken(const QString& text, QList<int> values, int field) const;
     bool isWithinRange(const QString& text) const;
     void enter(int field);
@@ -92,8 +92,8 @@ private:
     const QList<Field> m_fields;
     const QChar m_separator;
     int m_current = 0;
-    /// The digits typed since the current number was entered.
+    /// The digits typed since the cursor came into the current number.
     QString m_typed;
-    /// The text that was last told: another one came from outside.
+    /// The last text that the control set itself. A different text was set from outside.
     QString m_told;
 };

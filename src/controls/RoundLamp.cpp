@@ -5,7 +5,7 @@
 
 namespace {
 
-/// From this value of its strongest part on a colour counts as shining.
+/// A colour counts as bright when its strongest component has at least this value.
 constexpr int shiningValue = 0xC0;
 
 } // namespace
@@ -27,7 +27,7 @@ void RoundLamp::setFill(quint32 colour, const QString& state)
 
 QSize RoundLamp::sizeHint() const
 {
-    // Odd, so that the disc has a middle pixel and looks round at scale 1.
+    // An odd number of pixels: the disc then has a centre pixel and looks round at 100 %.
     const int side = (fontMetrics().height() * 5 / 4) | 1;
     return {side, side};
 }
@@ -66,7 +66,7 @@ void RoundLamp::paintEvent(QPaintEvent*)
     painter.setPen(QPen(fill.darker(shining ? 200 : 250), qMax(1.0, side * 0.06)));
     painter.drawEllipse(centre, radius, radius);
 
-    // The reflection stays clear of the middle, which shows the fill as it is.
+    // The reflection does not cover the centre, which shows the fill unchanged.
     painter.setPen(Qt::NoPen);
     painter.setBrush(QColor(255, 255, 255, shining ? 200 : 45));
     painter.drawEllipse(centre + QPointF(-radius * 0.36, -radius * 0.44), radius * 0.27,

@@ -3,21 +3,20 @@
 #include <QColor>
 #include <QWidget>
 
-/// A round indicator filled with one colour. A bright fill is drawn as a lamp that shines, with a
-/// halo and a reflection, so that its state does not hang on telling hues apart. A screen reader
-/// gets the state in words: the owner gives the lamp a name and says with each colour what it
-/// means.
+/// A round indicator filled with one colour. A bright fill is drawn with a halo and a reflection,
+/// so that the state can be seen without distinguishing hues. Screen readers get the lamp's name
+/// and the meaning of its colour in words.
 class RoundLamp : public QWidget {
     Q_OBJECT
 public:
     explicit RoundLamp(QWidget* parent = nullptr);
 
-    /// `colour` as 0x00BBGGRR; `state` in words ("encendido"), which becomes the accessible
-    /// description. Repaints only on a change.
+    /// `colour` is 0x00BBGGRR. `state` is its meaning, such as "encendido", and becomes the
+    /// accessible description. Repaints only if something changes.
     void setFill(quint32 colour, const QString& state);
     quint32 fill() const { return m_fill; }
 
-    /// Follows the height of the font.
+    /// Depends on the height of the font.
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 
@@ -28,6 +27,6 @@ protected:
 private:
     QColor colour() const;
 
-    /// Grey: nothing is known yet.
+    /// Grey: no state is known yet.
     quint32 m_fill = 0x00808080;
 };

@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The toolkit's own interface of a slider would move a disabled one.
+/// The toolkit's accessible interface would move a disabled slider.
 class AccessibleSwitch final : public QAccessibleWidget, public QAccessibleValueInterface {
 public:
     explicit AccessibleSwitch(Switch* object) : QAccessibleWidget(object, QAccessible::Slider) {}
@@ -107,7 +107,7 @@ void Switch::paintEvent(QPaintEvent*)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
 
-    // From the outside: the ring of the focus, a gap, the track and the knob in it.
+    // From the outside to the inside: focus ring, gap, track, knob.
     const double edge = qMax(1.0, width() * 0.055);
     const QRectF track = QRectF(rect()).adjusted(4 * edge, 4 * edge, -4 * edge, -4 * edge);
     const double round = track.width() / 2;

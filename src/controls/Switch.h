@@ -2,9 +2,9 @@
 
 #include <QSlider>
 
-/// An upright switch with two positions: 0 above, 1 below. Space and Enter toggle it, the arrow
-/// keys put it to either end; the mouse is left to the label that covers it. While it is disabled
-/// nothing but code moves it.
+/// A vertical switch with two positions: 0 at the top, 1 at the bottom. Space and Enter toggle it,
+/// the arrow keys select a position. It ignores the mouse: the label on top of it takes the clicks.
+/// While it is disabled only the program changes it.
 class Switch : public QSlider {
     Q_OBJECT
 public:
@@ -12,7 +12,7 @@ public:
 
     void toggle() { setValue(1 - value()); }
 
-    /// Follows the height of the font.
+    /// Depends on the height of the font.
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 

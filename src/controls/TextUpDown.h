@@ -2,8 +2,7 @@
 
 #include "NumberField.h"
 
-/// A time or a date of the programme, or a single number, made for filling many of them by
-/// keyboard.
+/// A time, a date or a single number of the programme.
 class TextUpDown : public NumberField {
     Q_OBJECT
 public:
@@ -14,12 +13,12 @@ public:
     }
 
     void setValues(int first, int second) { NumberField::setValues({first, second}); }
-    /// Grey numbers: they are there but mean nothing at the moment.
+    /// Shows the numbers in grey: they have no effect at present.
     void setDimmed(bool dimmed)
     {
         QColor colour;
         if (dimmed) {
-            // Not a placeholder's, which some styles make as dark as any other text.
+            // Not the colour of placeholders, which some styles make as dark as other text.
             colour = QPalette().color(QPalette::Text);
             colour.setAlphaF(0.5F);
         }

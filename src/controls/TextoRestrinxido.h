@@ -2,8 +2,8 @@
 
 #include "NumberField.h"
 
-/// A whole date or time, without buttons. No value out of the range can be in it, not even one of
-/// the program.
+/// A complete date or time, without buttons. It never has a value outside its range: those that the
+/// program sets are limited too.
 class TextoRestrinxido : public NumberField {
     Q_OBJECT
 public:
@@ -14,7 +14,7 @@ public:
     }
 
     using NumberField::setValue;
-    /// Where there are no buttons, some styles count no room for the padding of the editor.
+    /// Without buttons some styles do not reserve the editor's padding, so it is added here.
     QSize sizeHint() const override
     {
         return NumberField::sizeHint() + QSize(fontMetrics().horizontalAdvance(u'0'), 0);

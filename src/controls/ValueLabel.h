@@ -2,7 +2,7 @@
 
 #include <QLabel>
 
-/// A value that is only looked at. To a screen reader a label is nothing but its name, so that is
+/// A value that is shown and not edited. Screen readers read only a label's name, so the name is
 /// the caption and the value: "Hora: 9:05:03".
 class ValueLabel : public QLabel {
     Q_OBJECT
@@ -11,9 +11,9 @@ public:
 
     ValueLabel(const QString& objectName, const QString& caption, Look look = Look::Field);
 
-    /// Plain text, no markup. The value that it has already costs nothing.
+    /// Plain text, no markup. Does nothing when the value is the same.
     void setValue(const QString& value);
-    /// The label that stands beside it.
+    /// Makes the label with the caption, to be placed beside the value.
     QLabel* makeCaption();
 
 private:

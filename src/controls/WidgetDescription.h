@@ -11,23 +11,23 @@ inline QString indexed(const QString& name, std::integral auto index)
     return QStringLiteral("%1(%2)").arg(name).arg(index);
 }
 
-/// A tool tip that shows `text` as it stands, whatever is in it: file names may look like tags.
+/// A tool tip that shows `text` literally: file names may look like tags.
 inline QString literalToolTip(const QString& text)
 {
     if (!Qt::mightBeRichText(text))
         return text;
-    // The tag makes it rich text for certain: "&amp;" alone would be shown as such.
+    // The tag makes it rich text; without one "&amp;" would be shown as it is.
     return QStringLiteral("<span style='white-space:pre'>%1</span>").arg(text.toHtmlEscaped());
 }
 
-/// Gives a control its tool tip, which a screen reader reads too.
+/// Sets a control's tool tip, also as its accessible description.
 inline void setHint(QWidget& widget, const QString& toolTip)
 {
     widget.setToolTip(literalToolTip(toolTip));
     widget.setAccessibleDescription(toolTip);
 }
 
-/// Gives a control its name, what a screen reader calls it, and its tool tip.
+/// Sets a control's object name, its accessible name and its tool tip.
 inline void describe(QWidget& widget, const QString& objectName, const QString& accessibleName,
                      const QString& toolTip = {})
 {

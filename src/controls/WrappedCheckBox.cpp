@@ -6,7 +6,7 @@
 
 namespace {
 
-/// How wide the caption wants to be, in average characters; more room makes for fewer lines.
+/// The preferred width of the caption, in average characters. With more room it has fewer lines.
 constexpr int preferredCharacters = 66;
 constexpr int textFlags = static_cast<int>(Qt::AlignLeft) | static_cast<int>(Qt::AlignVCenter) |
                           static_cast<int>(Qt::TextWordWrap) |

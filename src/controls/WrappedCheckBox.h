@@ -2,7 +2,7 @@
 
 #include <QCheckBox>
 
-/// A check box whose caption goes over as many lines as it needs.
+/// A check box whose caption is wrapped into several lines if needed.
 class WrappedCheckBox : public QCheckBox {
     Q_OBJECT
 public:

@@ -4,7 +4,7 @@
 
 #include <QString>
 
-/// What the information window makes of a status block: its two texts and the fills of its lamps.
+/// What the information window shows of a status block: two texts and the colours of its lamps.
 class ClockDisplay {
 public:
     static constexpr int outputCount = 3;
@@ -13,7 +13,7 @@ public:
 
     explicit ClockDisplay(const StatusBlock& block) : m_block(block) {}
 
-    /// Only a block with all bytes of the family is shown.
+    /// Whether the block has all bytes of this family. Others are not shown.
     bool isComplete() const { return m_block.isFull(); }
     /// " miércoles, 23 de diciembre de 2002"; "-------" for a day or month that does not exist.
     QString dateText() const;
@@ -27,7 +27,7 @@ public:
     /// Indicator i (0 to 4) is lit while bit 0, 1, 2, 3 or 7 of byte 219 is set.
     bool isStatusLit(int index) const;
 
-    /// The fills, as 0x00BBGGRR.
+    /// The lamps' colours, 0x00BBGGRR.
     quint32 outputFill(int index) const;
     quint32 inputFill(int index) const;
     quint32 statusFill(int index) const;

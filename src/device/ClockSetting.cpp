@@ -11,7 +11,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The clock itself knows 500 here, not 400: 29/02/2500 exists for it and 29/02/2400 does not.
+// 500 and not 400 is intentional: it is the clock's own rule. For it 29/02/2500 exists and
+// 29/02/2400 does not.
 bool isLeapYear(int year) { return (year % 4 == 0 && year % 100 != 0) || year % 500 == 0; }
 
 ClockFields fieldsOf(const QDateTime& moment)
@@ -37,7 +38,7 @@ bool ClockSetting::isValidDate(int day, int month, int year)
 {
     if (day == 29 && month == 2)
         return isLeapYear(year);
-    // Counted from 0 and modulo 7 the months without a 31st are the odd ones: 2, 4, 6, 9, 11.
+    // Months without day 31 are 2, 4, 6, 9 and 11: the odd ones when counted from 0, modulo 7.
     const bool isShortMonth = (month - 1) % 7 % 2 == 1;
     return !(day == 31 && isShortMonth) && !(day == 30 && month == 2);
 }
@@ -96,7 +97,8 @@ void ClockSetting::mntSincronismo_Recibido(quint8 /*code*/, const QByteArray& /*
 void ClockSetting::giveUp()
 {
     m_state = State::Idle;
-    // While a box is up the connection may end, and this object with its window.
+    // A receiver may open a box. While it is open the connection may end, and this object is
+    // deleted with its window.
     StatusLog& log = m_log;
     emit gaveUp();
     log.Rexistra(u"Error intentando puesta en hora del equipo"_s, false);

@@ -10,7 +10,7 @@
 
 class MessageLink;
 
-/// A date and a time as numbers; the year in full.
+/// A date and a time as numbers. The year has four digits.
 struct ClockFields {
     int day = 1;
     int month = 1;
@@ -19,13 +19,15 @@ struct ClockFields {
     int minutes = 0;
     int seconds = 0;
 
-    /// As the clock last told them: any byte values, with the year made full.
+    /// The clock's values in a status block, unchecked: each may be 0 to 255. The year is made
+    /// full, see modUtilidades::fullYear.
     static ClockFields fromBlock(const StatusBlock& block);
     bool operator==(const ClockFields&) const = default;
 };
 
-/// Sets the clock's date and time, to given values or to those of the computer. A failed answer is
-/// asked for again on the next call of ProcesoDiferido; the third failure ends it.
+/// Sets the clock's date and time, to given values (Manual) or to those of the computer
+/// (Automatic). After a failed answer the next call of ProcesoDiferido sends again; the third
+/// failure ends it.
 class ClockSetting : public QObject, public DeferredProcess {
     Q_OBJECT
 public:
@@ -35,18 +37,19 @@ public:
 
     ClockSetting(MessageLink& link, StatusLog& log, const ClockOfDay& clock);
 
-    /// False for 31 in a month of 30 days or fewer, 30 February, and 29 February outside a leap
-    /// year. Expects day 1 to 31 and month 1 to 12.
+    /// False for day 31 in a shorter month, for 30 February, and for 29 February outside a leap
+    /// year (by the clock's own rule). `day` must be 1 to 31, `month` 1 to 12.
     static bool isValidDate(int day, int month, int year);
-    /// 0x01, seconds, minutes, hours, day, month, year modulo 100, in plain binary.
+    /// The 7 bytes of the request: 0x01, seconds, minutes, hours, day, month, year modulo 100;
+    /// plain binary.
     static QByteArray message(const ClockFields& fields);
 
-    /// What State::Manual sends, read at the moment of sending.
+    /// The values that Manual sends. They are read when the request is sent.
     void setFields(const ClockFields& fields) { m_fields = fields; }
 
-    /// Starts anew with no failure counted.
+    /// Begins to send at the next call of ProcesoDiferido, with no failure counted.
     void begin(State source);
-    /// Nothing more is sent, and an answer under way reaches nobody.
+    /// Sends nothing more and ignores an answer that is still to come.
     void stop();
     State SyncState() const { return m_state; }
     int FailedAttempts() const { return m_failedAttempts; }
@@ -55,7 +58,8 @@ public:
 
 signals:
     void accepted();
-    /// Logged once every receiver has returned, so after what a receiver tells the operator.
+    /// Three attempts have failed. The line in the log is written after all receivers have
+    /// returned, so after a box that they open.
     void gaveUp();
 
 private:

@@ -2,7 +2,7 @@
 
 #include <QtGlobal>
 
-/// Fills of the indicators, as 0x00BBGGRR.
+/// Colours of the lamps, 0x00BBGGRR.
 namespace lampcolour {
 constexpr quint32 Red = 0x0000FF;
 constexpr quint32 DarkRed = 0x000080;

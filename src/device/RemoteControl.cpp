@@ -84,7 +84,7 @@ void RemoteControl::mntLectEstadoSaidas_Recibido(quint8 /*code*/, const QByteArr
     if (status != LinkStatus::Good)
         return;
     const quint8 restBits = byteAt(body, 1);
-    // Once the operator has the switches in hand, they show what was asked for, not what is.
+    // In manual mode the switches show what the operator asked for, not what the clock does.
     if (!(m_manual && m_stateKnown))
         for (int i = 0; i < outputCount; ++i)
             place(i, (restBits >> i & 1) != 0 ? 0 : 1);

@@ -10,8 +10,9 @@
 class MessageLink;
 
 /// Switches the clock's outputs by hand or leaves them to its programme, and reads their state. In
-/// manual mode it sends command and state read by turns, in automatic mode only state reads, which
-/// also tell the clock its mode. What fails is sent again on the next call of ProcesoDiferido.
+/// manual mode it sends commands and state reads alternately, in automatic mode only state reads. A
+/// state read also tells the clock its mode. After a failure the next call of ProcesoDiferido sends
+/// the same request again.
 class RemoteControl : public QObject, public DeferredProcess {
     Q_OBJECT
 public:
@@ -22,27 +23,28 @@ public:
     RemoteControl(MessageLink& link, bool manual);
 
     bool Manual() const { return m_manual; }
-    /// Whether a state of the outputs has been read since the start.
+    /// Whether the state of the outputs has been read since construction.
     bool StateKnown() const { return m_stateKnown; }
     NextAction nextAction() const { return m_nextAction; }
-    /// Of the switch of output `index` (0 to 2): 0 off, 1 on.
+    /// The position of the switch of output `index` (0 to 2): 0 off, 1 on.
     int position(int index) const { return m_positions.at(static_cast<std::size_t>(index)); }
-    /// Bit i set while switch i stands at 0; bits 3 to 7 are 0.
+    /// Bit i (0 to 2) is set while switch i is at 0. Bits 3 to 7 are 0.
     quint8 offMask() const;
 
-    /// The operator changes the mode. Turning to automatic leaves a command that is due as it is.
+    /// The operator changes the mode. A command that is due is still sent after a change to
+    /// automatic.
     void setManual(bool manual);
     /// The operator moves a switch; in automatic mode nothing happens.
     void setPosition(int index, int position);
     void toggle(int index) { setPosition(index, 1 - position(index)); }
-    /// Nothing more is sent, and an answer under way reaches nobody.
+    /// Sends nothing more and ignores an answer that is still to come.
     void stop();
 
     void ProcesoDiferido() override;
 
 signals:
     void switchMoved(int index, int position);
-    /// Bit i is set while output i is at rest: the opposite of the outputs in the status block.
+    /// Bit i is set while output i is off: the opposite of the outputs in the status block.
     void stateRead(quint8 restBits);
 
 private:

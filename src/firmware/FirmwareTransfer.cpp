@@ -74,7 +74,7 @@ QByteArray FirmwareTransfer::message(const HexLine& line, FinalLineFlag flag)
         body.append(static_cast<char>(byte));
         sum += byte;
     }
-    // A plain sum without complement, and a zero behind it: the clock expects both.
+    // The clock expects the sum without complement, and a zero after it.
     body.append(static_cast<char>(sum & 0xFF));
     body.append('\0');
     return body;
@@ -91,8 +91,8 @@ void FirmwareTransfer::mntProgramacion_Recibido(quint8 /*code*/, const QByteArra
 
 void FirmwareTransfer::countFailure()
 {
-    // Deliberately not cleared when the transfer ends here or begins anew: after a transfer that
-    // was given up, the next one gets no second chance before its first good acknowledgement.
+    // Intentionally not reset when a transfer ends or begins: after a failed transfer the next one
+    // fails at its first bad acknowledgement, until a good one has arrived.
     if (m_failCount < std::numeric_limits<qint16>::max())
         ++m_failCount;
     if (m_failCount < mostFailures)

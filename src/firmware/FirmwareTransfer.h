@@ -10,54 +10,53 @@
 
 class MessageLink;
 
-/// Sends the lines of a loaded image to the clock, one a message, in the table's order. A line is
-/// sent on every tick until the clock acknowledges it. Without a connection the transfer waits, and
-/// goes on where it was with the next one, whatever clock that leads to: the operator may interrupt
-/// it meanwhile.
+/// Sends the lines of a loaded image to the clock, one in each request, in their order. A line is
+/// sent again on the next idle tick until the clock acknowledges it. Without a connection the
+/// transfer waits, and continues with the next connection, whichever clock that is. The operator
+/// may interrupt it meanwhile.
 class FirmwareTransfer : public QObject, public DeferredProcess {
     Q_OBJECT
 public:
     enum class State { Idle = 0, Sending = 1 };
 
-    /// Byte 6 of a line's message.
+    /// Byte 6 of a line's body.
     enum FinalLineFlag : quint8 {
         MoreLinesFollow = 0x00,
         LastLine = 0x01,
-        /// The clock erases its memory, resets and drops the connection.
+        /// The clock erases its memory, resets, and the connection is lost.
         LastLineThenReset = 0xFF,
     };
 
-    /// `file` outlives this and is not loaded anew while a transfer runs.
+    /// `file` must outlive this and must not be loaded again during a transfer.
     FirmwareTransfer(const HexFile& file, frmCrono& crono, MessageLink& link);
 
     State state() const { return m_state; }
     /// The line being sent, counted from 0.
     qint16 CurrentLine() const { return m_currentLine; }
-    /// Failed acknowledgements since the last good one, across transfers: neither starting nor
-    /// giving up resets it.
+    /// Failed acknowledgements since the last good one. Neither starting nor giving up resets it.
     qint16 FailCount() const { return m_failCount; }
 
-    /// Whether the last line asks for a reset; counts until that line is sent.
+    /// Whether the last line asks for a reset. Takes effect until that line is sent.
     void setResetAfterwards(bool reset) { m_resetAfterwards = reset; }
-    /// From the first line; nothing to do while sending or without lines.
+    /// Begins with the first line. Does nothing during a transfer or without lines.
     void start();
-    /// Back to idle, whatever is under way.
+    /// Ends the transfer, if there is one.
     void interrupt();
-    /// Interrupts, and gives up its place in the timer service for good.
+    /// Ends the transfer and leaves the timer service for good.
     void leave();
 
     void ProcesoDiferido() override;
 
-    /// The body that carries a line: selector, count, address (least significant byte first), flag,
-    /// data, the plain sum of address and data, and a zero.
+    /// The body for a line, Count + 9 bytes: selector 0xDD, count, four bytes of address (least
+    /// significant first), flag, data, the 8-bit sum of address and data bytes, and 0x00.
     static QByteArray message(const HexLine& line, FinalLineFlag flag);
 
 signals:
     /// `index` counts from 0; `lastAddress` is that of the line's last byte.
     void lineAcknowledged(qint16 index, qint32 lastAddress);
-    /// All lines are in the clock.
+    /// The clock has acknowledged all lines.
     void finished();
-    /// The sixth acknowledgement in a row failed.
+    /// The transfer has ended because FailCount has reached six.
     void failed();
 
 private:

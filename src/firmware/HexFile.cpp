@@ -14,13 +14,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The table begins with this upper bound and is enlarged to this many above the count.
+/// The first upper bound of the table, and by how much it exceeds the count when it is enlarged.
 constexpr std::size_t tableStep = 2048;
-/// Count, address and type in front of the data, and the checksum behind them.
+/// In bytes: count, address and type before the data, and the checksum after them.
 constexpr qsizetype frameBytes = 5;
 
-/// Above the sum of 260 bytes, so that a sum tells whether there was a bad digit among them; 520 of
-/// it still fit in 32 bits.
+/// More than the sum of 260 bytes, so that a sum of bytes tells whether one digit was bad. 520
+/// times this value fits in 32 bits.
 constexpr quint32 notADigit = 0x100000;
 
 /// The value of each character as a hexadecimal digit, shifted left.
@@ -38,7 +38,7 @@ constexpr std::array<quint32, 256> digitValues(int shift)
 constexpr std::array<quint32, 256> highDigit = digitValues(4);
 constexpr std::array<quint32, 256> lowDigit = digitValues(0);
 
-/// The byte that two characters spell, or at least notADigit.
+/// The byte of two digits; notADigit or more when one is no digit.
 quint32 byteValue(const char* characters)
 {
     return highDigit[static_cast<quint8>(characters[0])] +
@@ -68,7 +68,7 @@ bool HexFile::IsValidHexLine(QByteArrayView text)
     return decode(text, record);
 }
 
-/// Digits, sum and bytes are had in one pass: a bad digit shows in the sum.
+/// Checks the digits, adds the bytes and stores them in one pass: a bad digit is seen in the sum.
 bool HexFile::decode(QByteArrayView text, Record& record)
 {
     if (text.size() < 2 * frameBytes + 1 || text.front() != ':')
@@ -123,7 +123,8 @@ bool HexFile::store(HexLine& line, const Record& record)
         return true;
     }
     case RecordType::SegmentAddress:
-        // By 8 bits, not by the 4 of the published format: the clock's images are made for it.
+        // 8 bits and not the 4 bits of the published format is intentional: the clock's images are
+        // made so.
         m_segmentBase = record.word(4) << 8;
         return true;
     case RecordType::LinearAddress:

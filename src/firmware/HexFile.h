@@ -9,19 +9,19 @@
 #include <span>
 #include <vector>
 
-/// One data record of the file, ready to send.
+/// One data record of the file.
 struct HexLine {
-    /// Absolute load address of the first data byte; 32 bits that wrap.
+    /// Absolute load address of the first data byte, modulo 2^32.
     qint32 Address = 0;
     /// 1 to 255 once loaded.
     quint8 Count = 0;
-    /// `Count` bytes in file order, kept by the HexFile until its next load.
+    /// `Count` bytes in the order of the file. Valid until the HexFile loads again or is destroyed.
     std::span<const quint8> Data;
 };
 
-/// A firmware image read from an Intel HEX text file: the table of its data records. Nothing that a
-/// file holds makes it fail otherwise than by its outcome; it keeps at most 32767 lines (some 15
-/// MB), and takes a time that grows with the file's length only.
+/// A firmware image read from an Intel HEX text file: the table of its data records. Any file is
+/// safe to load: errors are an Outcome, at most 32767 lines (some 15 MB) are kept, and the time
+/// grows only with the length of the file.
 class HexFile {
 public:
     enum class Outcome { Loaded, FormatError, ReadError };
@@ -30,31 +30,32 @@ public:
     HexFile(const HexFile&) = delete;
     HexFile& operator=(const HexFile&) = delete;
 
-    /// Positions are those of characters in a line, counted from 1.
+    // Positions count the characters of a line from 1.
+
     static bool IsHexDigit(char character);
-    /// The two characters at `position` and behind it as a number; 0 when they are no digits.
+    /// The two hexadecimal digits at `position` as a number; 0 when they are no digits.
     static quint8 HexByteAt(QByteArrayView text, qsizetype position);
     static bool IsValidHexLine(QByteArrayView text);
 
-    /// Puts a valid data record into `line` and counts it; an address record sets its base; other
-    /// records do nothing. False when the count would leave its 16 bits.
+    /// Takes a valid record: a data record is stored in `line` and counted, an address record sets
+    /// its base, other records do nothing. False when there are 32767 lines already.
     bool StoreHexLine(HexLine& line, QByteArrayView text);
 
-    /// Reads a regular file. Anything but Loaded leaves no lines.
+    /// Reads a regular file. After any other outcome than Loaded there are no lines.
     Outcome LoadHexFile(const QString& path);
-    /// The same from a device open for reading; `path` is for the texts.
+    /// The same from a device that is open for reading. `path` appears in the texts.
     Outcome LoadHexFile(QIODevice& device, const QString& path);
 
     qint16 LineCount() const { return m_lineCount; }
     /// `index` from 0 to LineCount - 1.
     const HexLine& Lines(qint16 index) const { return m_lines[static_cast<std::size_t>(index)]; }
-    /// The last index that the table has room for.
+    /// The last index of the table, which may be larger than LineCount - 1.
     qsizetype upperBound() const { return static_cast<qsizetype>(m_lines.size()) - 1; }
     qint32 LinearBase() const { return m_linearBase; }
     qint32 SegmentBase() const { return m_segmentBase; }
 
-    /// What the window shows of the last load: the file's name, the number of lines (both empty
-    /// after a failed one) and the lines for the log, each ended by CR LF.
+    /// Texts about the last load: the file's name and the number of lines (empty after a failure),
+    /// and the lines for the window's log, each ended by CR LF.
     const QString& fileCaption() const { return m_fileCaption; }
     const QString& sizeCaption() const { return m_sizeCaption; }
     const QString& note() const { return m_note; }
@@ -68,7 +69,7 @@ private:
         LinearAddress = 4,
         StartLinearAddress = 5,
     };
-    /// The bytes behind the colon: count, two of address, type, data, checksum.
+    /// The bytes after the colon: count, two of address, type, data, checksum.
     struct Record {
         std::array<quint8, 260> bytes;
         quint8 count() const { return bytes[0]; }

@@ -6,14 +6,14 @@ namespace {
 
 constexpr qsizetype chunkSize = 64 * 1024;
 
-/// Where `wanted` stands between `from` and `to`; `to` when it does not.
+/// The first `wanted` between `from` and `to`; `to` when there is none.
 const char* find(char wanted, const char* from, const char* to)
 {
     const void* found = std::memchr(from, wanted, static_cast<std::size_t>(to - from));
     return found ? static_cast<const char*>(found) : to;
 }
 
-/// Only spaces count as blanks: a tab around a record makes it a bad line.
+/// Removes spaces only: a tab before or after a record makes it a bad line.
 QByteArrayView withoutBlanks(const char* from, const char* to)
 {
     while (from != to && *from == ' ')
@@ -61,14 +61,14 @@ const char* TextLines::lineEnd()
     return find('\r', m_cursor, m_lineFeed);
 }
 
-/// Keeps the beginning of an unfinished line and reads on behind it.
+/// Reads the next chunk and keeps the beginning of an unfinished line before it.
 TextLines::Status TextLines::refill()
 {
     const QByteArrayView begun = withoutBlanks(m_cursor, m_end);
     if (begun.size() > longestLine)
         return Status::TooLong;
 
-    // Of the blanks behind it one is enough: should more text follow, the line is bad either way.
+    // Keep one blank of those at its end: if more text follows, the line is bad in any case.
     const bool blankBehind = !begun.isEmpty() && m_end[-1] == ' ';
     char* const buffer = m_buffer.data();
     std::memmove(buffer, begun.data(), static_cast<std::size_t>(begun.size()));

@@ -4,26 +4,26 @@
 #include <QByteArrayView>
 #include <QIODevice>
 
-/// The lines of a text that hold something, each without the spaces around it. CR, LF and CR LF end
-/// a line, and the last one may lack its end. Whatever the text, it holds one chunk and one line in
-/// memory, and goes over each byte once.
+/// Reads the lines of a text that are not empty, without the spaces around them. CR, LF and CR LF
+/// end a line; the last line may have no end. Uses the memory of one chunk and one line, and reads
+/// each byte once, whatever the text.
 class TextLines {
 public:
     enum class Status {
         Line,
         End,
-        /// The line is longer than `longestLine` characters; reading stops there.
+        /// The line is longer than `longestLine` characters. Reading stops there.
         TooLong,
-        /// The device failed, or has more than `largestText` bytes.
+        /// Reading failed, or there are more than `largestText` bytes.
         Failed,
     };
 
-    /// The longest record: colon, count, address, type, 255 data bytes and checksum.
+    /// The characters of the longest record: colon, count, address, type, 255 data bytes, checksum.
     static constexpr qsizetype longestLine = 521;
-    /// Far above the 17 MB of the longest image, so that a file that never ends does.
+    /// In bytes: far more than the 17 MB of the longest image. Stops reading an endless file.
     static constexpr qint64 largestText = 256 * 1024 * 1024;
 
-    /// `device` is open for reading and outlives this.
+    /// `device` must be open for reading and outlive this.
     explicit TextLines(QIODevice& device);
 
     /// `line` is valid until the next call.
@@ -37,7 +37,8 @@ private:
     QByteArray m_buffer;
     const char* m_cursor;
     const char* m_end;
-    /// The first line feed from the cursor on, or the end; found once, however many CRs precede it.
+    /// The first line feed from the cursor on, or the end. Kept, so that a text with many CRs is
+    /// not searched again for each of them.
     const char* m_lineFeed;
     qint64 m_bytesRead = 0;
     bool m_allRead = false;

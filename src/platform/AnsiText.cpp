@@ -7,7 +7,7 @@
 
 #include <windows.h>
 
-// By the system's own calls: the toolkit's conversion drops a NUL at the end of a text.
+// Through the Win32 functions, because the toolkit's conversion drops a NUL at the end of a text.
 
 QByteArray AnsiText::fromUnicode(QStringView text)
 {
@@ -33,7 +33,7 @@ QString AnsiText::toUnicode(QByteArrayView bytes)
 
 namespace {
 
-/// The characters of 0x80 to 0x9F; all other bytes of Windows-1252 are those of Latin-1.
+/// The characters 0x80 to 0x9F of Windows-1252. The others are the same as in Latin-1.
 constexpr std::array<char16_t, 32> upperControls = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,

@@ -3,14 +3,14 @@
 #include <QByteArray>
 #include <QString>
 
-/// The system's ANSI code page, in which texts cross the registry's border and lie in text files:
-/// Windows' own there, elsewhere Windows-1252.
+/// Conversion to and from the system's ANSI code page, which the texts in the registry and in text
+/// files have. On Windows it is the one that is set there, elsewhere Windows-1252.
 namespace AnsiText {
 
-/// One byte a UTF-16 unit; a unit that the code page lacks becomes "?".
+/// Makes one byte of each UTF-16 unit. A unit that the code page lacks becomes "?".
 QByteArray fromUnicode(QStringView text);
-/// Every byte stands for a character. The five that the code page leaves unused (0x81, 0x8D, 0x8F,
-/// 0x90, 0x9D) are the control characters of the same number, as Windows has them.
+/// Makes one character of each byte. The five bytes that Windows-1252 does not use (0x81, 0x8D,
+/// 0x8F, 0x90, 0x9D) become the control characters with the same number, as on Windows.
 QString toUnicode(QByteArrayView bytes);
 
 } // namespace AnsiText

@@ -16,14 +16,14 @@ namespace {
 
 constexpr std::array watched{SIGINT, SIGHUP, SIGTERM};
 
-// A signal handler may only write to a pipe; its other end is read in the event loop.
+// A signal handler may do little more than write to a pipe. The event loop reads the other end.
 std::array<int, 2> pipeEnds{-1, -1};
-/// What each signal did before.
+/// The previous action of each signal.
 std::array<struct sigaction, watched.size()> previous;
 
 extern "C" void tellEventLoop(int)
 {
-    // Whatever it has interrupted may be about to look at its error.
+    // The interrupted code may be about to read errno.
     const int error = errno;
     const char byte = 1;
     [[maybe_unused]] const auto written = write(pipeEnds[1], &byte, 1);
@@ -42,7 +42,7 @@ TerminationSignals::TerminationSignals(QObject* parent) : QObject(parent)
         if (read(pipeEnds[0], &byte, 1) == 1)
             emit arrived();
     });
-    // Who started the program may want it deaf to some, as nohup does.
+    // A signal that is ignored stays ignored: nohup, for example, wants that.
     struct sigaction told {};
     told.sa_handler = tellEventLoop;
     told.sa_flags = SA_RESTART;

@@ -2,10 +2,10 @@
 
 #include <QObject>
 
-/// Tells, in the event loop, that the system wants the program to end: SIGTERM, SIGINT and SIGHUP.
-/// One that was ignored when the program started stays ignored; afterwards each does what it did
-/// before. One of these exists at a time. On Windows, which closes the window instead, it never
-/// tells anything.
+/// Emits `arrived` in the event loop when SIGTERM, SIGINT or SIGHUP asks the program to end. A
+/// signal that was ignored when the program started stays ignored. The destructor restores what
+/// each signal did before. Only one object may exist at a time. On Windows it never emits: the
+/// system closes the window instead.
 class TerminationSignals : public QObject {
     Q_OBJECT
 public:

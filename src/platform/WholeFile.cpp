@@ -14,8 +14,8 @@
 namespace {
 
 #ifdef Q_OS_UNIX
-/// A rename outlives a power cut once its folder is on the disk too. False when the disk failed;
-/// folders that cannot be opened, or synced in their file system, are left to the system.
+/// A rename survives a power cut only when its folder has been synced too. False when the disk
+/// failed. A folder that cannot be opened or synced is no failure.
 bool syncFolderOf(const QString& path)
 {
     const QString folder = QFileInfo(QFileInfo(path).canonicalFilePath()).path();
@@ -28,7 +28,7 @@ bool syncFolderOf(const QString& path)
     return !failed;
 }
 #else
-/// Windows syncs no folders; its file system logs a rename whole.
+/// Windows cannot sync a folder. Its file system journals renames.
 bool syncFolderOf(const QString& /*path*/) { return true; }
 #endif
 
@@ -51,7 +51,7 @@ std::optional<QByteArray> WholeFile::read(const QString& path, qint64 maximum)
 bool WholeFile::replace(const QString& path, const QByteArray& bytes)
 {
     QSaveFile file(path);
-    // Flushed by hand: a commit takes no note of what only its own flush finds, a full disk.
+    // Flush explicitly: commit would not notice that the disk is full.
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush() &&
            file.commit() && syncFolderOf(path);
 }

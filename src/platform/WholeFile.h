@@ -8,18 +8,19 @@
 
 class QFile;
 
+/// Files that are read with a bound, and replaced whole or not at all.
 namespace WholeFile {
 
-/// Opens a file for reading. False for what is no file too: a pipe or a device could keep the
-/// program waiting for its other end, or never end.
+/// Opens a regular file for reading; false when it cannot. Pipes and devices are refused: they
+/// could block the program or never end.
 bool open(QFile& file, QIODevice::OpenMode mode = QIODevice::ReadOnly);
 
-/// Its bytes, `maximum` at most; nothing when there is no such file that can be read.
+/// The first `maximum` bytes of a file; nothing when there is no regular file that can be read.
 std::optional<QByteArray> read(const QString& path, qint64 maximum);
 
-/// Writes the whole file or leaves what was there; false when it could not be written, or when the
-/// disk did not confirm that the new file stays. A file in a folder that may not be written is
-/// never replaced, even if it may be written itself: written in place, a failure would cut it.
+/// Replaces the file whole, or leaves the old one. False when it could not be written, or when the
+/// disk did not confirm the new file. Needs the right to write to the folder: a file written in
+/// place would be cut by a failure.
 bool replace(const QString& path, const QByteArray& bytes);
 
 } // namespace WholeFile

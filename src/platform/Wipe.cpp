@@ -2,7 +2,7 @@
 
 void overwrite(char* bytes, qsizetype count)
 {
-    // Through a volatile pointer, or the compiler leaves out what nobody reads afterwards.
+    // The volatile pointer keeps the compiler from omitting writes that nobody reads.
     volatile char* const overwritten = bytes;
     for (qsizetype i = 0; i < count; ++i)
         overwritten[i] = '\0';

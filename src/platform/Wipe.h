@@ -2,11 +2,11 @@
 
 #include <QByteArray>
 
-/// For secrets, which must not stay in memory that is used no more.
+/// For secrets, which must not stay in memory after their use.
 
-/// Overwrites so many bytes with 0, whoever else uses them.
+/// Overwrites `count` bytes with 0, also when other objects share them.
 void overwrite(char* bytes, qsizetype count);
-/// Overwrites and empties. A copy that shares the bytes keeps them.
+/// Overwrites and empties. When a copy shares the bytes, they are not overwritten.
 void wipe(QByteArray& secret);
-/// Overwrites the first bytes before it removes them.
+/// Overwrites the first `count` bytes, then removes them.
 void wipeFront(QByteArray& bytes, qsizetype count);

@@ -13,7 +13,7 @@ quint8 bit(bool on, int number) { return on ? modVBINUTIL::BITOP_BitSet8(0, numb
 
 bool hasBit(quint8 byte, int number) { return modVBINUTIL::BITOP_BitTest8(byte, number); }
 
-/// Monday to Friday and nothing else, whatever the mode.
+/// Transmits Monday to Friday and nothing else, in every mode.
 class Hct7200Encoding : public AlarmEncoding {
 public:
     quint8 mask(const Alarm& alarm, quint8 /*mode*/) const override
@@ -47,8 +47,8 @@ protected:
     }
 };
 
-/// Modes 0 and 1 carry the single working days and nothing else; the others carry the special days,
-/// and the working days as one flag for all five.
+/// Modes 0 and 1 transmit only the five working days. The other modes transmit the special days,
+/// and one flag for all working days together.
 class Hct7300Encoding final : public Hct7200Encoding {
 public:
     quint8 mask(const Alarm& alarm, quint8 mode) const override
@@ -62,8 +62,8 @@ public:
     void applyMask(Alarm& alarm, quint8 mask, quint8 mode) const override
     {
         if (carriesSingleDays(mode)) {
-            // A mask has five bits at most, so this clears Saturday and Sunday; holidays and
-            // vacations stay as they were.
+            // The mask has only five bits, so this clears Saturday and Sunday. Holiday and vacation
+            // flags stay as they were. This is intentional.
             for (int day = 0; day <= static_cast<int>(DayFlag::Sunday); ++day)
                 alarm.flags[static_cast<std::size_t>(day)] = hasBit(mask, day);
             return;
@@ -72,7 +72,7 @@ public:
         alarm.set(DayFlag::Sunday, hasBit(mask, 1));
         alarm.set(DayFlag::OnHoliday, hasBit(mask, 2));
         alarm.set(DayFlag::OnVacation, hasBit(mask, 3));
-        // A clear bit says only that not all five were set: single days stay as they were.
+        // A clear bit means only that not all five days were set: single days stay as they were.
         if (hasBit(mask, 4))
             alarm.setWorkingDays(true);
     }

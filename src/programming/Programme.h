@@ -6,7 +6,7 @@
 
 #include <array>
 
-/// When an alarm rings, in the order of the clock's own record. The HCT-7200 has the first five.
+/// The days on which an alarm rings, in the clock's order. The HCT-7200 has the first five.
 enum class DayFlag {
     Monday,
     Tuesday,
@@ -27,7 +27,7 @@ constexpr int dayFlagsOf(ClockModel model)
     return model == ClockModel::Hct7200 ? workingDayCount : dayFlagCount;
 }
 
-/// One ring. Without any flag it is inactive and its time means nothing.
+/// One alarm. Without any flag it is inactive and its time has no meaning.
 struct Alarm {
     std::array<bool, dayFlagCount> flags{};
     /// 0 to 23.
@@ -37,7 +37,7 @@ struct Alarm {
 
     bool is(DayFlag day) const { return flags[static_cast<std::size_t>(day)]; }
     void set(DayFlag day, bool on) { flags[static_cast<std::size_t>(day)] = on; }
-    /// All of Monday to Friday.
+    /// Whether all flags from Monday to Friday are set.
     bool onAllWorkingDays() const;
     void setWorkingDays(bool on);
     bool isActive() const;
@@ -49,16 +49,18 @@ struct Alarm {
 struct AlarmBlock {
     static constexpr int alarmCount = 32;
 
+    /// How long an alarm rings, 0 to 255; the simulated clock takes it as seconds.
     quint8 Duration = 0;
+    /// 0 to 255. For the HCT-7300 it decides which day flags are transmitted, see AlarmEncoding.
     quint8 Mode = 0;
     std::array<Alarm, alarmCount> Alarms{};
-    /// Set by NormaliseProgramme: 1 to 33.
+    /// The number of active alarms plus 1: 1 to 33. NormaliseProgramme sets it.
     quint8 ActiveCountPlusOne = 0;
 
     bool operator==(const AlarmBlock&) const = default;
 };
 
-/// A date without a year: it recurs. 0/0 is unused.
+/// A date without a year: it applies every year. 0/0 is an unused entry.
 struct Holiday {
     quint8 Day = 0;
     quint8 Month = 0;
@@ -66,7 +68,7 @@ struct Holiday {
     bool operator==(const Holiday&) const = default;
 };
 
-/// Recurs every year like a holiday; all zeros is unused.
+/// A period that applies every year. All zeros is an unused entry.
 struct VacationPeriod {
     quint8 StartDay = 0;
     quint8 StartMonth = 0;
@@ -86,7 +88,7 @@ struct HolidayTable {
     bool operator==(const HolidayTable&) const = default;
 };
 
-/// All that a clock rings by.
+/// The whole programme of a clock: one block of alarms for each output, holidays and vacations.
 struct Programme {
     static constexpr int blockCount = 3;
 

@@ -25,8 +25,8 @@ ProgrammeExchange::ProgrammeExchange(const Services& services, ClockModel model,
       m_table(std::move(table))
 {
     m_registration.emplace(services.crono, *this, CronoRegistration::everyTick);
-    // An exchange whose connection ends has failed, and that is told at once: the window is locked
-    // meanwhile, and would stay so until the next connection, of whatever clock.
+    // When the connection ends, fail at once. The window is locked during the exchange, and would
+    // stay locked until the next connection, which may be to another clock.
     connect(&m_link, &MessageLink::connectionEnded, this, [this] {
         if (m_state != State::Idle)
             giveUpWithoutConnection();
@@ -47,7 +47,7 @@ void ProgrammeExchange::begin(State state)
         return;
     m_state = state;
     m_registration->ActivaCliente();
-    // Enviar in a window that outlived its connection fails at once too, with the same message.
+    // Enviar without a connection fails at once, with the same message.
     if (!m_link.isConnected())
         giveUpWithoutConnection();
 }
@@ -78,8 +78,9 @@ void ProgrammeExchange::ProcesoDiferido()
 void ProgrammeExchange::giveUpWithoutConnection()
 {
     m_state = State::GivingUp;
-    // Nobody calls any more, so it calls itself; later, because the failure puts up a box, which
-    // must not hold up the end of the connection. At the end of the program nobody is told.
+    // Without a connection the timer service is off, so post the failure ourselves. Post it,
+    // because a form opens a box, which must not delay the end of the connection. When the program
+    // ends, there is nobody to tell.
     QTimer::singleShot(0, this, [this] {
         if (m_state == State::GivingUp && !m_globais.ShuttingDown)
             giveUp();
@@ -88,7 +89,7 @@ void ProgrammeExchange::giveUpWithoutConnection()
 
 void ProgrammeExchange::giveUp()
 {
-    // The connection may end while the box about the failure is up already.
+    // The connection may end while the box about the failure is open.
     if (m_givingUp)
         return;
     m_givingUp = true;

@@ -14,10 +14,10 @@ class MessageLink;
 class StatusLog;
 struct modGlobais;
 
-/// Reads the holidays from the clock and writes a whole programme to it, one request a call of the
-/// timer service. A refused answer is asked for again at the next call; what the clock has accepted
-/// stays in it whatever comes after. Without a connection the timer service calls nobody: then it
-/// gives up by itself.
+/// Reads the holidays from the clock, and writes a whole programme to it. Each call of
+/// ProcesoDiferido sends one request. After a failed answer the next call sends the same request
+/// again. Parts that the clock has accepted stay in it even if a later part fails. When there is no
+/// connection, or it ends, the exchange gives up.
 class ProgrammeExchange : public QObject, public DeferredProcess {
     Q_OBJECT
 public:
@@ -31,8 +31,8 @@ public:
         GivingUp = 6,
     };
 
-    /// More refusals than this, counted from the opening of the window to its end and never
-    /// forgotten in between, and the exchange gives up.
+    /// After more failed answers than this the exchange gives up. They are counted over the whole
+    /// life of the object and never reset.
     static constexpr qint16 refusalLimit = 10;
 
     struct Services {
@@ -42,14 +42,14 @@ public:
         StatusLog& log;
     };
 
-    /// `programme` must outlive this; its blocks are read when each is sent. `table` gives the
-    /// holidays at the moment of their sending.
+    /// `programme` must outlive this; each block is read when it is sent. `table` returns the
+    /// holidays and is called when they are sent.
     ProgrammeExchange(const Services& services, ClockModel model, const Programme& programme,
                       std::function<HolidayTable()> table);
 
     void readHolidays();
     void send();
-    /// Ends whatever is under way, for good: nothing bound, no place in the timer service.
+    /// Ends the exchange for good: releases its requests and leaves the timer service.
     void stop();
 
     State state() const { return m_state; }
@@ -59,12 +59,12 @@ public:
 signals:
     void holidaysRead(const HolidayTable& table);
     void sent();
-    /// After too many refusals, or without a connection. Never from within readHolidays, send or
-    /// the end of the connection.
+    /// After too many failed answers, or without a connection. Never emitted inside readHolidays,
+    /// send or MessageLink::connectionEnded.
     void failed();
 
 protected:
-    /// For Failed, which nothing of its own leads to.
+    /// For tests of Failed, a state that nothing here leads to.
     void setState(State state) { m_state = state; }
 
 private:

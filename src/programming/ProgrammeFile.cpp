@@ -32,20 +32,20 @@ private:
 
 bool isDigit(char character) { return character >= '0' && character <= '9'; }
 
-/// Hands out the values of a text line by line; past the end there are none.
+/// Reads the values of a text line by line.
 class LineReader {
 public:
     explicit LineReader(QByteArrayView text) : m_rest(text) {}
 
     void skipHeader() { nextLine(); }
 
-    /// A value of 0 to `last`; any other number is 0.
+    /// A value from 0 to `last`; any other number becomes 0.
     void take(quint8& value, int last)
     {
         if (const std::optional<int> number = nextNumber())
             value = *number >= 0 && *number <= last ? static_cast<quint8>(*number) : quint8{0};
     }
-    /// A value of one byte; any other number changes nothing.
+    /// A value from 0 to 255; any other number changes nothing.
     void takeByte(quint8& value)
     {
         const std::optional<int> number = nextNumber();
@@ -86,7 +86,7 @@ void readBlock(LineReader& lines, AlarmBlock& block, ClockModel model)
     const AlarmEncoding& encoding = AlarmEncoding::of(model);
     lines.skipHeader();
     if (model == ClockModel::Hct7200) {
-        // Duration and mode come from the clock alone; the lines are there all the same.
+        // Skip the two lines: duration and mode come only from the clock.
         lines.skipHeader();
         lines.skipHeader();
     } else {

@@ -6,7 +6,7 @@
 
 class StatusBlock;
 
-/// The bodies that carry a programme to and from the clock, and what makes an answer good.
+/// The bodies of the requests that read and write a programme, and the checks of their answers.
 namespace ProgrammeMessages {
 
 /// 1 byte: 0x00.
@@ -19,10 +19,11 @@ QByteArray alarmBlock(const AlarmBlock& block, int number, ClockModel model);
 /// 66 bytes: 0xD2, 0, 16 times Day and Month, 8 times StartDay, StartMonth, EndDay, EndMonth.
 QByteArray holidays(const HolidayTable& table);
 
-/// Fills the three blocks with what the status block says; the holidays are not in it.
+/// Reads the three alarm blocks from the status block. It does not contain the holidays.
 void LoadBlocksFromStatusBlock(Programme& programme, const StatusBlock& status, ClockModel model);
 
-/// Whether the answer of a good status is one to the request; any other counts as refused.
+/// Whether an answer with status Good is an answer to the request and the clock has accepted it.
+/// Any other counts as failed.
 bool isGeneralData(quint8 code, const QByteArray& body);
 bool isHolidays(quint8 code, const QByteArray& body);
 /// The table in the body of a good answer to the request for holidays.

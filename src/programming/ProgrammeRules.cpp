@@ -19,7 +19,7 @@ std::optional<Violation> firstClash(const AlarmBlock& block, int number)
             if (!first.isActive() || !second.isActive() || first.Hour != second.Hour ||
                 first.Minute != second.Minute)
                 continue;
-            // Plain numbers: five past eight reads 8:5.
+            // Without leading zeros: 08:05 is written 8:5. This is intentional.
             const QString text =
                 u"Error en el bloque de avisos %1. Está intentando programar múltiples avisos\r\n"
                 "para las %2:%3 horas."_s.arg(number + 1)
@@ -31,8 +31,8 @@ std::optional<Violation> firstClash(const AlarmBlock& block, int number)
     return std::nullopt;
 }
 
-/// Four all-or-none rules and a fifth about holidays, in this order. Together they reject every
-/// alarm with any of the four flags, but they are five rules of the mode and stay five.
+/// The five rules of modes 0 and 1. Together they reject every alarm with one of the four flags;
+/// they are written as the five that they are, not as their sum.
 bool carriesSpecialDays(const Alarm& alarm)
 {
     const bool saturday = alarm.is(DayFlag::Saturday);
@@ -94,8 +94,8 @@ bool comesBefore(const Alarm& second, const Alarm& first)
             (second.Hour == first.Hour && second.Minute < first.Minute));
 }
 
-/// The exchange sort, step for step: it is not a stable one, so a library's sort would leave some
-/// programmes in another order.
+/// An exchange sort, step by step. It is not stable: a sort of the library would leave alarms with
+/// equal times in another order.
 void sortAlarms(AlarmBlock& block)
 {
     auto& alarms = block.Alarms;

@@ -6,29 +6,29 @@
 
 #include <optional>
 
-/// What a programme must satisfy before it is sent, and the form that the clock wants it in.
+/// The rules for a programme before it is sent, and the form in which the clock needs it.
 namespace ProgrammeRules {
 
-/// Two active alarms of one block at the same time, whatever their days; or flags that the block's
-/// mode does not carry.
+/// Clash: two active alarms of one block have the same time, whatever their days. ModeRestriction:
+/// an alarm has flags that the mode of its block does not allow.
 struct Violation {
     enum class Kind { Clash, ModeRestriction };
 
     Kind kind;
     /// 0 to 2.
     int block;
-    /// 0 to 31; of a clash the later one.
+    /// 0 to 31; for a clash, that of the later alarm.
     int alarm;
-    /// What the operator is told, lines separated by CR LF.
+    /// For the operator, in Spanish; lines are separated by CR LF.
     QString text;
 };
 
-/// The first violation: clashes of all blocks come before the mode restrictions, which only the
+/// The first violation: clashes in all blocks first, then mode restrictions, which only the
 /// HCT-7300 has.
 std::optional<Violation> firstViolation(const Programme& programme, ClockModel model);
 
-/// In each block: active alarms to the front in order of time, inactive ones cleared to 0:00, and
-/// ActiveCountPlusOne set.
+/// In each block, moves the active alarms to the front in the order of their times, sets inactive
+/// ones to 0:00, and sets ActiveCountPlusOne.
 void NormaliseProgramme(Programme& programme);
 
 } // namespace ProgrammeRules

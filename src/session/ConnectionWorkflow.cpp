@@ -15,15 +15,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// In ticks of the timer service.
+/// In ticks of the timer service (1 ms).
 constexpr qint16 period = 10;
 constexpr qint16 mostFailures = 4;
 
-/// Of the identification answer.
+/// Byte 1 of the answer to an identification.
 constexpr quint8 accepted = 0;
 constexpr quint8 closed = 1;
 
-/// General data up to the refusal, which a clock of any family sends.
+/// In bytes: clocks of every family send general data up to the refusal.
 constexpr qsizetype shortestGeneralData = 5;
 
 bool isGeneralData(quint8 code, const QByteArray& body)
@@ -49,7 +49,7 @@ void ConnectionWorkflow::Conectar(bool throughModem)
 {
     if (m_link.isStarting() || m_globais.ShuttingDown)
         return;
-    // Dialling lets events run, and nothing may be sent into that dialogue.
+    // Dialling lets events run, and no request may be sent between modem commands.
     m_crono.setTimerEnabled(false);
     const QPointer<ConnectionWorkflow> self(this);
     m_link.ArrancaConexion(throughModem);

@@ -12,8 +12,8 @@ class MessageLink;
 class StatusLog;
 struct modGlobais;
 
-/// Identifying: the clock is asked who it is. Connected: it was told, and its general data is
-/// polled. Closing: the answer to a closing identification is awaited.
+/// The step of the connection. Identifying: identification requests are sent. Connected: the clock
+/// has accepted one, and its general data is polled. Closing: a closing identification is sent.
 enum class ConnectionState : qint32 {
     Disconnected = 0,
     Identifying = 1,
@@ -21,26 +21,27 @@ enum class ConnectionState : qint32 {
     Closing = 3,
 };
 
-/// Connecting to a clock, keeping its general data fresh, and ending the connection. What a window
-/// has to show or close at each step it learns by signal, in the order of the steps.
+/// Connects to a clock, polls its general data every 10 ticks, and ends the connection. Signals
+/// tell windows what to show or close, in the order of the steps. Four failed answers in a row end
+/// the connection while identifying; while connected they lead back to identifying.
 class ConnectionWorkflow : public QObject, public DeferredProcess {
     Q_OBJECT
 public:
     ConnectionWorkflow(frmCrono& crono, MessageLink& link, modGlobais& globais, StatusLog& log);
 
-    /// Once, when whoever shows the connection listens: brings everything into the state after a
+    /// Call once, after the signals are connected: brings everything into the state without a
     /// connection, and registers with the timer service.
     void load();
 
-    /// Opens the link and begins to identify. Through a modem it lets events run until the call is
-    /// up or has failed; a second call meanwhile does nothing.
+    /// Opens the link and begins to identify. Through a modem it returns when the call is up or has
+    /// failed, and lets events run meanwhile; a second call then does nothing.
     void Conectar(bool throughModem);
-    /// Ends the connection, unless it has ended by itself.
+    /// Ends the connection, if there is one.
     void Desconectar();
-    /// Whether the clock would be left in remote-control mode: who ends the connection by hand asks
-    /// the operator first.
+    /// Whether the clock is in remote-control mode. If so, ask the operator before ending the
+    /// connection.
     bool exitNeedsConsent() const;
-    /// The beginning of the program's end: no connection and no tick from now on.
+    /// The program is about to end: ends the connection and stops the timer service for good.
     void unload();
 
     void ProcesoDiferido() override;
@@ -52,24 +53,25 @@ public:
     void mntIdentificacion_Recibido(quint8 code, const QByteArray& body, LinkStatus status);
     void mntDatosXerais_Recibido(quint8 code, const QByteArray& body, LinkStatus status);
 
-    /// Takes leave by a closing identification, whose answer, good or bad, ends the connection. No
-    /// command of the main window does so: Desconectar ends the link directly.
+    /// Sends a closing identification at the next call; its answer, good or bad, ends the
+    /// connection. Not used by the main window: Desconectar ends the link directly.
     void requestClosing();
-    /// Ends the connection, its windows and its menus.
+    /// Stops the timer service, closes the link, and emits what locks menus and closes windows.
     void ConnectionEnded();
 
     ConnectionState state() const { return m_state; }
     /// Consecutive failed answers in the current state.
     qint16 FailedAttempts() const { return m_failedAttempts; }
-    /// The first general data of this connection has come.
+    /// Whether general data has been received in this connection.
     bool Established() const { return m_established; }
     qint16 ClientId() const { return m_registration ? m_registration->id() : qint16(0); }
 
 signals:
-    /// The commands that need a clock are there from now on, those of the settings are not.
+    /// From now on the commands that need a clock are enabled, and that of the settings is not.
     void clockCommandsUnlocked();
+    /// The opposite.
     void clockCommandsLocked();
-    /// The windows that show the clock of this connection have lost it.
+    /// The windows that show the clock must close: the connection has ended.
     void clockWindowsOutdated();
     void connectionStatusChanged(bool connected);
 

@@ -9,7 +9,8 @@ class PortNames;
 class Registry;
 class SerialPort;
 
-/// What one session meets of the outside world. Tests put their own in its place.
+/// What one session uses of the outside world. Tests replace it. The owner of these objects must
+/// outlive the session.
 struct Environment {
     Registry& registry;
     const PortNames& portNames;
@@ -19,6 +20,6 @@ struct Environment {
     IntervalTimer& tmrTemporizador;
     Pause& pause;
     const ClockOfDay& clock;
-    /// Ends in the system's separator.
+    /// Where modem scripts are looked for, with the system's separator at its end.
     QString applicationDirectory;
 };

@@ -10,19 +10,19 @@
 
 class StatusLog;
 
-/// Everything that it takes to talk to one clock, without a window: settings, ports, link, modem,
-/// timer service, connection, and the state that they share. It has no global, so that many can
-/// live in one process, each with an environment of its own.
+/// Everything that is needed to talk to one clock, without a window: settings, ports, link, modem,
+/// timer service, connection workflow and shared state. There are no globals: several sessions can
+/// live in one process, each with its own environment.
 ///
-/// Its construction reads the settings and puts them into the ports, which stay closed.
+/// The constructor reads the settings and applies them to the ports, which stay closed.
 class Session {
 public:
     Session(const Environment& environment, StatusLog& log);
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    /// Once, when whoever shows the session listens to it: brings the connection into its first
-    /// state, and gives the timer service its tick of 1 ms.
+    /// Call once, after the signals are connected: brings the connection into its first state, and
+    /// sets the tick of the timer service to 1 ms.
     void start();
 
     const Environment& environment() const { return m_environment; }

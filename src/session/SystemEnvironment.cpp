@@ -28,8 +28,8 @@ std::unique_ptr<Registry> machineRegistry()
 }
 #endif
 
-// The current directory, not that of the executable: the modem scripts are looked for where the
-// program is started.
+// The current directory, not that of the executable: modem scripts are looked for where the program
+// was started.
 QString currentDirectory()
 {
     QString path = QDir::toNativeSeparators(QDir::currentPath());

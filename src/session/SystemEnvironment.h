@@ -7,12 +7,13 @@
 
 #include <memory>
 
-/// The registry, the serial ports and the clocks of this machine.
+/// The environment of this machine: its registry, serial ports, timers and clock.
 class SystemEnvironment {
 public:
     SystemEnvironment();
     ~SystemEnvironment();
 
+    /// References to members of this, and the current directory.
     Environment environment();
 
 private:

@@ -1,5 +1,6 @@
 #pragma once
 
-/// The two members of the family. They differ in their inputs, in the flags of an alarm, in how an
-/// alarm travels, and in who sets a block's duration and mode.
+/// The two models. The HCT-7200 has inputs and 5 day flags for an alarm, the HCT-7300 no inputs and
+/// 9 flags. Their alarms have different bits on the line. Duration and mode of an alarm block are
+/// set by the operator for the HCT-7300 only.
 enum class ClockModel { Hct7200, Hct7300 };

@@ -8,9 +8,10 @@
 /// window can forget to leave. Periods count ticks of the timer service.
 class CronoRegistration {
 public:
-    /// The shortest period.
+    /// The shortest period: the client is called on every tick on which the link is idle.
     static constexpr qint16 everyTick = 1;
 
+    /// `period` in ticks of the timer service (1 ms), at least 1.
     CronoRegistration(frmCrono& crono, DeferredProcess& client, qint16 period);
     ~CronoRegistration();
     CronoRegistration(const CronoRegistration&) = delete;
@@ -18,10 +19,12 @@ public:
 
     void ActivaCliente();
     void DesactivaCliente();
+    /// In ticks; below 1 the client is called at every visit.
     void CambiaPeriodo(qint16 period);
-    /// Leaves before destruction: for a window that has unloaded but still waits to be deleted.
+    /// Removes the client before the destructor does: for a window that is closed but not yet
+    /// deleted.
     void EliminaCliente();
-    /// 0 once it has left.
+    /// The client's number; 0 after EliminaCliente.
     qint16 id() const { return m_id; }
 
 private:

@@ -5,21 +5,21 @@
 
 #include <optional>
 
-/// What a file dialog is configured with before each use.
+/// The parameters of a file dialog.
 struct FileRequest {
     QString title;
-    /// One entry a filter, as "Firmware de equipo (*.hex)".
+    /// Each entry is one filter, for example "Firmware de equipo (*.hex)".
     QStringList filters;
-    /// Without the dot; appended to a name without extension: when saving always, when opening only
-    /// where no file has the very name.
+    /// Without the dot. Appended to a name without extension: always when saving, and when opening
+    /// only if no file has exactly that name.
     QString defaultExtension;
-    /// Where it starts; empty leaves it to the system.
+    /// The folder shown first; the system's choice when empty.
     QString directory;
 };
 
-/// Message boxes, the input box and the file dialogs: the one seam through which the program asks
-/// its operator, so that tests can answer. All are modal: events run while they are up, so the
-/// caller must expect that the connection, or its own window, has ended when they return.
+/// Message boxes, the input box and the file dialogs. The program asks the operator only through
+/// this, so that tests can answer. All are modal and let events run. When a call returns, the
+/// connection may have ended and the caller may be deleted.
 class Dialogs {
 public:
     enum class Icon { Information, Warning, Critical };
@@ -28,9 +28,9 @@ public:
 
     /// A box with one button.
     virtual void tell(Icon icon, const QString& title, const QString& text) = 0;
-    /// A box with Yes and No; true only for Yes.
+    /// A box with Yes and No; true for Yes. Closing it means No.
     virtual bool confirm(Icon icon, const QString& title, const QString& text) = 0;
-    /// The input box; nothing when it was cancelled.
+    /// The input box. Nothing when it was cancelled.
     virtual std::optional<QString> askText(const QString& title, const QString& prompt) = 0;
     /// The path chosen; empty when cancelled.
     virtual QString openFile(const FileRequest& request) = 0;

@@ -4,9 +4,9 @@
 
 #include <QByteArray>
 
-/// Reads the status block, the body of a general-data answer (at least 220 bytes from this clock
-/// family, 5 or more from others). Every accessor is safe on a block of any length: a byte that is
-/// not there reads as 0. All values are plain binary, not BCD.
+/// Reads the status block: the body of the answer to a general-data request, at least 220 bytes
+/// from this clock family, 5 or more from others. The block may have any length: a missing byte
+/// reads as 0. All values are plain binary, not BCD.
 ///
 /// | byte | meaning |
 /// |---|---|
@@ -26,7 +26,7 @@ class StatusBlock {
 public:
     explicit StatusBlock(const QByteArray& block) : m_block(block) {}
 
-    /// The length from which all bytes of this family are there.
+    /// The length of a block that has all bytes of this family.
     static constexpr qsizetype fullSize = 220;
     static constexpr quint8 familyType = 11;
     static constexpr quint8 hct7200 = 30;
@@ -44,8 +44,9 @@ public:
     quint8 day() const { return byte(9); }
     quint8 month() const { return byte(10); }
     quint8 year() const { return byte(11); }
-    /// The HCT-7200 also when the block is too short to say, the HCT-7300 for every other code.
+    /// By byte 12: the HCT-7200 for 30 or when the byte is missing, otherwise the HCT-7300.
     ClockModel model() const;
+    /// `block` is 0 to 2, `alarm` 0 to 31.
     quint8 blockDuration(int block) const { return byte(14 + 2 * block); }
     quint8 blockMode(int block) const { return byte(15 + 2 * block); }
     quint8 alarmByte1(int block, int alarm) const { return byte(20 + 66 * block + 2 * alarm); }

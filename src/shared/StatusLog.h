@@ -2,11 +2,11 @@
 
 #include <QString>
 
-/// The status log as every subsystem sees it.
+/// The status log: what happened, one line an entry, for the operator.
 class StatusLog {
 public:
     virtual ~StatusLog() = default;
 
-    /// Appends a line stamped with date and time; with `show` the log window comes up too.
+    /// Appends a line with date and time. With `show` the log window is shown too.
     virtual void Rexistra(const QString& message, bool show) = 0;
 };

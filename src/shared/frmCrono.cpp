@@ -79,7 +79,7 @@ void frmCrono::visitClients()
         if (++m_cursor > count)
             m_cursor = 1;
         clsCliente* record = m_clients.Item(m_cursor);
-        // A client may have left from within a call: its neighbours moved up, the end is nearer.
+        // A call may have removed clients: the positions after them moved up.
         if (!record || !record->Active)
             continue;
         ++record->Ticks;

@@ -8,29 +8,30 @@
 
 #include <functional>
 
-/// The timer service: on each tick of its timer it visits the registered clients in turn and calls
-/// those whose period has passed. While the link awaits an answer nobody is visited and no period
-/// advances, so at most one request is under way and no client starves the others.
+/// The timer service. On each tick of its timer (1 ms) it visits the clients in turn and calls
+/// those whose period has passed. While the link is busy it visits nobody and no period advances,
+/// so at most one request is under way. After a client has made the link busy it stops; the next
+/// visit begins with the client after it, so every client gets its turn.
 class frmCrono : public QObject {
     Q_OBJECT
 public:
-    /// `ocupado` tells whether the link awaits an answer.
+    /// `ocupado` tells whether the link is busy: a request or a modem command awaits its answer.
     frmCrono(IntervalTimer& tmrCrono, const modGlobais& globais, std::function<bool()> ocupado,
              QObject* parent = nullptr);
 
-    /// Registers a client, inactive, to be called every `period` ticks (at least 1). The result,
-    /// never 0, identifies it from now on. A number is not used again, but for a run of more than
-    /// 65535 registrations, which begins anew with the numbers that have become free.
+    /// Registers a client, inactive, with a period in ticks; below 1 counts as 1. The result is the
+    /// client's number, never 0. After 65535 registrations, numbers that have become free are used
+    /// again. 0 only when all numbers are taken.
     qint16 EngadeCliente(DeferredProcess& client, qint16 period);
-    /// This and the next three do nothing for a number that is not registered.
+    /// This and the next three do nothing for an unknown number.
     void EliminaCliente(qint16 id);
     void ActivaCliente(qint16 id);
     void DesactivaCliente(qint16 id);
-    /// Takes any period as it is: one below 1 means a call at every visit.
+    /// In ticks. With a period below 1 the client is called at every visit.
     void CambiaPeriodo(qint16 id, qint16 period);
 
-    /// Switches the ticks on or off. Inside a tick this decides what the tick leaves behind; once
-    /// the program is shutting down nothing switches them on.
+    /// Switches the ticks on or off; during a tick it takes effect at the tick's end. While the
+    /// program is shutting down the ticks stay off.
     void setTimerEnabled(bool enabled);
     void setTimerInterval(std::chrono::milliseconds interval);
 
@@ -44,7 +45,7 @@ private:
     std::function<bool()> m_ocupado;
     colClientes m_clients;
     qint16 m_lastId = 0;
-    /// The position, counted from 1, of the client visited last.
+    /// The position of the client visited last, counted from 1.
     int m_cursor = 0;
     bool m_ticking = false;
     bool m_enabledAfterTick = false;

@@ -3,22 +3,24 @@
 #include <QByteArray>
 #include <QString>
 
-/// The state that several windows share. `Program` owns the one instance and hands it to those that
-/// need it; only the connection's workflow writes, except GeneralData, which a send of the
-/// programme refreshes too.
+/// The state that several classes share. `Session` owns it and passes it to those that need it.
+/// Only ConnectionWorkflow writes to it, with two exceptions: sending the programme also refreshes
+/// GeneralData, and Session sets applicationDirectory.
 struct modGlobais {
-    /// The current directory at start-up, ending in the system's separator.
+    /// The current directory at start-up, with the system's separator at its end.
     QString applicationDirectory;
     /// Body of the latest good general-data answer; see StatusBlock for its bytes.
     QByteArray GeneralData;
     /// Body of the first good general-data answer of the connection.
     QByteArray GeneralDataAtConnect;
-    /// Byte 3 of the latest general-data answer; 11 is this clock family.
+    /// Byte 3 of the latest general-data answer that the clock did not refuse; 11 is this clock
+    /// family.
     qint32 DeviceType = 0;
+    /// From the first good general-data answer until the connection ends.
     bool LinkEstablished = false;
-    /// Set when the main window unloads; the timer service then stays still for good.
+    /// Set when the main window unloads. The timer service then stays off.
     bool ShuttingDown = false;
 };
 
-/// The name in the About box, its menu entry, and the boxes that have no title of their own.
+/// The program's name: in the About box, in its menu entry, and as the title of boxes without one.
 inline QString applicationTitle() { return QStringLiteral("Control Equipo HCT"); }

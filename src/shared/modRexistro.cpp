@@ -12,7 +12,7 @@ QString textOf(const QByteArray& bytes, bool trim)
     return AnsiText::toUnicode(bytes.endsWith('\0') ? bytes.chopped(1) : bytes);
 }
 
-/// A number of any length, from hexadecimal digits to decimal ones.
+/// Converts a hexadecimal number of any length to decimal.
 QString decimalText(const QByteArray& hexadecimalDigits)
 {
     QByteArray decimal("0");
@@ -29,7 +29,7 @@ QString decimalText(const QByteArray& hexadecimalDigits)
     return QString::fromLatin1(decimal);
 }
 
-/// Each byte loses its leading zero, also in the middle of the number.
+/// Each byte is written without its leading zero, also inside the number.
 QString dwordText(const QByteArray& bytes)
 {
     QByteArray digits;

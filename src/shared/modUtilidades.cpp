@@ -19,11 +19,11 @@ QString nameAt(std::span<const QStringView> names, quint8 number)
     return number >= 1 && number <= names.size() ? names[number - 1U].toString() : u"-------"_s;
 }
 
-/// Where the registry says that the system-information program is; empty when it names none that
-/// exists.
+/// The path of the system-information program in the registry; empty when there is none or the file
+/// does not exist.
 QString systemInformationProgram(const Registry& registry)
 {
-    // A path ends at its first NUL, whatever follows in the value.
+    // The path ends at the first NUL of the value.
     constexpr bool trim = true;
     constexpr auto root = Registry::RootKey::LocalMachine;
     QString program;

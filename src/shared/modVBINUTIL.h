@@ -15,7 +15,7 @@ namespace modVBINUTIL {
 
 namespace detail {
 
-/// Calculated without sign and in 64 bits, where nothing overflows, then cut to the width.
+/// Results are calculated unsigned in 64 bits, where nothing overflows, then cut to the width.
 template<std::integral T>
 constexpr T cut(quint64 value)
 {

@@ -16,7 +16,7 @@ class QAction;
 class QLabel;
 class QMdiSubWindow;
 
-/// The whole program, shown, with the outside world in the hand of the test.
+/// The whole program, shown, with a fake environment.
 struct ProgramFixture {
     ProgramFixture();
 
@@ -34,11 +34,11 @@ struct ProgramFixture {
     Program program;
 
     QAction* action(const char* name);
-    /// As the operator chooses it: nothing happens when it is hidden or disabled.
+    /// Chooses a menu entry as the operator does: nothing happens when it is hidden or disabled.
     void choose(const char* name);
     QString panel(int number);
     QLabel* panelLabel(int number);
-    /// The lines of the log without their stamps.
+    /// The lines of the log without date and time.
     QStringList logLines();
 
     void tick(int times);

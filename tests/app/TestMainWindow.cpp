@@ -26,7 +26,7 @@ QByteArray remoteControlled()
     return block;
 }
 
-/// A window that refuses to go, as one does while it sends firmware.
+/// A window that refuses to close, as the firmware window does during a transfer.
 class Refuser final : public MdiForm {
 public:
     explicit Refuser(QMdiArea& area) : MdiForm(area) { showForm(); }
@@ -245,7 +245,7 @@ void TestMainWindow::diallingKeepsTheTimerServiceStill()
         m_fixture->program.session().link().RemataConexion();
     });
     QVERIFY(!ticking);
-    // The attempt is over: what is left of it fails as with any closed port.
+    // The attempt is over: its remaining requests fail because the port is closed.
     QVERIFY(m_fixture->tmrCrono.isEnabled());
     m_fixture->tick(40);
     QCOMPARE(m_fixture->logLines().last(), u"Conexión interrumpida"_s);

@@ -21,7 +21,7 @@ namespace {
 constexpr quint8 first = 30;
 constexpr quint8 second = 31;
 
-/// What a clock tells at its widest: every mode and duration is 255, and it is a Wednesday in
+/// A status block with the widest texts: every mode and duration is 255, on a Wednesday in
 /// September.
 QByteArray widestBlock(quint8 model)
 {
@@ -52,7 +52,7 @@ struct OpenWindow {
         settle();
     }
 
-    /// The window in question; the main window when nothing is open in it.
+    /// The open window; the main window if there is none.
     QWidget* widget()
     {
         if (QWidget* modal = QApplication::activeModalWidget())
@@ -61,7 +61,7 @@ struct OpenWindow {
             run.program.mainWindow().findChild<QMdiArea*>()->activeSubWindow();
         return frame ? frame->widget() : &run.program.mainWindow();
     }
-    /// Posted layouts are done.
+    /// Processes posted layout events.
     static void settle()
     {
         QCoreApplication::sendPostedEvents();
@@ -98,7 +98,7 @@ void TestReadability::everyTextHasRoom_data()
 {
     struct Window {
         const char* name;
-        /// What opens it, and the model of the clock; 0 is none connected.
+        /// The entry that opens it, and the model of the clock; 0 without a connection.
         const char* entry;
         quint8 model;
     };
@@ -144,7 +144,7 @@ void TestReadability::everyTextHasRoom()
         const QStringList cut = cutTexts(*window);
         QVERIFY2(cut.isEmpty(), qPrintable(u"tab %1\n"_s.arg(tab + 1) + cut.join(u'\n')));
     }
-    // What stands in the main window is scrolled there.
+    // Windows inside the main window can be scrolled there.
     const QWidget* top = window->window();
     const QSize screen = top->screen()->availableSize();
     QVERIFY2(top->width() <= screen.width() && top->height() <= screen.height(),

@@ -127,7 +127,7 @@ void TestStatusLog::selectionIsKept_data()
     QTest::addColumn<int>("position");
     QTest::newRow("in the middle") << 5 << 40;
     QTest::newRow("backwards") << 40 << 5;
-    // Each line has 31 characters with its end.
+    // Each line has 31 characters, its end included.
     QTest::newRow("up to the end") << 10 << 93;
     QTest::newRow("everything, backwards") << 93 << 0;
     QTest::newRow("only a cursor at the end") << 93 << 93;

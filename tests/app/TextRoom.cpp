@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What the toolkit keeps free beside the text of a line edit, on either side.
+/// The toolkit's own margin on each side of the text of a line edit, in pixels.
 constexpr int lineEditMargin = 2;
 
 QSize textSize(const QWidget& widget, const QString& text)
@@ -117,7 +117,7 @@ Measure measure(const QWidget& widget)
     return {{}, {}};
 }
 
-/// Nothing can be scrolled there, so that it must fit.
+/// Whether the control must fit because nothing around it can be scrolled.
 bool isFixedPart(const QWidget& widget)
 {
     const QWidget* parent = widget.parentWidget();

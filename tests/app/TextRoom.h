@@ -4,6 +4,6 @@
 
 class QWidget;
 
-/// The visible controls of a window whose text is cut under its style, with the room that each has
-/// and needs; none when all can be read.
+/// The visible controls of a window whose text is cut, with the room that each has and needs in
+/// pixels; empty when all texts can be read.
 QStringList cutTexts(const QWidget& window);

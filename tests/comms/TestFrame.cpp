@@ -6,7 +6,7 @@ namespace {
 
 QByteArray whole(const frame::Encoded& encoded) { return encoded.start + encoded.rest; }
 
-/// The last header found, if any, when all the bytes have gone in.
+/// Takes all the bytes; the last header found, if any.
 std::optional<frame::Header> hunt(frame::HeaderHunter& hunter, const QByteArray& bytes)
 {
     std::optional<frame::Header> found;

@@ -8,6 +8,7 @@
 #include <QTimer>
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -20,7 +21,7 @@ public:
     {
         ++starts;
         m_link.enterModemPhase(LinkState::Dialling);
-        m_link.armTimer(64000);
+        m_link.armTimer(64s);
     }
     void received(SerialPort& port) override
     {

@@ -5,7 +5,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// The log as a screen reader meets it.
+/// The log as a screen reader sees it.
 class TestAccessibleLogText : public QObject {
     Q_OBJECT
 private slots:

@@ -23,7 +23,7 @@ private slots:
 
 namespace {
 
-/// Mean grey value of the inner half of the disc, as someone sees it who tells no hues apart.
+/// Mean grey value of the inner half of the disc: what someone sees who cannot distinguish hues.
 double brightness(quint32 fill)
 {
     RoundLamp lamp;

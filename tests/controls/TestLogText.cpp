@@ -353,7 +353,7 @@ void TestLogText::menuOffersWhatCanBeDone()
 
 namespace {
 
-/// Translates what a text of the toolkit's own says.
+/// Translates a text of the toolkit.
 class ToolkitTranslator final : public QTranslator {
 public:
     bool isEmpty() const override { return false; }
@@ -384,7 +384,7 @@ void TestLogText::menuHasTheWordsOfTheToolkitsTranslation()
     QVERIFY(menu->actions().last()->text().startsWith(u"Seleccionar todo\t"_s));
 }
 
-/// Of what is painted in the viewport.
+/// How many pixels of the viewport have this colour.
 int TestLogText::pixelsOf(QColor colour) const
 {
     const QImage image = m_text->viewport()->grab().toImage();

@@ -293,7 +293,7 @@ void TestNumberField::buttonsStepTheNumberOfTheCursor()
     QTest::mouseClick(window->time, Qt::LeftButton, {}, window->button(QStyle::SC_SpinBoxDown));
     QCOMPARE(window->time->text(), u"00:01"_s);
     QCOMPARE(Window::selected(window->time), u"01"_s);
-    // Held, it repeats.
+    // A key that is held down repeats.
     QTest::mousePress(window->time, Qt::LeftButton, {}, up);
     QTRY_VERIFY(window->time->value(1) >= 4);
     QTest::mouseRelease(window->time, Qt::LeftButton, {}, up);
@@ -446,7 +446,7 @@ void TestNumberField::editingByAssistiveSoftwareIsKept()
     editing->deleteText(0, 5);
     editing->insertText(0, u"08:45"_s);
     QCOMPARE(window->time->text(), u"08:45"_s);
-    // Keys begin anew after it.
+    // After a text from outside, typing begins a new number.
     window->time->setFocus();
     type(u"1"_s);
     editing->replaceText(0, 2, u"02"_s);

@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What the operator reads of a tool tip.
+/// The text that the operator reads in a tool tip.
 QString shown(const QString& toolTip)
 {
     if (!Qt::mightBeRichText(toolTip))

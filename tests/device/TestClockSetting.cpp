@@ -189,7 +189,7 @@ void TestClockSetting::failedAnswerIsAskedForAgain_data()
     QTest::newRow("wrong checksum") << QByteArray("0100") << -8;
 }
 
-/// Lets the clock's side do what a row says: "-" is silence, a negative code a wrong checksum.
+/// Answers as a row says: "-" is no answer, a negative code a wrong checksum.
 static void reply(LinkFixture& fixture, const QByteArray& answer, int code)
 {
     if (answer == "-")

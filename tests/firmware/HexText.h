@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cstring>
 
-/// A record of any type with the checksum it needs, in upper case.
+/// A record of any type with the right checksum, in upper case.
 inline QByteArray record(quint8 type, quint16 address, const QByteArray& data)
 {
     QByteArray bytes;
@@ -23,7 +23,7 @@ inline QByteArray record(quint8 type, quint16 address, const QByteArray& data)
     return ':' + bytes.toHex().toUpper();
 }
 
-/// `count` data records of 16 bytes, one behind the other from address 0 on, each ended by `end`.
+/// `count` data records of 16 bytes from address 0 on without gaps, each ended by `end`.
 inline QByteArray dataRecords(int count, const QByteArray& end = "\r\n")
 {
     QByteArray text;
@@ -37,8 +37,8 @@ inline QByteArray dataRecords(int count, const QByteArray& end = "\r\n")
     return text;
 }
 
-/// A source that repeats a pattern up to a length, hands out so many bytes at a time, and may fail
-/// where it ends.
+/// A source that repeats a pattern up to a length, returns so many bytes at a time, and may fail at
+/// its end.
 class PatternDevice final : public QIODevice {
 public:
     PatternDevice(const QByteArray& pattern, qint64 length, qint64 atATime = 1 << 20,

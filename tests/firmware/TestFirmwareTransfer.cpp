@@ -56,7 +56,7 @@ struct Fixture : LinkFixture {
     }
     /// One tick; what it sent, in hexadecimal.
     QByteArray sent() { return nextRequestBody().toHex(); }
-    /// One tick, sent again, and nobody acknowledges.
+    /// One tick, in which the line is sent again; no acknowledgement follows.
     void fail(int times = 1)
     {
         while (times-- > 0) {

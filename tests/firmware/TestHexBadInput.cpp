@@ -14,7 +14,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// Files that are none, that fail, that never end, or that are no images.
+/// Paths that are no files, and files that fail, never end, or are no images.
 class TestHexBadInput : public QObject {
     Q_OBJECT
 private slots:

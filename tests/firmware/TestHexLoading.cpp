@@ -7,7 +7,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// Whole files: what becomes lines, how a load ends, and what the window is given to show.
+/// Whole files: which records become lines, how loading ends, and the texts for the window.
 class TestHexLoading : public QObject {
     Q_OBJECT
 private slots:

@@ -7,7 +7,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// What holds for any record and any file.
+/// Properties of every record and every file.
 class TestHexProperties : public QObject {
     Q_OBJECT
 private slots:
@@ -18,7 +18,7 @@ private slots:
 
 namespace {
 
-/// The rules one by one, as slowly as they read.
+/// The rules one by one, in simple and slow code.
 bool meetsTheRules(const QByteArray& text)
 {
     if (text.size() < 11 || text.at(0) != ':')
@@ -66,7 +66,7 @@ rc::Gen<QByteArray> bytes(int from, int to)
                         });
 }
 
-/// A record that is right but for what its type may ask.
+/// A record that is right except for the rules of its type.
 QByteArray anyRecord()
 {
     switch (*rc::gen::inRange(0, 6)) {

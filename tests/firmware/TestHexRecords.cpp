@@ -62,7 +62,7 @@ void TestHexRecords::lineIsValid_data()
     const auto row = [](const char* name, const QByteArray& text, bool valid) {
         QTest::newRow(name) << text << valid;
     };
-    // Rule 1: something there, 11 characters, a colon.
+    // Rule 1: not empty, at least 11 characters, a colon.
     row("empty", "", false);
     row("only a colon", ":", false);
     row("10 characters", ":00000001F", false);

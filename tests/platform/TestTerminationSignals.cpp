@@ -78,7 +78,7 @@ void TestTerminationSignals::signalsAreAsBeforeAfterwards()
 void TestTerminationSignals::errorOfWhatIsInterruptedIsKept()
 {
     const TerminationSignals termination;
-    // Until the pipe is full, and writing to it an error.
+    // Until the pipe is full and writing to it fails.
     errno = ENOENT;
     for (int time = 0; time < 70'000; ++time)
         std::raise(SIGTERM);

@@ -19,12 +19,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Called with each file or folder that is synced; the error that the call is to give, or 0.
+/// Called with each file or folder that is synced. Returns the error for the call, or 0.
 std::function<int(const QString& path)> synced;
 
 } // namespace
 
-/// Stands before that of the system.
+/// Replaces the function of the system.
 extern "C" int fsync(int descriptor)
 {
     const QString path = QFile::symLinkTarget(u"/proc/self/fd/%1"_s.arg(descriptor));
@@ -51,12 +51,12 @@ private slots:
     void fileInAFolderThatCannotBeListedIsReplaced();
 };
 
-/// While it lives, no file of the process grows past 100 bytes, as on a disk that is full.
+/// While it exists, no file of the process can grow beyond 100 bytes, as on a full disk.
 class FullDisk {
 public:
     FullDisk()
     {
-        // Told by a failed write instead.
+        // Writes then fail instead.
         std::signal(SIGXFSZ, SIG_IGN);
         ::getrlimit(RLIMIT_FSIZE, &m_usual);
         const rlimit full{100, m_usual.rlim_max};
@@ -102,7 +102,7 @@ void TestWholeFile::longerFileIsReplaced()
 void TestWholeFile::fullDiskLeavesTheOldFile_data()
 {
     QTest::addColumn<int>("bytes");
-    // The toolkit keeps up to 16 KiB before it writes anything.
+    // The toolkit buffers up to 16 KiB.
     QTest::newRow("found out at the end") << 1000;
     QTest::newRow("found out in the middle") << 100'000;
 }

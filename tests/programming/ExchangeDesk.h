@@ -18,7 +18,7 @@ struct ExchangeDesk : LinkFixture {
         connect();
     }
 
-    /// Begins, and lets the clock answer well until the next request is that of `state`.
+    /// Begins, and answers well until the next request is that of `state`.
     void reach(State state)
     {
         if (state == State::Opening)
@@ -29,7 +29,7 @@ struct ExchangeDesk : LinkFixture {
             answer(body.size() == 1 ? generalData : body.left(1) + '\0');
         }
     }
-    /// A sending that the clock refuses once too often.
+    /// Sends until the exchange gives up because of too many refusals.
     void reachGivingUp()
     {
         exchange.send();

@@ -4,7 +4,7 @@
 
 #include <QByteArrayList>
 
-/// The lines of a file: zeros under their headers, but for what a test writes over them.
+/// The lines of a file: headers, and zeros that a test may replace.
 class ProgrammeLines {
 public:
     ProgrammeLines()
@@ -32,7 +32,7 @@ public:
     QByteArrayList all;
 };
 
-/// A programme in which every value of the file is 9, out of reach of a test's own values.
+/// A programme in which every value of the file is 9, which tests do not use themselves.
 inline Programme allNines(ClockModel model)
 {
     using enum DayFlag;

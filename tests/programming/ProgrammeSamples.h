@@ -6,7 +6,7 @@
 
 #include <initializer_list>
 
-/// Programmes and answers that several tests start from.
+/// Programmes and answers that several tests use.
 namespace samples {
 
 inline Alarm alarm(int hour, int minute, std::initializer_list<DayFlag> days)
@@ -25,7 +25,7 @@ inline Alarm onWorkingDays(int hour, int minute)
     return alarm(hour, minute, {Monday, Tuesday, Wednesday, Thursday, Friday});
 }
 
-/// A general-data answer of 220 bytes of the model, all else zero.
+/// A general-data answer of 220 bytes for the model; all other bytes are zero.
 inline QByteArray generalData(ClockModel model)
 {
     QByteArray block(220, '\0');

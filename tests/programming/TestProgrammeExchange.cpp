@@ -14,7 +14,7 @@ const QByteArray holidaysAccepted = QByteArray::fromHex("d200");
 
 } // namespace
 
-/// What is asked and sent, and which answers are taken.
+/// Which requests are sent, and which answers are accepted.
 class TestProgrammeExchange : public QObject {
     Q_OBJECT
 private slots:

@@ -11,7 +11,7 @@ constexpr auto hct7200 = ClockModel::Hct7200;
 
 namespace {
 
-/// Lets a test place the exchange in the state that nothing leads to.
+/// Lets a test set the state that nothing else leads to.
 class OpenExchange final : public ProgrammeExchange {
 public:
     using ProgrammeExchange::ProgrammeExchange;
@@ -20,7 +20,7 @@ public:
 
 } // namespace
 
-/// How an exchange ends otherwise than well: refusals, the end of the connection, its own window.
+/// How an exchange fails: by refusals, the end of the connection, or the closing of its window.
 class TestProgrammeExchangeEnd : public QObject {
     Q_OBJECT
 private slots:

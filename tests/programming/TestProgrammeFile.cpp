@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 constexpr auto hct7200 = ClockModel::Hct7200;
 constexpr auto hct7300 = ClockModel::Hct7300;
 
-/// The file on the disk: what a save leaves there, and what is no programme's file.
+/// The file on the disk: what saving leaves there, and which files are no programmes.
 class TestProgrammeFile : public QObject {
     Q_OBJECT
 private slots:
@@ -65,7 +65,7 @@ void TestProgrammeFile::savingReplacesALongerFile()
 void TestProgrammeFile::failedSaveLeavesTheOldFile()
 {
     const QTemporaryDir folder;
-    // A directory in the way of the name can be written over by nobody, not even by root.
+    // Nobody, not even root, can replace a directory of that name by a file.
     const QString taken = folder.filePath(u"a.hct"_s);
     QVERIFY(QDir().mkpath(taken + u"/dentro"_s));
     QVERIFY(!ProgrammeFile::save(taken, Programme(), hct7200));

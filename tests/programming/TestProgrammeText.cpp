@@ -8,7 +8,7 @@ using enum DayFlag;
 constexpr auto hct7200 = ClockModel::Hct7200;
 constexpr auto hct7300 = ClockModel::Hct7300;
 
-/// What the lines of a programme's file say.
+/// The lines of a programme's file.
 class TestProgrammeText : public QObject {
     Q_OBJECT
 private slots:
@@ -340,7 +340,8 @@ void TestProgrammeText::fileShortByLinesKeepsWhatWasHeld_data()
 void TestProgrammeText::fileShortByLinesKeepsWhatWasHeld()
 {
     QFETCH(int, count);
-    // Every line that is there says 1, every value held is 9; so the programme tells which came in.
+    // Every line of the file is 1 and every value before is 9, so the programme shows which were
+    // read.
     const QByteArray text = QByteArray("1\r\n").repeated(count);
     for (const ClockModel model : {hct7200, hct7300}) {
         Programme programme = allNines(model);

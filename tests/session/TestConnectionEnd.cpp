@@ -88,7 +88,7 @@ void TestConnectionEnd::conectarWhileIdentifyingStartsAnew()
     m_fixture->takeRequest();
     m_workflow->Conectar(false);
     QCOMPARE(m_workflow->FailedAttempts(), qint16(0));
-    // The request from before is forgotten, and so is an answer that comes late.
+    // The earlier request is forgotten, and its late answer is ignored.
     m_fixture->answerHex("0205");
     QCOMPARE(m_workflow->FailedAttempts(), qint16(0));
     for (int attempt = 0; attempt < 3; ++attempt)

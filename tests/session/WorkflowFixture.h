@@ -5,7 +5,7 @@
 
 #include <QTest>
 
-/// A connection over a link whose far end is the test, and the steps that the workflow told of.
+/// A connection to a clock that the test plays, and the signals that the workflow has emitted.
 class WorkflowFixture : public QObject {
     Q_OBJECT
 protected:
@@ -15,7 +15,7 @@ protected:
     void load();
     void connectToClock();
     void identify();
-    /// Connects to a clock that answers with `block`, and forgets what was logged and told.
+    /// Connects to a clock that answers with `block`, and clears log and signals.
     void establish(const QByteArray& block = LinkFixture::fullBlock());
     void answerPoll(const QByteArray& block);
     void failIdentification();

@@ -9,7 +9,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// The path of the program stands in either of two values; the file must be there.
+/// The path of the program is in one of two values, and the file must exist.
 class TestSystemInformation : public QObject {
     Q_OBJECT
 
@@ -44,7 +44,7 @@ private:
     QString makeFile(const QString& name) const
     {
         QFile file(m_folder->filePath(name));
-        // Where a backslash parts folders, the folder must be there.
+        // Where a backslash separates folders, the folder must exist.
         QDir().mkpath(QFileInfo(file).path());
         return file.open(QIODevice::WriteOnly) ? file.fileName() : QString();
     }

@@ -10,7 +10,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// Keeps in `calls` who was called, and does in its call what the test wants.
+/// Records its calls in `calls`, and does in its call what the test wants.
 class Client final : public DeferredProcess {
 public:
     Client(int number, QList<int>& calls) : m_number(number), m_calls(calls) {}
@@ -264,7 +264,7 @@ void TestTimerService::switchingOnInsideATickStartsNoSecondTick()
     QCOMPARE(m_calls, QList<int>{1});
 }
 
-// As with a message box that a client opens: its event loop runs inside the tick.
+// As when a client opens a message box: its event loop runs inside the tick.
 void TestTimerService::eventLoopInsideATickStartsNoSecondTick()
 {
     PreciseTimer timer;

@@ -12,7 +12,7 @@
 #include <termios.h>
 #include <unistd.h>
 
-/// The simulator as a process, its commands, and the far end of its line as a program has it.
+/// The simulator as a process, its commands, and the program's end of its line.
 class SimulatorProcess {
 public:
     explicit SimulatorProcess(const QStringList& arguments = {})
@@ -74,8 +74,8 @@ public:
         [[maybe_unused]] const ssize_t written =
             ::write(m_descriptor, bytes.constData(), size_t(bytes.size()));
     }
-    /// What arrives until there are so many bytes, or until the line has been gone or silent for
-    /// that long.
+    /// What arrives until there are so many bytes, or until the line has been gone or silent for so
+    /// long.
     QByteArray read(qsizetype count, int milliseconds = processPatience)
     {
         QByteArray bytes;

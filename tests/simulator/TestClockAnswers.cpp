@@ -9,7 +9,7 @@ namespace {
 
 QByteArray bytes(const char* hex) { return QByteArray::fromHex(hex); }
 
-/// An alarm-block body: one bell at 8:30 from Monday to Friday, then whatever the model appends.
+/// An alarm-block body: one alarm at 8:30 from Monday to Friday, then the model's further bytes.
 QByteArray blockBody(const char* number, const char* tail)
 {
     return bytes("da") + bytes(number) + bytes("e8de") + QByteArray(62, '\0') + bytes("0000") +

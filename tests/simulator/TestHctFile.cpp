@@ -7,7 +7,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A file in which all is 0 but the lines given by their number, counted from 1.
+/// A file in which every value is 0 except the lines given by their numbers, counted from 1.
 QByteArray fileWith(const QMap<int, QByteArray>& lines)
 {
     QByteArray text;

@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A modem without echo and delay, and what it said.
+/// A modem without echo and delay, and what it has replied.
 class Talk {
 public:
     Talk()

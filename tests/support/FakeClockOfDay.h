@@ -2,7 +2,7 @@
 
 #include "ClockOfDay.h"
 
-/// A clock of day that stands still until the test moves it.
+/// A clock of day that changes only when the test sets it.
 class FakeClockOfDay final : public ClockOfDay {
 public:
     QDateTime time{QDate(2026, 11, 21), QTime(9, 5, 3)};

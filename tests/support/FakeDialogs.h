@@ -6,7 +6,7 @@
 
 #include <functional>
 
-/// Records what the operator is asked and answers as the test has laid out.
+/// Records the questions and gives the answers that the test has prepared.
 class FakeDialogs final : public Dialogs {
 public:
     struct Box {
@@ -20,11 +20,11 @@ public:
     QList<FileRequest> fileRequests;
     QStringList prompts;
 
-    /// The next answers; the default is the cautious one (No, cancelled).
+    /// The next answers. The default is No, or cancelled.
     QList<bool> confirmations;
     QList<std::optional<QString>> texts;
     QStringList paths;
-    /// Runs while a box or dialog is up, as events would.
+    /// Runs while a box or dialog is open, as events do.
     std::function<void()> whileUp;
 
     void tell(Icon icon, const QString& title, const QString& text) override

@@ -5,7 +5,7 @@
 
 #include <QList>
 
-/// Moves a fake clock instead of waiting.
+/// Advances a fake clock instead of waiting.
 class FakePause final : public Pause {
 public:
     explicit FakePause(FakeClockOfDay& clock) : m_clock(clock) {}

@@ -7,8 +7,8 @@
 
 #include <functional>
 
-/// A port whose far end is the test: it keeps every write with its time and delivers what the test
-/// says that the line brings.
+/// A port without a device: it records every write with its time, and receives what the test gives
+/// it.
 class FakeSerialPort final : public SerialPort {
     Q_OBJECT
 public:
@@ -21,7 +21,7 @@ public:
         QTime time;
     };
 
-    /// What the test sets and looks at.
+    /// For the test to set and to read.
     QString refusal;
     QString device = QStringLiteral("/dev/fake");
     QList<Write> writes;
@@ -29,7 +29,7 @@ public:
     int timesOpened = 0;
     int timesClosed = 0;
     int outputClears = 0;
-    /// Runs as a write has reached the device, or has found it gone.
+    /// Runs when a write has reached the device, or has found it gone.
     std::function<void()> afterWrite;
 
     /// All bytes written, joined.
@@ -46,9 +46,9 @@ public:
         writes.clear();
         return all;
     }
-    /// Bytes from the line.
+    /// Bytes arrive from the line.
     void arrive(const QByteArray& bytes) { deliver(bytes); }
-    /// Each byte an arrival of its own.
+    /// The bytes arrive one by one.
     void arriveBytewise(const QByteArray& bytes)
     {
         for (const char byte : bytes)
@@ -79,7 +79,7 @@ protected:
         ++timesClosed;
         m_open = false;
     }
-    /// Kept as "DTR=1 RTS=0".
+    /// Recorded as "DTR=1 RTS=0".
     void applyLines() override
     {
         lineChanges.append(QByteArray("DTR=") + (isDtrEnabled() ? '1' : '0') +

@@ -4,7 +4,7 @@
 #include <QFile>
 #include <QString>
 
-/// A file of exactly these bytes, whatever was there; its path. Without it a test has no sense.
+/// Writes a file with exactly these bytes; its path. Ends the test program when it cannot.
 inline QString writeFile(const QString& path, const QByteArray& bytes)
 {
     QFile file(path);
@@ -13,7 +13,7 @@ inline QString writeFile(const QString& path, const QByteArray& bytes)
     return path;
 }
 
-/// "(unreadable)" where there is no such file.
+/// The file's bytes; "(unreadable)" if there is no such file.
 inline QByteArray contentsOf(const QString& path)
 {
     QFile file(path);

@@ -14,8 +14,8 @@
 
 #include <QList>
 
-/// Everything that a window of a connected program needs, with the clock's end of the line in the
-/// hand of the test. Frames are taken apart and put together here without the program's own code.
+/// Everything that a window of a connected program needs. The test plays the clock. Frames are
+/// built and read here without the program's code.
 struct LinkFixture {
     LinkFixture();
 
@@ -35,7 +35,7 @@ struct LinkFixture {
 
     struct Request {
         quint8 station = 0;
-        /// As it was sent, and without the toggle bit 0x10.
+        /// The code as it was sent, and without the toggle bit 0x10.
         quint8 rawCode = 0;
         quint8 code = 0;
         QByteArray body;
@@ -46,19 +46,19 @@ struct LinkFixture {
 
     /// Opens the direct line and lets the timer service tick.
     void connect();
-    /// As the main window ends a connection.
+    /// Ends the connection as the main window does.
     void disconnect();
-    /// Fires the timer service's timer; less often when it is switched off meanwhile.
+    /// Ticks the timer of the timer service so often, or until it is switched off.
     void tick(int times = 1);
 
-    /// Whether the program has sent a request that nobody has taken yet.
+    /// Whether the program has sent a request that the test has not taken yet.
     bool hasRequest();
     /// The oldest request not taken yet; a request of code 0 when there is none.
     Request takeRequest();
     QByteArray takeRequestBody() { return takeRequest().body; }
     /// One tick; the body of the request that it sends, empty when it sends none.
     QByteArray nextRequestBody();
-    /// Of the oldest request not taken yet, else of the one taken last.
+    /// Of the oldest request not taken yet, otherwise of the one taken last.
     quint8 requestCode();
     quint8 rawRequestCode();
 
@@ -69,16 +69,16 @@ struct LinkFixture {
     void refuse(quint8 selector, quint8 status = 1);
     /// An answer whose checksum is wrong by one.
     void answerDamaged(const QByteArray& body, quint8 code = 8);
-    /// Nobody answers: the time-out passes to its end.
+    /// The clock does not answer: the time-out expires.
     void timeOut();
 
     /// A frame as the clock sends it.
     static QByteArray frame(quint8 station, quint8 code, const QByteArray& body,
                             int checksumError = 0);
-    /// A plausible status block of 220 bytes: Saturday 21-11-26 09:05:03, outputs 1 and 3 on, all
+    /// A realistic status block of 220 bytes: Saturday 21-11-26 09:05:03, outputs 1 and 3 on, all
     /// inputs at rest, no flag set, no alarms.
     static QByteArray fullBlock(quint8 model = 30);
-    /// What was to be deleted later is deleted now.
+    /// Deletes now what is to be deleted later.
     static void deleteWhatIsDue();
 
 private:

@@ -4,14 +4,14 @@
 
 #include <QMap>
 
-/// A registry that lasts as long as the test.
+/// A registry in memory.
 class MemoryRegistry final : public Registry {
 public:
     /// Values by "HKCU\sub-key|name" or "HKLM\…".
     QMap<QString, RegistryValue> values;
     /// Sub-keys that the user may only read.
     QStringList readOnlyKeys;
-    /// How many writes succeed before they begin to fail; below 0 all do.
+    /// How many writes succeed before they fail; below 0 all succeed.
     int writesLeft = -1;
     QStringList written;
 

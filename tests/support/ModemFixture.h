@@ -39,8 +39,8 @@ struct ModemFixture : LinkFixture {
     void reply(const QByteArray& text) { modem.arrive(text); }
     QString takeTerminal() { return std::exchange(terminal, QString()); }
 
-    /// ArrancaConexion through the modem, with what happens while it lets events run: each step is
-    /// an event of its own.
+    /// Calls ArrancaConexion through the modem. While it lets events run, each step is run as an
+    /// event of its own.
     void dialWith(std::initializer_list<std::function<void()>> steps)
     {
         m_steps = steps;

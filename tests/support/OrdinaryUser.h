@@ -6,8 +6,8 @@
 #include <unistd.h>
 #endif
 
-/// The system's administrator may read and write everything: rights are tried as somebody else, to
-/// whom the folder belongs from then on.
+/// The administrator may read and write everything, so tests of rights run as another user, who
+/// becomes the owner of the folder.
 class OrdinaryUser {
 public:
 #ifdef Q_OS_UNIX

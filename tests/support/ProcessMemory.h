@@ -10,13 +10,12 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-/// What stands in the memory of this process (Linux), that which is free included: so looking takes
-/// no memory of the heap. A secret is given with each of its characters one higher, so that looking
-/// for it does not put it there.
+/// Searches the memory of this process (Linux), freed memory included, and so allocates nothing on
+/// the heap. A secret is given with each of its characters one higher, so that the search itself
+/// does not put it into memory.
 class ProcessMemory {
 public:
-    /// How often the secret stands in memory that can be written, in 8-bit characters and in
-    /// UTF-16.
+    /// How often the secret is in writable memory, in 8-bit characters and in UTF-16.
     static int occurrences(const char* raisedSecret)
     {
         ProcessMemory memory;
@@ -26,7 +25,7 @@ public:
 private:
     static constexpr qsizetype blockSize = 1 << 20;
     static constexpr size_t pageSize = 4096;
-    /// The sanitizers reserve terabytes; nothing of the program is in ranges beyond this.
+    /// Larger ranges are skipped: they are those that sanitizers reserve.
     static constexpr quint64 largestRange = quint64(1) << 30;
 
     ProcessMemory()
@@ -50,7 +49,7 @@ private:
     }
     Q_DISABLE_COPY_MOVE(ProcessMemory)
 
-    /// Shared, to tell it from what is looked through.
+    /// Shared memory, which is not searched.
     static char* map()
     {
         void* const mapped =
@@ -79,7 +78,7 @@ private:
     int countInRange(quint64 begin, quint64 end, const char* raised, qsizetype width) const
     {
         const qsizetype length = static_cast<qsizetype>(std::strlen(raised)) * width;
-        // Blocks overlap, so that none cuts a secret.
+        // Blocks overlap, so that no secret is divided.
         const auto step = static_cast<quint64>(blockSize - length + 1);
         int found = 0;
         for (quint64 at = begin; at < end; at += step) {

@@ -3,11 +3,11 @@
 #include <QProcess>
 #include <QString>
 
-/// Milliseconds a test waits for a process: only a fault takes them all.
+/// How many milliseconds a test waits for a process. Only a failing test waits so long.
 inline constexpr int processPatience = 30000;
 
-/// Whether the process ends within so many milliseconds, or has ended already: then the toolkit's
-/// own waitForFinished says no. False for a process that could not be started.
+/// Whether the process ends within so many milliseconds or has ended already. (For a process that
+/// has ended, waitForFinished returns false.) False for a process that could not be started.
 inline bool hasEnded(QProcess& process, int milliseconds = processPatience)
 {
     if (process.state() == QProcess::NotRunning)
@@ -15,8 +15,8 @@ inline bool hasEnded(QProcess& process, int milliseconds = processPatience)
     return process.waitForFinished(milliseconds);
 }
 
-/// The next line of the process's standard output without its end, also when it came with the end
-/// of the process; empty when there is none within so many milliseconds.
+/// The next line of the process's standard output without its end, also after the process has
+/// ended; empty when there is none within so many milliseconds.
 inline QString readLineOf(QProcess& process, int milliseconds = processPatience)
 {
     while (!process.canReadLine() && process.waitForReadyRead(milliseconds)) {

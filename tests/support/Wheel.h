@@ -3,7 +3,7 @@
 #include <QCoreApplication>
 #include <QWheelEvent>
 
-/// Turns the wheel over a widget; 120 is a notch up. False when the widget leaves it to others.
+/// Turns the wheel over a widget; 120 is one step up. False when the widget ignores it.
 inline bool turnWheel(QWidget& over, int angle)
 {
     const QPointF spot(5, 5);

@@ -8,7 +8,7 @@ int passOn(const char* from, const char* to)
     return value ? _putenv_s(to, value) : 0;
 }
 
-// wine keeps what chooses the toolkit's platform from its programs, so it comes by other names.
+// wine does not pass QT_QPA_PLATFORM and the like to its programs, so other names are used.
 [[maybe_unused]] const int passedOn =
     passOn("HCT_TEST_PLATFORM", "QT_QPA_PLATFORM") + passOn("HCT_TEST_FONTS", "QT_QPA_FONTDIR");
 

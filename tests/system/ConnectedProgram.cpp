@@ -35,7 +35,7 @@ bool ConnectedProgram::connectToClock()
 
 QString ConnectedProgram::chooseAbsentPort()
 {
-    // Windows knows ports by no other names.
+    // On Windows a port has no other name.
     qputenv("HCT_COM16", "/dev/no-such-port");
     CommSettings& settings = program.session().settings();
     settings.directPort = u"15"_s;

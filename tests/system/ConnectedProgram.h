@@ -7,11 +7,11 @@
 #include "SystemEnvironment.h"
 #include "frmPrincipal.h"
 
-/// Milliseconds a test waits for what must come: only a fault takes them all.
+/// How many milliseconds a test waits for an event. Only a failing test waits so long.
 inline constexpr int patience = 30000;
 
-/// The program as `main` composes it, with settings of its own, and COM1 leading to a simulated
-/// clock. Boxes are answered by the test; all else is real.
+/// The program as `main` makes it, with settings of its own and a simulated clock on COM1. The test
+/// answers boxes; everything else is real.
 class ConnectedProgram {
 public:
     explicit ConnectedProgram(const QStringList& simulatorOptions = {});
@@ -22,22 +22,22 @@ public:
 
 private:
     SettingsOfItsOwn m_settings;
-    /// Runs before the program's outside looks at the environment.
+    /// Runs before the program reads environment variables.
     bool m_prepared;
 
 public:
     SystemEnvironment system;
     Program program;
 
-    /// Connects, as the operator does; whether the clock is there then.
+    /// Connects as the operator does. Whether the clock answered.
     bool connectToClock();
-    /// Chooses COM16 for both ways to the clock; nothing stands behind it. Its device's name.
+    /// Chooses COM16, which does not exist, for cable and modem. The name of its device.
     QString chooseAbsentPort();
-    /// As the operator chooses it: nothing happens when it is hidden or disabled.
+    /// Chooses a menu entry as the operator does: nothing happens when it is hidden or disabled.
     void choose(const char* name);
     QString panel(int number);
     QStringList logLines();
-    /// How often the log tells `line`.
+    /// How often `line` is in the log.
     qsizetype timesLogged(const QString& line) { return logLines().count(line); }
     bool isEstablished() { return program.session().globais().LinkEstablished; }
     /// The window of that class in the MDI area, when it is shown.

@@ -2,8 +2,8 @@
 
 #include <QStringList>
 
-/// A state of link and connection that exit-walker walks to, and what the simulated clock needs
-/// for it.
+/// A state of link and connection into which exit-walker brings the program, and the simulator's
+/// options for it.
 struct ExitState {
     const char* name;
     QStringList simulator;

@@ -3,7 +3,7 @@
 #include <QSettings>
 #include <QTemporaryDir>
 
-/// Settings that start empty, apart from what the test itself puts there, and are gone afterwards.
+/// Settings that are empty at first, except for what the test adds, and are removed afterwards.
 class SettingsOfItsOwn {
 public:
 #ifdef Q_OS_WIN

@@ -15,9 +15,9 @@ public:
 
     /// The device to open; empty when the simulator did not start.
     const QString& device() const { return m_device; }
-    /// Gives a command; what it answered before its "ok". Fails the test on an "error".
+    /// Runs a command; its lines before "ok". Fails the test on an "error".
     QStringList command(const QString& text);
-    /// The value of `key` in what `state` tells.
+    /// The value of `key` in the answer to `state`.
     QString state(const QString& key);
     /// A file of the test, as commands must name it.
     QString pathOf(const QString& file) const;

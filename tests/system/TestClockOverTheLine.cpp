@@ -14,7 +14,7 @@ namespace {
 const QString done = u"Reloj del equipo actualizado en fecha y hora"_s;
 const QString failed = u"Error intentando puesta en hora del equipo"_s;
 
-/// The program connected to a clock that stands at 20-11-2026 08:59:50, with the window open.
+/// The program connected to a clock stopped at 20-11-2026 08:59:50, with the window open.
 struct Setting : ConnectedProgram {
     Setting() : ConnectedProgram({u"--start"_s, u"2026-11-20T08:59:50"_s, u"--frozen"_s}) {}
 
@@ -115,7 +115,7 @@ void TestClockOverTheLine::threeRefusalsAreTold()
     QCOMPARE(setting.dialogs.boxes.size(), 1);
     QVERIFY(setting.form());
     QVERIFY(!setting.form()->findChild<QPushButton*>(u"cmdEnviar"_s)->isEnabled());
-    // The general data goes on being asked for.
+    // Polling continues.
     const int answered = setting.clock.state(u"answered"_s).toInt();
     QTRY_VERIFY_WITH_TIMEOUT(setting.clock.state(u"answered"_s).toInt() > answered + 3, patience);
     QVERIFY(setting.isEstablished());
@@ -140,7 +140,7 @@ void TestClockOverTheLine::threeLostAnswersAreToldAndTheConnectionGoesOn()
     QVERIFY(setting.isEstablished());
 }
 
-// The box comes up while the refusal is being handed over: the line counts as busy until it closes.
+// The box opens inside the handler of the refusal: the link counts as busy until it closes.
 void TestClockOverTheLine::informationFollowsAgainAfterTheBoxOfARefusal()
 {
     Setting setting;
@@ -152,7 +152,7 @@ void TestClockOverTheLine::informationFollowsAgainAfterTheBoxOfARefusal()
     QTRY_COMPARE_WITH_TIMEOUT(setting.timesLogged(failed), 1, patience);
     const auto* time = setting.window<frmInfoHCT7200>()->findChild<QLabel*>(u"lblHora"_s);
     QTRY_COMPARE_WITH_TIMEOUT(time->text(), u"10:11:12 "_s, patience);
-    // What the box is about can be tried again.
+    // The setting can be tried again.
     setting.clock.command(u"faults clear"_s);
     setting.type(u"txtData"_s, u"01/02/2027"_s);
     setting.click(u"cmdEnviar"_s);

@@ -4,7 +4,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// What the program answers to options, where there is no display.
+/// The program's answers to options, without a display.
 class TestCommandLine : public QObject {
     Q_OBJECT
 private slots:
@@ -24,7 +24,7 @@ void TestCommandLine::run(const QString& option)
     for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY"})
         environment.remove(QString::fromLatin1(name));
 #ifdef Q_OS_WIN
-    // The program has no other platform there than the system's.
+    // There the program has only the platform of the system.
     environment.remove(u"QT_QPA_PLATFORM"_s);
 #endif
     m_program.setProcessEnvironment(environment);

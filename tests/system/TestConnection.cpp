@@ -14,7 +14,7 @@ const QString failure = u"Fallo en identificación del equipo"_s;
 const QString interrupted = u"Conexión interrumpida"_s;
 } // namespace
 
-/// The program and a simulated clock over a pseudo-terminal, walked as an operator would.
+/// The program and a simulated clock over a pseudo-terminal, used as an operator does.
 class TestConnection : public QObject {
     Q_OBJECT
 private slots:
@@ -124,7 +124,7 @@ void TestConnection::desconectarWithARequestOutstandingAndConectarAgain()
 {
     ConnectedProgram run;
     connectTo(run);
-    // A late answer might still come to the identification that follows, and be a failure of that.
+    // A late answer could arrive during the next identification, and count as its failure.
     run.clock.command(u"fault silent on general"_s);
     QTRY_VERIFY_WITH_TIMEOUT(run.program.session().link().Ocupado(), patience);
     run.choose("mnuDesconectar");
@@ -167,7 +167,7 @@ void TestConnection::passingFaultsDisturbNothing()
     connectTo(run);
     run.clock.command(u"fault %1 on general"_s.arg(fault));
     QTRY_VERIFY_WITH_TIMEOUT(run.clock.command(u"faults"_s).isEmpty(), patience);
-    // A clock that has moved on has been asked again since.
+    // The clock's time has changed, so the program has asked again.
     run.clock.command(u"inputs 8"_s);
     QTRY_COMPARE_WITH_TIMEOUT(run.program.session().globais().GeneralData.at(218), char(8),
                               patience);
@@ -189,7 +189,7 @@ void TestConnection::silentClockIsIdentifiedAgain()
 
 void TestConnection::babblingLineNeitherConnectsNorHangs()
 {
-    // Answers too would come through now and then, in a gap of the noise.
+    // Now and then an answer would arrive in a gap of the noise.
     ConnectedProgram run({u"--babble"_s, u"--fault"_s, u"silent always on identification"_s});
     run.choose("mnuConectar");
     QTRY_VERIFY_WITH_TIMEOUT(run.timesLogged(failure) >= 1, patience);

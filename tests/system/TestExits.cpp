@@ -30,7 +30,7 @@ bool isGroupEmpty(qint64 leader)
     return kill(static_cast<pid_t>(-leader), 0) == -1 && errno == ESRCH;
 }
 #else
-// There a program is a process and nothing more.
+// Windows has no process groups.
 void separate(QProcess&) {}
 
 bool isGroupEmpty(qint64) { return true; }
@@ -50,8 +50,8 @@ void addWalk(const QStringList& simulator, const char* state, const char* window
 
 } // namespace
 
-/// The program closed in every state of link and connection, with each window open: it ends in
-/// order, and leaves no process and no open port. bench/run measures how long the end takes.
+/// The program is closed in every state of link and connection, with each window open. It must end
+/// normally and leave no process and no open port. bench/run measures how long the end takes.
 class TestExits : public QObject {
     Q_OBJECT
 private slots:

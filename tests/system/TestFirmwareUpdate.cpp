@@ -38,7 +38,7 @@ private:
 namespace {
 
 constexpr auto form = "frmProgramPROM";
-/// For a machine with much else to do; on an idle one the longest transfer takes 20 seconds.
+/// For a busy machine. On an idle one the longest transfer takes 20 seconds.
 constexpr int transferPatience = 600000;
 
 /// An image as text and as the bytes from its lowest to its highest address.
@@ -47,7 +47,7 @@ struct Image {
     QByteArray bytes;
 };
 
-/// Lines of 16 bytes over three banks of 64 KB, the last of which is begun by a segment record.
+/// Lines of 16 bytes in three banks of 64 KB. The last bank begins with a segment record.
 Image imageOfLines(int lines)
 {
     Image image;
@@ -103,8 +103,8 @@ struct FirmwareDesk {
     void click(const char* name) { QTest::mouseClick(find<QPushButton>(name), Qt::LeftButton); }
     QString notes() { return find<QPlainTextEdit>("txtNotas")->toPlainText(); }
     bool finished() { return notes().endsWith(u"Envío finalizado\n"_s); }
-    /// Waits in an event loop as the program has it: the test library's waiting sleeps 10 ms
-    /// between events, twice the time that a line takes.
+    /// Waits in an event loop. The waiting functions of Qt Test sleep 10 ms between events, twice
+    /// the time of a firmware line.
     bool finishes()
     {
         QEventLoop loop;
@@ -156,7 +156,7 @@ void TestFirmwareUpdate::imageOf2000LinesArrivesByteForByteDespiteLosses()
     QCOMPARE(s.find<QProgressBar>("pgbEnvio")->value(), 1999);
     QCOMPARE(s.run.clock.state(u"firmware.complete"_s), u"yes"_s);
     QVERIFY(s.received() == image.bytes);
-    // Nothing of it has disturbed the connection.
+    // The connection was not disturbed.
     QVERIFY(s.run.isEstablished());
 }
 
@@ -221,7 +221,7 @@ void TestFirmwareUpdate::resetAfterTheLastLineSilencesTheClock()
     // The last acknowledgement came before the silence, in which the programme is erased.
     QCOMPARE(s.linesSent(), 30);
     QCOMPARE(s.run.clock.state(u"block1.alarms"_s), QString(132, u'0'));
-    // The clock is gone, which the connection notices; the window stays as it is.
+    // The clock is gone and the connection ends. The window stays as it is.
     QTRY_VERIFY_WITH_TIMEOUT(!s.run.isEstablished(), transferPatience);
     QVERIFY(s.finished());
 }
@@ -235,7 +235,7 @@ void TestFirmwareUpdate::disconnectionKeepsTheTransferUntilTheNextConnection()
     s.click("cmdEnviar");
     QTRY_VERIFY_WITH_TIMEOUT(s.linesSent() >= 50, patience);
     s.run.choose("mnuDesconectar");
-    // Nothing is sent without its ticks, nor through a closed port.
+    // Nothing is sent without ticks, nor through a closed port.
     QVERIFY(!s.run.system.environment().tmrCrono.isEnabled());
     QVERIFY(!s.run.program.session().link().directPort().isOpen());
     QVERIFY(!s.find<QPushButton>("cmdAbrir")->isEnabled());
@@ -281,7 +281,7 @@ void TestFirmwareUpdate::programThatMustEndDoesNotAsk()
     s.read(imageOfLines(200).text);
     s.click("cmdEnviar");
     QTRY_VERIFY_WITH_TIMEOUT(s.linesSent() >= 20, patience);
-    // As SIGTERM or the end of the session has it.
+    // As at SIGTERM or the end of the desktop session.
     s.run.program.mainWindow().unload();
     QVERIFY(s.run.dialogs.boxes.isEmpty());
     QVERIFY(!s.run.program.mainWindow().isVisible());
@@ -307,7 +307,7 @@ void TestFirmwareUpdate::programThatMustEndUnderTheQuestionEnds()
     s.read(imageOfLines(200).text);
     s.click("cmdEnviar");
     QTRY_VERIFY_WITH_TIMEOUT(s.linesSent() >= 5, patience);
-    // The windows are deleted under the box, as an event loop of its own would do.
+    // The windows are deleted while the box is open, as its event loop would do.
     s.run.dialogs.whileUp = [&s] {
         s.run.program.mainWindow().unload();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

@@ -25,7 +25,7 @@ const QString callFailed = u"La llamada ha fallado. Compruebe que los parámetro
                            "configuración son correctos, que el módem está inicializado\r\n"
                            "correctamente, e inténtelo de nuevo"_s;
 
-/// The program with Utilizar módem ticked and a modem before the clock.
+/// The program with Utilizar módem ticked, and a modem between it and the clock.
 struct ModemProgram : ConnectedProgram {
     explicit ModemProgram(const QStringList& options = {})
         : ConnectedProgram(QStringList{u"--modem"_s, u"--dial-delay"_s, u"20"_s} + options)
@@ -75,7 +75,7 @@ struct ModemProgram : ConnectedProgram {
         QTest::keyClick(dialog, Qt::Key_Return);
         QVERIFY(!dialog->isVisible());
     }
-    /// Once the terminal shows `text`, and what led to it is done.
+    /// Runs `act` when the terminal shows `text`, as an event of its own.
     void whenShown(const QString& text, const std::function<void()>& act)
     {
         auto* context = new QObject(&terminal());
@@ -171,7 +171,7 @@ void TestModemCall::busyLineShowsBothBoxesAndAnotherTryConnects()
     QCOMPARE(run.dialogs.boxes.at(1).text, callFailed);
     QCOMPARE(run.timesLogged(u"Estableciendo conexión..."_s), 1);
 
-    // The identification goes out though nobody was reached; it must not spoil the next try.
+    // The identification is sent although the call failed. It must not disturb the next attempt.
     QTRY_VERIFY_WITH_TIMEOUT(run.program.session().link().Ocupado(), patience);
     run.clock.command(u"modem dial connect 9600"_s);
     run.dialogs.texts = {number};

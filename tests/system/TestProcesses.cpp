@@ -4,7 +4,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// What the tests learn of the processes that they start.
+/// The functions by which tests wait for processes.
 class TestProcesses : public QObject {
     Q_OBJECT
 private slots:

@@ -9,7 +9,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// The program as it is installed.
+/// The program as an executable file.
 class TestProgramFile : public QObject {
     Q_OBJECT
 private slots:
@@ -38,7 +38,7 @@ private:
             environment.remove(QString::fromLatin1(name));
         m_program->setProcessEnvironment(environment);
     }
-    /// Whether the program handles signals by now, which it does when it is about to show itself.
+    /// Whether the program handles signals already, which it does just before its window appears.
     bool isUp() const;
     /// Whether the system counts the signal among those that the program catches (SigCgt) or
     /// ignores (SigIgn).
@@ -53,7 +53,7 @@ void TestProgramFile::init()
     m_home = std::make_unique<QTemporaryDir>();
     m_program = std::make_unique<QProcess>();
     m_program->setProcessEnvironment(QProcessEnvironment::systemEnvironment());
-    // A shell's background job would hand down that it ignores SIGINT.
+    // A background job of a shell ignores SIGINT, and the program would inherit that.
     m_program->setChildProcessModifier([] { std::signal(SIGINT, SIG_DFL); });
     setVariable(u"XDG_CONFIG_HOME"_s, m_home->path());
     setVariable(u"HOME"_s, m_home->path());
@@ -115,7 +115,7 @@ void TestProgramFile::startingWritesNothing()
 
 bool TestProgramFile::isUp() const
 {
-    // Between fork and exec the process still is the test, which catches the same signals.
+    // Between fork and exec the process is still the test, which catches the same signals.
     if (QFile::symLinkTarget(u"/proc/%1/exe"_s.arg(m_program->processId())) !=
         QFileInfo(QStringLiteral(HCT)).canonicalFilePath())
         return false;

@@ -21,7 +21,7 @@ QByteArray contents(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
 }
 
-/// Numbers apart by blanks, one to a line.
+/// Numbers separated by blanks, as one number in each line.
 QByteArray lines(const char* numbers)
 {
     return QByteArray(numbers).simplified().replace(' ', "\r\n") + "\r\n";
@@ -29,7 +29,7 @@ QByteArray lines(const char* numbers)
 
 QByteArray zeros(int count) { return QByteArray("0\r\n").repeated(count); }
 
-/// The 66 bytes of a block as the simulator tells them.
+/// The 66 bytes of a block as the simulator prints them.
 QString alarms(const QByteArray& hexadecimal)
 {
     return QString::fromLatin1(hexadecimal.leftJustified(132, '0'));
@@ -103,7 +103,7 @@ struct ProgrammingDesk {
 
 } // namespace
 
-/// A bell programme is read from a simulated clock, edited, kept in a file and sent, over a
+/// A programme is read from a simulated clock, edited, saved to a file and sent, over a
 /// pseudo-terminal.
 class TestProgramming : public QObject {
     Q_OBJECT
@@ -163,7 +163,7 @@ void TestProgramming::firstModelIsEditedSavedClearedLoadedAndSent()
     QCOMPARE(clock.state(u"block2.count"_s), u"5"_s);
     QCOMPARE(clock.state(u"block3.alarms"_s), alarms("f200f49e"));
     QCOMPARE(clock.state(u"block3.count"_s), u"3"_s);
-    // The HCT-7200's durations and modes are the clock's own affair.
+    // For the HCT-7200 only the clock sets durations and modes.
     QCOMPARE(clock.state(u"block1.duration"_s), u"8"_s);
     QCOMPARE(clock.state(u"block2.mode"_s), u"1"_s);
     QCOMPARE(clock.state(u"holidays"_s),
@@ -265,7 +265,7 @@ void TestProgramming::elevenRefusedBlocksLeaveTheFirstWritten()
     QVERIFY(s.form->isVisible());
     QVERIFY(s.run.clock.state(u"block1.alarms"_s).startsWith(u"e8fb"));
     QVERIFY(s.run.clock.state(u"block2.alarms"_s).startsWith(u"eaf2"));
-    // What was entered is still there, and goes with the next try.
+    // The entries are still there, and are sent at the next attempt.
     QCOMPARE(s.find<TextUpDown>("txtHora(0)")->value(1), 49);
     s.click("cmdEnviar");
     QVERIFY(s.isClosed());
@@ -300,7 +300,7 @@ void TestProgramming::lineLostWhileSendingLeavesWhatWasEntered()
     QVERIFY(s.form);
     QVERIFY(s.find<QWidget>("fraEnvolvente")->isVisible());
 
-    // Nothing answers any more, and every other try says so.
+    // Nothing answers any more, and every further attempt says so.
     s.click("cmdEnviar");
     QTRY_COMPARE_WITH_TIMEOUT(s.run.dialogs.boxes.count(), 2, patience);
     QCOMPARE(s.run.dialogs.boxes[1].text,

@@ -15,8 +15,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Each digit one higher: the codes themselves must not be in this program but by its doing. The PUK
-// is the one that the simulated card has by default.
+// Each digit is one higher, so that the codes are in memory only if the program puts them there.
+// The PUK is the default one of the simulated card.
 constexpr const char* raisedPin = "84:2";
 constexpr const char* raisedPuk = "23456789";
 constexpr const char* raisedMostOfThePuk = "234567";
@@ -29,7 +29,7 @@ void typeCode(QWidget* edit, const char* raised)
 
 } // namespace
 
-/// Where the codes of the SIM card are once they have been sent.
+/// Searches for the codes of the SIM card after they have been sent.
 class TestSimCodes : public QObject {
     Q_OBJECT
 private slots:

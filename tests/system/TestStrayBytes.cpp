@@ -8,8 +8,8 @@
 
 using namespace Qt::StringLiterals;
 
-/// A line on which a byte arrives that belongs to no answer. When it meets a tick of the timer
-/// service, the request of that tick discards it between its announcement and its reading.
+/// A byte arrives that belongs to no answer. When a tick of the timer service comes at the same
+/// time, its request discards the byte between its announcement and its reading.
 class TestStrayBytes : public QObject {
     Q_OBJECT
 private slots:
@@ -28,7 +28,7 @@ void TestStrayBytes::pollingGoesOnUnderStrayBytes()
 {
     QFETCH(int, microseconds);
     ConnectedProgram run({u"--fault"_s, u"stray %1 times 60 on general"_s.arg(microseconds)});
-    // In an event loop as the program has it: the test library's waiting sleeps between events.
+    // In an event loop: the waiting functions of Qt Test sleep between events.
     QEventLoop loop;
     QTimer look;
     connect(&look, &QTimer::timeout, &loop, [&run, &loop] {

@@ -19,7 +19,7 @@ public:
         COMMTIMEOUTS timeouts{};
         timeouts.ReadTotalTimeoutConstant = patience;
         SetCommTimeouts(m_port, &timeouts);
-        // What the clock of a test before may have said last.
+        // Discards what the clock of an earlier test may have written last.
         PurgeComm(m_port, PURGE_RXCLEAR);
     }
     ~Win32PortChannel() override { CloseHandle(m_port); }
@@ -45,7 +45,7 @@ public:
     }
     QString pathOf(const QString& file) const override
     {
-        // Commands are obeyed in the folder that is drive C: here.
+        // The simulator runs in the folder that is drive C: here.
         return QDir(u"C:/"_s).relativeFilePath(file);
     }
 

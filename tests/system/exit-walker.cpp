@@ -1,6 +1,6 @@
-// The program, walked by itself into a state and closed there: what TestExits starts and watches.
+// The program, which brings itself into a state and closes there. TestExits starts it.
 //   exit-walker STATE WINDOW WAY
-// Ends with 0 when it ended in order, 2 when the walk is unknown, 3 when a port was left open.
+// Exit code: 0 ended normally, 2 unknown arguments, 3 a port was left open.
 
 #include "ApplicationEnd.h"
 #include "ConnectionWorkflow.h"
@@ -35,7 +35,7 @@ public:
     bool begin(const QString& state, const QString& window, const QString& way);
 
 private:
-    /// What is done once to get somewhere, and how to tell that it is reached.
+    /// An action, and the condition that tells that it has worked.
     struct Step {
         std::function<void()> act;
         std::function<bool()> reached;
@@ -196,8 +196,8 @@ void Walk::look()
 {
     if (!m_acted) {
         m_acted = true;
-        // By itself: through a modem, or with a box, it returns only when that is over, and a timer
-        // does not tick again before its slot has returned.
+        // As an event of its own: through a modem, or with a box, it returns only when that is
+        // over, and a timer does not tick again before its slot has returned.
         QTimer::singleShot(0, &m_program.mainWindow(), m_steps.first().act);
         return;
     }

@@ -15,7 +15,7 @@ const QString subKey = u"Software\\Quorvex\\Lurimat\\Prueba"_s;
 const QString key = u"HKCU\\"_s + subKey;
 constexpr auto user = Registry::RootKey::CurrentUser;
 
-/// Handles are small multiples of four, given out from the lowest that is free.
+/// Handles are small multiples of four; the lowest free one is used next.
 int openHandles()
 {
     int count = 0;
@@ -47,7 +47,7 @@ void setRights(const char* rights)
 }
 } // namespace
 
-/// The registry routines on the registry itself, seen and filled by the system's own tool.
+/// The registry functions on the real registry, compared with the system's own tool.
 class TestWin32Registry : public QObject {
     Q_OBJECT
 private slots:

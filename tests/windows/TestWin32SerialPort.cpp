@@ -22,7 +22,7 @@ QByteArray everyByte()
     return bytes;
 }
 
-/// Whether so many bytes come to wait in the driver of a port that nobody reads.
+/// Whether so many bytes arrive in the driver of a port that nobody reads.
 bool waitUntilWithDriver(const wchar_t* port, DWORD bytes)
 {
     const HANDLE handle =
@@ -37,8 +37,8 @@ bool waitUntilWithDriver(const wchar_t* port, DWORD bytes)
 
 } // namespace
 
-/// The port on real COM ports: COM5 and COM6 are the two ends of one line, COM7 answers as a port
-/// does that another program has open (wine itself opens a port twice), COM16 is not there.
+/// The port on real COM ports. COM5 and COM6 are the two ends of one line. COM7 fails like a port
+/// that another program has open (wine would open a port twice). COM16 does not exist.
 class TestWin32SerialPort : public QObject {
     Q_OBJECT
 private slots:
@@ -244,7 +244,7 @@ void TestWin32SerialPort::writingToADeafFarEndReturns()
     QVERIFY(m_near->isOpen());
     m_near->close();
     QVERIFY(!m_near->isOpen());
-    // Leaves the line empty for the next test: what is last comes last.
+    // Leaves the line empty for the next test: these bytes arrive last.
     m_far->open();
     m_near->open();
     m_near->write("end");

@@ -33,7 +33,7 @@ QByteArray contents(const QString& path)
 
 } // namespace
 
-/// What only Windows has: its registry, COM ports, paths and programs, from the whole program.
+/// The whole program with what only Windows has: registry, COM ports, paths and programs.
 class TestWindowsProgram : public QObject {
     Q_OBJECT
 private slots:
@@ -87,7 +87,7 @@ void TestWindowsProgram::settingsLandInTheRegistryAsTexts()
 void TestWindowsProgram::settingsThatTheOperatorPutThereAreUsed()
 {
     RegistryEditor::add(settingsKey + u"\\Comun"_s, u"Estacion"_s, u"REG_SZ"_s, u"7"_s);
-    // A number that loses nothing of itself: 0x23.
+    // A number whose bytes have no leading zero: 0x23.
     RegistryEditor::add(settingsKey + u"\\Comun"_s, u"Identificacion"_s, u"REG_DWORD"_s, u"35"_s);
     RegistryEditor::add(settingsKey + u"\\Directo"_s, u"Velocidad"_s, u"REG_SZ"_s, u"19200"_s);
     ConnectedProgram run({u"--station"_s, u"7"_s, u"--identification"_s, u"35"_s});
@@ -128,7 +128,7 @@ void TestWindowsProgram::programmeIsKeptInAFileWithASpanishPath()
     QVERIFY(run.dialogs.boxes.isEmpty());
     QVERIFY2(contents(path).startsWith("--AVISOS 1--\r\n8\r\n0\r\n7\r\n0\r\n"),
              contents(path).left(60).constData());
-    // Saved whole and by its own name, with nothing left beside it.
+    // Saved under its own name, and no other file is left.
     QCOMPARE(QDir(folder).entryList(QDir::Files), QStringList{u"programación.hct"_s});
 
     click(form, "cmdBorrar");

@@ -1,4 +1,4 @@
-// Stands for the system-information program: leaves a trace beside itself.
+// Replaces the system-information program: writes a file beside itself.
 #include <string>
 
 #include <windows.h>

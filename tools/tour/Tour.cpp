@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Longer than the three further tries of an identification and a call by modem.
+/// Longer than a call by modem and three further attempts to identify.
 constexpr int patience = 60000;
 
 /// Lets events run until `condition` holds; false when it never did.
@@ -41,7 +41,7 @@ bool waitUntil(const std::function<bool()>& condition, int milliseconds)
     return condition();
 }
 
-/// A window has drawn itself and its first answers have arrived.
+/// Waits until a window has been painted and its first answers have arrived.
 void settle()
 {
     waitUntil([] { return false; }, 1500);
@@ -145,8 +145,8 @@ bool Tour::pictureOfForm(const QString& entry, const QDir& folder)
     return form->grab().save(folder.filePath(form->objectName() + u".png"_s));
 }
 
-/// A modal window holds the menu's entry until it is closed, so the pictures are taken from a
-/// timer.
+/// Choosing the entry of a modal window may not return until it is closed, so a timer takes the
+/// pictures.
 bool Tour::picturesOfDialog(const QString& entry, const QDir& folder)
 {
     QAction* open = action(entry);

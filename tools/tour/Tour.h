@@ -9,8 +9,8 @@ class QDir;
 class QWidget;
 class frmPrincipal;
 
-/// Walks through the program by its menus, as an operator would, and takes pictures. Everything is
-/// found by its objectName.
+/// Uses the program through its menus, as an operator does, and takes pictures. Finds everything by
+/// its objectName.
 class Tour : public QObject {
     Q_OBJECT
 public:

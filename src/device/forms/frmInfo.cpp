@@ -23,8 +23,8 @@ struct StatusRow {
     QString toolTip;
 };
 
-// The captions and tool tips of rows 0, 1 and 4 speak of different things: both are what the
-// clock's operators know, and stay as they are.
+// In rows 0, 1 and 4 caption and tool tip differ in meaning. This is intentional: operators know
+// both.
 const std::array<StatusRow, 5>& statusRows()
 {
     static const std::array<StatusRow, 5> rows = {{
@@ -67,7 +67,7 @@ frmInfo::frmInfo(QMdiArea& area, frmCrono& crono, const modGlobais& globais, con
     grid->setColumnStretch(0, 1);
     grid->setColumnStretch(1, 1);
 
-    // What is shown until the first full block arrives.
+    // Placeholders until the first full block arrives.
     lblData->setValue(u" miércoles, 23 de diciembre de 2002"_s);
     lblHora->setValue(u"14:35:57 "_s);
     reserveTextWidths();
@@ -106,7 +106,7 @@ void frmInfo::changeEvent(QEvent* event)
     MdiForm::changeEvent(event);
 }
 
-// The widest texts fit from the start, so that no date is cut and the window keeps its size.
+// Reserves room for the widest texts, so that no date is cut and the window keeps its size.
 void frmInfo::reserveTextWidths()
 {
     const QFontMetrics metrics(lblData->font());
@@ -149,7 +149,8 @@ QWidget* frmInfo::makeStatusFrame()
     return frame;
 }
 
-// The lamps stand bottom-up, lamp 0 in the row of "Avisos 3": so are the clock's outputs wired.
+// The lamps go from 2 at the top ("Avisos 1") to 0 ("Avisos 3"): the clock's outputs are wired in
+// that order.
 QWidget* frmInfo::makeOutputsFrame()
 {
     auto* frame = new QGroupBox(u"Salidas"_s);
@@ -173,7 +174,7 @@ QWidget* frmInfo::makeInputsFrame()
     return frame;
 }
 
-// A new last row: the caption on the left, its lamp on the right.
+// Appends a row: the caption on the left, its lamp on the right.
 RoundLamp* frmInfo::addLamp(QGridLayout& grid, const QString& name, const QString& caption)
 {
     auto* lamp = new RoundLamp;

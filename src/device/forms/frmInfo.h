@@ -11,12 +11,13 @@ class QPushButton;
 class RoundLamp;
 class ValueLabel;
 
-/// The clock's date, time, flags, outputs and inputs. It sends nothing: on each tick it redraws
-/// from the latest general data, and shows its design texts until a full block is there.
+/// The information window: date, time, flags, outputs and inputs of the clock. It sends nothing: on
+/// each tick it shows the latest general data. Until a full block has arrived it shows
+/// placeholders.
 class frmInfo : public MdiForm, public DeferredProcess {
     Q_OBJECT
 public:
-    /// What the models differ in.
+    /// The differences between the models.
     struct Model {
         QString name;
         QString caption;
@@ -46,7 +47,7 @@ private:
     ValueLabel* lblHora;
     std::array<RoundLamp*, 5> shpEstado{};
     std::array<RoundLamp*, 3> shpSaida{};
-    /// Null on the model without inputs.
+    /// Null for the model without inputs.
     std::array<RoundLamp*, 3> shpEntrada{};
     QPushButton* cmdPechar;
 };
@@ -57,7 +58,7 @@ public:
     frmInfoHCT7200(QMdiArea& area, frmCrono& crono, const modGlobais& globais);
 };
 
-/// Without inputs, which the HCT-7300 has none of.
+/// Without inputs: the HCT-7300 has none.
 class frmInfoHCT7300 final : public frmInfo {
     Q_OBJECT
 public:

@@ -27,7 +27,7 @@ QPushButton* makeButton(const QString& name, const QString& caption, const QStri
 
 } // namespace
 
-// Day 31 fits every month here: which dates exist is judged by the clock's own rule.
+// The field accepts day 31 in every month; ClockSetting::isValidDate judges the whole date.
 frmSincronizacionReloxo::frmSincronizacionReloxo(QMdiArea& area, frmCrono& crono, MessageLink& link,
                                                  const modGlobais& globais, StatusLog& log,
                                                  Dialogs& dialogs, const ClockOfDay& clock)
@@ -110,7 +110,7 @@ void frmSincronizacionReloxo::showFields(const ClockFields& fields)
     txtData->setValue(Day, fields.day);
     txtData->setValue(Month, fields.month);
     txtData->setValue(Year, fields.year);
-    // Values that are the fields' own at the start change nothing there.
+    // valuesChanged is not emitted for values that the fields already have.
     takeFields();
     judgeDate();
 }
@@ -126,7 +126,7 @@ void frmSincronizacionReloxo::judgeDate()
     const bool isValid =
         ClockSetting::isValidDate(txtData->value(Day), txtData->value(Month), txtData->value(Year));
     txtData->setTextColour(isValid ? QColor() : QColor(255, 0, 0));
-    // The colour alone says nothing to a screen reader.
+    // Screen readers do not read the colour.
     txtData->setAccessibleName(isValid ? u"Fecha:"_s : u"Fecha no válida:"_s);
     cmdEnviar->setEnabled(isValid);
 }

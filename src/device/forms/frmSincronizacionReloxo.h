@@ -8,12 +8,12 @@ class Dialogs;
 class QPushButton;
 class TextoRestrinxido;
 
-/// Sets the clock by hand or from the computer's clock. It closes itself once the clock has
-/// accepted.
+/// Sets the clock's date and time by hand or to those of the computer. It closes when the clock has
+/// accepted them.
 class frmSincronizacionReloxo final : public MdiForm {
     Q_OBJECT
 public:
-    /// The fields start with what the clock last told.
+    /// The fields begin with the values in the latest general data.
     frmSincronizacionReloxo(QMdiArea& area, frmCrono& crono, MessageLink& link,
                             const modGlobais& globais, StatusLog& log, Dialogs& dialogs,
                             const ClockOfDay& clock);

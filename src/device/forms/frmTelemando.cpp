@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// In ticks of the timer service.
+/// In ticks of the timer service (1 ms).
 constexpr qint16 period = 3;
 
 QLabel* makeEndLabel(const QString& name, const QString& text)
@@ -68,8 +68,8 @@ frmTelemando::frmTelemando(QMdiArea& area, frmCrono& crono, MessageLink& link,
     m_registration.ActivaCliente();
 }
 
-// The frames are filled bottom-up, output 2 in the top one captioned "Avisos 1", as in the
-// information window: so are the clock's outputs wired.
+// The rows go from output 2 at the top ("Avisos 1") to output 0, as in the information window: the
+// clock's outputs are wired in that order.
 QWidget* frmTelemando::makeFrame(std::size_t row)
 {
     const std::size_t i = RemoteControl::outputCount - 1 - row;
@@ -121,7 +121,7 @@ void frmTelemando::showSwitch(std::size_t index, int position)
                                                                   : u"conectado"_s);
 }
 
-// Here a set bit is an output at rest; in the information window it is one that is on.
+// A set bit is an output that is off; in the information window it is one that is on.
 void frmTelemando::showState(quint8 restBits)
 {
     for (std::size_t i = 0; i < shpSaida.size(); ++i) {

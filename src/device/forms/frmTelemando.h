@@ -12,7 +12,7 @@ class QPushButton;
 class RoundLamp;
 class Switch;
 
-/// Remote control of the three outputs. The models' windows differ in their captions alone.
+/// Remote control of the three outputs. The windows of the models differ only in their captions.
 class frmTelemando : public MdiForm {
     Q_OBJECT
 public:

@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The log forgets its oldest lines beyond this many.
+/// The log keeps this many lines; older ones are dropped.
 constexpr int mostNotes = 1000;
 
 QPushButton* makeButton(const QString& name, const QString& caption)
@@ -74,7 +74,7 @@ frmProgramPROM::frmProgramPROM(QMdiArea& area, frmCrono& crono, MessageLink& lin
 
 QLayout* frmProgramPROM::makeFileRow()
 {
-    // However long the file's name, it takes no more room than there is; the tool tip has it whole.
+    // A long file name is cut to the room that there is. The tool tip shows all of it.
     lblArquivo->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     lblArquivo->setMinimumWidth(fontMetrics().averageCharWidth() * 16);
     lblTamanho->setMinimumWidth(fontMetrics().horizontalAdvance(u"   32767   "_s));
@@ -92,7 +92,7 @@ QGroupBox* frmProgramPROM::makeTransferFrame()
 {
     pgbEnvio->setObjectName(u"pgbEnvio"_s);
     pgbEnvio->setAccessibleName(u"Progreso del envío"_s);
-    // After the last line it stands one short of full, which a percentage would make look
+    // No percentage: after the last line the bar is one step short of full, which would look
     // unfinished.
     pgbEnvio->setTextVisible(false);
     pgbEnvio->setValue(0);
@@ -134,7 +134,8 @@ void frmProgramPROM::cmdAbrir_Click()
                             {u"Firmware de equipo (*.hex)"_s, u"Todos los archivos (*.*)"_s},
                             u"hex"_s,
                             QString()});
-    // The window may have gone while the dialog was up, and a table under transfer must not change.
+    // The window may have been deleted while the dialog was open. During a transfer the table must
+    // not change.
     if (!self || path.isEmpty() || m_transfer.state() == FirmwareTransfer::State::Sending)
         return;
     m_file.LoadHexFile(path);
@@ -196,7 +197,7 @@ void frmProgramPROM::showSending(bool sending)
 
 void frmProgramPROM::appendNote(const QString& text)
 {
-    // A cursor of its own, so that what the operator has selected stays selected.
+    // A separate cursor, so that the operator's selection stays.
     QTextCursor end(txtNotas->document());
     end.movePosition(QTextCursor::End);
     end.insertText(text);
@@ -206,7 +207,8 @@ void frmProgramPROM::appendNote(const QString& text)
 bool frmProgramPROM::queryUnload(CloseReason reason)
 {
     if (m_transfer.state() == FirmwareTransfer::State::Sending) {
-        // The transfer goes on under the question, and may have ended when it is answered.
+        // The transfer continues while the question is open, and may have ended when it is
+        // answered.
         const QPointer<frmProgramPROM> self(this);
         const bool interrupt =
             m_dialogs.confirm(Dialogs::Icon::Warning, QString(),

@@ -15,8 +15,8 @@ class StatusLog;
 class ValueLabel;
 class frmCrono;
 
-/// Firmware update: reads an image from an Intel HEX file and sends it to the clock. Closing it
-/// while idle only hides it, with the image still loaded; while sending it asks first.
+/// The firmware update: reads an image from an Intel HEX file and sends it to the clock. Closing
+/// the window only hides it, and the image stays loaded; during a transfer it asks first.
 class frmProgramPROM : public MdiForm {
     Q_OBJECT
 public:

@@ -23,7 +23,8 @@ EncodedLines::EncodedLines(const QByteArray& file)
             m_encoding = mark.encoding;
         }
     }
-    // A lone zero is half a unit: whatever is written before it must not make it a whole one.
+    // A file of one zero byte is half a UTF-16 unit. As UTF-8 it would be a character, and text
+    // that is added would change how the file is read.
     if (file.size() == 1 && file[0] == 0)
         m_encoding = Encoding::Utf16LittleEndian;
     if (m_mark.isEmpty() && file.size() >= 2 && (file[0] == 0) != (file[1] == 0))
@@ -114,7 +115,7 @@ QByteArray EncodedLines::encode(const QString& text) const
     return bytes;
 }
 
-/// That of the first line, so that a file keeps its ways.
+/// The ending of the first line, so that new lines have the same.
 QString EncodedLines::lineEnding() const
 {
     return m_lines.isEmpty() || m_lines.first().ending.isEmpty() ? u"\n"_s : m_lines.first().ending;

@@ -4,14 +4,16 @@
 #include <QList>
 #include <QString>
 
-/// A text file taken apart into lines, each of which keeps the bytes that it was read from, so that
-/// a file written again differs only in the lines that were changed. UTF-16 and UTF-8 are told by
-/// their marks, UTF-16 without one by the zero in its first character; "REGEDIT4" in the first line
-/// means the ANSI code page; all else is UTF-8, where a line that is none is taken as ANSI.
+/// A text file as lines. Each line keeps the bytes that it was read from, so that a file that is
+/// written again differs only in the lines that were changed.
+///
+/// A byte order mark decides between UTF-8 and UTF-16. Without a mark, a zero in the first
+/// character means UTF-16, "REGEDIT4" in the first line the ANSI code page, and all else UTF-8. A
+/// line that is no valid UTF-8 is read as ANSI.
 class EncodedLines {
 public:
     struct Line {
-        /// As in the file, ending included.
+        /// As in the file, with the line's ending.
         QByteArray bytes;
         QString text;
         /// "\n", "\r\n", or nothing at the end of the file.
@@ -23,7 +25,7 @@ public:
     const QList<Line>& lines() const { return m_lines; }
     bool isAnsi() const { return m_encoding == Encoding::Ansi; }
 
-    /// Puts these lines in the place of `count` lines from `first` on.
+    /// Replaces `count` lines from `first` on by these texts.
     void replace(qsizetype first, qsizetype count, const QStringList& texts);
 
     QByteArray toBytes() const;

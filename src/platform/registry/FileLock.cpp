@@ -38,23 +38,23 @@ FileLock::~FileLock()
 {
     if (!isHeld())
         return;
-    // In this order: once the lock is free, the file at the path may be another program's.
+    // Remove the file before the lock is free: afterwards it may belong to another program.
     ::unlink(m_path.constData());
     ::close(m_descriptor);
 }
 
 int FileLock::open() const
 {
-    // Network file systems lock only what is open for writing.
+    // Some network file systems lock only files that are open for writing.
     const int descriptor =
         ::open(m_path.constData(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0666);
     if (descriptor >= 0 || errno != EACCES)
         return descriptor;
-    // A killed program of another user may have left it.
+    // The file may be one that a killed program of another user left.
     return ::open(m_path.constData(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC);
 }
 
-/// False when its holder has removed the file between our opening and locking it.
+/// False when another program removed the file between opening and locking it here.
 bool FileLock::isTheFileAtThePath(int descriptor) const
 {
     struct stat ours {};

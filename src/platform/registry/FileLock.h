@@ -5,12 +5,12 @@
 
 #include <chrono>
 
-/// One program at a time: held by whoever has the system's lock on a file of its own, for as long
-/// as the object lives. The system frees the lock of a program that ends, however it ends; a lock
-/// file that it left is taken over.
+/// Lets one program at a time pass: it holds the system's lock on a lock file for as long as the
+/// object lives. The system frees the lock when the program ends, in whatever way. A lock file that
+/// was left over is used again.
 class FileLock {
 public:
-    /// Waits until `path` is free, `patience` at most. Its folder must be there.
+    /// Waits until `path` is free, for `patience` at most. Its folder must exist.
     FileLock(const QString& path, std::chrono::milliseconds patience);
     /// Removes the lock file.
     ~FileLock();

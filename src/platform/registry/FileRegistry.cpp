@@ -23,7 +23,7 @@ QString fullKey(Registry::RootKey root, const QString& subKey)
 QString FileRegistry::defaultPath()
 {
     QString folder = qEnvironmentVariable("XDG_CONFIG_HOME");
-    // A relative path there is invalid by the XDG rules and counts as not set.
+    // By the XDG rules a relative path is invalid and counts as not set.
     if (!QDir::isAbsolutePath(folder))
         folder = QDir::homePath() + u"/.config"_s;
     return QDir::cleanPath(folder + u"/Quorvex/Lurimat/registry.reg"_s);
@@ -42,13 +42,13 @@ bool FileRegistry::set(RootKey root, const QString& subKey, const QString& name,
                        const RegistryValue& value)
 {
     const QString key = fullKey(root, subKey);
-    // Kept already: that needs no right to write.
+    // A value that is stored already needs no right to write.
     if (current().value(key, name) == value)
         return true;
     const QString file = target();
     if (!QDir().mkpath(QFileInfo(file).absolutePath()))
         return false;
-    // From the reading to the renaming: what another program saves between them would be undone.
+    // Locked from reading to renaming, or what another program saves meanwhile would be lost.
     const FileLock lock(file + u".lock"_s, lockPatience);
     if (!lock.isHeld())
         return false;
@@ -77,7 +77,7 @@ std::optional<QByteArray> FileRegistry::content() const
     const qint64 size = file.size();
     if (size > maximumFileSize)
         return std::nullopt;
-    // A file that changes its length meanwhile is being written by somebody else.
+    // If its length changed meanwhile, another program is writing the file.
     QByteArray bytes = file.read(size + 1);
     if (file.error() != QFile::NoError || bytes.size() != size)
         return std::nullopt;
@@ -93,7 +93,7 @@ const RegistryText& FileRegistry::parsed(const QByteArray& content) const
     return m_parsed;
 }
 
-/// The file itself where the path is a link, so that all who write it use one lock.
+/// The target of the path if it is a link, so that all programs use the same lock file.
 QString FileRegistry::target() const
 {
     const QFileInfo file(m_path);

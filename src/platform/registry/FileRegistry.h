@@ -5,30 +5,31 @@
 
 #include <chrono>
 
-/// The registry where there is no Windows: one file in the registry editor's text format, so that
-/// an export from Windows can simply be put there.
+/// The registry outside Windows: one file in the text format of the Windows registry editor. The
+/// settings of a Windows PC are taken over by exporting them there and copying the export here.
 ///
-/// Every call sees the file as it is at that moment. A write keeps every line that it does not set
-/// and is whole or not at all; other programs that write wait for it. A file that is there but
-/// cannot be read (no right to, not a plain file, longer than maximumFileSize) reads as empty and
-/// is never replaced: writes fail.
+/// Each call reads the file as it is then. A write keeps all other lines and replaces the file
+/// whole or not at all; programs that write at the same time wait for each other. A file that
+/// exists but cannot be read (no right, not a regular file, longer than maximumFileSize) counts as
+/// empty and is never replaced: writes fail.
 class FileRegistry final : public Registry {
 public:
     explicit FileRegistry(const QString& path) : m_path(path) {}
 
-    /// $XDG_CONFIG_HOME/Quorvex/Lurimat/registry.reg; ~/.config where the variable is not set.
+    /// $XDG_CONFIG_HOME/Quorvex/Lurimat/registry.reg; ~/.config if the variable is not set.
     static QString defaultPath();
 
     const QString& path() const { return m_path; }
 
     std::optional<RegistryValue> query(RootKey root, const QString& subKey,
                                        const QString& name) const override;
-    /// Waits for a program that is writing just now, lockPatience at most; then it fails.
+    /// Waits for another program that is writing, for lockPatience at most; then fails.
     bool set(RootKey root, const QString& subKey, const QString& name,
              const RegistryValue& value) override;
-    /// At most the first maximumNames.
+    /// The first maximumNames at most.
     QList<QString> valueNames(RootKey root, const QString& subKey) const override;
 
+    /// In bytes.
     static constexpr qint64 maximumFileSize = 1024 * 1024;
     static constexpr qsizetype maximumNames = 256;
     static constexpr std::chrono::seconds lockPatience{3};
@@ -40,7 +41,7 @@ private:
     QString target() const;
 
     QString m_path;
-    /// The file as last parsed; used again as long as the file holds these very bytes.
+    /// The file as last parsed. Used again while the file has the same bytes.
     mutable QByteArray m_parsedContent;
     mutable RegistryText m_parsed;
 };

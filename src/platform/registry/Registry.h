@@ -6,10 +6,10 @@
 
 #include <optional>
 
-/// A value as the registry gives it: its type and its bytes. A text carries its terminating NUL and
-/// is in the system's ANSI code page (Windows-1252 where there is no Windows).
+/// A value of the registry: its type and its bytes. A text ends with a NUL and is in the system's
+/// ANSI code page (Windows-1252 outside Windows).
 struct RegistryValue {
-    /// The numbers of the registry itself; other types exist and are passed on as they are.
+    /// The registry's own numbers. Other types are passed on as they are.
     enum Type : quint32 { Text = 1, Dword = 4 };
 
     quint32 type = Text;
@@ -18,30 +18,29 @@ struct RegistryValue {
     bool operator==(const RegistryValue&) const = default;
 };
 
-/// The registry, or what stands for it. Two back ends: the Windows registry, and elsewhere one file
-/// in the registry editor's text format.
+/// The registry. Win32Registry is that of Windows, FileRegistry a text file for other systems.
 class Registry {
 public:
     enum class RootKey { CurrentUser, LocalMachine };
 
     virtual ~Registry() = default;
 
-    /// The value, or nothing when the key cannot be opened to read and to write, the value cannot
-    /// be read, or is longer than `maximumBytes` bytes.
+    /// The value. Nothing when the key cannot be opened for reading and writing, the value cannot
+    /// be read, or it is longer than maximumBytes.
     virtual std::optional<RegistryValue> query(RootKey root, const QString& subKey,
                                                const QString& name) const = 0;
-    /// The same, also where the user may only read the key.
+    /// The same, but also for a key that the user may only read.
     virtual std::optional<RegistryValue> queryReadOnly(RootKey root, const QString& subKey,
                                                        const QString& name) const
     {
         return query(root, subKey, name);
     }
-    /// Creates the key where needed and sets the value. False when it could not be kept.
+    /// Sets the value, and creates the key if needed. False when that failed.
     virtual bool set(RootKey root, const QString& subKey, const QString& name,
                      const RegistryValue& value) = 0;
-    /// The names of the values of a key, in the order of the registry; none when it is not there.
+    /// The names of a key's values, in the order of the registry; empty when there is no such key.
     virtual QList<QString> valueNames(RootKey root, const QString& subKey) const = 0;
 
-    /// What a caller's buffer holds: 1024 characters, the terminating NUL among them.
+    /// The longest value that is read, with its terminating NUL.
     static constexpr qsizetype maximumBytes = 1024;
 };

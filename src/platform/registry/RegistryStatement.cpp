@@ -13,7 +13,7 @@ namespace {
 
 using Kind = RegistryStatement::Kind;
 
-/// The types whose data is text.
+/// The types whose data is a text.
 constexpr quint32 expandableText = 2;
 constexpr quint32 binary = 3;
 constexpr quint32 multipleText = 7;
@@ -23,7 +23,7 @@ bool isText(quint32 type)
     return type == RegistryValue::Text || type == expandableText || type == multipleText;
 }
 
-/// A place in the lines of the file.
+/// A position in the lines of the file.
 struct Cursor {
     const QList<EncodedLines::Line>& lines;
     qsizetype line;
@@ -35,7 +35,7 @@ struct Cursor {
         while (column < lines[line].text.size() && lines[line].text[column].isSpace())
             ++column;
     }
-    /// Steps over `word`, in any case of its letters, when it stands here.
+    /// Skips `word`, ignoring case, if it is here. Whether it was.
     bool take(QStringView word)
     {
         if (!rest().startsWith(word, Qt::CaseInsensitive))
@@ -48,7 +48,7 @@ struct Cursor {
         column = 0;
         return ++line < lines.size();
     }
-    /// Only blanks or a comment are left.
+    /// Whether only blanks or a comment remain.
     bool atEndOfStatement()
     {
         skipBlanks();
@@ -56,7 +56,7 @@ struct Cursor {
     }
 };
 
-/// The text between quotes that begins here; nothing when no quote ends it.
+/// The quoted text that begins here; nothing when the closing quote is missing.
 std::optional<QString> takeQuoted(Cursor& at, bool overLines)
 {
     if (!at.take(u"\""))
@@ -80,7 +80,7 @@ std::optional<QString> takeQuoted(Cursor& at, bool overLines)
     }
 }
 
-/// A number of up to so many hexadecimal digits and nothing else.
+/// A hexadecimal number with at most so many digits.
 std::optional<quint32> hexadecimal(QStringView digits, qsizetype maximumDigits)
 {
     const bool good = digits.size() <= maximumDigits &&
@@ -92,7 +92,7 @@ std::optional<quint32> hexadecimal(QStringView digits, qsizetype maximumDigits)
     return digits.toUInt(nullptr, 16);
 }
 
-/// Bytes of one or two digits, with commas between them and perhaps at the end.
+/// Appends bytes of one or two hexadecimal digits, separated by commas. Empty parts are ignored.
 bool appendBytes(QStringView text, QByteArray& bytes)
 {
     for (const QStringView part : text.tokenize(u',')) {
@@ -175,7 +175,7 @@ QString quoted(QString text)
     return u'"' + text + u'"';
 }
 
-/// `hex` lines as the registry editor breaks them.
+/// `hex` data on several lines, as the registry editor writes it.
 QStringList hexLines(const QString& start, const QByteArray& bytes)
 {
     constexpr qsizetype bytesALine = 24;

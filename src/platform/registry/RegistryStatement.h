@@ -5,16 +5,17 @@
 
 #include <QStringList>
 
-/// What one or more lines of a registry file say.
+/// One statement of a registry file, on one or more lines.
 struct RegistryStatement {
     enum class Kind {
-        /// A header, a comment, a blank or damaged line.
+        /// A header, a comment, an empty or a damaged line.
         Nothing,
-        /// `[key]`; with an empty name where the line is damaged.
+        /// `[key]`. The name is empty if the line is damaged.
         Key,
         /// `[-key]`.
         KeyDeletion,
-        /// `"name"=data` or `@=data`; a text may hold line breaks, `hex` lines go on after a "\".
+        /// `"name"=data` or `@=data`. A text may contain line breaks; `hex` data continues on the
+        /// next line after a "\".
         Value,
         /// `"name"=-`.
         ValueDeletion
@@ -25,12 +26,12 @@ struct RegistryStatement {
     QString name;
     RegistryValue value;
 
-    /// The statement that begins in line `first`. Data that does not end well makes only that one
-    /// line say nothing; those after it are read for themselves. With `ansi`, texts in `hex(1)`
-    /// are ANSI as in REGEDIT4 files, otherwise UTF-16.
+    /// The statement that begins in line `first`. If its data is damaged, that one line is Nothing
+    /// and the next line is read by itself. With `ansi`, texts in `hex(1)` are ANSI as in REGEDIT4
+    /// files, otherwise UTF-16.
     static RegistryStatement read(const QList<EncodedLines::Line>& lines, qsizetype first,
                                   bool ansi);
-    /// The lines that say this value. A text with control characters is written as `hex(1)`, so
-    /// that it takes part in no line structure.
+    /// The lines for this value. A text with control characters is written as `hex(1)`: a line
+    /// break in it could be read as the end of the statement.
     static QStringList write(const QString& name, const RegistryValue& value, bool ansi);
 };

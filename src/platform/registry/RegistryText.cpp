@@ -11,7 +11,7 @@ using Kind = RegistryStatement::Kind;
 
 QString folded(const QString& text) { return text.toCaseFolded(); }
 
-/// Whether deleting `deleted` takes `key` along; both folded.
+/// Whether deleting the key `deleted` deletes `key` too. Both are case folded.
 bool covers(const QString& deleted, const QString& key)
 {
     return key == deleted || (key.startsWith(deleted) && key[deleted.size()] == u'\\');
@@ -110,7 +110,8 @@ void RegistryText::setValue(const QString& key, const QString& name, const Regis
     parse();
 }
 
-/// The line after the last statement of the last section of a key; -1 when it has none that stands.
+/// The line after the last statement of the last section of a key; -1 when it has no section, or
+/// was deleted after it.
 qsizetype RegistryText::endOfSection(const QString& foldedKey) const
 {
     for (auto placed = m_statements.rbegin(); placed != m_statements.rend(); ++placed) {

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// All rights to read and to write, as every key is opened, also where only reading is meant.
+/// The rights with which every key is opened, also for reading only. This is intentional.
 constexpr REGSAM readAndWrite = 0x2003F;
 
 HKEY rootKey(Registry::RootKey root)
@@ -44,7 +44,7 @@ std::optional<RegistryValue> Win32Registry::query(RootKey root, const QString& s
 std::optional<RegistryValue> Win32Registry::queryReadOnly(RootKey root, const QString& subKey,
                                                           const QString& name) const
 {
-    // An ordinary user may only read what is the machine's.
+    // Ordinary users may only read the keys of the machine.
     auto value = query(root, subKey, name);
     return value ? value : valueOf(root, subKey, name, KEY_READ);
 }
@@ -63,7 +63,7 @@ bool Win32Registry::set(RootKey root, const QString& subKey, const QString& name
         RegCloseKey(key);
         return false;
     }
-    // After a good write the key stays open for the life of the program, as it always has.
+    // After a successful write the key stays open until the program ends. This is intentional.
     return true;
 }
 
@@ -74,7 +74,7 @@ QList<QString> Win32Registry::valueNames(RootKey root, const QString& subKey) co
     if (RegOpenKeyExA(rootKey(root), AnsiText::fromUnicode(subKey).constData(), 0, KEY_READ,
                       &key) != ERROR_SUCCESS)
         return names;
-    // The registry's own bound for the name of a value is 16383 characters.
+    // The registry limits the name of a value to 16383 characters.
     QByteArray buffer(16384, '\0');
     for (DWORD index = 0;; ++index) {
         DWORD size = static_cast<DWORD>(buffer.size());

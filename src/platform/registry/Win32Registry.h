@@ -2,7 +2,7 @@
 
 #include "Registry.h"
 
-/// The registry of Windows, by its ANSI calls.
+/// The registry of Windows, through its ANSI functions.
 class Win32Registry final : public Registry {
 public:
     std::optional<RegistryValue> query(RootKey root, const QString& subKey,

@@ -42,7 +42,7 @@ QString refusedByDriver(int descriptor, const LineSettings& wanted)
         return u"no admite la paridad elegida"_s;
     if ((actual.c_cflag & CSIZE) != sizeFlags(wanted.dataBits))
         return u"no admite %1 bits de datos"_s.arg(wanted.dataBits);
-    // These drivers know 1 and 2 stop bits only.
+    // Drivers of this system have only 1 and 2 stop bits.
     if (wanted.stop == LineSettings::Stop::OneAndHalf)
         return u"no admite 1.5 bits de parada"_s;
     const tcflag_t stop = wanted.stop == LineSettings::Stop::Two ? CSTOPB : 0;

@@ -2,7 +2,7 @@
 
 #include "LineSettings.h"
 
-/// In Spanish, what the driver of an open port does otherwise than asked; empty when it took all.
-/// Drivers and the library above them quietly put something else in the place of what they can't
-/// do (1 stop bit for 1.5, a neighbouring speed), and a clock would hear nonsense.
+/// Which of the settings the driver of an open port did not take, in Spanish; empty when it took
+/// all. Drivers and the toolkit replace values that they do not support (1.5 stop bits by 1, a
+/// speed by a near one) without an error, and the clock could not read the frames.
 QString refusedByDriver(int descriptor, const LineSettings& wanted);

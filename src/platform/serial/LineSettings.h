@@ -8,7 +8,7 @@
 struct LineSettings {
     enum class Stop { One, OneAndHalf, Two };
 
-    /// Bits a second, above 0.
+    /// In bit/s, above 0.
     qint32 speed = 9600;
     /// N none, E even, O odd, M mark, S space.
     char parity = 'N';
@@ -17,16 +17,16 @@ struct LineSettings {
     Stop stop = Stop::One;
 };
 
-/// The parameters, or in Spanish what is wrong with the text.
+/// The parameters, or the reason in Spanish why the text is wrong.
 struct LineSettingsResult {
     std::optional<LineSettings> settings;
     QString reason;
 };
 
-/// Whether a receiver bears with the difference: a divided clock seldom hits a speed, and some 3 %
-/// are forgiven. In bits a second.
+/// Whether a receiver tolerates the difference between two speeds in bit/s: at most 3 %. A driver
+/// divides a clock and so seldom reaches a speed exactly.
 bool isSpeedNear(qint64 actual, qint32 wanted);
 
-/// Speed, parity letter, data bits and stop bits, joined by commas. Says nothing of what a device
-/// can do: 4 data bits are a good text that hardly any device takes.
+/// Reads speed, parity letter, data bits and stop bits, separated by commas. Checks the text only,
+/// not what a device supports: 4 data bits are valid here, but few devices support them.
 LineSettingsResult parseLineSettings(const QString& text);

@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Where the toolkit keeps it, by the toolkit's own choice: it offers no way to ask.
+/// The path of the toolkit's lock file, found by the same rules: it has no function that tells.
 QString lockFileOf(const QString& device)
 {
     QString name = device;
@@ -31,7 +31,7 @@ QString lockFileOf(const QString& device)
 
 bool isRunning(qint64 process)
 {
-    // A process of another user takes no signal of ours, which tells as much.
+    // Signals to a process of another user fail with EPERM: it exists.
     return ::kill(static_cast<pid_t>(process), 0) == 0 || errno != ESRCH;
 }
 

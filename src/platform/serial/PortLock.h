@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// The lock file by which a device counts as in use although the process that it names is gone:
-/// another user's, which only that user or the administrator may remove. Empty when there is none.
-/// `device` is its true name, for example "/dev/ttyUSB0".
+/// The path of a lock file that marks the device as in use although its process no longer exists;
+/// empty when there is none. It belongs to another user, and only that user or the administrator
+/// may remove it. `device` is the real path, not a link, for example "/dev/ttyUSB0".
 QString abandonedLockFile(const QString& device);

@@ -18,14 +18,14 @@ QString environmentValue(const QString& variable)
     return qEnvironmentVariable(variable.toLatin1().constData());
 }
 
-/// What the system lists. Listing takes a while and a list of 16 entries asks 16 times, so the list
-/// is kept until a device comes or goes, which the folder of the devices tells.
+/// The ports that the system lists. Listing is slow, and a channel list asks 16 times, so the
+/// result is kept until the time stamp of /dev changes.
 class PortsOfTheSystem {
 public:
     QStringList operator()()
     {
         const QDateTime changed = QFileInfo(u"/dev"_s).lastModified();
-        // A change so recent may have others beside it that its time does not tell from it.
+        // Within the same second another change may follow without a new time stamp.
         const bool settled = changed.isValid() && changed.addSecs(1) < QDateTime::currentDateTime();
         if (!settled || changed != m_changed) {
             m_paths.clear();
@@ -42,7 +42,7 @@ private:
     QStringList m_paths;
 };
 
-/// How many digits stand at `from`.
+/// How many digits there are from `from` on.
 qsizetype digitsAt(const QString& text, qsizetype from)
 {
     qsizetype end = from;
@@ -51,7 +51,7 @@ qsizetype digitsAt(const QString& text, qsizetype from)
     return end - from;
 }
 
-/// Runs of digits compare as numbers, all else by character, whatever the language of the desktop.
+/// Compares groups of digits as numbers and the rest by character, independently of the locale.
 bool naturallyLess(const QString& left, const QString& right)
 {
     qsizetype l = 0;
@@ -76,13 +76,13 @@ bool naturallyLess(const QString& left, const QString& right)
     return left.size() - l < right.size() - r;
 }
 
-/// The device of the registry's list whose value is the name of the port.
+/// The device whose value in the registry's list is the name of the port.
 QString registeredDevice(const Registry& registry, const QString& portName)
 {
     const QString key = u"HARDWARE\\DEVICEMAP\\SERIALCOMM"_s;
     const QList<QString> devices = registry.valueNames(Registry::RootKey::LocalMachine, key);
     for (const QString& device : devices) {
-        // A list carried over from Windows names devices such as \Device\Serial0: not of this one.
+        // A list from Windows names devices such as \Device\Serial0, which do not exist here.
         if (!device.startsWith(u'/'))
             continue;
         const auto value = registry.query(Registry::RootKey::LocalMachine, key, device);

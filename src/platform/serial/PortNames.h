@@ -7,10 +7,10 @@
 
 #include <functional>
 
-/// Which device of this machine a COM number means. On Windows the number itself. Elsewhere, the
-/// first of these that names one: the environment variable HCT_COM1 to HCT_COM16; a value of
-/// HKEY_LOCAL_MACHINE\HARDWARE\DEVICEMAP\SERIALCOMM ("/dev/ttyUSB0"="COM1"); the n-th port that
-/// the system lists, in natural order (ttyUSB2 before ttyUSB10).
+/// Finds the device for a COM number. On Windows it is the number itself. Elsewhere it is the first
+/// of these that exists: the environment variable HCT_COM1 to HCT_COM16; a value of
+/// HKEY_LOCAL_MACHINE\HARDWARE\DEVICEMAP\SERIALCOMM ("/dev/ttyUSB0"="COM1"); the n-th port that the
+/// system lists, in natural order (ttyUSB2 before ttyUSB10).
 class PortNames {
 public:
     using Environment = std::function<QString(const QString& variable)>;
@@ -19,7 +19,8 @@ public:
     explicit PortNames(const Registry& registry);
     PortNames(const Registry& registry, Environment environment, SystemPorts systemPorts);
 
-    /// The device of COM `number` (1 to 16), as a path; empty when there is none.
+    /// The path of the device for COM `number` (1 to 16); empty when there is none. The device may
+    /// not exist.
     QString device(int number) const;
 
 private:

@@ -39,15 +39,16 @@ QSerialPort::StopBits stopBitsOf(LineSettings::Stop stop)
     return QSerialPort::OneStop;
 }
 
-/// In milliseconds: the rests worth a timer, and how soon before their end to look again.
+/// In milliseconds: how long a rest must and may be, and how much earlier than the last byte it
+/// ends.
 constexpr double shortestRest = 2;
 constexpr double longestRest = 20;
 constexpr double restMargin = 0.5;
 
-/// At most so many bytes at a time; the rest follows in the next turn of the events.
+/// How many bytes are read at a time. The rest is read when the event loop runs again.
 constexpr qsizetype readSize = 4096;
 
-/// The time that a byte takes on the line, at least: clocks may run up to 3 % fast.
+/// The shortest time of a byte on the line: the sender may be up to 3 % fast.
 double millisecondsPerByte(const LineSettings& settings)
 {
     const int parityBits = settings.parity == 'N' ? 0 : 1;
@@ -81,7 +82,8 @@ void QtSerialPort::clearInput()
     SerialPort::clearInput();
     if (!isOpen())
         return;
-    // Switching the watch off drops an announcement of what is discarded here.
+    // Disabling the notifier drops a pending activation, which would find nothing to read. endRest
+    // enables it again.
     m_readable->setEnabled(false);
     m_port.clear(QSerialPort::Input);
     endRest();
@@ -103,7 +105,7 @@ void QtSerialPort::write(const QByteArray& bytes)
     const qsizetype taken = m_waiting.isEmpty() ? writeToDriver(bytes) : 0;
     if (taken == bytes.size())
         return;
-    // Joined in a place of its own, so that growing leaves no copy behind.
+    // In a new buffer of the final size: growing would leave copies in memory.
     QByteArray waiting;
     waiting.reserve(m_waiting.size() + bytes.size() - taken);
     waiting.append(m_waiting.constData(), m_waiting.size());
@@ -122,13 +124,13 @@ QString QtSerialPort::openDevice()
     if (m_device.isEmpty())
         return u"No hay ningún puerto serie para COM%1: compruebe que el adaptador está conectado."_s
             .arg(portNumber());
-    // By its true name: what locks a device against others goes by the name.
+    // The real path and not a link: the lock against other programs depends on the name.
     const QString path = QFileInfo(m_device).canonicalFilePath();
     if (path.isEmpty())
         return u"No existe %1: compruebe que el adaptador está conectado."_s.arg(m_device);
 
     m_port.setPortName(path);
-    // What every port takes, so that a failed opening is not the fault of the parameters.
+    // Open with parameters that every port supports, so that a failure is not about the parameters.
     m_port.setBaudRate(QSerialPort::Baud9600);
     m_port.setParity(QSerialPort::NoParity);
     m_port.setDataBits(QSerialPort::Data8);
@@ -143,7 +145,8 @@ QString QtSerialPort::openDevice()
     }
     applyLines();
     m_millisecondsPerByte = millisecondsPerByte(*parsed.settings);
-    // Its own watch would have the toolkit's port read the bytes.
+    // Switch off the notifiers of QSerialPort, or it would read the bytes into its own buffer. It
+    // has no option for this, so they are found as its children.
     const auto notifiers =
         m_port.findChildren<QSocketNotifier*>(QString(), Qt::FindDirectChildrenOnly);
     for (QSocketNotifier* notifier : notifiers)
@@ -157,8 +160,8 @@ QString QtSerialPort::openDevice()
 void QtSerialPort::closeDevice()
 {
     m_rest.stop();
-    // Switched off before the descriptor is somebody else's; deleted later, because this may be the
-    // work of one of them.
+    // Disabled before the descriptor is closed, because its number may be used again. Deleted
+    // later, because this may be called from one of them.
     for (QSocketNotifier** notifier : {&m_readable, &m_writable}) {
         (*notifier)->setEnabled(false);
         (*notifier)->deleteLater();
@@ -170,7 +173,7 @@ void QtSerialPort::closeDevice()
 
 void QtSerialPort::applyLines()
 {
-    // Devices without these lines, pseudo-terminals among them, do as well without.
+    // Failures are ignored: some devices, such as pseudo-terminals, have no such lines.
     m_port.setDataTerminalReady(isDtrEnabled());
     m_port.setRequestToSend(isRtsEnabled());
 }

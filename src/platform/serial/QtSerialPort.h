@@ -8,11 +8,11 @@
 #include <QSocketNotifier>
 #include <QTimer>
 
-/// A port of this machine. Its device is looked up anew each time it opens, and is then this
-/// program's alone. A device that vanishes while it is open closes it.
+/// A serial port of a Unix system. It looks its device up at each opening and locks it against
+/// other programs. When the device vanishes, the port closes.
 ///
-/// The toolkit's port opens and sets up the device. Bytes pass it by: its buffers would keep what
-/// went through them, the codes of the SIM card included.
+/// QSerialPort only opens and configures the device. Bytes are read and written directly: its
+/// buffers would keep copies of them, the codes of the SIM card among them.
 class QtSerialPort final : public SerialPort {
     Q_OBJECT
 public:
@@ -34,25 +34,26 @@ private:
     QSocketNotifier* makeNotifier(QSocketNotifier::Type type, void (QtSerialPort::*activated)());
     void readArrived();
     void writeWaiting();
-    /// How many of the bytes the driver takes now.
+    /// Writes as much as the driver takes now; the number of bytes.
     qsizetype writeToDriver(const QByteArray& bytes);
-    /// Most of an answer's bytes are a while away when its header is there. Until the last are due
-    /// the device is not watched, which would wake the program for each single byte.
+    /// After the header most of an answer is still on the line. Does not watch the device until the
+    /// last bytes are due, so that single bytes do not wake the program.
     void restWhileBytesAreOnTheWay();
     void endRest();
-    /// What the system says of the device: a read that finds nothing is no failure by itself.
+    /// Asks the system. A read that finds nothing is no failure: the bytes may have been discarded
+    /// after their announcement.
     bool isDeviceGone() const;
     QString openFailure(const QString& path) const;
-    /// Sets the parameters on the open device; in Spanish what it refuses.
+    /// Sets the parameters of the open device; what it refuses, in Spanish.
     QString applySettings(const LineSettings& settings);
 
     const PortNames& m_names;
     QSerialPort m_port;
     QString m_device;
-    /// These are there while the port is open.
+    /// Null while the port is closed.
     QSocketNotifier* m_readable = nullptr;
     QSocketNotifier* m_writable = nullptr;
-    /// What a full driver has not taken yet.
+    /// Bytes that the driver has not taken yet because its buffer was full.
     QByteArray m_waiting;
     double m_millisecondsPerByte = 0;
     QTimer m_rest;

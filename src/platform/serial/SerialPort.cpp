@@ -22,7 +22,7 @@ void SerialPort::open()
 {
     if (isOpen())
         return;
-    // As much as it ever holds, so that growing leaves no copy behind.
+    // The largest size it can have: growing would leave copies in memory.
     m_input.reserve(2 * inputCapacity);
     m_openError = openDevice();
 }

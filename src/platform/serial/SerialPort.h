@@ -4,27 +4,26 @@
 #include <QObject>
 #include <QString>
 
-/// A numbered serial port: COM1, COM2… with a settings text, two lines held on or off, an input
-/// buffer, and an event for a number of bytes received. Concrete ports supply the device; the
-/// buffer and the threshold are here, alike for all.
+/// A numbered serial port (COM1, COM2…) with a settings text, the lines DTR and RTS, an input
+/// buffer, and an event when enough bytes have been received. Derived classes supply the device.
 ///
-/// Nothing here reports by exception or box: whether `open` succeeded is what `isOpen` says
-/// afterwards, and `openError` tells why not.
+/// Errors are no exceptions: after `open`, `isOpen` says whether it succeeded and `openError` why
+/// not.
 class SerialPort : public QObject {
     Q_OBJECT
 public:
     using QObject::QObject;
 
-    /// 1 for COM1. Number and settings are changed while the port is closed.
+    /// 1 for COM1. Change number and settings only while the port is closed.
     void setPortNumber(int number) { m_portNumber = number; }
     int portNumber() const { return m_portNumber; }
 
-    /// Speed, parity letter (N E O M S), data bits (4 to 8), stop bits (1, 1.5, 2), joined by
-    /// commas: "9600,N,8,1". What the device refuses makes `open` fail.
+    /// Speed in bit/s, parity letter (N E O M S), data bits (4 to 8), stop bits (1, 1.5, 2),
+    /// separated by commas: "9600,N,8,1". `open` fails when the device does not support them.
     void setSettings(const QString& settings) { m_settings = settings; }
     const QString& settings() const { return m_settings; }
 
-    /// The lines. On an open port they change at once, else when it opens.
+    /// DTR and RTS. They change at once on an open port, otherwise when it opens.
     void setDtrEnabled(bool on);
     bool isDtrEnabled() const { return m_dtr; }
     void setRtsEnabled(bool on);
@@ -34,43 +33,47 @@ public:
     void close();
     virtual bool isOpen() const = 0;
 
-    /// The device behind the number, for example "/dev/ttyUSB0"; empty when there is none.
+    /// The device for the number, for example "/dev/ttyUSB0"; empty when there is none.
     virtual QString deviceName() const = 0;
-    /// Why the last `open` failed, in Spanish; empty after a good one.
+    /// Why the last `open` failed, in Spanish; empty when it succeeded.
     const QString& openError() const { return m_openError; }
 
-    /// `received` is emitted when this many bytes are in the input buffer; 0 keeps it silent.
+    /// `received` is emitted when at least this many bytes are in the input buffer; never with 0.
     void setReceiveThreshold(int bytes) { m_receiveThreshold = bytes; }
     int receiveThreshold() const { return m_receiveThreshold; }
-    /// How many bytes `read` takes; 0 takes all there are.
+    /// How many bytes `read` takes; all of them with 0.
     void setReadLength(int bytes) { m_readLength = bytes; }
 
     qsizetype inputCount() const { return m_input.size(); }
-    /// Up to the read length; fewer (or none) when the buffer holds fewer.
+    /// Removes bytes from the input buffer: the read length, or fewer when there are fewer.
     QByteArray read();
+    /// Discards what was received and not read, here and in the driver.
     virtual void clearInput();
+    /// Discards what was written and not sent yet.
     virtual void clearOutput() = 0;
-    /// Hands the bytes to the device before it returns, as far as the device takes them.
+    /// Gives the bytes to the driver before it returns. What the driver does not take now is sent
+    /// later. Does nothing on a closed port.
     virtual void write(const QByteArray& bytes) = 0;
 
-    /// The bytes kept while nobody reads: when more arrive, the oldest are dropped.
+    /// Size of the input buffer in bytes. When more arrive, the oldest are dropped.
     static constexpr qsizetype inputCapacity = 65536;
 
 signals:
-    /// The receive event. Emitted again for each further arrival while the threshold is reached.
+    /// The receive event. Emitted at each arrival while the threshold is reached.
     void received();
     /// The device vanished while open. The port is closed when this is emitted.
     void lost();
 
 protected:
-    /// Opens the device with the current number, settings and lines; the reason when it cannot.
+    /// Opens the device with the current number, settings and lines. The reason of a failure, in
+    /// Spanish; empty after success.
     virtual QString openDevice() = 0;
     virtual void closeDevice() = 0;
     virtual void applyLines() = 0;
 
-    /// The concrete port hands over what arrived. `bytes` is overwritten unless it is shared.
+    /// For derived classes: takes bytes that arrived. `bytes` is overwritten unless it is shared.
     void deliver(QByteArray bytes);
-    /// The concrete port found its device gone: closes it and emits `lost`.
+    /// For derived classes: the device is gone. Closes the port and emits `lost`.
     void deviceGone();
 
 private:
@@ -81,6 +84,6 @@ private:
     QString m_openError;
     int m_receiveThreshold = 0;
     int m_readLength = 0;
-    /// Overwritten as it is read: a modem echoes the codes of the SIM card.
+    /// Overwritten as it is read, because a modem echoes the codes of the SIM card.
     QByteArray m_input;
 };

@@ -4,7 +4,7 @@
 
 using namespace Qt::StringLiterals;
 
-// The numbers are the system's own: nothing needs to be looked up.
+// COM numbers are names of Windows itself: nothing needs to be looked up.
 
 PortNames::PortNames(const Registry& registry) : PortNames(registry, {}, {}) {}
 

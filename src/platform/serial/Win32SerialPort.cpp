@@ -14,16 +14,17 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr DWORD driverBuffer = 4096;
-/// Milliseconds for what a driver does at once, if it does it.
+/// Milliseconds that a driver gets for what it does at once or never.
 constexpr DWORD promptly = 100;
-/// Reads in a row that end with nothing: a driver whose device is gone may answer so for ever.
+/// How many empty reads in a row are accepted: when its device is gone, a driver may return them
+/// without end.
 constexpr int mostEmptyReads = 16;
 constexpr char xon = 0x11;
 constexpr char xoff = 0x13;
 
 } // namespace
 
-/// One overlapped call with its event and its bytes, which must outlive it.
+/// One overlapped call with its event and its bytes, which must exist until the call ends.
 struct Win32SerialPort::Operation {
     Operation() { overlapped.hEvent = CreateEventW(nullptr, TRUE, FALSE, nullptr); }
     ~Operation()
@@ -46,8 +47,8 @@ struct Win32SerialPort::Operation {
         return WaitForSingleObject(overlapped.hEvent, milliseconds) == WAIT_OBJECT_0;
     }
     bool isFinished() const { return isFinishedWithin(0); }
-    /// Ends a call that was cancelled, until the deadline. One that its driver does not give back
-    /// keeps its memory, overwritten.
+    /// Waits until the deadline for a cancelled call to end. If it does not, its memory is
+    /// overwritten and never freed, because the driver may still use it.
     static void end(std::unique_ptr<Operation> operation, const QDeadlineTimer& deadline)
     {
         if (operation->isFinishedWithin(static_cast<DWORD>(deadline.remainingTime())))
@@ -157,12 +158,12 @@ QString Win32SerialPort::configure(const LineSettings& settings)
     dcb.fOutxCtsFlow = dcb.fOutxDsrFlow = dcb.fDsrSensitivity = FALSE;
     dcb.fOutX = dcb.fInX = FALSE;
     dcb.fErrorChar = dcb.fNull = dcb.fAbortOnError = FALSE;
-    // Unused, but drivers refuse two that are the same.
+    // These characters are not used, but drivers refuse equal ones.
     dcb.XonChar = xon;
     dcb.XoffChar = xoff;
     dcb.fDtrControl = isDtrEnabled() ? DTR_CONTROL_ENABLE : DTR_CONTROL_DISABLE;
     dcb.fRtsControl = isRtsEnabled() ? RTS_CONTROL_ENABLE : RTS_CONTROL_DISABLE;
-    // A driver may also take what it cannot do and do something else.
+    // A driver may accept values that it does not support, and set others.
     DCB actual{};
     actual.DCBlength = sizeof actual;
     if (!SetCommState(m_handle, &dcb) || !GetCommState(m_handle, &actual) ||
@@ -171,7 +172,7 @@ QString Win32SerialPort::configure(const LineSettings& settings)
         return u"no admite estos parámetros (%1)"_s.arg(this->settings());
     if (!isSpeedNear(actual.BaudRate, settings.speed))
         return u"no admite la velocidad de %1 bit/s"_s.arg(settings.speed);
-    // No time-outs: the read of one byte waits for it, and nobody waits for a write.
+    // No time-outs: a read of one byte ends when it arrives, and nothing waits for a write.
     COMMTIMEOUTS none{};
     SetCommTimeouts(m_handle, &none);
     return {};
@@ -183,15 +184,15 @@ void Win32SerialPort::closeDevice()
     m_handle = nullptr;
     m_notifier.reset();
     m_arrived.reset();
-    // Every call under way is brought to its end before its bytes go.
+    // Every pending call must end before its bytes are freed.
     PurgeComm(handle, PURGE_TXABORT | PURGE_RXABORT);
     CancelIo(handle);
-    // One that failed to begin has no end.
+    // A read that did not begin does not end either.
     if (m_isReading)
         m_writes.push_back(std::move(m_read));
     m_isReading = false;
     m_read.reset();
-    // One wait for them all: a driver that is stuck gives none back.
+    // One deadline for all of them: a driver that hangs ends none.
     const QDeadlineTimer deadline(promptly);
     for (auto& operation : m_writes)
         Operation::end(std::move(operation), deadline);
@@ -201,7 +202,7 @@ void Win32SerialPort::closeDevice()
 
 void Win32SerialPort::applyLines()
 {
-    // Devices without these lines do as well without.
+    // Failures are ignored: some devices have no such lines.
     EscapeCommFunction(m_handle, isDtrEnabled() ? SETDTR : CLRDTR);
     EscapeCommFunction(m_handle, isRtsEnabled() ? SETRTS : CLRRTS);
 }
@@ -212,7 +213,7 @@ void Win32SerialPort::clearInput()
     if (!isOpen())
         return;
     PurgeComm(m_handle, PURGE_RXCLEAR);
-    // A byte that has come but was not looked at yet goes too.
+    // Also discard a byte that was read but not handed over yet.
     if (m_arrived)
         m_arrived->clear();
     DWORD count = 0;
@@ -238,12 +239,12 @@ void Win32SerialPort::write(const QByteArray& bytes)
     if (waiting + bytes.size() > outputCapacity)
         return;
     auto operation = std::make_unique<Operation>();
-    // A copy of its own, which is overwritten when it has been sent.
+    // A separate copy, which is overwritten after it was sent.
     operation->bytes = QByteArray(bytes.constData(), bytes.size());
     const BOOL done =
         WriteFile(m_handle, operation->bytes.constData(),
                   static_cast<DWORD>(operation->bytes.size()), nullptr, &operation->overlapped);
-    // A device that is gone shows on the reading side.
+    // Errors are ignored: reading notices when the device is gone.
     if (!done && GetLastError() == ERROR_IO_PENDING)
         m_writes.push_back(std::move(operation));
 }
@@ -262,8 +263,8 @@ bool Win32SerialPort::startRead()
     return m_isReading;
 }
 
-// Only notes what has come. Whoever is told of it may open a box or close the port, and the
-// notifier watches its event no more until this returns.
+// Only stores the result. Receivers may open a box or close the port, and the notifier does not
+// watch its event until this function has returned.
 void Win32SerialPort::readFinished()
 {
     if (!isOpen() || !m_isReading || !m_read->isFinished())
@@ -280,13 +281,13 @@ void Win32SerialPort::handOverLater()
     QMetaObject::invokeMethod(this, &Win32SerialPort::handOver, Qt::QueuedConnection);
 }
 
-// By way of the event queue, too, because a line that never falls silent would keep timers from
-// their turn. The next read begins first: the port stays awake while a box is up.
+// Called through the event queue, or a line that never pauses would delay timers without end.
+// Begins the next read first, so that the port goes on receiving while a receiver has a box open.
 void Win32SerialPort::handOver()
 {
     if (!isOpen() || m_isReading)
         return;
-    // An answer tells that what was written has been sent.
+    // Bytes have arrived, so earlier writes have probably been sent: free the finished ones.
     reapWrites();
     std::optional<QByteArray> bytes = std::exchange(m_arrived, std::nullopt);
     const bool isThere = bytes && fetchWaiting(*bytes);
@@ -312,8 +313,8 @@ bool Win32SerialPort::fetchWaiting(QByteArray& bytes)
                   nullptr, &operation->overlapped) &&
         GetLastError() != ERROR_IO_PENDING)
         return false;
-    // The bytes are there, so this does not wait; a driver that promised too much is not waited
-    // for.
+    // The bytes have arrived, so this ends at once. If the driver announced more than it has, the
+    // call is cancelled.
     if (!operation->isFinishedWithin(promptly))
         CancelIoEx(m_handle, &operation->overlapped);
     DWORD count = 0;

@@ -10,9 +10,10 @@
 #include <optional>
 #include <vector>
 
-/// A COM port of Windows, by the system's own calls. An overlapped read of one byte, watched by its
-/// event, tells that something has come; what else is there is fetched with it. Writing never holds
-/// the thread for the time on the wire.
+/// A COM port of Windows, through the Win32 functions and not QSerialPort, whose buffers would keep
+/// the codes of the SIM card. Every wait for a driver is bounded. An overlapped read of one byte
+/// signals its event when something has arrived; the rest is then fetched. Writing does not wait
+/// until the bytes are sent.
 class Win32SerialPort final : public SerialPort {
     Q_OBJECT
 public:
@@ -25,7 +26,8 @@ public:
     void clearOutput() override;
     void write(const QByteArray& bytes) override;
 
-    /// The bytes that may wait to be sent; more are dropped, as a line that takes nothing.
+    /// How many bytes may wait to be sent. A write that exceeds it is dropped, as if the line were
+    /// dead.
     static constexpr qsizetype outputCapacity = 65536;
 
 protected:
@@ -37,12 +39,12 @@ private:
     struct Operation;
 
     QString configure(const LineSettings& settings);
-    /// Begins the read of the next byte; a device that refuses it is gone.
+    /// Begins to read the next byte; false when the device is gone.
     bool startRead();
     void readFinished();
     void handOverLater();
     void handOver();
-    /// Adds what else is there; false when the device cannot tell.
+    /// Appends what else has arrived; false when the device is gone.
     bool fetchWaiting(QByteArray& bytes);
     void reapWrites();
 
@@ -50,9 +52,9 @@ private:
     /// A HANDLE; nullptr while closed.
     void* m_handle = nullptr;
     std::unique_ptr<Operation> m_read;
-    /// Whether that read is under way, or over and not looked at yet.
+    /// From the beginning of that read until its result is taken.
     bool m_isReading = false;
-    /// What the read before brought and nobody has seen yet; nothing when it failed.
+    /// The result of the last read until it is handed over; nothing when the read failed.
     std::optional<QByteArray> m_arrived;
     int m_emptyReads = 0;
     std::unique_ptr<QWinEventNotifier> m_notifier;

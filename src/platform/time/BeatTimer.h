@@ -4,9 +4,10 @@
 
 #include <QTimer>
 
-/// Keeps its beat while a tick is being worked on, so that a tick does not come late by the length
-/// of the one before: disabled it runs on until its next beat and only then falls silent. So the
-/// system also keeps its fine resolution of time for the pauses that a tick makes.
+/// A timer on QTimer whose period does not include the work that a tick does. When it is disabled,
+/// its QTimer runs on until it next expires, and stops only then. A tick that disables it, works,
+/// and enables it again therefore does not delay the next one. As long as the QTimer runs, the
+/// system also keeps the fine time resolution that the pauses within a tick need.
 class BeatTimer final : public IntervalTimer {
     Q_OBJECT
 public:

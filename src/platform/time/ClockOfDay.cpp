@@ -9,7 +9,7 @@ QDateTime SystemClockOfDay::now() const { return QDateTime::currentDateTime(); }
 double SystemClockOfDay::secondsOfDay() const
 {
     using namespace std::chrono;
-    // A pause of 4 ms measured in whole milliseconds would last up to 5.
+    // Not in whole milliseconds: a pause of 4 ms would last up to 5 ms.
     const auto sinceEpoch = system_clock::now().time_since_epoch();
     const auto whole = floor<milliseconds>(sinceEpoch);
     const QTime time = QDateTime::fromMSecsSinceEpoch(whole.count()).time();

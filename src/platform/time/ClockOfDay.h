@@ -2,15 +2,15 @@
 
 #include <QDateTime>
 
-/// The computer's clock, local time. Tests put their own in its place.
+/// The computer's date and time, local. Tests replace it.
 class ClockOfDay {
 public:
     virtual ~ClockOfDay() = default;
 
     virtual QDateTime now() const = 0;
 
-    /// Seconds since midnight, with the fraction: 0 <= s < 86400. As fine as the clock is, which
-    /// `now` with its milliseconds need not be.
+    /// Seconds since midnight, 0 <= s < 86400, with the full resolution of the clock. (`now` has
+    /// whole milliseconds.)
     virtual double secondsOfDay() const;
 };
 

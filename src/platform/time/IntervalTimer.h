@@ -4,9 +4,8 @@
 
 #include <chrono>
 
-/// A timer control: an interval and a switch. It ticks again and again while it is enabled and its
-/// interval is above 0; an interval of 0 keeps it still whatever the switch says. Setting either
-/// property to the value it has changes nothing.
+/// A periodic timer with an interval and a switch. It ticks while it is enabled and its interval is
+/// above 0. Setting a property to the value that it has changes nothing.
 class IntervalTimer : public QObject {
     Q_OBJECT
 public:
@@ -21,7 +20,7 @@ signals:
     void tick();
 
 protected:
-    /// Whether it is to tick.
+    /// Whether it should tick.
     bool isRunning() const { return m_enabled && m_interval > std::chrono::milliseconds::zero(); }
     virtual void intervalChanged() = 0;
     virtual void enabledChanged() = 0;

@@ -19,7 +19,7 @@ using PreciseSeconds = std::chrono::duration<double>;
 
 void sleepPrecisely(PreciseMilliseconds time) { std::this_thread::sleep_for(time); }
 
-/// Works on pending events, waiting for one at most `time`.
+/// Processes pending events, or waits for one, for at most `time`.
 void runEvents(PreciseMilliseconds time)
 {
     QTimer wake;
@@ -43,8 +43,8 @@ void SystemPause::Wait(Milliseconds time, bool letEventsRun)
     const double start = m_clock.secondsOfDay();
     double difference = 0;
     while (difference <= limit) {
-        // The difference may be exactly the limit and must exceed it, so the rest is never nothing;
-        // and no longer than a second, so that a clock put right meanwhile is noticed.
+        // At least 10 us, because the difference may equal the limit and must exceed it. At most a
+        // second, so that a change of the clock is noticed.
         const PreciseMilliseconds rest =
             std::clamp<PreciseMilliseconds>(PreciseSeconds(limit - difference), 10us, 1s);
         if (letEventsRun)

@@ -4,9 +4,8 @@
 
 #include <QTimer>
 
-/// For time-outs: never early by more than the system's own millisecond, so a precise QTimer (a
-/// coarse one fires up to 5 % before its time). Enabled anew after it was disabled it starts a new
-/// interval.
+/// A timer for time-outs. It is early by 1 ms at most, so it is a precise QTimer: a coarse one
+/// fires up to 5 % early. Enabling it after it was disabled starts a new interval.
 class PreciseTimer final : public IntervalTimer {
     Q_OBJECT
 public:

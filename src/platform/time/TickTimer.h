@@ -4,6 +4,6 @@
 
 #include <memory>
 
-/// The timer for the 1 ms tick of the timer service: it keeps its beat, by a timerfd on Linux.
-/// Disabled it wakes nobody up, but for once at most.
+/// Makes the timer for the 1 ms tick of the timer service: a TimerFdTimer on Linux, a BeatTimer
+/// elsewhere. After it is disabled it wakes the program once at most.
 std::unique_ptr<IntervalTimer> makeTickTimer();

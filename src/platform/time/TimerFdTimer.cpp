@@ -21,7 +21,7 @@ TimerFdTimer::TimerFdTimer(QObject* parent)
 
 TimerFdTimer::~TimerFdTimer()
 {
-    // The notifier goes first: it must not watch a descriptor that is already somebody else's.
+    // Before the descriptor is closed, because its number may be used again.
     delete m_notifier;
     if (m_descriptor >= 0)
         ::close(m_descriptor);

@@ -4,26 +4,26 @@
 
 class QSocketNotifier;
 
-/// A timer on the kernel's own periodic clock, which does not wait for the work of one tick before
-/// it counts towards the next. Ticks missed meanwhile come as one.
+/// A timer on a periodic timer of the kernel (timerfd), whose period does not include the work that
+/// a tick does. Ticks that were missed meanwhile come as one.
 ///
-/// Disabling leaves the clock running until it next expires and stops it then, so a tick that
-/// switches the timer off while it works and on again keeps the beat, and a timer that stays off
-/// wakes the program once at most.
+/// When it is disabled, the kernel's timer runs on until it next expires, and stops only then. A
+/// tick that disables it, works, and enables it again therefore does not delay the next one, and a
+/// timer that stays disabled wakes the program once at most.
 class TimerFdTimer final : public IntervalTimer {
     Q_OBJECT
 public:
     explicit TimerFdTimer(QObject* parent = nullptr);
     ~TimerFdTimer() override;
 
-    /// False when the kernel gave no clock: the timer then never ticks.
+    /// False when the kernel gave no timer. It then never ticks.
     bool isValid() const { return m_descriptor >= 0; }
 
 private:
     void intervalChanged() override;
     void enabledChanged() override;
     void expired();
-    /// The clock's period from now on; 0 stops it.
+    /// Starts the kernel's timer with this period; 0 stops it.
     void arm(std::chrono::milliseconds period);
 
     int m_descriptor;

@@ -23,9 +23,9 @@ constexpr int rowsAHalf = AlarmBlock::alarmCount / 2;
 struct DayText {
     const char16_t* control;
     const char16_t* caption;
-    /// Begins the name that a screen reader tells: "Sábado, aviso 7".
+    /// Begins the accessible name: "Sábado, aviso 7".
     const char16_t* name;
-    /// None from Saturday on.
+    /// Empty from Saturday on.
     const char16_t* toolTip;
 };
 
@@ -155,7 +155,7 @@ void AlarmGrid::addCaptions()
         grid->setColumnMinimumWidth(half * (m_dayCount + 3), number->sizeHint().width());
         add(u"Hora"_s);
         for (int day = 0; day < m_dayCount; ++day) {
-            // Five columns leave room for whole names.
+            // With five columns there is room for whole names.
             const bool whole = m_dayCount == workingDayCount;
             const QLabel* label = add(text(whole ? textOf(day).name : textOf(day).caption));
             const int column = half * (m_dayCount + 3) + 2 + day;
@@ -214,7 +214,7 @@ void AlarmGrid::paintEvent(QPaintEvent* /*event*/)
 
 bool AlarmGrid::eventFilter(QObject* watched, QEvent* event)
 {
-    // A check box takes the arrows for a walk through all check boxes; here they go by row and day.
+    // In a check box the arrows would go through all check boxes; here they go by row and day.
     if (event->type() != QEvent::KeyPress)
         return QWidget::eventFilter(watched, event);
     const Place place = placeOf(qobject_cast<QWidget*>(watched));

@@ -10,18 +10,18 @@ class QCheckBox;
 class QLabel;
 class TextUpDown;
 
-/// The alarms of one block as rows: a number, a time, and a check box a day. Sixteen rows stand
-/// beside the other sixteen, so that a whole block is seen at a glance.
+/// The alarms of one block as rows: a number, a time, and a check box for each day. The rows are in
+/// two columns of sixteen, so that the whole block is visible.
 ///
-/// By keyboard: Tab walks a row, Enter begins the next, the arrows go from day to day and from row
-/// to row, Space marks a day, Ctrl+D repeats the days of the row above.
+/// Keys: Tab goes through a row, Enter to the next row, the arrows from day to day and from row to
+/// row, Space ticks a day, Ctrl+D repeats the days of the row above.
 class AlarmGrid : public QWidget {
     Q_OBJECT
 public:
     explicit AlarmGrid(ClockModel model, QWidget* parent = nullptr);
 
     void setAlarms(const AlarmBlock& block);
-    /// Times and flags of all rows into the block.
+    /// Stores times and flags of all rows in the block.
     void storeAlarms(AlarmBlock& block) const;
 
     void focusRow(int row);
@@ -53,10 +53,10 @@ private:
     void placeCaptions();
     void focusChanged(QWidget* now);
     Place placeOf(const QWidget* widget) const;
-    /// Nowhere when there is no such place.
+    /// Does nothing when there is no such place.
     void moveTo(Place place);
     void repeatDaysOfRowAbove();
-    /// Without a day the time means nothing, and looks so.
+    /// Shows the time in grey while no day is ticked, because it then has no effect.
     void dimIfInactive(int index);
     QRect rowRect(int row) const;
 

@@ -68,7 +68,7 @@ void Hct7200Header::setBlock(const AlarmBlock& block, int number, quint8 statusM
 {
     BlockHeader::setBlock(block, number, statusMode);
     lblModo->setValue(QString::number(statusMode));
-    // The blank after the number belongs to the caption.
+    // The blank after the number is intentional.
     lblDuracion->setValue(QString::number(block.Duration) + u' ');
     chkIntermitente->setChecked(block.Mode == 1);
 }

@@ -9,12 +9,12 @@ class QHBoxLayout;
 class TextUpDown;
 class ValueLabel;
 
-/// What stands above the alarms of a block: which one it is, its mode and its duration. The models
-/// differ in what the operator may change of it.
+/// The controls above the alarms of a block: its number, mode and duration. The models differ in
+/// what the operator may change.
 class BlockHeader : public QWidget {
     Q_OBJECT
 public:
-    /// `statusMode` is the block's mode as the status block has it.
+    /// `number` is 0 to 2. `statusMode` is the mode of that block in the status block.
     virtual void setBlock(const AlarmBlock& block, int number, quint8 statusMode);
     virtual void storeBlock(AlarmBlock& block) const = 0;
 
@@ -23,7 +23,7 @@ public:
 protected:
     explicit BlockHeader(QWidget* parent);
 
-    /// A caption and what it is the caption of.
+    /// Adds a caption and its field.
     void addCaptioned(const QString& caption, QWidget* field);
     QHBoxLayout* row() const { return m_row; }
 
@@ -32,14 +32,14 @@ private:
     ValueLabel* m_number;
 };
 
-/// Mode and duration are the clock's: they are looked at here.
+/// Shows mode and duration, which only the clock sets.
 class Hct7200Header final : public BlockHeader {
     Q_OBJECT
 public:
     explicit Hct7200Header(QWidget* parent);
 
     void setBlock(const AlarmBlock& block, int number, quint8 statusMode) override;
-    /// The mode is 1 in intermittent mode and 0 otherwise, whatever it was.
+    /// Stores mode 1 if the block is intermittent, otherwise 0, whatever it was before.
     void storeBlock(AlarmBlock& block) const override;
 
 private:
@@ -48,7 +48,7 @@ private:
     QCheckBox* chkIntermitente;
 };
 
-/// Mode and duration, 0 to 255 each, are the operator's.
+/// The operator sets mode and duration, 0 to 255 each.
 class Hct7300Header final : public BlockHeader {
     Q_OBJECT
 public:

@@ -9,8 +9,8 @@
 class QGroupBox;
 class TextUpDown;
 
-/// The 16 holidays and the 8 vacation periods, a day and a month each. Enter goes on to the next
-/// date, F6 from the holidays to the periods and back.
+/// The 16 holidays and the 8 vacation periods; each date is a day and a month. Enter goes to the
+/// next date, F6 from the holidays to the periods and back.
 class HolidayEditor : public QFrame {
     Q_OBJECT
 public:
@@ -27,7 +27,7 @@ private:
     QGroupBox* makeHolidays();
     QGroupBox* makeVacations();
     TextUpDown* addDate(const QString& name, const QString& what);
-    /// In the order that Tab walks them; -1 when none has the focus.
+    /// Counted in the order of Tab; -1 when none has the focus.
     int dateWithFocus() const;
     void focusDate(int index);
 

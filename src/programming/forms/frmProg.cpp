@@ -69,7 +69,7 @@ void frmProg::done(int result)
     m_closed = true;
     m_exchange.stop();
     QDialog::done(result);
-    // Under one of its own boxes the window must live on until that has returned.
+    // While one of its own boxes is open the window must exist; `ask` deletes it afterwards.
     if (m_boxesUp == 0)
         deleteLater();
 }
@@ -78,16 +78,16 @@ void frmProg::keyPressEvent(QKeyEvent* event)
 {
     const bool cancels = event->matches(QKeySequence::Cancel);
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    // A key held a little too long must not press the button that its first press has led to.
+    // A key that is held down must not press the button that its first press gave the focus.
     if ((cancels || isEnter) && event->isAutoRepeat())
         return;
-    // Escape pressed once too often must not lose what was entered: the first one only goes to the
-    // button, the second leaves.
+    // One Escape too many must not lose what was entered: the first gives Cancelar the focus, the
+    // second closes the window.
     if (cancels && !cmdCancelar->hasFocus())
         return cmdCancelar->setFocus();
     if (!isEnter)
         return QDialog::keyPressEvent(event);
-    // No button is the default one: Enter after a time must neither send nor open anything.
+    // There is no default button: Enter in a field must neither send nor open anything.
     if (auto* button = qobject_cast<QPushButton*>(focusWidget()))
         button->click();
     else if (!fraAviso->hasFocus())
@@ -115,7 +115,7 @@ void frmProg::build()
     inner->addWidget(makeBlockFrame());
     inner->addWidget(fraCadroFestVacac);
 
-    // Both in one cell: the window keeps its size while the one stands in for the other.
+    // Both in one cell, so that the window keeps its size when one replaces the other.
     auto* area = new QGridLayout;
     area->addWidget(fraEnvolvente, 0, 0);
     area->addWidget(makeNotice(), 0, 0, Qt::AlignCenter);
@@ -221,7 +221,7 @@ void frmProg::addTabShortcut(const QKeySequence& keys, int by)
 
 QSize frmProg::startSize() const
 {
-    // A window that nobody has sized gets two thirds of the screen at most; this one needs more.
+    // By itself a window gets two thirds of the screen at most; this one needs more.
     QSize size = sizeHint();
     if (const QScreen* on = screen()) {
         const QSize most = on->availableSize() * 0.94;
@@ -248,7 +248,8 @@ void frmProg::ShowBlock(int number)
 
 void frmProg::showTab(int index)
 {
-    // Whoever walks the tabs themselves by keyboard stays there; anybody else wants to type.
+    // If the tab bar has the focus it keeps it, for those who change tabs by keyboard; otherwise
+    // the first field gets it.
     const bool keepsFocus = tabPrincipal->hasFocus();
     fraCadroFestVacac->setVisible(index == holidayTab);
     fraCadroAvisos->setVisible(index != holidayTab);
@@ -283,7 +284,7 @@ FileRequest frmProg::fileRequest() const
     FileRequest request;
     request.filters = {u"Datos de configuración %1 (*.hct)"_s.arg(m_texts.fileKind),
                        u"Todos los archivos (*.*)"_s};
-    // Not the extension of the filter, and meant so.
+    // Different from the extension of the filter. This is intentional.
     request.defaultExtension = u"sca"_s;
     return request;
 }
@@ -298,8 +299,8 @@ void frmProg::SaveProgramme(const QString& path)
 
 void frmProg::LoadProgramme(const QString& path)
 {
-    // What the file does not say stays as the screen has it. The HCT-7200's mode stays as the
-    // clock has it, so here the grid alone is taken.
+    // Values that the file lacks stay as they are on screen, so store those first. The mode of the
+    // HCT-7200 stays as the clock has it, so the header is not stored.
     m_grid->storeAlarms(block(m_shownBlock));
     if (m_model == ClockModel::Hct7300)
         m_header->storeBlock(block(m_shownBlock));
@@ -346,7 +347,7 @@ void frmProg::lock()
 {
     m_focusBeforeLock = focusWidget();
     fraAviso->show();
-    // Where no key does anything, and a screen reader says what to wait for.
+    // No key has an effect there, and a screen reader reads the notice.
     fraAviso->setFocus();
     tabPrincipal->setEnabled(false);
     fraEnvolvente->hide();
@@ -398,7 +399,7 @@ bool frmProg::ask(const std::function<void()>& box)
 
 frmProgHCT7200::frmProgHCT7200(QWidget* owner, frmCrono& crono, MessageLink& link,
                                modGlobais& globais, StatusLog& log, Dialogs& dialogs)
-    // Two blanks in the caption, here and in the other model's.
+    // The two blanks in this caption, and in that of the other model, are intentional.
     : frmProg({u"Configuración del  HCT-7200"_s, u"HCT-7200"_s, u"HCT-7200"_s}, ClockModel::Hct7200,
               owner, crono, link, globais, log, dialogs)
 {
@@ -407,8 +408,8 @@ frmProgHCT7200::frmProgHCT7200(QWidget* owner, frmCrono& crono, MessageLink& lin
 
 frmProgHCT7300::frmProgHCT7300(QWidget* owner, frmCrono& crono, MessageLink& link,
                                modGlobais& globais, StatusLog& log, Dialogs& dialogs)
-    // The notice of a running exchange names this model, as the caption does; in the file dialogs
-    // it speaks of HCT alone.
+    // The notice of a running exchange and the caption name this model; the file dialogs say only
+    // HCT. This is intentional.
     : frmProg({u"Configuración del  HCT-7300"_s, u"HCT-7300"_s, u"HCT"_s}, ClockModel::Hct7300,
               owner, crono, link, globais, log, dialogs)
 {

@@ -18,8 +18,9 @@ class QHBoxLayout;
 class QPushButton;
 class QTabBar;
 
-/// The programming window of either model: shows what the clock rings by, edits it, keeps it in
-/// files and sends it. Made by `new` and shown with open(); it deletes itself once closed.
+/// The programming window of both models: shows and edits the clock's programme, saves it to files,
+/// loads it and sends it. Make it with `new` and show it with open(); it deletes itself when
+/// closed.
 class frmProg : public QDialog {
     Q_OBJECT
 public:
@@ -30,7 +31,7 @@ protected:
         QString caption;
         /// "HCT-7200"
         QString clock;
-        /// What its files are called in the file dialogs.
+        /// The name of its files in the file dialogs.
         QString fileKind;
     };
 
@@ -67,8 +68,8 @@ private:
     void restore();
     void takeHolidays(const HolidayTable& table);
     void tellFailure();
-    /// Runs a box or a file dialog. False when the window is closed or gone by the time it returns:
-    /// then nothing of it may be touched.
+    /// Runs a box or a file dialog. False when the window has been closed or deleted meanwhile: the
+    /// caller must then return without touching it.
     bool ask(const std::function<void()>& box);
 
     const Texts m_texts;
@@ -78,7 +79,7 @@ private:
     Dialogs& m_dialogs;
 
     Programme m_programme;
-    /// The block on screen; while the holidays are shown, the one that the grid still holds.
+    /// The block in the grid, also while the holidays are shown.
     int m_shownBlock = 0;
     ProgrammeExchange m_exchange;
     int m_boxesUp = 0;
@@ -106,7 +107,7 @@ public:
                    StatusLog& log, Dialogs& dialogs);
 };
 
-/// Of the HCT-7300, and of all other models too.
+/// For the HCT-7300 and for every other model but the HCT-7200.
 class frmProgHCT7300 final : public frmProg {
     Q_OBJECT
 public:

@@ -23,7 +23,7 @@ QWidget* firstControl(const QWidget& frame)
     return first == inside.end() ? nullptr : *first;
 }
 
-/// What gets the focus by the access key of `carrier`; nullptr when the key is another.
+/// The control that gets the focus by the access key of `carrier`; nullptr for another key.
 QWidget* receiver(QWidget& carrier, const QKeySequence& keys)
 {
     if (const auto* button = qobject_cast<QAbstractButton*>(&carrier))

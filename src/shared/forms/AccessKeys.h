@@ -3,13 +3,13 @@
 class QKeyEvent;
 class QWidget;
 
-/// The access keys (Alt and the underlined letter) of one window inside the main window. The
-/// toolkit takes a letter that a window shares with the menu bar for ambiguous and lets the menu
-/// win; with these the window that has the focus comes first, as its operator expects.
+/// The access keys (Alt and the underlined letter) of an MDI window. When a window and the menu bar
+/// have the same letter, the toolkit chooses the menu. With these functions the window that has the
+/// focus comes first.
 namespace accesskeys {
 
-/// What an access key leads to: a button, which it presses, or else the field of a caption or the
-/// first control of a frame.
+/// The target of an access key: a button, which is pressed, or the field of a caption or the first
+/// control of a frame, which get the focus.
 struct Target {
     QWidget* control = nullptr;
     bool isPressed = false;
@@ -17,13 +17,14 @@ struct Target {
     explicit operator bool() const { return control != nullptr; }
 };
 
-/// What the key leads to in `window`, of what can be used now; nothing when it is another's key.
+/// The visible and enabled target of the key in `window`; none when the key is not one of its
+/// access keys.
 Target target(const QWidget& window, const QKeyEvent& event);
 
-/// Whether the Tab key could lead to it now.
+/// Whether the Tab key can give it the focus now.
 bool takesFocus(const QWidget& widget);
 
-/// Gives the control the focus and presses it where that is due.
+/// Gives the control the focus, and presses it if it is a button.
 void activate(const Target& target);
 
 } // namespace accesskeys

@@ -4,8 +4,8 @@
 
 namespace modUtilidades {
 
-/// Sets a label's caption only when it differs, so that a periodic refresh neither flickers nor
-/// costs anything.
+/// Sets a label's text only if it differs, so that a periodic refresh neither flickers nor costs
+/// time.
 inline void updateCaption(QLabel& label, const QString& text)
 {
     if (label.text() != text)

@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Windows that find no room of their own overlap, each so many pixels off the one before.
+/// Windows without free room are cascaded: each so many pixels right of and below the one before.
 constexpr int cascadeStep = 28;
 constexpr int cascadeLength = 8;
 
@@ -22,7 +22,7 @@ MdiForm::MdiForm(QMdiArea& area) : QWidget(&area), m_area(area) { hide(); }
 
 MdiForm::~MdiForm()
 {
-    // A frame that takes its form with it is no QMdiSubWindow any more by now.
+    // When the frame is being destroyed and deletes its form, it is no QMdiSubWindow any more.
     if (auto* frame = qobject_cast<QMdiSubWindow*>(parentWidget())) {
         frame->hide();
         frame->deleteLater();
@@ -43,7 +43,7 @@ void MdiForm::showForm()
     focusTarget().setFocus(Qt::ActiveWindowFocusReason);
 }
 
-// The control that had the focus before, or else the first that takes it.
+// The control that had the focus before, otherwise the first that accepts it.
 QWidget& MdiForm::focusTarget()
 {
     QWidget* before = m_focusWhenHidden ? m_focusWhenHidden.data() : focusWidget();
@@ -61,14 +61,14 @@ void MdiForm::hideForm()
     if (!m_frame)
         return;
     const bool wasInUse = m_area.currentSubWindow() == m_frame;
-    // Hiding passes the focus on from control to control.
+    // Remember it now: hiding moves the focus from control to control.
     m_focusWhenHidden = focusWidget();
     m_frame->hide();
     if (wasInUse)
         activateLastUsed();
 }
 
-// The area itself leaves nobody active, and the keyboard without a window.
+// The MDI area would activate no window, and keys would go nowhere.
 void MdiForm::activateLastUsed()
 {
     const QList<QMdiSubWindow*> byUse = m_area.subWindowList(QMdiArea::ActivationHistoryOrder);
@@ -130,8 +130,8 @@ bool MdiForm::event(QEvent* event)
     if (event->type() != QEvent::ShortcutOverride ||
         !accesskeys::target(*this, *static_cast<QKeyEvent*>(event)))
         return QWidget::event(event);
-    // Accepted, it is no shortcut of the main window any more, and follows as a key press, which a
-    // text field would take for a letter.
+    // Accepting it keeps it from the main window's shortcuts. It then comes as a key press, which a
+    // text field would insert as a letter: the event filter below takes it instead.
     event->accept();
     if (QWidget* receiver = QApplication::focusWidget())
         receiver->installEventFilter(this);
@@ -140,7 +140,7 @@ bool MdiForm::event(QEvent* event)
 
 bool MdiForm::eventFilter(QObject* watched, QEvent* event)
 {
-    // The type first: events come here even while the frame is half destroyed.
+    // Check the type first: events arrive even while the frame is being destroyed.
     if (event->type() == QEvent::KeyPress && watched != m_frame) {
         watched->removeEventFilter(this);
         const auto target = accesskeys::target(*this, *static_cast<QKeyEvent*>(event));
@@ -150,7 +150,7 @@ bool MdiForm::eventFilter(QObject* watched, QEvent* event)
     }
     if (event->type() != QEvent::Close || watched != m_frame)
         return QWidget::eventFilter(watched, event);
-    // The close button, Ctrl+F4 and the frame's own menu all end here.
+    // The close button, Ctrl+F4 and the frame's menu all arrive here.
     event->ignore();
     closeWindow(CloseReason::Operator);
     return true;
@@ -162,25 +162,25 @@ void MdiForm::keyPressEvent(QKeyEvent* event)
     auto* button = qobject_cast<QPushButton*>(QApplication::focusWidget());
     if (isEnter && !event->isAutoRepeat() && button && isAncestorOf(button))
         button->click();
-    // Not every desktop's keys for closing include the one of such windows.
+    // Ctrl+F4 is not a key for closing on every desktop.
     else if (event->keyCombination() == (Qt::CTRL | Qt::Key_F4))
         closeWindow(CloseReason::Operator);
     else
         QWidget::keyPressEvent(event);
 }
 
-// The area itself would place the sub-window in a pattern of its own, whatever it covers.
+// Placed here, because the MDI area would cover other windows.
 void MdiForm::makeFrame()
 {
     m_frame = m_area.addSubWindow(this);
     m_frame->installEventFilter(this);
-    // A hidden form would not count for the frame's size.
+    // The size of the frame does not include a hidden form.
     show();
     m_frame->resize(m_frame->sizeHint().expandedTo(m_frame->minimumSizeHint()));
     m_frame->move(placeBesideOthers());
 }
 
-// Beside the open windows, so that none hides what another shows, or else in a cascade.
+// Beside the open windows, so that none covers another; otherwise in a cascade.
 QPoint MdiForm::placeBesideOthers() const
 {
     const QRect room = m_area.viewport()->rect();

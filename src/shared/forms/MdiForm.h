@@ -6,42 +6,42 @@
 class QMdiArea;
 class QMdiSubWindow;
 
-/// A modeless window of the main window's MDI area. Showing, hiding and closing go through its
-/// sub-window, because the toolkit leaves an empty frame behind when the form itself is closed; and
-/// who asked for the closing is passed on, which a close event does not tell. Its access keys go
-/// before those of the menu bar, and Enter presses the button that has the focus.
+/// Base class of the modeless windows in the main window's MDI area. Show, hide and close them with
+/// the functions here: they act on the sub-window, because closing the form itself leaves an empty
+/// frame. Closing tells who asked for it, which a close event does not. Access keys of the window
+/// come before those of the menu bar, and Enter presses the button that has the focus.
 class MdiForm : public QWidget {
     Q_OBJECT
 public:
     enum class CloseReason { Operator, Code, Shutdown };
 
-    /// The form belongs to `area`, hidden until showForm puts it into a sub-window there.
+    /// `area` becomes the owner. The form is hidden until showForm puts it into a sub-window.
     explicit MdiForm(QMdiArea& area);
     ~MdiForm() override;
 
-    /// Shows the window, out of its minimised state if need be, in front and with the focus.
+    /// Shows the window in front and gives it the focus; restores it if it was minimised.
     void showForm();
-    /// Whatever window was used before gets the focus.
+    /// Hides the window. The window that was used before it gets the focus.
     void hideForm();
     bool isFormVisible() const;
 
-    /// Whether the window would unload now; changes nothing else. False while it is being asked.
+    /// Asks queryUnload whether the window may unload. False while it is already being asked.
     bool mayUnload(CloseReason reason);
-    /// Asks queryUnload and, unless it refuses, unloads: the window disappears at once, `unloaded`
-    /// is emitted, and the form is deleted when the events that are running have ended. False when
-    /// it was refused. A second call while the first is asking does nothing.
+    /// Asks queryUnload, and unloads unless it refuses: hides the window, emits `unloaded`, and
+    /// deletes the form later. False when it was refused. A second call while the first is asking
+    /// does nothing and gives false.
     bool closeWindow(CloseReason reason);
-    /// Unloads without asking, as when the program has to end.
+    /// Unloads without asking: when the program must end.
     void unloadNow();
 
 signals:
     void unloaded();
 
 protected:
-    /// Whether the window may unload; a form that hides itself instead does so here and refuses.
+    /// Whether the window may unload. A form that hides instead of unloading does so here and
+    /// returns false.
     virtual bool queryUnload(CloseReason reason);
-    /// The last chance to let go of what the form holds, its place in the timer service above all;
-    /// called once, before `unloaded`.
+    /// Called once, before `unloaded`: removes the form from the timer service, releases exchanges.
     virtual void unload() {}
 
     bool event(QEvent* event) override;
@@ -55,7 +55,7 @@ private:
     void activateLastUsed();
 
     QMdiArea& m_area;
-    /// Made when the form is first shown: until then it costs nothing.
+    /// Made when the form is first shown.
     QPointer<QMdiSubWindow> m_frame;
     QPointer<QWidget> m_focusWhenHidden;
     bool m_asking = false;

@@ -18,8 +18,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The window in front; while the operator is busy with another program, the main window, so that
-/// the box does not come up unseen behind it.
+/// The active window. When another program is active, the main window, so that the box does not
+/// appear behind it.
 QWidget* owner()
 {
     if (QWidget* modal = QApplication::activeModalWidget())
@@ -34,7 +34,7 @@ QWidget* owner()
 
 QString titleOr(const QString& title) { return title.isEmpty() ? applicationTitle() : title; }
 
-// Some texts end their lines as the clock's files do; a box would show a blank for each return.
+// Some texts have CR LF at line ends; a box would show a blank for each CR.
 QString plainLines(QString text) { return text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n'); }
 
 QMessageBox::Icon toolkitIcon(Dialogs::Icon icon)
@@ -47,7 +47,7 @@ QMessageBox::Icon toolkitIcon(Dialogs::Icon icon)
     return QMessageBox::NoIcon;
 }
 
-// On the heap and watched: the owner may go, and takes the box with it, while the box is up.
+// On the heap, with a QPointer: the owner may be deleted with the box while the box is open.
 QPointer<QMessageBox> makeBox(Dialogs::Icon icon, const QString& title, const QString& text)
 {
     QPointer<QMessageBox> box = new QMessageBox(owner());
@@ -58,8 +58,8 @@ QPointer<QMessageBox> makeBox(Dialogs::Icon icon, const QString& title, const QS
     return box;
 }
 
-// "Todos los archivos (*.*)" keeps its caption, but here "*.*" would hide what has no dot. So each
-// filter tells its patterns once more behind the caption, and only those count and are not shown.
+// "Todos los archivos (*.*)" keeps its caption, but in the toolkit "*.*" hides names without a dot.
+// So the patterns are appended in brackets: only those count, and they are not shown.
 QStringList toolkitFilters(const QStringList& filters)
 {
     static const QRegularExpression patterns(u"\\([^()]*\\)$"_s);
@@ -69,10 +69,10 @@ QStringList toolkitFilters(const QStringList& filters)
     return presented;
 }
 
-/// Opens what exists under the very name chosen or typed, and only where nothing does the name with
-/// the default extension: the toolkit would append that to every name without one.
+/// Opens the file with exactly the name chosen or typed. Only if there is none, it tries the name
+/// with the default extension, which the toolkit would append to every name without one.
 ///
-/// Without Q_OBJECT: the toolkit shows the system's dialog for its own class name alone.
+/// Without Q_OBJECT: the toolkit shows the system's dialog only for its own class name.
 class OpenDialog final : public QFileDialog {
 public:
     OpenDialog(QWidget* parent, const QString& title, const QString& extension)
@@ -83,7 +83,7 @@ public:
         if (const auto* name = findChild<QLineEdit*>(u"fileNameEdit"_s))
             connect(name, &QLineEdit::textChanged, this, &OpenDialog::offerToOpen);
         else
-            // The system's dialog looks for both names itself.
+            // The system's dialog checks both names itself.
             setDefaultSuffix(m_extension);
     }
 
@@ -96,7 +96,7 @@ public:
     }
 
 private:
-    // The toolkit's own button knows neither the default extension nor what the filter hides.
+    // The toolkit's own handling ignores the default extension and files that the filter hides.
     void offerToOpen()
     {
         if (namesFile() || needsExtension())

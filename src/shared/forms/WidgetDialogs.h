@@ -2,7 +2,7 @@
 
 #include "Dialogs.h"
 
-/// The toolkit's own boxes and dialogs, over whichever window is active.
+/// The toolkit's boxes and dialogs, over the active window.
 class WidgetDialogs final : public Dialogs {
 public:
     void tell(Icon icon, const QString& title, const QString& text) override;

@@ -7,8 +7,8 @@
 
 using namespace Qt::StringLiterals;
 
-/// The communications form makes its controls when it is first shown: nothing of what happened
-/// before may be missing.
+/// The communications form makes its controls when it is first shown. It must then show what
+/// happened before.
 class TestFirstShowing : public QObject {
     Q_OBJECT
 private slots:

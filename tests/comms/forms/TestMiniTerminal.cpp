@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What comes from a dead key, or from an input method, instead of a key.
+/// Sends what a dead key or an input method sends instead of a key press.
 void compose(QWidget& widget, const QString& text)
 {
     QInputMethodEvent event;
@@ -18,7 +18,7 @@ void compose(QWidget& widget, const QString& text)
 
 } // namespace
 
-/// What is typed in the mini terminal, and what of it the modem gets.
+/// What is typed in the mini terminal, and which of it is sent to the modem.
 class TestMiniTerminal : public QObject {
     Q_OBJECT
 private slots:

@@ -10,7 +10,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// What a screen reader finds in the windows of a clock.
+/// What a screen reader finds in the windows for a clock.
 class TestAccessibility : public QObject {
     Q_OBJECT
 private slots:
@@ -58,7 +58,7 @@ static void addWindows()
         QTest::newRow(name) << QString::fromLatin1(name);
 }
 
-/// All elements below one, in the order in which a reader walks them.
+/// All descendants of an element, in the order of a screen reader.
 static QList<QAccessibleInterface*> elementsOf(QAccessibleInterface* parent)
 {
     QList<QAccessibleInterface*> all;

@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A connected program with the window open, as the operator has it before him.
+/// A connected program with the window open.
 struct Window : LinkFixture {
     explicit Window(const QByteArray& block = fullBlock())
     {

@@ -50,7 +50,7 @@ struct Window : LinkFixture {
     {
         QTest::mouseClick(control<CoverLabel>(u"lblTapa"_s, index), Qt::LeftButton);
     }
-    /// Goes for whatever lies under the pointer in the middle of the switch.
+    /// Clicks the widget that is on top at the centre of the switch.
     void clickOnSwitch(int index) const
     {
         const Switch* target = sldInterruptor(index);
@@ -172,7 +172,7 @@ void TestRemoteWindow::positionZeroIsTheUpperEnd()
     QCOMPARE(lblOFF->text(), u"0"_s);
     QCOMPARE(lblON->text(), u"1"_s);
     QVERIFY(lblOFF->y() < lblON->y());
-    // The light knob lies in the upper half.
+    // The bright knob is in the upper half.
     const QImage image = window.sldInterruptor(1)->grab().toImage();
     const QColor upper = image.pixelColor(image.width() / 2, image.height() / 4);
     const QColor lower = image.pixelColor(image.width() / 2, image.height() * 3 / 4);

@@ -13,8 +13,7 @@
 
 #include <memory>
 
-/// The firmware window of a connected program, as an operator has it, with the clock in the test's
-/// hand.
+/// The firmware window of a connected program. The test plays the clock.
 struct FirmwareWindow : LinkFixture {
     FirmwareWindow()
     {
@@ -40,7 +39,7 @@ struct FirmwareWindow : LinkFixture {
     bool enabled(const char* name) const { return find<QWidget>(name)->isEnabled(); }
     QString notes() const { return find<QPlainTextEdit>("txtNotas")->toPlainText(); }
 
-    /// Has the window read a file of these bytes; its path.
+    /// Lets the window read a file with these bytes; its path.
     QString read(const QByteArray& bytes, const QString& name = QStringLiteral("reloj.hex"))
     {
         const QString path = writeFile(folder.filePath(name), bytes);

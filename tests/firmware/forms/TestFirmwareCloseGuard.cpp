@@ -8,8 +8,8 @@
 
 using namespace Qt::StringLiterals;
 
-/// Every way of closing the firmware window, idle and while sending, and what may happen while its
-/// question is up.
+/// Every way to close the firmware window, idle and during a transfer, and what may happen while
+/// its question is open.
 class TestFirmwareCloseGuard : public QObject {
     Q_OBJECT
 private slots:
@@ -165,7 +165,7 @@ void TestFirmwareCloseGuard::yesInterruptsAndUnloads()
     QVERIFY(!f.form->isFormVisible());
     f.deleteWhatIsDue();
     QVERIFY(!f.form);
-    // The answer under way reaches nobody, and nothing more is sent.
+    // The pending answer is ignored, and nothing more is sent.
     f.answerHex("dd00");
     f.tick(20);
     QVERIFY(!f.hasRequest());

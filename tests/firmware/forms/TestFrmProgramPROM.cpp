@@ -10,7 +10,7 @@
 
 using namespace Qt::StringLiterals;
 
-/// The window as the operator has it: reading a file, sending it, what it shows meanwhile.
+/// The window for the operator: reading a file, sending it, and what it shows meanwhile.
 class TestFrmProgramPROM : public QObject {
     Q_OBJECT
 private slots:
@@ -267,7 +267,7 @@ void TestFrmProgramPROM::resetIsAskedForWhenChecked()
     Fixture f;
     f.read(lineA + end);
     auto* reset = f.find<QCheckBox>("chkReset");
-    // The caption is wrapped: any place of it can be clicked.
+    // The caption is wrapped: every part of it can be clicked.
     QTest::mouseClick(reset, Qt::LeftButton, {}, QPoint(reset->width() / 2, reset->height() - 3));
     QVERIFY(reset->isChecked());
     f.click("cmdEnviar");
@@ -318,7 +318,7 @@ void TestFrmProgramPROM::fileCannotBeReadWhileSending()
     f.read(lineB + end);
     QCOMPARE(f.dialogs.fileRequests.size(), 1);
 
-    // Neither when the transfer begins while the dialog is up.
+    // Nor when the transfer begins while the dialog is open.
     f.acknowledge();
     f.acknowledge();
     f.dialogs.whileUp = [&f] { f.find<QPushButton>("cmdEnviar")->click(); };

@@ -23,8 +23,8 @@ const QString key = u"Software\\Quorvex\\Lurimat\\Directo"_s;
 
 RegistryValue text(const QByteArray& bytes) { return {RegistryValue::Text, bytes + '\0'}; }
 
-/// Another program, which saves 500 times, twelve values in turn. It ends with how many of them did
-/// not stay as it had saved them, 255 at most.
+/// Another program, which saves 500 times, twelve values in turn. Its exit code is the number of
+/// values that did not stay as it had saved them, at most 255.
 pid_t startSaving(const QString& path, const QString& prefix)
 {
     const pid_t process = fork();

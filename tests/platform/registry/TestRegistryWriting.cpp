@@ -141,7 +141,7 @@ void TestRegistryWriting::textSpreadOverLinesIsReplacedWhole()
 
 void TestRegistryWriting::sameValueLeavesTheFileUntouched()
 {
-    // The arrow reads as "?"; writing that back must not cost the arrow.
+    // The arrow is read as "?". Writing that back must keep the arrow.
     const QByteArray file("[HKEY_CURRENT_USER\\Software\\A]\n  \"v\" = \"a→b\" ; mine");
     QCOMPARE(afterSetting(file, u"v"_s, "a?b"), file);
 }
@@ -239,7 +239,7 @@ void TestRegistryWriting::encodingOfAStumpIsThatOfTheFileItGrowsInto_data()
 void TestRegistryWriting::encodingOfAStumpIsThatOfTheFileItGrowsInto()
 {
     QFETCH(QByteArray, stump);
-    // A control character is written as bytes, which mean what the encoding says.
+    // A control character is written as hexadecimal bytes, in the encoding of the file.
     const RegistryText anew(afterSetting(stump, u"v"_s, "a\rb"));
     const auto value = anew.value(key, u"v"_s);
     QVERIFY(value.has_value());

@@ -5,10 +5,10 @@
 #include "PseudoTerminal.h"
 #include "QtSerialPort.h"
 
-/// A port on COM1, not open yet, which leads to a pseudo-terminal.
+/// A port on COM1, not open yet, whose device is a pseudo-terminal.
 struct PortFixture {
     PseudoTerminal line;
-    /// What COM1 is.
+    /// The device of COM1.
     QString device = line.device;
     MemoryRegistry registry;
     PortNames names{registry,

@@ -10,7 +10,7 @@
 #include <termios.h>
 #include <unistd.h>
 
-/// A pair of pseudo-terminals: the port under test opens `device`, the test holds the far end.
+/// A pair of pseudo-terminals: the port under test opens `device`, the test uses the other end.
 class PseudoTerminal {
 public:
     PseudoTerminal()
@@ -45,7 +45,7 @@ public:
             all.append(buffer, count);
         return all;
     }
-    /// Holds the thread until so many bytes are with the port's driver.
+    /// Blocks until so many bytes are in the port's driver.
     bool waitUntilWithDriver(int bytes)
     {
         for (int attempt = 0; attempt < 5000; ++attempt) {
@@ -56,10 +56,10 @@ public:
         }
         return false;
     }
-    /// Takes from the port's driver what the port has not read.
+    /// Removes from the port's driver what the port has not read.
     void discardWithDriver() { ::tcflush(m_slave, TCIFLUSH); }
-    /// What the port has had its driver discard since the last call (TIOCPKT_FLUSHREAD for what it
-    /// has received, TIOCPKT_FLUSHWRITE for what it sends). Bytes are not looked at meanwhile.
+    /// What the port made its driver discard since the last call: TIOCPKT_FLUSHREAD for received
+    /// bytes, TIOCPKT_FLUSHWRITE for bytes to send. Reads no bytes.
     int takeFlushes()
     {
         int on = 1;

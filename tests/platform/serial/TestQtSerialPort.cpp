@@ -24,7 +24,7 @@ QByteArray allByteValues()
     return bytes;
 }
 
-/// Counts what devices wake the program for.
+/// Counts how often devices wake the program.
 class WakeUpCounter : public QObject {
 public:
     WakeUpCounter() { QCoreApplication::instance()->installEventFilter(this); }
@@ -37,7 +37,7 @@ public:
     int count = 0;
 };
 
-/// An open port beside the tick timer of the program.
+/// An open port and the tick timer of the program.
 struct PortAndTick : PortFixture {
     PortAndTick()
     {
@@ -45,7 +45,8 @@ struct PortAndTick : PortFixture {
         port.open();
         port.setReceiveThreshold(1);
     }
-    /// One turn of the events finds both the tick and a lone byte; `work` is done in the tick.
+    /// Processes events once, when both the tick and a single byte are due. `work` is done in the
+    /// tick.
     void letATickMeetALoneByte(const std::function<void()>& work)
     {
         const auto connection = QObject::connect(tick.get(), &IntervalTimer::tick, &port, work);
@@ -62,13 +63,13 @@ struct PortAndTick : PortFixture {
     QSignalSpy lost{&port, &SerialPort::lost};
 };
 
-/// In which order one turn of the events comes to tick and port is up to the toolkit, and in part
-/// to the numbers of their descriptors: so many pairs are tried.
+/// The order of tick and port depends on the toolkit, and in part on the numbers of their
+/// descriptors, so this many pairs are tried.
 constexpr int pairs = 20;
 
 } // namespace
 
-/// What passes through an open port.
+/// Bytes through an open port.
 class TestQtSerialPort : public QObject {
     Q_OBJECT
 private slots:
@@ -190,7 +191,7 @@ void TestQtSerialPort::fullDriverIsNoReasonToClose()
     QSignalSpy lost(&f.port, &SerialPort::lost);
     f.port.open();
 
-    // Far more than any driver holds while nobody reads.
+    // Far more than a driver buffers while nobody reads.
     const qsizetype much = 2'000'000;
     f.port.write(QByteArray(much, 'x'));
     f.port.write(QByteArray(much, 'x'));
@@ -198,7 +199,7 @@ void TestQtSerialPort::fullDriverIsNoReasonToClose()
     QVERIFY(f.port.isOpen());
     QCOMPARE(lost.count(), 0);
 
-    // What waited in the program is gone.
+    // What waited in the program has been discarded.
     f.port.clearOutput();
     QByteArray heard = f.line.received();
     f.port.write("new");
@@ -228,7 +229,7 @@ void TestQtSerialPort::bytesArriveWhileTheHandlerOfEarlierOnesRunsEvents()
     PortFixture f;
     f.port.open();
     f.port.setReceiveThreshold(1);
-    // As a box does that stands over the handler of an answer.
+    // As when the handler of an answer opens a box.
     bool cameMeanwhile = false;
     connect(
         &f.port, &SerialPort::received, this,
@@ -251,7 +252,8 @@ void TestQtSerialPort::awaitedBytesDoNotWakeTheProgramOneByOne()
     f.port.setReceiveThreshold(100);
     QSignalSpy received(&f.port, &SerialPort::received);
 
-    // Each byte is with the driver while events run; watched all the time, each would be an event.
+    // The bytes arrive while events run. If the device were watched all the time, each would be an
+    // event.
     WakeUpCounter wakeUps;
     for (int byte = 0; byte < 99; ++byte) {
         QVERIFY(f.line.send("x"));

@@ -10,11 +10,11 @@
 
 using namespace Qt::StringLiterals;
 
-/// Which devices open, and what follows when an open one vanishes.
+/// Which devices open, and what happens when an open one vanishes.
 class TestQtSerialPortDevice : public QObject {
     Q_OBJECT
 private slots:
-    /// The toolkit only warns of reading or writing what is closed.
+    /// The toolkit only warns when a closed device is read or written.
     void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
 
     void openPortIsKnownByItsDevice();
@@ -69,7 +69,7 @@ void TestQtSerialPortDevice::lockThatCannotBeRemovedTellsItsFileOfADeadProgram_d
     const QString inUse = u"%1 está en uso por otro programa."_s;
     const QString abandoned = u"%1 figura en uso por un programa que ya no existe: elimine el "
                               u"archivo %2."_s;
-    // The system's numbers end at 4194304.
+    // No process has a number above 4194304.
     QTest::newRow("dead") << QByteArray("4194305\nhct\n") << abandoned;
     QTest::newRow("dead, in the format of other programs")
         << QByteArray("   4194305\n") << abandoned;
@@ -88,7 +88,7 @@ void TestQtSerialPortDevice::lockThatCannotBeRemovedTellsItsFileOfADeadProgram()
     const auto removal = qScopeGuard([&lock] { lock.remove(); });
     QCOMPARE(lock.write(process), process.size());
     lock.close();
-    // As little may be done with a file of another user's.
+    // As with a file of another user.
     lock.setPermissions(QFile::ReadOwner | QFile::ReadUser);
 
     f.port.open();
@@ -160,7 +160,8 @@ void TestQtSerialPortDevice::unfitSettingsFailTheOpening_data()
     QTest::newRow("1.5 stop bits") << "9600,N,8,1.5" << u"%1 no admite 1.5 bits de parada."_s;
     QTest::newRow("no speed") << ",N,8,1" << u"Velocidad no válida: \"\"."_s;
     QTest::newRow("speed 0") << "0,N,8,1" << u"Velocidad no válida: \"0\"."_s;
-    // A pseudo-terminal has 8 data bits and no parity, which it says only when asked afterwards.
+    // A pseudo-terminal always has 8 data bits and no parity, and tells it only when asked
+    // afterwards.
     QTest::newRow("5 data bits here") << "9600,N,5,1" << u"%1 no admite 5 bits de datos."_s;
     QTest::newRow("even parity here") << "9600,E,8,1" << u"%1 no admite la paridad elegida."_s;
     QTest::newRow("mark parity here") << "9600,M,8,1" << u"%1 no admite la paridad elegida."_s;
@@ -177,7 +178,7 @@ void TestQtSerialPortDevice::unfitSettingsFailTheOpening()
     QVERIFY(!f.port.isOpen());
     QCOMPARE(f.port.openError(), reason.replace(u"%1"_s, f.line.device));
 
-    // The failed opening lets go of the device and does not spoil the next one.
+    // The failed opening frees the device, and the next one succeeds.
     f.port.setSettings(u"9600,N,8,1"_s);
     f.port.open();
     QVERIFY2(f.port.isOpen(), qPrintable(f.port.openError()));
@@ -245,7 +246,7 @@ void TestQtSerialPortDevice::bytesAnnouncedBeforeTheClosingAreNotRead()
     f.port.setReceiveThreshold(1);
     QVERIFY(f.line.send("late"));
     QVERIFY(f.line.waitUntilWithDriver(4));
-    // Announced in this turn of the events, to be taken in the next.
+    // Announced now, read when events are processed next.
     QCoreApplication::processEvents();
     f.port.close();
     QCoreApplication::processEvents();

@@ -13,8 +13,8 @@
 
 using namespace std::chrono_literals;
 
-/// All kinds of timer. A time is only ever awaited with events off, and is then past for certain:
-/// no test depends on how busy the machine is.
+/// All kinds of timer. Tests wait for a time only without processing events, and it has then passed
+/// for certain: no test depends on how busy the machine is.
 class TestIntervalTimer : public QObject {
     Q_OBJECT
 
@@ -60,11 +60,11 @@ private:
         QTest::newRow("beat timer") << Maker([] { return std::make_unique<BeatTimer>(); });
         QTest::newRow("tick timer of this system") << Maker(makeTickTimer);
     }
-    /// Whether the timer's time is past.
+    /// Whether the timer's time has passed.
     static bool isDue(IntervalTimer& timer)
     {
 #ifdef Q_OS_WIN
-        // A thread of the system's tells of ticks, when it likes but in the order of their times.
+        // A thread of the system reports ticks at any time, but in the order of their times.
         PreciseTimer later;
         later.setInterval(20ms);
         QList<const IntervalTimer*> order;
@@ -82,7 +82,7 @@ private:
         return ticks.count() == 1;
 #endif
     }
-    /// Lets events run until another timer has ticked three times.
+    /// Processes events until another timer has ticked three times.
     static void letTimePass()
     {
         PreciseTimer other;
@@ -145,7 +145,7 @@ void TestIntervalTimer::settingWhatItHasChangesNothing()
     QThread::msleep(60);
     timer->setInterval(50ms);
     timer->setEnabled(true);
-    // Begun anew it would be due in 50 ms.
+    // If it had been restarted, it would be due in 50 ms.
     QVERIFY(isDue(*timer));
 }
 
@@ -242,11 +242,11 @@ void TestIntervalTimer::tickTimerKeepsItsBeatWhileATickIsWorkedOn()
     timer->setInterval(50ms);
     timer->setEnabled(true);
     QTRY_COMPARE(ticks, 1);
-    // The next beat fell into the work of the first tick: its tick is due now, not 50 ms later.
+    // The timer expired during the work of the first tick: the next tick is due now, not in 50 ms.
     QVERIFY(isDue(*timer));
 }
 
-/// Counts what the timer wakes the program for.
+/// Counts how often the timer wakes the program.
 class WakeUpCounter : public QObject {
 public:
     explicit WakeUpCounter(QObject* timer) : m_timer(timer)

@@ -11,7 +11,7 @@
 
 using namespace std::chrono_literals;
 
-/// A clock of day as fine as a test needs it.
+/// A clock of day with the resolution that a test needs.
 class FineClock final : public ClockOfDay {
 public:
     double seconds = 36000;
@@ -42,7 +42,8 @@ private slots:
 private:
     FineClock m_clock;
     QList<double> m_sleeps;
-    /// Where the clock stands after each sleep; when used up, each sleep lasts what it should.
+    /// The clock's time after each sleep. When the list is used up, each sleep lasts as long as
+    /// asked.
     QList<double> m_readings;
     SystemPause m_pause{m_clock, [this](std::chrono::duration<double, std::milli> time) {
                             m_sleeps.append(time.count());
@@ -132,7 +133,7 @@ void TestPause::eventsWaitUntilThePauseIsOver()
 
 void TestPause::eventsRunWhenTheyMay()
 {
-    // The clock stands still but for what an event does to it.
+    // Only an event changes the clock.
     QTimer::singleShot(0, this, [&] {
         m_clock.seconds += 0.003;
         QTimer::singleShot(0, this, [&] { m_clock.seconds += 0.003; });
@@ -158,10 +159,10 @@ void TestPause::realPauseLastsItsTimeAndBurnsNoCore()
     elapsed.start();
     const std::clock_t before = std::clock();
     pause.Wait(200ms, letEventsRun);
-    // The processor's time where the clock of the language is that; on Windows it goes on sleeping.
+    // std::clock is processor time, except on Windows, where it goes on during sleep.
     [[maybe_unused]] const double burnt =
         static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC;
-    // The clock of day may be slewed a little against the one that measures here.
+    // The clock of day may be adjusted a little against the clock used here.
     QVERIFY(elapsed.nsecsElapsed() > 199'000'000);
 #ifndef Q_OS_WIN
     QVERIFY2(burnt < 0.1, QByteArray::number(burnt));

@@ -14,8 +14,7 @@
 #include <QTabBar>
 #include <QTest>
 
-/// A programming window over a main window, as an operator has it, with the clock in the test's
-/// hand.
+/// A programming window over a main window. The test plays the clock.
 struct ProgWindow : LinkFixture {
     explicit ProgWindow(ClockModel model, const QByteArray& generalData)
     {
@@ -32,13 +31,13 @@ struct ProgWindow : LinkFixture {
     }
     explicit ProgWindow(ClockModel model) : ProgWindow(model, samples::generalData(model)) {}
 
-    /// The clock gives its holidays: the window is ready.
+    /// The clock answers with its holidays: the window is ready.
     void becomeReady(const QByteArray& holidays = samples::holidaysAnswer())
     {
         nextRequestBody();
         answer(holidays);
     }
-    /// Every step of a send is accepted; the bodies of its five requests.
+    /// The clock accepts every request of a send; the bodies of its five requests.
     QByteArrayList acceptEverything(const QByteArray& generalData)
     {
         QByteArrayList bodies;
@@ -97,7 +96,7 @@ struct ProgWindow : LinkFixture {
     {
         QTest::keyClick(QApplication::focusWidget(), key, modifiers);
     }
-    /// Keeps a key down until it has repeated itself a few times.
+    /// Holds a key down until it has repeated a few times.
     static void hold(Qt::Key key)
     {
         QTest::keyPress(QApplication::focusWidget(), key);

@@ -41,7 +41,7 @@ private slots:
 private:
     void ways();
     static void closeBy(ProgWindow& w, Way way);
-    /// Has the window closed while its next box is up; whether it lives on for the box.
+    /// Closes the window while its next box is open. Whether it still exists for the box.
     static void closeUnderTheBox(ProgWindow& w, bool& alive);
     static void verifyToldAndEditable(const ProgWindow& w);
 };
@@ -303,7 +303,7 @@ void TestFrmProgLifecycle::windowDestroyedUnderAFileDialogIsNotTouched()
     w.becomeReady();
     w.dialogs.paths = {u"/no/hay/tal.hct"_s};
     w.dialogs.whileUp = [&] { delete w.form; };
-    // As a slot, not as a click: a button that dies under its own click is the toolkit's affair.
+    // Called as a slot and not by a click: deleting a button in its own click is not tested here.
     QMetaObject::invokeMethod(w.form, [&w] { emit w.find<QPushButton>(u"cmdAbrir"_s)->clicked(); });
     QVERIFY(!w.form);
     QVERIFY(w.log.lines.isEmpty());

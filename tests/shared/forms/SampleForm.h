@@ -12,7 +12,7 @@
 #include <functional>
 #include <memory>
 
-/// A form with two fields and a button, which counts what it is asked.
+/// A form with two fields and a button. It counts how often it is asked.
 class SampleForm final : public MdiForm {
 public:
     explicit SampleForm(QMdiArea& area) : MdiForm(area)
@@ -47,7 +47,7 @@ protected:
     void unload() override { ++unloads; }
 };
 
-/// An area of the size that forms are placed in, in front of all else.
+/// An MDI area of a fixed size, active and in front.
 inline std::unique_ptr<QMdiArea> showArea()
 {
     auto area = std::make_unique<QMdiArea>();

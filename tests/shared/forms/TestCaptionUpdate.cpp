@@ -6,7 +6,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Counts what the window system is asked to do for a label.
+/// Counts the requests to the window system for a label.
 class CountingLabel : public QLabel {
 public:
     using QLabel::QLabel;

@@ -156,7 +156,7 @@ void TestMdiForm::closingGivesTheFocusToTheWindowUsedBefore()
         forms[i]->showForm();
         forms[i]->edit->setFocus();
     }
-    // Used in the order 3, 2, 0, 1; the last but one is out of the way.
+    // Used in the order 3, 2, 0, 1. Form 0 is minimised.
     for (const int i : {2, 0, 1})
         forms[i]->showForm();
     m_area->subWindowList().at(0)->showMinimized();

@@ -26,7 +26,7 @@ struct WithMenu {
         form->showForm();
         clicked = std::make_unique<QSignalSpy>(form->button, &QPushButton::clicked);
     }
-    /// Alt+A into whatever has the focus.
+    /// Presses Alt+A in the widget with the focus.
     static void press()
     {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_A, Qt::AltModifier);
@@ -66,7 +66,7 @@ void TestMdiFormKeyboard::controlF4ClosesForTheOperator()
     SampleForm form(*m_area);
     form.showForm();
     form.refuses = true;
-    // As on a desktop that closes such windows by other keys.
+    // As on a desktop with other keys for closing such windows.
     for (QAction* action : m_area->subWindowList().constFirst()->systemMenu()->actions())
         action->setShortcuts(QList<QKeySequence>());
     QTest::keyClick(form.edit, Qt::Key_F4, Qt::ControlModifier);
@@ -92,7 +92,7 @@ void TestMdiFormKeyboard::enterPressesTheButtonWithTheFocus()
     form.button->setFocus();
     QTest::keyClick(form.button, key);
     QCOMPARE(clicked.size(), 1);
-    // Held down, it presses no more.
+    // A key that is held down does not press again.
     QKeyEvent repeated(QEvent::KeyPress, key, Qt::NoModifier, QString(), true);
     QCoreApplication::sendEvent(form.button, &repeated);
     QCOMPARE(clicked.size(), 1);

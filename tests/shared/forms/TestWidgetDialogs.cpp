@@ -38,7 +38,7 @@ void choose(QComboBox& box, int index)
     emit box.activated(index);
 }
 
-/// Closes each box that comes up: the dialog's own, which would wait for ever.
+/// Closes each box that the dialog opens, which would wait for ever.
 class BoxCloser {
 public:
     BoxCloser()
@@ -82,7 +82,7 @@ private slots:
     void boxWhoseOwnerGoesAnswersNo();
 
 private:
-    /// Runs `answer` once the dialog of the given type is up.
+    /// Runs `answer` when the dialog of the given type is open.
     template<class Dialog>
     void onceUp(std::function<void(Dialog&)> answer)
     {
@@ -390,7 +390,7 @@ void TestWidgetDialogs::saveFileAppendsTheExtension_data()
     QTest::addColumn<QString>("typed");
     QTest::addColumn<int>("filter");
     QTest::addColumn<QString>("saved");
-    // Not the extension of the filter: it is the default one that counts.
+    // The default extension, not that of the filter.
     QTest::newRow("none") << u"curso"_s << 0 << u"curso.sca"_s;
     QTest::newRow("none, all files") << u"curso"_s << 1 << u"curso.sca"_s;
     QTest::newRow("the filter's") << u"curso.hct"_s << 0 << u"curso.hct"_s;
