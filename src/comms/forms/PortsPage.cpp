@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int channelCount = 16;
+constexpr int channelCount = PortNames::highestNumber;
 
 const QStringList& speeds()
 {
@@ -238,9 +238,7 @@ void PortsPage::storeModemLineInto(CommSettings& settings) const
 void PortsPage::showDevices()
 {
     // Asked once for both lists: each question goes to the system.
-    QStringList devices;
-    for (int number = 1; number <= channelCount; ++number)
-        devices += m_names.device(number);
+    const QStringList devices = m_names.devices();
     ::showDevices(*cbbCanal, devices, m_link.directPort());
     ::showDevices(*cbbCanal2, devices, m_link.modemPort());
 }

@@ -1,7 +1,5 @@
 #include "PortNames.h"
 
-#include <QDateTime>
-#include <QFileInfo>
 #include <QSerialPortInfo>
 
 #include <algorithm>
@@ -11,36 +9,19 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int highestPort = 16;
-
 QString environmentValue(const QString& variable)
 {
     return qEnvironmentVariable(variable.toLatin1().constData());
 }
 
-/// The ports that the system lists. Listing is slow, and a channel list asks 16 times, so the
-/// result is kept until the time stamp of /dev changes.
-class PortsOfTheSystem {
-public:
-    QStringList operator()()
-    {
-        const QDateTime changed = QFileInfo(u"/dev"_s).lastModified();
-        // Within the same second another change may follow without a new time stamp.
-        const bool settled = changed.isValid() && changed.addSecs(1) < QDateTime::currentDateTime();
-        if (!settled || changed != m_changed) {
-            m_paths.clear();
-            const QList<QSerialPortInfo> ports = QSerialPortInfo::availablePorts();
-            for (const QSerialPortInfo& port : ports)
-                m_paths.append(port.systemLocation());
-            m_changed = settled ? changed : QDateTime();
-        }
-        return m_paths;
-    }
-
-private:
-    QDateTime m_changed;
-    QStringList m_paths;
-};
+QStringList portsOfTheSystem()
+{
+    QStringList paths;
+    const QList<QSerialPortInfo> ports = QSerialPortInfo::availablePorts();
+    for (const QSerialPortInfo& port : ports)
+        paths += port.systemLocation();
+    return paths;
+}
 
 /// How many digits there are from `from` on.
 qsizetype digitsAt(const QString& text, qsizetype from)
@@ -98,7 +79,7 @@ QString registeredDevice(const Registry& registry, const QString& portName)
 } // namespace
 
 PortNames::PortNames(const Registry& registry)
-    : PortNames(registry, environmentValue, PortsOfTheSystem())
+    : PortNames(registry, environmentValue, portsOfTheSystem)
 {}
 
 PortNames::PortNames(const Registry& registry, Environment environment, SystemPorts systemPorts)
@@ -109,16 +90,35 @@ PortNames::PortNames(const Registry& registry, Environment environment, SystemPo
 
 QString PortNames::device(int number) const
 {
-    if (number < 1 || number > highestPort)
+    if (number < 1 || number > highestNumber)
         return {};
+    const QString named = namedDevice(number);
+    return named.isEmpty() ? listedDevices().value(number - 1) : named;
+}
+
+QStringList PortNames::devices() const
+{
+    const QStringList listed = listedDevices();
+    QStringList all;
+    for (int number = 1; number <= highestNumber; ++number) {
+        const QString named = namedDevice(number);
+        all += named.isEmpty() ? listed.value(number - 1) : named;
+    }
+    return all;
+}
+
+QString PortNames::namedDevice(int number) const
+{
     const QString portName = u"COM%1"_s.arg(number);
     const QString named = m_environment(u"HCT_"_s + portName).trimmed();
-    if (!named.isEmpty())
-        return named.contains(u'/') ? named : u"/dev/"_s + named;
-    const QString registered = registeredDevice(m_registry, portName);
-    if (!registered.isEmpty())
-        return registered;
+    if (named.isEmpty())
+        return registeredDevice(m_registry, portName);
+    return named.contains(u'/') ? named : u"/dev/"_s + named;
+}
+
+QStringList PortNames::listedDevices() const
+{
     QStringList ports = m_systemPorts();
     std::sort(ports.begin(), ports.end(), naturallyLess);
-    return ports.value(number - 1);
+    return ports;
 }

@@ -19,11 +19,21 @@ public:
     explicit PortNames(const Registry& registry);
     PortNames(const Registry& registry, Environment environment, SystemPorts systemPorts);
 
+    static constexpr int highestNumber = 16;
+
     /// The path of the device for COM `number` (1 to 16); empty when there is none. The device may
-    /// not exist.
+    /// not exist. Asks the system for its ports, which takes milliseconds, when nothing else names
+    /// the device.
     QString device(int number) const;
+    /// The devices of COM1 to COM16. Asks the system once for all.
+    QStringList devices() const;
 
 private:
+    /// What the environment or the registry names; empty when neither does.
+    QString namedDevice(int number) const;
+    /// In natural order.
+    QStringList listedDevices() const;
+
     const Registry& m_registry;
     Environment m_environment;
     SystemPorts m_systemPorts;

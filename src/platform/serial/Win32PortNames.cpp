@@ -16,6 +16,13 @@ PortNames::PortNames(const Registry& registry, Environment environment, SystemPo
 
 QString PortNames::device(int number) const
 {
-    constexpr int highestPort = 16;
-    return number >= 1 && number <= highestPort ? u"COM%1"_s.arg(number) : QString();
+    return number >= 1 && number <= highestNumber ? u"COM%1"_s.arg(number) : QString();
+}
+
+QStringList PortNames::devices() const
+{
+    QStringList all;
+    for (int number = 1; number <= highestNumber; ++number)
+        all += device(number);
+    return all;
 }

@@ -19,6 +19,9 @@ private slots:
     void portsThatDoNotExistHaveNoDevice_data();
     void portsThatDoNotExistHaveNoDevice();
     void listIsLookedUpAnewEachTime();
+    void allDevicesAreThoseOfTheirNumbers();
+    void allDevicesTakeOneListing();
+    void namedDeviceTakesNoListing();
 
 private:
     void registerDevice(const QString& device, const QByteArray& portName,
@@ -32,15 +35,20 @@ private:
     MemoryRegistry m_registry;
     QMap<QString, QString> m_environment;
     QStringList m_ports;
+    int m_listings = 0;
     PortNames m_names{m_registry,
                       [this](const QString& variable) { return m_environment.value(variable); },
-                      [this] { return m_ports; }};
+                      [this] {
+                          ++m_listings;
+                          return m_ports;
+                      }};
 };
 
 void TestPortNames::init()
 {
     m_registry.values.clear();
     m_environment.clear();
+    m_listings = 0;
     m_ports = {u"/dev/ttyUSB10"_s, u"/dev/ttyUSB2"_s, u"/dev/ttyS0"_s, u"/dev/ttyACM0"_s};
 }
 
@@ -108,6 +116,30 @@ void TestPortNames::listIsLookedUpAnewEachTime()
     QCOMPARE(m_names.device(1), QString());
     m_ports = {u"/dev/ttyUSB0"_s};
     QCOMPARE(m_names.device(1), u"/dev/ttyUSB0"_s);
+}
+
+void TestPortNames::allDevicesAreThoseOfTheirNumbers()
+{
+    m_environment[u"HCT_COM2"_s] = u"ttyUSB3"_s;
+    registerDevice(u"/dev/ttyUSB5"_s, "COM16");
+    QCOMPARE(m_names.devices(), QStringList({u"/dev/ttyACM0"_s, u"/dev/ttyUSB3"_s,
+                                             u"/dev/ttyUSB2"_s, u"/dev/ttyUSB10"_s}) +
+                                    QStringList(11, QString()) + QStringList(u"/dev/ttyUSB5"_s));
+}
+
+void TestPortNames::allDevicesTakeOneListing()
+{
+    QCOMPARE(m_names.devices().size(), 16);
+    QCOMPARE(m_listings, 1);
+}
+
+void TestPortNames::namedDeviceTakesNoListing()
+{
+    m_environment[u"HCT_COM1"_s] = u"/dev/pts/7"_s;
+    registerDevice(u"/dev/ttyUSB5"_s, "COM2");
+    QCOMPARE(m_names.device(1), u"/dev/pts/7"_s);
+    QCOMPARE(m_names.device(2), u"/dev/ttyUSB5"_s);
+    QCOMPARE(m_listings, 0);
 }
 
 QTEST_GUILESS_MAIN(TestPortNames)
