@@ -53,15 +53,14 @@ AlarmGrid::AlarmGrid(ClockModel model, QWidget* parent)
     setBackgroundRole(QPalette::Base);
     setAutoFillBackground(true);
     auto* grid = new QGridLayout(this);
-    grid->setContentsMargins(6, 2, 6, 4);
+    grid->setContentsMargins(6, 0, 6, 4);
     grid->setHorizontalSpacing(4);
     grid->setVerticalSpacing(2);
     for (int row = 0; row < AlarmBlock::alarmCount; ++row)
         addRow(row);
     grid->setColumnMinimumWidth(m_dayCount + 2, fontMetrics().averageCharWidth() * 4);
-    grid->setRowStretch(rowsAHalf + 1, 1);
+    grid->setRowStretch(rowsAHalf, 1);
     addCaptions();
-    grid->setRowMinimumHeight(0, m_captions->minimumHeight());
 
     connect(qApp, &QApplication::focusChanged, this,
             [this](QWidget*, QWidget* now) { focusChanged(now); });
@@ -93,16 +92,10 @@ void AlarmGrid::storeAlarms(AlarmBlock& block) const
 
 void AlarmGrid::focusRow(int row) { moveTo({row, 0}); }
 
-void AlarmGrid::setScrolled(int pixels)
-{
-    m_scrolled = pixels;
-    placeCaptions();
-}
-
 void AlarmGrid::addRow(int index)
 {
     auto* grid = static_cast<QGridLayout*>(layout());
-    const int gridRow = 1 + index % rowsAHalf;
+    const int gridRow = index % rowsAHalf;
     const int firstColumn = index < rowsAHalf ? 0 : m_dayCount + 3;
     const QString number = QString::number(index + 1);
 
@@ -140,6 +133,7 @@ QCheckBox* AlarmGrid::addDay(int index, int day)
 void AlarmGrid::addCaptions()
 {
     m_captions = new QWidget(this);
+    m_captions->setBackgroundRole(QPalette::Base);
     m_captions->setAutoFillBackground(true);
     auto* grid = static_cast<QGridLayout*>(layout());
     const auto add = [this](const QString& caption) {
@@ -163,37 +157,28 @@ void AlarmGrid::addCaptions()
             grid->setColumnStretch(column, 1);
         }
     }
-    m_captions->setMinimumHeight(m_captionLabels.front()->sizeHint().height() + 6);
+    m_captions->setFixedHeight(m_captionLabels.front()->sizeHint().height() + 8);
 }
 
 void AlarmGrid::placeCaptions()
 {
     const auto* grid = static_cast<QGridLayout*>(layout());
-    const int height = grid->cellRect(1, 0).top();
-    m_captions->setGeometry(0, m_scrolled, width(), height);
-    m_captions->raise();
     for (int index = 0; index < static_cast<int>(m_captionLabels.size()); ++index) {
         const int perHalf = m_dayCount + 2;
         const int column = index < perHalf ? index : index + 1;
-        const QRect cell = grid->cellRect(1, column);
+        const QRect cell = grid->cellRect(0, column);
         m_captionLabels[static_cast<std::size_t>(index)]->setGeometry(cell.left(), 0, cell.width(),
-                                                                      height);
+                                                                      m_captions->height());
     }
 }
 
 bool AlarmGrid::event(QEvent* event)
 {
     const bool handled = QWidget::event(event);
-    if (event->type() == QEvent::LayoutRequest)
+    // The layout has placed the fields by now.
+    if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Resize)
         placeCaptions();
     return handled;
-}
-
-void AlarmGrid::resizeEvent(QResizeEvent* event)
-{
-    QWidget::resizeEvent(event);
-    layout()->activate();
-    placeCaptions();
 }
 
 void AlarmGrid::paintEvent(QPaintEvent* /*event*/)
@@ -306,7 +291,7 @@ QRect AlarmGrid::rowRect(int row) const
 {
     const Row& fields = m_rows[static_cast<std::size_t>(row)];
     const auto* grid = static_cast<QGridLayout*>(layout());
-    const int gridRow = 1 + row % rowsAHalf;
+    const int gridRow = row % rowsAHalf;
     const int firstColumn = row < rowsAHalf ? 0 : m_dayCount + 3;
     const QRect cells = grid->cellRect(gridRow, firstColumn) |
                         grid->cellRect(gridRow, firstColumn + m_dayCount + 1) |

@@ -25,14 +25,14 @@ public:
     void storeAlarms(AlarmBlock& block) const;
 
     void focusRow(int row);
-    /// How far the rows are scrolled up: the captions of the columns stay in sight.
-    void setScrolled(int pixels);
+    /// The captions of the columns. They stand above the rows, as wide as the grid, but not in it.
+    /// They belong to the grid until they are given another parent.
+    QWidget& captions() { return *m_captions; }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
     bool event(QEvent* event) override;
 
 private:
@@ -65,5 +65,4 @@ private:
     QWidget* m_captions;
     std::vector<QLabel*> m_captionLabels;
     int m_focusRow = -1;
-    int m_scrolled = 0;
 };

@@ -18,7 +18,6 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
-#include <QScrollBar>
 #include <QShortcut>
 #include <QStyle>
 #include <QTabBar>
@@ -133,8 +132,7 @@ QFrame* frmProg::makeBlockFrame()
     m_header = BlockHeader::make(m_model, fraCadroAvisos);
     m_grid = new AlarmGrid(m_model);
     auto* scroll = new FollowingScroll(*m_grid, fraCadroAvisos);
-    connect(scroll->verticalScrollBar(), &QScrollBar::valueChanged, m_grid,
-            &AlarmGrid::setScrolled);
+    scroll->setHeader(m_grid->captions());
     auto* keys = new QLabel(u"Tab: campo siguiente   Intro: aviso siguiente   Espacio: marcar el "
                             "día   Ctrl+D: repetir los días del aviso anterior"_s,
                             fraCadroAvisos);

@@ -8,6 +8,22 @@ using namespace Qt::StringLiterals;
 constexpr auto hct7200 = ClockModel::Hct7200;
 constexpr auto hct7300 = ClockModel::Hct7300;
 
+namespace {
+
+/// The names of all that a screen reader meets below a window.
+QStringList textsBelow(const QAccessibleInterface& parent)
+{
+    QStringList texts;
+    for (int index = 0; index < parent.childCount(); ++index) {
+        const QAccessibleInterface* child = parent.child(index);
+        texts += child->text(QAccessible::Name);
+        texts += textsBelow(*child);
+    }
+    return texts;
+}
+
+} // namespace
+
 class TestFrmProg : public QObject {
     Q_OBJECT
 private slots:
@@ -16,6 +32,7 @@ private slots:
     void captionsOfTheColumnsAreShownWhole();
     void controlsOfTheHct7200();
     void controlsOfTheSecondModel();
+    void captionsOfTheColumnsAreThereForAScreenReader();
     void everyControlHasAnAccessibleName_data();
     void everyControlHasAnAccessibleName();
     void openingIsLockedUntilTheHolidaysAreRead();
@@ -129,6 +146,14 @@ void TestFrmProg::controlsOfTheSecondModel()
         QVERIFY(w.day(name, 31)->toolTip().isEmpty());
     QVERIFY(!w.form->findChild<QLabel*>(u"lblModo"_s));
     QVERIFY(!w.form->findChild<QCheckBox*>(u"chkIntermitente"_s));
+}
+
+void TestFrmProg::captionsOfTheColumnsAreThereForAScreenReader()
+{
+    const ProgWindow w(hct7300);
+    QAccessibleInterface* form = QAccessible::queryAccessibleInterface(w.form);
+    QCOMPARE(textsBelow(*form).count(u"Hora"_s), 2);
+    QCOMPARE(textsBelow(*form).count(u"Fest"_s), 2);
 }
 
 void TestFrmProg::everyControlHasAnAccessibleName_data()

@@ -35,6 +35,8 @@ private slots:
     void heldEnterPressesItsButtonOnce();
     void schoolWeekByKeyboardAlone();
     void smallWindowScrollsToTheFocus();
+    void captionsScrollSidewaysWithTheirColumns();
+    void captionsCoverNoRow();
     void smallHolidayPageScrollsToTheFocus();
     void windowFitsASmallScreen_data();
     void windowFitsASmallScreen();
@@ -370,11 +372,47 @@ void TestFrmProgKeyboard::smallWindowScrollsToTheFocus()
     for (int press = 0; press < 3; ++press)
         w.press(Qt::Key_Down);
     QVERIFY(isInSight(w.day(u"chkLuns"_s, 15)));
-    QVERIFY(isInSight(w.form->findChild<QLabel*>(u"lblNumero(0)"_s)));
     w.day(u"chkVacaciones"_s, 20)->setFocus();
     QVERIFY(isInSight(w.day(u"chkVacaciones"_s, 20)));
     w.time(0)->setFieldFocus(0, Qt::OtherFocusReason);
     QVERIFY(isInSight(w.time(0)));
+}
+
+void TestFrmProgKeyboard::captionsScrollSidewaysWithTheirColumns()
+{
+    ProgWindow w(hct7300);
+    w.becomeReady();
+    w.form->resize(500, 320);
+    auto* area = w.find<QFrame>(u"fraCadroAvisos"_s)->findChild<QScrollArea*>();
+    const auto centreOf = [area](const QWidget* widget) {
+        return widget->mapTo(area, widget->rect().center());
+    };
+    const QLabel* caption = nullptr;
+    for (const auto* label : area->findChildren<QLabel*>())
+        if (label->text() == u"Vac"_s)
+            caption = label;
+    const int height = centreOf(caption).y();
+    QVERIFY(centreOf(caption).x() > area->width());
+    area->verticalScrollBar()->setValue(area->verticalScrollBar()->maximum());
+    area->horizontalScrollBar()->setValue(area->horizontalScrollBar()->maximum());
+    QVERIFY(centreOf(caption).x() < area->width());
+    QVERIFY(qAbs(centreOf(caption).x() - centreOf(w.day(u"chkVacaciones"_s, 31)).x()) <= 1);
+    QCOMPARE(centreOf(caption).y(), height);
+    QVERIFY(!caption->visibleRegion().isEmpty());
+}
+
+void TestFrmProgKeyboard::captionsCoverNoRow()
+{
+    ProgWindow w(hct7300);
+    w.becomeReady();
+    w.form->resize(500, 320);
+    auto* area = w.find<QFrame>(u"fraCadroAvisos"_s)->findChild<QScrollArea*>();
+    area->verticalScrollBar()->setValue(area->verticalScrollBar()->maximum());
+    area->ensureWidgetVisible(w.time(3), 0, 0);
+    QCOMPARE(w.time(3)->visibleRegion().boundingRect(), w.time(3)->rect());
+    const auto captions = area->findChildren<QLabel*>(QRegularExpression(u"^lblNumero"_s));
+    QCOMPARE(captions.size(), 2);
+    QCOMPARE(captions[0]->visibleRegion().boundingRect(), captions[0]->rect());
 }
 
 void TestFrmProgKeyboard::smallHolidayPageScrollsToTheFocus()
