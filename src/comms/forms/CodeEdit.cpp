@@ -2,37 +2,14 @@
 
 #include "Wipe.h"
 
-#include <QApplication>
-#include <QProxyStyle>
 #include <QRegularExpressionValidator>
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-/// The style that the program runs in, but for the character that hides a code.
-class AsteriskStyle : public QProxyStyle {
-public:
-    AsteriskStyle() : QProxyStyle(QApplication::style()->name()) {}
-
-    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-                  QStyleHintReturn* returnData) const override
-    {
-        if (hint == SH_LineEdit_PasswordCharacter)
-            return u'*';
-        if (hint == SH_LineEdit_PasswordMaskDelay)
-            return 0;
-        return QProxyStyle::styleHint(hint, option, widget, returnData);
-    }
-};
-
-} // namespace
-
 CodeEdit::CodeEdit(int length, QWidget* parent) : QLineEdit(parent)
 {
-    auto* style = new AsteriskStyle;
-    style->setParent(this);
-    setStyle(style);
+    // 42 is the asterisk.
+    setStyleSheet(u"lineedit-password-character: 42; lineedit-password-mask-delay: 0"_s);
     setMaxLength(length);
     setValidator(new QRegularExpressionValidator(QRegularExpression(u"[0-9]*"_s), this));
     setInputMethodHints(Qt::ImhDigitsOnly | Qt::ImhSensitiveData | Qt::ImhNoPredictiveText);
