@@ -1,6 +1,7 @@
 #include "Program.h"
 
 #include "ApplicationIcon.h"
+#include "Dialogs.h"
 #include "ModelWindows.h"
 #include "ModemQuestions.h"
 #include "frmAcerca.h"
@@ -91,8 +92,11 @@ void Program::makeMainWindow()
 void Program::openAbout()
 {
     const auto systemInformation = [this] {
-        modUtilidades::systemInformation(m_session->environment().registry, m_desktop.dialogs,
-                                         m_desktop.startProgram);
+        if (!modUtilidades::systemInformation(m_session->environment().registry,
+                                              m_desktop.startProgram))
+            m_desktop.dialogs.tell(
+                Dialogs::Icon::Information, applicationTitle(),
+                u"La información del sistema no está disponible en este momento"_s);
     };
     auto* about = new frmAcerca(m_mainWindow.get(), QStringLiteral(HCT_VERSION), systemInformation);
     about->open();

@@ -1,7 +1,6 @@
 #include "modUtilidades.h"
 
 #include "StatusBlock.h"
-#include "modGlobais.h"
 #include "modRexistro.h"
 
 #include <QFileInfo>
@@ -88,11 +87,9 @@ QString modUtilidades::fileName(const QString& path, bool stripExtension)
     return name;
 }
 
-void modUtilidades::systemInformation(const Registry& registry, Dialogs& dialogs,
+bool modUtilidades::systemInformation(const Registry& registry,
                                       const std::function<bool(const QString& program)>& start)
 {
     const QString program = systemInformationProgram(registry);
-    if (program.isEmpty() || !start(program))
-        dialogs.tell(Dialogs::Icon::Information, applicationTitle(),
-                     u"La información del sistema no está disponible en este momento"_s);
+    return !program.isEmpty() && start(program);
 }

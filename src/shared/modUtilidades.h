@@ -1,6 +1,5 @@
 #pragma once
 
-#include "Dialogs.h"
 #include "Registry.h"
 
 #include <QByteArray>
@@ -26,9 +25,9 @@ QString hexadecimalText(qint32 value, int width);
 /// is removed before.
 QString fileName(const QString& path, bool stripExtension);
 
-/// Starts the system-information program that the registry names. Tells the operator when there is
-/// none. `start` runs a program in a normal window; false when it could not.
-void systemInformation(const Registry& registry, Dialogs& dialogs,
+/// Starts the system-information program that the registry names; false when there is none, or it
+/// did not start. `start` runs a program in a normal window; false when it could not.
+bool systemInformation(const Registry& registry,
                        const std::function<bool(const QString& program)>& start);
 
 } // namespace modUtilidades

@@ -132,6 +132,7 @@ void TestAboutBox::informationButtonTellsWhenThereIsNone()
 {
     QTest::mouseClick(button("cmdSysInfo"), Qt::LeftButton);
     QCOMPARE(m_fixture->dialogs.boxes.size(), 1);
+    QCOMPARE(m_fixture->dialogs.boxes.first().title, u"Control Equipo HCT"_s);
     QCOMPARE(m_fixture->dialogs.boxes.first().text,
              u"La información del sistema no está disponible en este momento"_s);
     QVERIFY(m_box);
