@@ -7,17 +7,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-QByteArray remoteControlled()
-{
-    QByteArray block = LinkFixture::fullBlock();
-    block[219] = 0x04;
-    return block;
-}
-
-} // namespace
-
 /// The question before a clock is left in remote-control mode.
 class TestExitQuestion : public QObject {
     Q_OBJECT
@@ -46,7 +35,7 @@ void TestExitQuestion::disconnectingAsksOnlyInRemoteControl()
     QCOMPARE(workflow().state(), ConnectionState::Disconnected);
     QCOMPARE(boxes().size(), 0);
 
-    m_fixture->establish(remoteControlled());
+    m_fixture->establish(LinkFixture::remoteControlledBlock());
     m_fixture->dialogs.confirmations = {true};
     disconnect();
     QCOMPARE(workflow().state(), ConnectionState::Disconnected);
@@ -55,7 +44,7 @@ void TestExitQuestion::disconnectingAsksOnlyInRemoteControl()
 
 void TestExitQuestion::questionIsInTheseWords()
 {
-    m_fixture->establish(remoteControlled());
+    m_fixture->establish(LinkFixture::remoteControlledBlock());
     disconnect();
     QCOMPARE(boxes().size(), 1);
     const FakeDialogs::Box& box = boxes().first();
@@ -67,7 +56,7 @@ void TestExitQuestion::questionIsInTheseWords()
 
 void TestExitQuestion::refusedDisconnectingChangesNothing()
 {
-    m_fixture->establish(remoteControlled());
+    m_fixture->establish(LinkFixture::remoteControlledBlock());
     const QStringList before = m_fixture->logLines();
     disconnect();
     QCOMPARE(workflow().state(), ConnectionState::Connected);
@@ -78,7 +67,7 @@ void TestExitQuestion::refusedDisconnectingChangesNothing()
 
 void TestExitQuestion::connectionThatEndsUnderTheQuestionEndsOnce()
 {
-    m_fixture->establish(remoteControlled());
+    m_fixture->establish(LinkFixture::remoteControlledBlock());
     const qsizetype before = m_fixture->logLines().size();
     m_fixture->dialogs.confirmations = {true};
     m_fixture->dialogs.whileUp = [this] {
@@ -93,7 +82,7 @@ void TestExitQuestion::connectionThatEndsUnderTheQuestionEndsOnce()
 
 void TestExitQuestion::closingAsksOnlyWhileEstablished()
 {
-    m_fixture->establish(remoteControlled());
+    m_fixture->establish(LinkFixture::remoteControlledBlock());
     QVERIFY(!m_fixture->program.mainWindow().queryUnload());
     m_fixture->dialogs.confirmations = {true};
     QVERIFY(m_fixture->program.mainWindow().queryUnload());

@@ -19,13 +19,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QByteArray remoteControlled()
-{
-    QByteArray block = LinkFixture::fullBlock();
-    block[219] = 0x04;
-    return block;
-}
-
 /// A window that refuses to close, as the firmware window does during a transfer.
 class Refuser final : public MdiForm {
 public:
@@ -300,7 +293,7 @@ void TestMainWindow::closingWithTheBitClearDoesNotAsk()
 
 void TestMainWindow::closingInRemoteControlAsks()
 {
-    m_fixture->establish(remoteControlled());
+    m_fixture->establish(LinkFixture::remoteControlledBlock());
     m_fixture->dialogs.confirmations = {true};
     m_fixture->choose("mnuSair");
     QCOMPARE(m_fixture->dialogs.boxes.size(), 1);
@@ -309,7 +302,7 @@ void TestMainWindow::closingInRemoteControlAsks()
 
 void TestMainWindow::closingRefusedKeepsEverything()
 {
-    m_fixture->establish(remoteControlled());
+    m_fixture->establish(LinkFixture::remoteControlledBlock());
     m_fixture->choose("mnuInformacion");
     m_fixture->choose("mnuSair");
     QVERIFY(m_fixture->program.mainWindow().isVisible());
@@ -364,7 +357,7 @@ void TestMainWindow::closingTwiceUnloadsOnce()
 
 void TestMainWindow::endUnderTheQuestionIsTheEnd()
 {
-    m_fixture->establish(remoteControlled());
+    m_fixture->establish(LinkFixture::remoteControlledBlock());
     const QSignalSpy unloaded(&m_fixture->program.mainWindow(), &frmPrincipal::unloaded);
     m_fixture->dialogs.whileUp = [this] { m_fixture->program.mainWindow().unload(); };
     m_fixture->choose("mnuSair");
@@ -375,7 +368,7 @@ void TestMainWindow::endUnderTheQuestionIsTheEnd()
 
 void TestMainWindow::endingWithoutAskingClosesRefusers()
 {
-    m_fixture->establish(remoteControlled());
+    m_fixture->establish(LinkFixture::remoteControlledBlock());
     const Refuser refuser(*m_fixture->program.mainWindow().findChild<QMdiArea*>());
     m_fixture->program.mainWindow().unload();
     QCOMPARE(m_fixture->dialogs.boxes.size(), 0);

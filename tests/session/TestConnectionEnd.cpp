@@ -2,17 +2,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-QByteArray remoteControlled()
-{
-    QByteArray block = LinkFixture::fullBlock();
-    block[219] = 0x04;
-    return block;
-}
-
-} // namespace
-
 /// How a connection ends.
 class TestConnectionEnd : public WorkflowFixture {
     Q_OBJECT
@@ -129,7 +118,7 @@ void TestConnectionEnd::onlyAClockInRemoteControlNeedsConsent()
 {
     establish();
     QVERIFY(!m_workflow->exitNeedsConsent());
-    answerPoll(remoteControlled());
+    answerPoll(LinkFixture::remoteControlledBlock());
     QVERIFY(m_workflow->exitNeedsConsent());
 }
 

@@ -125,6 +125,13 @@ QByteArray LinkFixture::fullBlock(quint8 model)
     return block;
 }
 
+QByteArray LinkFixture::remoteControlledBlock()
+{
+    QByteArray block = fullBlock();
+    block[219] = 0x04;
+    return block;
+}
+
 void LinkFixture::deleteWhatIsDue()
 {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

@@ -78,6 +78,8 @@ struct LinkFixture {
     /// A realistic status block of 220 bytes: Saturday 21-11-26 09:05:03, outputs 1 and 3 on, all
     /// inputs at rest, no flag set, no alarms.
     static QByteArray fullBlock(quint8 model = 30);
+    /// The same with the flag of remote control.
+    static QByteArray remoteControlledBlock();
     /// Deletes now what is to be deleted later.
     static void deleteWhatIsDue();
 
