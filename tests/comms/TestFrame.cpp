@@ -1,22 +1,6 @@
-#include "Frame.h"
+#include "FrameBytes.h"
 
 #include <QTest>
-
-namespace {
-
-QByteArray whole(const frame::Encoded& encoded) { return encoded.start + encoded.rest; }
-
-/// Takes all the bytes; the last header found, if any.
-std::optional<frame::Header> hunt(frame::HeaderHunter& hunter, const QByteArray& bytes)
-{
-    std::optional<frame::Header> found;
-    for (const char byte : bytes)
-        if (const auto header = hunter.take(static_cast<quint8>(byte)))
-            found = header;
-    return found;
-}
-
-} // namespace
 
 class TestFrame : public QObject {
     Q_OBJECT
