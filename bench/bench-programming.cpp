@@ -1,15 +1,8 @@
 // The programming window of the HCT-7300, the larger one. Times: its file; from opening to the
 // first painting; from the clock's answer until the window is ready; from tab to tab.
 
-#include "CommSettings.h"
-#include "FakeDialogs.h"
-#include "FakePause.h"
-#include "FakeSerialPort.h"
-#include "FakeTimer.h"
-#include "MessageLink.h"
+#include "LinkFixture.h"
 #include "ProgrammeFile.h"
-#include "RecordingLog.h"
-#include "frmCrono.h"
 #include "frmProg.h"
 
 #include <QApplication>
@@ -78,25 +71,13 @@ void load(benchmark::State& state)
 BENCHMARK(load)->Unit(benchmark::kMicrosecond);
 
 /// A connected program as far as the window knows it.
-struct Connection {
-    FakeClockOfDay clock;
-    FakeSerialPort serie{clock};
-    FakeSerialPort modem{clock};
-    FakeTimer tmrTemporizador;
-    FakeTimer tmrCrono;
-    FakePause pause{clock};
-    CommSettings settings;
-    MessageLink link{serie, modem, tmrTemporizador, pause, settings};
-    modGlobais globais;
-    frmCrono crono{tmrCrono, globais, [this] { return link.Ocupado(); }};
-    RecordingLog log;
-    FakeDialogs dialogs;
+struct Connection : LinkFixture {
     QWidget owner;
 
     Connection()
     {
+        connect();
         globais.GeneralData = statusBlock();
-        link.ArrancaConexion(false);
         owner.show();
     }
     frmProg* openWindow()
@@ -108,13 +89,7 @@ struct Connection {
     }
     void askForHolidays() { emit tmrCrono.tick(); }
     /// The answer with holidays and periods, all unused.
-    void answerHolidays()
-    {
-        const char station = static_cast<char>(settings.estacion());
-        const char sum = static_cast<char>(settings.estacion() + 8 + 0xD9);
-        serie.arrive(QByteArray::fromHex("68444468") + station + '\x08' + '\xD9' +
-                     QByteArray(65, '\0') + sum + '\x16');
-    }
+    void answerHolidays() { answer(QByteArray::fromHex("d9") + QByteArray(65, '\0')); }
     static void paint(QWidget& form)
     {
         QCoreApplication::processEvents();
@@ -123,7 +98,7 @@ struct Connection {
     static void dispose(frmProg* form)
     {
         form->close();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        deleteWhatIsDue();
     }
 };
 
