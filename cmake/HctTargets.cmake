@@ -10,10 +10,11 @@ if(WIN32)
     target_compile_definitions(hct_flags INTERFACE NOMINMAX)
 endif()
 if(MSVC)
-    target_compile_options(hct_flags INTERFACE /W4 /permissive- /utf-8)
+    target_compile_options(hct_flags INTERFACE
+        $<$<BOOL:${HCT_WERROR}>:/WX> /W4 /permissive- /utf-8)
 else()
     target_compile_options(hct_flags INTERFACE
-        -Werror -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
+        $<$<BOOL:${HCT_WERROR}>:-Werror> -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
         -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast -Wcast-align -Wunused
         # Optimisation makes g++ see null pointers behind every guarded QPointer.
         $<$<CONFIG:Debug>:-Wnull-dereference>
