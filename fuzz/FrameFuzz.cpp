@@ -48,7 +48,7 @@ Answer answerIn(const QByteArray& line, quint8 station)
             return {};
         Answer answer{LinkStatus::Good, byteAt(line, at + 5), line.mid(at + 6, length - 2)};
         int sum = byteAt(line, at + 4) + answer.code;
-        for (const char byte : answer.data)
+        for (const char byte : std::as_const(answer.data))
             sum += static_cast<quint8>(byte);
         if ((sum & 0xFF) != byteAt(line, at + 4 + length))
             answer.status = LinkStatus::ChecksumError;

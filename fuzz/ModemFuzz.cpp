@@ -21,8 +21,8 @@ void require(bool condition)
 }
 
 /// Of both codes; nothing else that is sent or shown has these digits.
-const QByteArray pin = "7777";
-const QByteArray puk = "88888888";
+constexpr char pin[] = "7777";
+constexpr char puk[] = "88888888";
 
 /// What the first byte of the input chooses.
 enum Command { CheckPin, QuerySignal, SendPin, SendPuk, Script, Initialise, Dial, Type };
@@ -103,7 +103,7 @@ struct Modem {
 QByteArray withEcho(QByteArray input, bool withPuk)
 {
     input.replace('7', '1').replace('8', '2');
-    const QByteArray echo = "AT+CPIN=" + (withPuk ? puk + ',' : QByteArray()) + pin;
+    const QByteArray echo = "AT+CPIN=" + (withPuk ? QByteArray(puk) + ',' : QByteArray()) + pin;
     return input.insert(input.size() / 2, echo + '\r');
 }
 

@@ -71,7 +71,7 @@ extern "C" int LLVMFuzzerTestOneInput(const quint8* data, std::size_t size)
         registry.query(user, key, each);
 
     RegistryValue value{RegistryValue::Text, {}};
-    for (const char byte : input.first(std::min<qsizetype>(input.size(), 8)))
+    for (const char byte : QByteArrayView(input).first(std::min<qsizetype>(input.size(), 8)))
         value.bytes.append(static_cast<char>((byte & 0x7F) | 1));
     value.bytes.append('\0');
     registry.set(user, key, name, value);

@@ -112,7 +112,7 @@ QString Simulator::comeBack()
     if (m_line.isOpen())
         return u"the line is there"_s;
     m_isDeaf = false;
-    const QString reason = m_line.open();
+    QString reason = m_line.open();
     emit reported(reason.isEmpty() ? u"event returned %1"_s.arg(m_line.devicePath())
                                    : u"event failed %1"_s.arg(reason));
     return reason;

@@ -1,5 +1,7 @@
 #include "ClockAnswers.h"
 
+#include "Bytes.h"
+
 #include <utility>
 
 namespace simulator {
@@ -9,8 +11,6 @@ namespace {
 constexpr quint8 accepted = 0;
 constexpr quint8 closed = 1;
 constexpr quint8 unknownNumber = 2;
-
-quint8 byteAt(const QByteArray& bytes, qsizetype index) { return quint8(bytes[index]); }
 
 QByteArray answerOf(quint8 selector, quint8 status)
 {

@@ -59,14 +59,14 @@ void fill(AlarmBlock& block, quint8 duration, quint8 mode, std::initializer_list
 
 } // namespace
 
-quint8 AlarmBlock::dayBits(int alarm) const
+quint8 AlarmBlock::dayBits(qsizetype alarm) const
 {
     const int first = quint8(bytes[2 * alarm]) >> 5;
     const int second = quint8(bytes[2 * alarm + 1]) >> 6;
     return quint8(first << 2 | second);
 }
 
-void AlarmBlock::setAlarm(int alarm, int hour, int minute, quint8 dayBits)
+void AlarmBlock::setAlarm(qsizetype alarm, int hour, int minute, quint8 dayBits)
 {
     bytes[2 * alarm] = char((dayBits >> 2) << 5 | (hour & 0x1F));
     bytes[2 * alarm + 1] = char((dayBits & 0x03) << 6 | (minute & 0x3F));

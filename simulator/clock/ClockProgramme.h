@@ -20,12 +20,12 @@ struct AlarmBlock {
     quint8 activeCountPlusOne = 1;
     QByteArray bytes = QByteArray(byteCount, '\0');
 
-    quint8 hour(int alarm) const { return quint8(bytes[2 * alarm]) & 0x1F; }
-    quint8 minute(int alarm) const { return quint8(bytes[2 * alarm + 1]) & 0x3F; }
+    quint8 hour(qsizetype alarm) const { return quint8(bytes[2 * alarm]) & 0x1F; }
+    quint8 minute(qsizetype alarm) const { return quint8(bytes[2 * alarm + 1]) & 0x3F; }
     /// The five day bits: bits 7 to 5 of the first byte become bits 4 to 2, bits 7 and 6 of the
     /// second byte bits 1 and 0.
-    quint8 dayBits(int alarm) const;
-    void setAlarm(int alarm, int hour, int minute, quint8 dayBits);
+    quint8 dayBits(qsizetype alarm) const;
+    void setAlarm(qsizetype alarm, int hour, int minute, quint8 dayBits);
     int activeAlarms() const;
 };
 

@@ -1,16 +1,16 @@
 #include "FirmwareImage.h"
 
+#include "Bytes.h"
+
 #include <algorithm>
 
 namespace simulator {
 
 namespace {
 
-constexpr qsizetype headerSize = 7;
+constexpr qsizetype lineHeaderSize = 7;
 constexpr quint8 lastLineFlag = 0x01;
 constexpr quint8 resetFlag = 0xFF;
-
-quint8 byteAt(const QByteArray& bytes, qsizetype index) { return quint8(bytes[index]); }
 
 QByteArray hexRecord(quint8 type, quint16 offset, const QByteArray& data)
 {
@@ -28,22 +28,22 @@ QByteArray hexRecord(quint8 type, quint16 offset, const QByteArray& data)
 
 FirmwareImage::Verdict FirmwareImage::take(const QByteArray& line)
 {
-    if (line.size() < headerSize + 2)
+    if (line.size() < lineHeaderSize + 2)
         return Verdict::WrongLength;
     const qsizetype count = byteAt(line, 1);
-    if (line.size() != count + headerSize + 2)
+    if (line.size() != count + lineHeaderSize + 2)
         return Verdict::WrongLength;
     quint32 address = 0;
     for (qsizetype at = 5; at >= 2; --at)
         address = address << 8 | byteAt(line, at);
     const quint8 flag = byteAt(line, 6);
-    const QByteArray data = line.mid(headerSize, count);
+    const QByteArray data = line.mid(lineHeaderSize, count);
     unsigned sum = 0;
     for (const char byte : line.mid(2, 4) + data)
         sum += quint8(byte);
     const bool knownFlag = flag == 0 || flag == lastLineFlag || flag == resetFlag;
-    if (count == 0 || !knownFlag || byteAt(line, headerSize + count) != quint8(sum) ||
-        byteAt(line, headerSize + count + 1) != 0)
+    if (count == 0 || !knownFlag || byteAt(line, lineHeaderSize + count) != quint8(sum) ||
+        byteAt(line, lineHeaderSize + count + 1) != 0)
         return Verdict::WrongValue;
     if (m_complete && line != m_lastLine)
         clear();
@@ -124,15 +124,14 @@ QByteArray FirmwareImage::toBinary() const
     const auto& [lastNumber, lastPage] = *m_pages.rbegin();
     if ((lastNumber - firstNumber) >= maximumSpan / pageSize)
         return {};
-    const quint32 base = firstNumber * pageSize;
-    QByteArray image(qsizetype((lastNumber - firstNumber + 1) * pageSize), '\xFF');
+    QByteArray image(qsizetype{lastNumber - firstNumber + 1} * pageSize, '\xFF');
     qsizetype first = image.size();
     qsizetype last = 0;
     for (const auto& [number, page] : m_pages) {
         for (quint32 at = 0; at < pageSize; ++at) {
             if (!page.present.test(at))
                 continue;
-            const qsizetype place = qsizetype(number * pageSize - base + at);
+            const qsizetype place = qsizetype{number - firstNumber} * pageSize + at;
             image[place] = page.bytes[at];
             first = std::min(first, place);
             last = std::max(last, place);

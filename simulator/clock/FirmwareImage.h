@@ -32,7 +32,7 @@ public:
 
 private:
     static constexpr quint32 pageSize = 1024;
-    static constexpr size_t maximumPages = 32 * 1024;
+    static constexpr size_t maximumPages = 32UL * 1024;
     struct Page {
         std::array<char, pageSize> bytes{};
         std::bitset<pageSize> present;

@@ -6,7 +6,7 @@ namespace simulator {
 
 namespace {
 
-constexpr qsizetype headerSize = 4;
+constexpr qsizetype frameHeaderSize = 4;
 
 /// L if the bytes so far may be the beginning of a frame; 0 while the length is not known yet.
 std::optional<qsizetype> announcedLength(const QByteArray& buffer)
@@ -16,9 +16,9 @@ std::optional<qsizetype> announcedLength(const QByteArray& buffer)
         return std::nullopt;
     if (buffer.size() >= 3 && buffer[1] != buffer[2])
         return std::nullopt;
-    if (buffer.size() >= headerSize && quint8(buffer[3]) != start)
+    if (buffer.size() >= frameHeaderSize && quint8(buffer[3]) != start)
         return std::nullopt;
-    if (buffer.size() < headerSize)
+    if (buffer.size() < frameHeaderSize)
         return 0;
     const qsizetype length = quint8(buffer[1]) + (start == 0x48 ? 256 : 0);
     if (length < 2)
@@ -57,11 +57,11 @@ QList<WireFrame> FrameReceiver::search()
             m_buffer.remove(0, 1);
             continue;
         }
-        const qsizetype whole = headerSize + *length + 2;
+        const qsizetype whole = frameHeaderSize + *length + 2;
         if (*length == 0 || m_buffer.size() < whole)
             break;
         const WireFrame frame{quint8(m_buffer[4]), quint8(m_buffer[5]),
-                              m_buffer.mid(headerSize + 2, *length - 2)};
+                              m_buffer.mid(frameHeaderSize + 2, *length - 2)};
         if (quint8(m_buffer[whole - 2]) != frame.checksum() || m_buffer[whole - 1] != '\x16') {
             ++m_damaged;
             m_buffer.remove(0, 1);

@@ -32,7 +32,7 @@ CommandResult setByte(Simulator& simulator, const QString& text)
     });
 }
 
-constexpr Command commands[] = {
+constexpr Command clockCommandTable[] = {
     {"state", ": everything as key=value lines",
      [](Simulator& simulator, const QString&) {
          return CommandResult{stateText(simulator), {}};
@@ -79,6 +79,6 @@ constexpr Command commands[] = {
 
 } // namespace
 
-std::span<const Command> clockCommands() { return commands; }
+std::span<const Command> clockCommands() { return clockCommandTable; }
 
 } // namespace simulator

@@ -18,7 +18,6 @@ struct FaultName {
     QLatin1StringView help;
 };
 
-constexpr int anHour = 3'600'000;
 constexpr int tenSeconds = 10'000'000;
 constexpr FaultName faultNames[] = {
     {"silent"_L1, Fault::Kind::Silent, 0, 0, 0, "obeys, but no answer arrives"_L1},

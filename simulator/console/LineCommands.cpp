@@ -8,7 +8,6 @@ namespace simulator {
 namespace {
 
 constexpr int maximumRate = 10'000'000;
-constexpr int anHour = 3'600'000;
 
 CommandResult fault(Simulator& simulator, const QString& text)
 {
@@ -54,7 +53,7 @@ CommandResult afterReset(Simulator& simulator, const QString& text)
     });
 }
 
-constexpr Command commands[] = {
+constexpr Command lineCommandTable[] = {
     {"fault", "FAULT: lets something go wrong, see below", &fault},
     {"faults", "[clear]: lists the faults in force, or ends them", &faults},
     {"pace", "off|RATE [BURST]: bytes pass at that bit rate, BURST of them together", &pace},
@@ -80,6 +79,6 @@ constexpr Command commands[] = {
 
 } // namespace
 
-std::span<const Command> lineCommands() { return commands; }
+std::span<const Command> lineCommands() { return lineCommandTable; }
 
 } // namespace simulator

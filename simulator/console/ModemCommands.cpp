@@ -29,7 +29,8 @@ CommandResult setDial(Simulator& simulator, const QString& text)
         {u"silence"_s, Dial::Silence},        {u"chatter"_s, Dial::Chatter}};
     const auto [name, rate] = firstWord(text);
     if (!dials.contains(name))
-        return CommandResult::failed(u"one of %1 is wanted"_s.arg(dials.keys().join(u", "_s)));
+        return CommandResult::failed(u"one of %1 is wanted"_s.arg(
+            QStringList(dials.keyBegin(), dials.keyEnd()).join(u", "_s)));
     return withNumber(
         rate.isEmpty() ? u"0"_s : rate, 0, 10'000'000,
         [&, dial = dials.value(name)](int number) { simulator.modem().setDial(dial, number); });
@@ -59,7 +60,7 @@ CommandResult describe(Simulator& simulator, const QString&)
             {}};
 }
 
-constexpr Command commands[] = {
+constexpr Command modemCommandTable[] = {
     {"state", ": what the modem is doing", &describe},
     {"on", ": a modem stands before the clock",
      [](Simulator& simulator, const QString&) {
@@ -119,6 +120,6 @@ constexpr Command commands[] = {
 
 } // namespace
 
-std::span<const Command> modemCommands() { return commands; }
+std::span<const Command> modemCommands() { return modemCommandTable; }
 
 } // namespace simulator

@@ -6,6 +6,8 @@
 
 namespace simulator {
 
+constexpr int anHour = 3'600'000; ///< in milliseconds
+
 /// A whole number, decimal or hexadecimal with "0x". Nothing when it is outside the limits, which
 /// are included.
 inline std::optional<int> numberIn(const QString& text, int minimum, int maximum)

@@ -135,7 +135,7 @@ std::optional<Options> parsedOptions(const QStringList& arguments, QString& reas
     }
     Options options;
     if (!parser.positionalArguments().isEmpty())
-        reason = u"no argument stands alone: %1"_s.arg(parser.positionalArguments().first());
+        reason = u"no argument stands alone: %1"_s.arg(parser.positionalArguments().constFirst());
     const QString model = parser.value(u"model"_s);
     if (model != "7200"_L1 && model != "7300"_L1)
         reason = u"--model: 7200 or 7300 is wanted"_s;

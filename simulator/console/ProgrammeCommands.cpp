@@ -65,7 +65,7 @@ CommandResult firmware(Simulator& simulator, const QString& text)
     return {};
 }
 
-constexpr Command commands[] = {
+constexpr Command programmeCommandTable[] = {
     {"programme", "[school|empty|FILE]: shows the programme, or takes that of an .hct file",
      &programme},
     {"save", "FILE: writes the programme to an .hct file",
@@ -77,6 +77,6 @@ constexpr Command commands[] = {
 
 } // namespace
 
-std::span<const Command> programmeCommands() { return commands; }
+std::span<const Command> programmeCommands() { return programmeCommandTable; }
 
 } // namespace simulator

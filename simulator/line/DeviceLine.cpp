@@ -62,7 +62,7 @@ QString DeviceLine::open()
     const int descriptor =
         ::open(QFile::encodeName(m_device).constData(), O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK);
     if (descriptor < 0 || !configure(descriptor, *speed)) {
-        const QString reason =
+        QString reason =
             u"cannot open %1: %2"_s.arg(m_device, QString::fromLocal8Bit(std::strerror(errno)));
         if (descriptor >= 0)
             ::close(descriptor);

@@ -49,7 +49,7 @@ QString PtyLine::open()
     std::array<char, 128> name{};
     if (::grantpt(master) != 0 || ::unlockpt(master) != 0 ||
         ::ptsname_r(master, name.data(), name.size()) != 0) {
-        const QString reason = lastError(u"cannot prepare the pseudo-terminal"_s);
+        QString reason = lastError(u"cannot prepare the pseudo-terminal"_s);
         ::close(master);
         return reason;
     }
@@ -57,7 +57,7 @@ QString PtyLine::open()
     makeRaw(m_slave);
     adopt(master, QString::fromLocal8Bit(name.data()));
     watchSlave(name.data());
-    const QString reason = renewLink(devicePath());
+    QString reason = renewLink(devicePath());
     if (!reason.isEmpty())
         close();
     return reason;
@@ -92,7 +92,7 @@ QString PtyLine::renewLink(const QString& device)
     ::unlink(beside.constData());
     if (::symlink(QFile::encodeName(device).constData(), beside.constData()) != 0 ||
         std::rename(beside.constData(), link.constData()) != 0) {
-        const QString reason = lastError(u"cannot make the link %1"_s.arg(m_link));
+        QString reason = lastError(u"cannot make the link %1"_s.arg(m_link));
         ::unlink(beside.constData());
         return reason;
     }

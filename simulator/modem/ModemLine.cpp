@@ -8,7 +8,7 @@ namespace simulator {
 
 namespace {
 
-constexpr qsizetype maximumLine = 256;
+constexpr qsizetype maximumCommand = 256;
 constexpr QByteArrayView escape("+++ATH");
 
 QByteArray result(const char* word) { return QByteArray("\r\n") + word + "\r\n"; }
@@ -100,7 +100,7 @@ void ModemLine::takeCommandByte(char byte)
             obey(line);
     } else if (byte == '\b') {
         m_line.chop(1);
-    } else if (byte != '\n' && m_line.size() < maximumLine) {
+    } else if (byte != '\n' && m_line.size() < maximumCommand) {
         m_line.append(byte);
     }
 }

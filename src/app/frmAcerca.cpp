@@ -52,7 +52,7 @@ QLabel* makePicture(const QString& name, const QString& description, const QIcon
 } // namespace
 
 frmAcerca::frmAcerca(QWidget* owner, const QString& version,
-                     std::function<void()> systemInformation)
+                     const std::function<void()>& systemInformation)
     : QDialog(owner)
 {
     setObjectName(u"frmAcerca"_s);

@@ -12,7 +12,8 @@ class frmAcerca : public QDialog {
     Q_OBJECT
 public:
     /// `version` is "major.minor.revision".
-    frmAcerca(QWidget* owner, const QString& version, std::function<void()> systemInformation);
+    frmAcerca(QWidget* owner, const QString& version,
+              const std::function<void()>& systemInformation);
 
 private:
     QWidget* makeTitle(const QString& version);

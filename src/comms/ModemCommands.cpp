@@ -8,15 +8,15 @@ using namespace std::chrono_literals;
 namespace modemcommands {
 namespace {
 
-const QByteArray lineEnd = "\r\n";
+constexpr char lineEnd[] = "\r\n";
 
 } // namespace
 
 Command initialise(const QString& words) { return {AnsiText::fromUnicode(words) + lineEnd}; }
 
-Command queryPin() { return {"AT+CPIN?" + lineEnd}; }
+Command queryPin() { return {QByteArray("AT+CPIN?") + lineEnd}; }
 
-Command querySignal() { return {"AT+CSQ" + lineEnd}; }
+Command querySignal() { return {QByteArray("AT+CSQ") + lineEnd}; }
 
 Command enterPin(const QByteArray& pin, const QByteArray& puk)
 {

@@ -68,7 +68,7 @@ QByteArray ModemScript::takeLine()
     const qsizetype begin = m_position;
     while (m_position < m_text.size() && m_text[m_position] != '\r' && m_text[m_position] != '\n')
         ++m_position;
-    const QByteArray line = m_text.mid(begin, m_position - begin);
+    QByteArray line = m_text.mid(begin, m_position - begin);
     // The LF of a CR LF is an empty line of its own, which is skipped anyway.
     ++m_position;
     return line;

@@ -14,7 +14,7 @@
 /// happens to the file later is of no matter.
 class ModemScript {
 public:
-    static constexpr qsizetype maximumSize = 1024 * 1024;
+    static constexpr qsizetype maximumSize = 1024LL * 1024;
     static constexpr qsizetype maximumLine = 1024;
 
     struct Line {

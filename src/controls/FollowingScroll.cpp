@@ -6,7 +6,7 @@
 namespace {
 
 /// The toolkit's description of a scroll area leaves out what stands beside its viewport.
-QAccessibleInterface* makeInterface(const QString& className, QObject* object)
+QAccessibleInterface* makeFollowingScrollInterface(const QString& className, QObject* object)
 {
     if (className != QLatin1StringView(FollowingScroll::staticMetaObject.className()))
         return nullptr;
@@ -17,7 +17,7 @@ QAccessibleInterface* makeInterface(const QString& className, QObject* object)
 
 FollowingScroll::FollowingScroll(QWidget& content, QWidget* parent) : QScrollArea(parent)
 {
-    static const bool installed = (QAccessible::installFactory(makeInterface), true);
+    static const bool installed = (QAccessible::installFactory(makeFollowingScrollInterface), true);
     Q_UNUSED(installed)
     setWidget(&content);
     setWidgetResizable(true);

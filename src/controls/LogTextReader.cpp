@@ -217,7 +217,7 @@ QString AccessibleLogText::attributes(int /*offset*/, int* start, int* end) cons
     return u"font-family:\"%1\";font-size:%2pt;"_s.arg(font.family()).arg(font.pointSizeF());
 }
 
-QAccessibleInterface* makeInterface(const QString& className, QObject* object)
+QAccessibleInterface* makeLogTextInterface(const QString& className, QObject* object)
 {
     if (className != QLatin1StringView(LogText::staticMetaObject.className()))
         return nullptr;
@@ -228,6 +228,6 @@ QAccessibleInterface* makeInterface(const QString& className, QObject* object)
 
 void LogText::installReader()
 {
-    static const bool installed = (QAccessible::installFactory(makeInterface), true);
+    static const bool installed = (QAccessible::installFactory(makeLogTextInterface), true);
     Q_UNUSED(installed)
 }

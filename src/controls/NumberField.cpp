@@ -210,7 +210,7 @@ bool NumberField::pressEditingKey(QKeyEvent& event)
 void NumberField::type(const QString& text)
 {
     QList<int> values = valuesOf(this->text());
-    for (const QChar character : text.left(longestText)) {
+    for (const QChar character : QStringView(text).left(longestText)) {
         if (isDigit(character))
             typeDigit(character, values);
         else if (isSeparator(character) && !m_typed.isEmpty())

@@ -40,7 +40,7 @@ private:
     Switch& control() const { return *static_cast<Switch*>(object()); }
 };
 
-QAccessibleInterface* makeInterface(const QString& className, QObject* object)
+QAccessibleInterface* makeSwitchInterface(const QString& className, QObject* object)
 {
     auto* control = className == u"Switch"_s ? qobject_cast<Switch*>(object) : nullptr;
     return control ? new AccessibleSwitch(control) : nullptr;
@@ -50,7 +50,7 @@ QAccessibleInterface* makeInterface(const QString& className, QObject* object)
 
 Switch::Switch(QWidget* parent) : QSlider(Qt::Vertical, parent)
 {
-    static const bool installed = (QAccessible::installFactory(makeInterface), true);
+    static const bool installed = (QAccessible::installFactory(makeSwitchInterface), true);
     Q_UNUSED(installed)
     setRange(0, 1);
     setPageStep(1);

@@ -73,7 +73,7 @@ bool HexFile::decode(QByteArrayView text, Record& record)
 {
     if (text.size() < 2 * frameBytes + 1 || text.front() != ':')
         return false;
-    if (text.size() != 2 * HexByteAt(text, 2) + 2 * frameBytes + 1)
+    if (text.size() != 2 * qsizetype{HexByteAt(text, 2)} + 2 * frameBytes + 1)
         return false;
 
     quint32 sum = 0;

@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr qsizetype chunkSize = 64 * 1024;
+constexpr qsizetype chunkSize = 64LL * 1024;
 
 /// The first `wanted` between `from` and `to`; `to` when there is none.
 const char* find(char wanted, const char* from, const char* to)

@@ -21,7 +21,7 @@ public:
     /// The characters of the longest record: colon, count, address, type, 255 data bytes, checksum.
     static constexpr qsizetype longestLine = 521;
     /// In bytes: far more than the 17 MB of the longest image. Stops reading an endless file.
-    static constexpr qint64 largestText = 256 * 1024 * 1024;
+    static constexpr qint64 largestText = 256LL * 1024 * 1024;
 
     /// `device` must be open for reading and outlive this.
     explicit TextLines(QIODevice& device);

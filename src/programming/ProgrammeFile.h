@@ -16,7 +16,7 @@
 namespace ProgrammeFile {
 
 /// How many bytes of a file are read at most: some 400 times what a programme needs.
-constexpr qint64 maximumBytes = 1024 * 1024;
+constexpr qint64 maximumBytes = 1024LL * 1024;
 
 QByteArray text(const Programme& programme, ClockModel model);
 

@@ -76,7 +76,7 @@ QString modUtilidades::hexadecimalText(qint32 value, int width)
 
 QString modUtilidades::fileName(const QString& path, bool stripExtension)
 {
-    const QString name = path.sliced(path.lastIndexOf(u'\\') + 1);
+    QString name = path.sliced(path.lastIndexOf(u'\\') + 1);
     if (stripExtension) {
         for (qsizetype length = 3; length >= 1; --length) {
             const qsizetype dot = name.size() - length - 1;

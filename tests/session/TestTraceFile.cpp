@@ -214,6 +214,8 @@ void TestTraceFile::codesOfTheSimCardStayOut()
     QFETCH(QByteArray, puk);
     QFETCH(QByteArray, reply);
     ModemFixture fixture;
+    connect(&fixture.control, &ModemControl::failed, &fixture.control,
+            &ModemControl::acknowledgeFailure);
     trace();
     fixture.control.sendPin(pin, puk);
     const QByteArray command = fixture.takeCommand();

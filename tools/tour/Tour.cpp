@@ -86,7 +86,7 @@ bool Tour::connectToClock(bool throughModem)
     begin->trigger();
     // The log ends with this line when the clock has not identified itself.
     const auto decided = [this] {
-        return panel(1) == "Conectado"_L1 || log().last().endsWith(u"Conexión interrumpida"_s);
+        return panel(1) == "Conectado"_L1 || log().constLast().endsWith(u"Conexión interrumpida"_s);
     };
     return waitUntil(decided, patience) && panel(1) == "Conectado"_L1;
 }

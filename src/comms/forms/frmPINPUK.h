@@ -14,7 +14,7 @@ class QPushButton;
 /// only their form: digits, four and eight of them.
 class frmPINPUK : public QDialog {
     Q_OBJECT
-    Q_PROPERTY(bool Cancelado READ Cancelado)
+    Q_PROPERTY(bool Cancelado READ Cancelado NOTIFY accepted)
 public:
     explicit frmPINPUK(QWidget* parent = nullptr);
 

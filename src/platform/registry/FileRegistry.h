@@ -30,7 +30,7 @@ public:
     QList<QString> valueNames(RootKey root, const QString& subKey) const override;
 
     /// In bytes.
-    static constexpr qint64 maximumFileSize = 1024 * 1024;
+    static constexpr qint64 maximumFileSize = 1024LL * 1024;
     static constexpr qsizetype maximumNames = 256;
     static constexpr std::chrono::seconds lockPatience{3};
 

@@ -21,7 +21,7 @@ QString lockFileOf(const QString& device)
     for (const auto& folder :
          {u"/var/lock"_s, u"/etc/locks"_s, u"/var/spool/locks"_s, u"/var/spool/uucp"_s, u"/tmp"_s,
           u"/var/tmp"_s, u"/var/lock/lockdev"_s, u"/run/lock"_s}) {
-        const QString file = folder + u"/LCK.."_s + name;
+        QString file = folder + u"/LCK.."_s + name;
         const QFileInfo info(folder);
         if (info.isReadable() && (QFileInfo::exists(file) || info.isWritable()))
             return file;
@@ -39,7 +39,7 @@ bool isRunning(qint64 process)
 
 QString abandonedLockFile(const QString& device)
 {
-    const QString file = lockFileOf(device);
+    QString file = lockFileOf(device);
     qint64 process = 0;
     QString host;
     QString program;

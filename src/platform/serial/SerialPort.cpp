@@ -39,7 +39,7 @@ QByteArray SerialPort::read()
 {
     const qsizetype count =
         m_readLength > 0 ? std::min<qsizetype>(m_readLength, m_input.size()) : m_input.size();
-    const QByteArray bytes(m_input.constData(), count);
+    QByteArray bytes(m_input.constData(), count);
     wipeFront(m_input, count);
     return bytes;
 }
