@@ -57,9 +57,10 @@ LogCursor::Range LogCursor::unitAt(Place place, Unit unit) const
         return {{place.line, 0},
                 place.line + 1 < m_lines.lineCount() ? Place{place.line + 1, 0}
                                                      : Place{place.line, line.size()}};
+    if (line.isEmpty())
+        return {place, place};
     // After the last character it is the last word.
-    QTextBoundaryFinder finder =
-        finderIn(line, unit, std::min(place.column, std::max(line.size() - 1, qsizetype(0))));
+    QTextBoundaryFinder finder = finderIn(line, unit, std::min(place.column, line.size() - 1));
     if (!finder.isAtBoundary())
         finder.toPreviousBoundary();
     const qsizetype start = finder.position();

@@ -29,8 +29,8 @@ public:
     /// Extends the selection from the unit of begin() to a place, in whole units.
     void extend(Place place);
 
-    /// The unit at a place: an empty range for Character; the word, or the gap between words; the
-    /// line with its end.
+    /// The unit at a place: an empty range for Character; the word, or the gap between words, and
+    /// an empty range in an empty line; the line with its end.
     Range unitAt(Place place, Unit unit) const;
     /// The start of the next character or word, also on the next line.
     Place next(Unit unit) const;

@@ -1,5 +1,7 @@
 #include "LogLines.h"
 
+#include <QStringDecoder>
+
 #include <algorithm>
 
 namespace {
@@ -11,6 +13,13 @@ qsizetype beginning(QByteArrayView utf8, qsizetype line)
     while (line-- > 0)
         at = utf8.indexOf('\n', at) + 1;
     return at;
+}
+
+/// QString::fromUtf8 would drop a byte order mark at the start.
+QString decoded(QByteArrayView utf8)
+{
+    QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    return decode(utf8);
 }
 
 } // namespace
@@ -37,15 +46,14 @@ QString LogLines::line(qsizetype number) const
     const QByteArray& utf8 = m_blocks[number / linesPerBlock].utf8;
     const qsizetype start = beginning(utf8, number % linesPerBlock);
     const qsizetype end = utf8.indexOf('\n', start);
-    return QString::fromUtf8(
-        QByteArrayView(utf8).sliced(start, (end < 0 ? utf8.size() : end) - start));
+    return decoded(QByteArrayView(utf8).sliced(start, (end < 0 ? utf8.size() : end) - start));
 }
 
 qsizetype LogLines::offset(Place place) const
 {
     const Block& block = m_blocks[place.line / linesPerBlock];
     const qsizetype start = beginning(block.utf8, place.line % linesPerBlock);
-    return block.firstCharacter + QString::fromUtf8(block.utf8.constData(), start).size() +
+    return block.firstCharacter + decoded(QByteArrayView(block.utf8).first(start)).size() +
            place.column;
 }
 
@@ -54,7 +62,7 @@ LogLines::Place LogLines::place(qsizetype offset) const
     offset = std::clamp(offset, qsizetype(0), m_size);
     const qsizetype number = blockOf(offset);
     const Block& block = m_blocks[number];
-    const QString text = QString::fromUtf8(block.utf8);
+    const QString text = decoded(block.utf8);
     const QStringView before = QStringView(text).first(offset - block.firstCharacter);
     return {number * linesPerBlock + before.count(u'\n'),
             before.size() - before.lastIndexOf(u'\n') - 1};
@@ -65,7 +73,7 @@ QString LogLines::text(qsizetype from, qsizetype to) const
     QString result;
     result.reserve(to - from);
     for (qsizetype number = blockOf(from); from < to; ++number) {
-        const QString block = QString::fromUtf8(m_blocks[number].utf8);
+        const QString block = decoded(m_blocks[number].utf8);
         const qsizetype start = from - m_blocks[number].firstCharacter;
         const QStringView part =
             QStringView(block).sliced(start).first(std::min(to - from, block.size() - start));

@@ -4,7 +4,9 @@
 #include <QList>
 #include <QString>
 
+#include <algorithm>
 #include <compare>
+#include <limits>
 
 /// The lines of a text that only grows, without limit. A line needs its bytes in UTF-8 and a few
 /// more. The last line is the one without an end; it exists even when it is empty.
@@ -33,6 +35,12 @@ public:
     Place place(qsizetype offset) const;
     /// The text from one offset to another, both from 0 to size().
     QString text(qsizetype from, qsizetype to) const;
+
+    /// The toolkit counts characters as int: a larger offset becomes the largest int.
+    static int toInt(qsizetype offset)
+    {
+        return static_cast<int>(std::min(offset, qsizetype(std::numeric_limits<int>::max())));
+    }
 
 private:
     /// A line is searched for from the first byte of its block.

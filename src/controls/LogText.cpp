@@ -40,7 +40,7 @@ void LogText::append(const QString& text)
         goesOn = false;
     }
     if (QAccessible::isActive()) {
-        QAccessibleTextInsertEvent inserted(this, static_cast<int>(before), text);
+        QAccessibleTextInsertEvent inserted(this, LogLines::toInt(before), text);
         QAccessible::updateAccessibility(&inserted);
     }
     adjustScrollBarsSoon();
@@ -68,9 +68,9 @@ void LogText::cursorMoved()
     if (!QAccessible::isActive())
         return;
     const auto [start, end] = m_cursor.selection();
-    QAccessibleTextSelectionEvent selected(this, static_cast<int>(m_lines.offset(start)),
-                                           static_cast<int>(m_lines.offset(end)));
-    selected.setCursorPosition(static_cast<int>(m_lines.offset(m_cursor.position())));
+    QAccessibleTextSelectionEvent selected(this, LogLines::toInt(m_lines.offset(start)),
+                                           LogLines::toInt(m_lines.offset(end)));
+    selected.setCursorPosition(LogLines::toInt(m_lines.offset(m_cursor.position())));
     QAccessible::updateAccessibility(&selected);
 }
 

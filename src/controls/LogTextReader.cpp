@@ -71,6 +71,8 @@ QAccessible::State AccessibleLogText::state() const
     return state;
 }
 
+/// The value is the whole text, as that of the toolkit's text edits: assistive software without the
+/// text interface has nothing else.
 QString AccessibleLogText::text(QAccessible::Text kind) const
 {
     return kind == QAccessible::Value ? log().toPlainText() : QAccessibleWidget::text(kind);
@@ -82,8 +84,8 @@ void AccessibleLogText::selection(int index, int* start, int* end) const
 {
     const auto [first, last] = log().cursor().selection();
     const bool there = index == 0 && selectionCount() == 1;
-    *start = there ? static_cast<int>(lines().offset(first)) : 0;
-    *end = there ? static_cast<int>(lines().offset(last)) : 0;
+    *start = there ? LogLines::toInt(lines().offset(first)) : 0;
+    *end = there ? LogLines::toInt(lines().offset(last)) : 0;
 }
 
 void AccessibleLogText::addSelection(int start, int end) { setSelection(0, start, end); }
@@ -102,7 +104,7 @@ void AccessibleLogText::setSelection(int index, int start, int end)
 
 int AccessibleLogText::cursorPosition() const
 {
-    return static_cast<int>(lines().offset(log().cursor().position()));
+    return LogLines::toInt(lines().offset(log().cursor().position()));
 }
 
 void AccessibleLogText::setCursorPosition(int position)
@@ -112,7 +114,7 @@ void AccessibleLogText::setCursorPosition(int position)
     log().bringIntoView(place);
 }
 
-int AccessibleLogText::characterCount() const { return static_cast<int>(lines().size()); }
+int AccessibleLogText::characterCount() const { return LogLines::toInt(lines().size()); }
 
 QString AccessibleLogText::text(int start, int end) const
 {
@@ -152,8 +154,8 @@ QString AccessibleLogText::give(Part part, QAccessible::TextBoundaryType type, i
                         type != QAccessible::NoBoundary;
     if (isLine && text.endsWith(u'\n'))
         text.chop(1);
-    *start = static_cast<int>(part.start);
-    *end = static_cast<int>(part.start + text.size());
+    *start = LogLines::toInt(part.start);
+    *end = LogLines::toInt(part.start + text.size());
     return text;
 }
 
@@ -199,7 +201,7 @@ QRect AccessibleLogText::characterRect(int offset) const
 
 int AccessibleLogText::offsetAtPoint(const QPoint& point) const
 {
-    return static_cast<int>(lines().offset(log().placeAt(log().viewport()->mapFromGlobal(point))));
+    return LogLines::toInt(lines().offset(log().placeAt(log().viewport()->mapFromGlobal(point))));
 }
 
 void AccessibleLogText::scrollToSubstring(int start, int end)

@@ -21,6 +21,8 @@ private slots:
     void placesAndOffsetsBelongTogether_data();
     void placesAndOffsetsBelongTogether();
     void offsetsOutsideAreTheNearestPlace();
+    void offsetsForTheToolkitStopAtItsLargestNumber();
+    void byteOrderMarkIsACharacterLikeOthers();
     void everyLineOfManyIsFound();
     void textGoesOverManyLines();
 #ifdef __GLIBC__
@@ -87,6 +89,24 @@ void TestLogLines::offsetsOutsideAreTheNearestPlace()
     lines.append(u"uno\ndos");
     QCOMPARE(lines.place(-1), (Place{0, 0}));
     QCOMPARE(lines.place(8), (Place{1, 3}));
+}
+
+void TestLogLines::offsetsForTheToolkitStopAtItsLargestNumber()
+{
+    QCOMPARE(LogLines::toInt(2'147'483'646), 2'147'483'646);
+    QCOMPARE(LogLines::toInt(5'000'000'000), 2'147'483'647);
+}
+
+void TestLogLines::byteOrderMarkIsACharacterLikeOthers()
+{
+    LogLines lines;
+    lines.append(u"\uFEFFuno\n\uFEFFdos\n");
+    QCOMPARE(lines.size(), 10);
+    QCOMPARE(lines.line(0), u"\uFEFFuno"_s);
+    QCOMPARE(lines.line(1), u"\uFEFFdos"_s);
+    QCOMPARE(lines.text(0, 10), u"\uFEFFuno\n\uFEFFdos\n"_s);
+    QCOMPARE(lines.offset({1, 0}), 5);
+    QCOMPARE(lines.place(10), (Place{2, 0}));
 }
 
 void TestLogLines::everyLineOfManyIsFound()

@@ -249,6 +249,8 @@ void TestLogText::doubleClickSelectsTheWordAndGoesOnByWords()
     QCOMPARE(m_text->selectedText(), u"doscientos tres"_s);
     send(QEvent::MouseMove, {0, 1});
     QCOMPARE(m_text->selectedText(), u"uno doscientos"_s);
+    send(QEvent::MouseMove, {1, 0});
+    QCOMPARE(m_text->selectedText(), u"doscientos tres cuatro\n"_s);
 }
 
 void TestLogText::tripleClickSelectsTheLine()
