@@ -36,7 +36,10 @@ NumberField::NumberField(const QList<Field>& fields, QChar separator, QWidget* p
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     lineEdit()->setAcceptDrops(false);
     lineEdit()->installEventFilter(this);
-    moveTo(0);
+    QList<int> lowest;
+    for (const Field& field : fields)
+        lowest.append(field.minimum);
+    setValues(lowest);
     connect(lineEdit(), &QLineEdit::textChanged, this, &NumberField::takeTextFromOutside);
     connect(this, &QSpinBox::valueChanged, this, &NumberField::takeTextFromOutside);
 }
@@ -134,12 +137,6 @@ void NumberField::focusInEvent(QFocusEvent* event)
     }
 }
 
-void NumberField::focusOutEvent(QFocusEvent* event)
-{
-    setValues(valuesOf(text()));
-    QSpinBox::focusOutEvent(event);
-}
-
 void NumberField::keyPressEvent(QKeyEvent* event)
 {
     const bool isCommand = event->modifiers() & (Qt::ControlModifier | Qt::AltModifier);
@@ -178,9 +175,9 @@ int NumberField::valueFromText(const QString& text) const { return valuesOf(text
 
 QValidator::State NumberField::validate(QString& text, int& /*position*/) const
 {
-    // Accept everything: a number that is missing or short may not be complete yet.
-    if (text != m_told && !isWithinRange(text))
-        text = textOf(taken(text, valuesOf(m_told), 0));
+    // A text from outside is corrected at once: nothing is shown that is not kept.
+    if (text != m_told)
+        text = textOf(corrected(text));
     return QValidator::Acceptable;
 }
 
@@ -250,28 +247,29 @@ void NumberField::paste()
 
 QList<int> NumberField::taken(const QString& text, QList<int> values, int field) const
 {
-    for (QString number : numbersIn(text)) {
-        // A time may be written without a separator.
-        for (; !number.isEmpty() && field <= lastField(); ++field) {
-            values[field] = clamped(field, number.left(digits(field)).toInt());
-            number.remove(0, digits(field));
+    QStringList numbers = numbersIn(text);
+    // A whole time may be written without a separator.
+    if (numbers.size() == 1 && numbers.first().size() > digits(field)) {
+        QString rest = numbers.takeFirst();
+        for (field = 0; field <= lastField(); ++field) {
+            numbers.append(rest.left(digits(field)));
+            rest.remove(0, digits(field));
         }
+        numbers.removeAll(QString());
+        field = 0;
     }
+    for (qsizetype i = 0; i < numbers.size() && field <= lastField(); ++i, ++field)
+        values[field] = clamped(field, numbers[i].left(digits(field)).toInt());
     return values;
 }
 
-bool NumberField::isWithinRange(const QString& text) const
+QList<int> NumberField::corrected(const QString& text) const
 {
-    const QStringList numbers = text.split(m_separator);
-    if (numbers.size() != m_fields.size())
-        return false;
-    for (int field = 0; field <= lastField(); ++field) {
-        const QString& number = numbers[field];
-        if (number.size() > digits(field) || number.toInt() > m_fields[field].maximum ||
-            !std::all_of(number.begin(), number.end(), isDigit))
-            return false;
-    }
-    return true;
+    QStringList numbers = text.left(longestText).split(m_separator);
+    // A number that was deleted becomes the minimum.
+    if (numbers.size() == m_fields.size())
+        numbers.replaceInStrings(QRegularExpression(u"^$"_s), u"0"_s);
+    return taken(numbers.join(m_separator), valuesOf(m_told), 0);
 }
 
 void NumberField::enter(int field)
@@ -315,13 +313,8 @@ void NumberField::showValues(const QList<int>& values)
 
 void NumberField::takeTextFromOutside()
 {
-    if (text() == m_told)
-        return;
-    const QList<int> before = valuesOf(m_told);
-    m_told = text();
-    m_typed.clear();
-    if (valuesOf(m_told) != before)
-        emit valuesChanged();
+    if (text() != m_told)
+        setValues(valuesOf(text()));
 }
 
 QList<int> NumberField::valuesOf(const QString& text) const
@@ -329,7 +322,7 @@ QList<int> NumberField::valuesOf(const QString& text) const
     const QStringList numbers = text.split(m_separator);
     QList<int> values;
     for (int field = 0; field <= lastField(); ++field)
-        values.append(std::max(numbers.value(field).toInt(), m_fields[field].minimum));
+        values.append(numbers.value(field).toInt());
     return values;
 }
 

@@ -15,7 +15,9 @@
 /// PageDown by 10; they stop at the minimum and the maximum.
 ///
 /// A number above the maximum becomes the maximum, one below the minimum the minimum, whether it
-/// was typed, pasted or set by assistive software.
+/// was typed, pasted or set by assistive software. Of a number with more digits than the maximum
+/// has, the first ones are taken. A pasted text that is one run of digits too long for its number
+/// is divided among all numbers.
 class NumberField : public QSpinBox {
     Q_OBJECT
 public:
@@ -63,7 +65,6 @@ protected:
     bool focusNextPrevChild(bool next) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     QString textFromValue(int value) const override;
@@ -79,7 +80,8 @@ private:
     void paste();
     /// `values` with the numbers from `field` on replaced by those of a text.
     QList<int> taken(const QString& text, QList<int> values, int field) const;
-    bool isWithinRange(const QString& text) const;
+    /// The numbers of a text that was set from outside.
+    QList<int> corrected(const QString& text) const;
     void enter(int field);
     void moveTo(int field);
     void showValues(const QList<int>& values);
@@ -94,6 +96,8 @@ private:
     int m_current = 0;
     /// The digits typed since the cursor came into the current number.
     QString m_typed;
-    /// The last text that the control set itself. A different text was set from outside.
+    /// The text of the editor, except while a text from outside is corrected. The editor then no
+    /// longer has the previous text: this one tells that the text is not the control's own, and
+    /// which numbers stay.
     QString m_told;
 };

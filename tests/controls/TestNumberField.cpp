@@ -1,80 +1,11 @@
-#include "TextUpDown.h"
-#include "TextoRestrinxido.h"
+#include "NumberFieldWindow.h"
 #include "Wheel.h"
 
 #include <QAccessible>
-#include <QApplication>
-#include <QClipboard>
-#include <QHBoxLayout>
 #include <QInputMethodEvent>
-#include <QLineEdit>
 #include <QSignalSpy>
-#include <QStyleOptionSpinBox>
-#include <QTest>
 
 #include <memory>
-
-using namespace Qt::StringLiterals;
-
-namespace {
-
-/// A time of the programme and a date of the clock between two other controls.
-struct Window {
-    Window()
-    {
-        auto* layout = new QHBoxLayout(&top);
-        for (QWidget* control : QWidgetList{before, time, date, after})
-            layout->addWidget(control);
-        top.show();
-        top.activateWindow();
-        active = QTest::qWaitForWindowActive(&top);
-        time->setFocus();
-    }
-
-    /// The one that shows such a text.
-    NumberField* fieldFor(const QString& text) const
-    {
-        if (text.contains(u':'))
-            return time;
-        return date;
-    }
-    QPoint button(QStyle::SubControl which) const
-    {
-        QStyleOptionSpinBox option;
-        option.initFrom(time);
-        option.frame = true;
-        return time->style()->subControlRect(QStyle::CC_SpinBox, &option, which, time).center();
-    }
-    static QLineEdit* editor(QWidget* field) { return field->findChild<QLineEdit*>(); }
-    static QString selected(QWidget* field) { return editor(field)->selectedText(); }
-
-    QWidget top;
-    QLineEdit* before = new QLineEdit;
-    TextUpDown* time = new TextUpDown({{0, 23, 2, u"Hora"_s}, {0, 59, 2, u"Minuto"_s}}, u':');
-    TextoRestrinxido* date = new TextoRestrinxido({{1, 31, 2}, {1, 12, 2}, {0, 9999, 4}}, u'/');
-    QLineEdit* after = new QLineEdit;
-    bool active = false;
-};
-
-void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
-{
-    QTest::keyClick(QApplication::focusWidget(), key, modifiers);
-}
-
-void type(const QString& text) { QTest::keyClicks(QApplication::focusWidget(), text); }
-
-void paste(const QString& text)
-{
-    QApplication::clipboard()->setText(text);
-    press(Qt::Key_V, Qt::ControlModifier);
-}
-
-QAccessibleInterface* reader(QWidget* field)
-{
-    return QAccessible::queryAccessibleInterface(field);
-}
-
-} // namespace
 
 class TestNumberField : public QObject {
     Q_OBJECT
@@ -103,19 +34,14 @@ private slots:
     void valueOfTheClockIsShownAsItIsOrClamped();
     void oddValueStaysUntilItIsChanged();
     void changeIsToldOnceAndOnlyWhenThereIsOne();
-    void textSetByAssistiveSoftwareIsKept_data();
-    void textSetByAssistiveSoftwareIsKept();
-    void editingByAssistiveSoftwareIsKept();
-    void numberSetByAssistiveSoftwareIsKept();
-    void assistiveSoftwareIsToldNamesValuesAndRanges();
 
 private:
-    std::unique_ptr<Window> window;
+    std::unique_ptr<NumberFieldWindow> window;
 };
 
 void TestNumberField::init()
 {
-    window = std::make_unique<Window>();
+    window = std::make_unique<NumberFieldWindow>();
     QVERIFY(window->active);
 }
 
@@ -230,6 +156,12 @@ void TestNumberField::pastedText_data()
     QTest::newRow("date") << u"29/02/2500"_s << u"29/02/2500"_s;
     QTest::newRow("date in a sentence") << u"hoy: 5-3-2019 !"_s << u"05/03/2019"_s;
     QTest::newRow("date out of range") << u"99/99/99999"_s << u"31/12/9999"_s;
+    QTest::newRow("date below the range") << u"00/00/2026"_s << u"01/01/2026"_s;
+    QTest::newRow("date without separators") << u"21112026"_s << u"21/11/2026"_s;
+    QTest::newRow("year first") << u"2026-11-21"_s << u"20/11/0021"_s;
+    QTest::newRow("time without a separator") << u"0730"_s << u"07:30"_s;
+    QTest::newRow("digits for which there is no number") << u"073059"_s << u"07:30"_s;
+    QTest::newRow("hour of three digits") << u"123:45"_s << u"12:45"_s;
 }
 
 void TestNumberField::pastedText()
@@ -261,7 +193,7 @@ void TestNumberField::keysStepWithinTheRange()
     for (int step = 0; step < 3; ++step)
         press(Qt::Key_Up);
     QCOMPARE(window->time->text(), u"23:58"_s);
-    QCOMPARE(Window::selected(window->time), u"23"_s);
+    QCOMPARE(NumberFieldWindow::selected(window->time), u"23"_s);
     press(Qt::Key_PageDown);
     QCOMPARE(window->time->text(), u"13:58"_s);
     press(Qt::Key_Tab);
@@ -292,7 +224,7 @@ void TestNumberField::buttonsStepTheNumberOfTheCursor()
     QCOMPARE(window->time->text(), u"00:02"_s);
     QTest::mouseClick(window->time, Qt::LeftButton, {}, window->button(QStyle::SC_SpinBoxDown));
     QCOMPARE(window->time->text(), u"00:01"_s);
-    QCOMPARE(Window::selected(window->time), u"01"_s);
+    QCOMPARE(NumberFieldWindow::selected(window->time), u"01"_s);
     // A key that is held down repeats.
     QTest::mousePress(window->time, Qt::LeftButton, {}, up);
     QTRY_VERIFY(window->time->value(1) >= 4);
@@ -302,7 +234,7 @@ void TestNumberField::buttonsStepTheNumberOfTheCursor()
 void TestNumberField::tabWalksTheNumbersAndLeaves()
 {
     QCOMPARE(window->time->fieldWithFocus(), 0);
-    QCOMPARE(Window::selected(window->time), u"00"_s);
+    QCOMPARE(NumberFieldWindow::selected(window->time), u"00"_s);
     press(Qt::Key_Tab);
     QCOMPARE(window->time->fieldWithFocus(), 1);
     press(Qt::Key_Tab);
@@ -321,7 +253,7 @@ void TestNumberField::sideArrowsWalkTheNumbers()
     press(Qt::Key_Right);
     QCOMPARE(window->date->fieldWithFocus(), 1);
     press(Qt::Key_Right);
-    QCOMPARE(Window::selected(window->date), u"0000"_s);
+    QCOMPARE(NumberFieldWindow::selected(window->date), u"0000"_s);
     press(Qt::Key_Home);
     QCOMPARE(window->date->fieldWithFocus(), 0);
     press(Qt::Key_End);
@@ -337,7 +269,7 @@ void TestNumberField::mouseEntersTheNumberUnderIt()
 {
     window->date->setValue(1, 11);
     window->date->setFocus(Qt::MouseFocusReason);
-    QLineEdit* editor = Window::editor(window->date);
+    QLineEdit* editor = NumberFieldWindow::editor(window->date);
     const int month = window->date->fontMetrics().horizontalAdvance(u"01/1"_s) + 4;
     QTest::mousePress(editor, Qt::LeftButton, {}, QPoint(month, editor->height() / 2));
     // No further number is selected by moving on.
@@ -345,7 +277,7 @@ void TestNumberField::mouseEntersTheNumberUnderIt()
     QMouseEvent move(QEvent::MouseMove, right, editor->mapToGlobal(right), Qt::NoButton,
                      Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(editor, &move);
-    QCOMPARE(Window::selected(window->date), u"11"_s);
+    QCOMPARE(NumberFieldWindow::selected(window->date), u"11"_s);
     QCOMPARE(window->date->fieldWithFocus(), 1);
 }
 
@@ -359,7 +291,7 @@ void TestNumberField::enterEscapeAndCommandsAreLeftToTheWindow()
         QApplication::sendEvent(window->time, &event);
         QVERIFY(!event.isAccepted());
     }
-    QCOMPARE(Window::selected(window->time), u"00"_s);
+    QCOMPARE(NumberFieldWindow::selected(window->time), u"00"_s);
 }
 
 void TestNumberField::valueOfTheClockIsShownAsItIsOrClamped()
@@ -399,90 +331,10 @@ void TestNumberField::changeIsToldOnceAndOnlyWhenThereIsOne()
     window->time->setFocus();
     paste(u"11:22"_s);
     QCOMPARE(changed.count(), 4);
-    reader(window->time)->editableTextInterface()->replaceText(0, 5, u"07:30"_s);
+    NumberFieldWindow::reader(window->time)->editableTextInterface()->replaceText(0, 5, u"07:30"_s);
     QCOMPARE(changed.count(), 5);
-    reader(window->time)->valueInterface()->setCurrentValue(8);
+    NumberFieldWindow::reader(window->time)->valueInterface()->setCurrentValue(8);
     QCOMPARE(changed.count(), 6);
-}
-
-void TestNumberField::textSetByAssistiveSoftwareIsKept_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("shown");
-    QTest::addColumn<QList<int>>("values");
-    QTest::newRow("a time") << u"07:30"_s << u"07:30"_s << QList<int>{7, 30};
-    QTest::newRow("single digits") << u"7:5"_s << u"07:05"_s << QList<int>{7, 5};
-    QTest::newRow("no separator") << u"0730"_s << u"07:30"_s << QList<int>{7, 30};
-    QTest::newRow("99 as an hour") << u"99:10"_s << u"23:10"_s << QList<int>{23, 10};
-    QTest::newRow("99 as a minute") << u"10:99"_s << u"10:59"_s << QList<int>{10, 59};
-    QTest::newRow("99 alone") << u"99"_s << u"23:22"_s << QList<int>{23, 22};
-    QTest::newRow("words around") << u"a las 8:15 h"_s << u"08:15"_s << QList<int>{8, 15};
-    QTest::newRow("no number") << u"mañana"_s << u"11:22"_s << QList<int>{11, 22};
-    QTest::newRow("nothing") << QString() << u"11:22"_s << QList<int>{11, 22};
-}
-
-void TestNumberField::textSetByAssistiveSoftwareIsKept()
-{
-    QFETCH(QString, text);
-    window->time->setValues(11, 22);
-    auto* editing = reader(window->time)->editableTextInterface();
-    QVERIFY(editing);
-    editing->replaceText(0, 5, text);
-    QTEST(QList<int>({window->time->value(0), window->time->value(1)}), "values");
-    window->after->setFocus();
-    QTEST(window->time->text(), "shown");
-}
-
-void TestNumberField::editingByAssistiveSoftwareIsKept()
-{
-    window->time->setValues(11, 22);
-    window->after->setFocus();
-    auto* editing = reader(window->time)->editableTextInterface();
-    editing->deleteText(0, 2);
-    QCOMPARE(window->time->value(0), 0);
-    editing->insertText(0, u"0"_s);
-    editing->insertText(1, u"7"_s);
-    QCOMPARE(window->time->value(0), 7);
-    editing->deleteText(0, 5);
-    editing->insertText(0, u"08:45"_s);
-    QCOMPARE(window->time->text(), u"08:45"_s);
-    // After a text from outside, typing begins a new number.
-    window->time->setFocus();
-    type(u"1"_s);
-    editing->replaceText(0, 2, u"02"_s);
-    type(u"1"_s);
-    QCOMPARE(window->time->value(0), 1);
-}
-
-void TestNumberField::numberSetByAssistiveSoftwareIsKept()
-{
-    auto* number = reader(window->time)->valueInterface();
-    QVERIFY(number);
-    number->setCurrentValue(7);
-    QCOMPARE(window->time->text(), u"07:00"_s);
-    press(Qt::Key_Tab);
-    number->setCurrentValue(99);
-    QCOMPARE(window->time->text(), u"07:59"_s);
-    window->time->setValues(31, 63);
-    number->setCurrentValue(62);
-    QCOMPARE(window->time->value(1), 59);
-}
-
-void TestNumberField::assistiveSoftwareIsToldNamesValuesAndRanges()
-{
-    QAccessibleInterface* time = reader(window->time);
-    QCOMPARE(time->role(), QAccessible::SpinBox);
-    QCOMPARE(time->text(QAccessible::Name), u"Hora"_s);
-    window->time->setValues(11, 22);
-    press(Qt::Key_Tab);
-    QCOMPARE(time->text(QAccessible::Name), u"Minuto"_s);
-    QCOMPARE(time->text(QAccessible::Value), u"11:22"_s);
-    QCOMPARE(time->valueInterface()->currentValue().toInt(), 22);
-    QCOMPARE(time->valueInterface()->maximumValue().toInt(), 59);
-    window->date->setAccessibleName(u"Fecha:"_s);
-    press(Qt::Key_Tab);
-    QCOMPARE(reader(window->date)->text(QAccessible::Name), u"Fecha:"_s);
-    QCOMPARE(reader(window->date)->valueInterface()->minimumValue().toInt(), 1);
 }
 
 QTEST_MAIN(TestNumberField)
