@@ -6,8 +6,13 @@
 #include "frmPrincipal.h"
 
 #include <QApplication>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QPushButton>
 #include <QScreen>
 #include <QStyleFactory>
 #include <QTabBar>
@@ -80,6 +85,8 @@ class TestReadability : public QObject {
     Q_OBJECT
 private slots:
     void initTestCase();
+    void controlWithoutASizeIsCutWhenItHasText_data();
+    void controlWithoutASizeIsCutWhenItHasText();
     void everyTextHasRoom_data();
     void everyTextHasRoom();
 
@@ -92,6 +99,44 @@ void TestReadability::initTestCase()
     speakSpanish(m_toolkit);
     const QScreen* screen = QGuiApplication::primaryScreen();
     QCOMPARE(qRound(screen->size().width() * screen->devicePixelRatio() / 10), 137);
+#ifdef Q_OS_LINUX
+    // The styles of a GNOME desktop, from the package adwaita-qt6.
+    const QStringList styles = QStyleFactory::keys();
+    for (const QString& style : {u"adwaita"_s, u"adwaita-dark"_s})
+        QVERIFY2(styles.contains(style, Qt::CaseInsensitive), qPrintable(style));
+#endif
+}
+
+void TestReadability::controlWithoutASizeIsCutWhenItHasText_data()
+{
+    QTest::addColumn<QWidget*>("control");
+    QTest::addColumn<QStringList>("cut");
+    const auto row = [](const char* name, QWidget* control, const QStringList& cut) {
+        QTest::newRow(name) << control << cut;
+    };
+    row("label", new QLabel(u"Hora"_s), {u"QLabel : has no room"_s});
+    row("label without text", new QLabel, {});
+    row("line edit", new QLineEdit(u"07"_s), {u"QLineEdit : has no room"_s});
+    row("line edit without text", new QLineEdit, {});
+    row("button", new QPushButton(u"Enviar"_s), {u"QPushButton : has no room"_s});
+    row("frame", new QGroupBox(u"Aviso"_s), {u"QGroupBox : has no room"_s});
+    auto* list = new QComboBox;
+    list->addItem(u"COM1"_s);
+    row("list", list, {u"QComboBox : has no room"_s});
+    auto* tabs = new QTabBar;
+    tabs->addTab(u"Bloque 1"_s);
+    row("tabs", tabs, {u"QTabBar : has no room"_s});
+}
+
+void TestReadability::controlWithoutASizeIsCutWhenItHasText()
+{
+    QFETCH(QWidget*, control);
+    QWidget window;
+    control->setParent(&window);
+    control->setFixedSize(20, 0);
+    window.show();
+    OpenWindow::settle();
+    QTEST(cutTexts(window), "cut");
 }
 
 void TestReadability::everyTextHasRoom_data()

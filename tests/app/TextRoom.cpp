@@ -117,6 +117,15 @@ Measure measure(const QWidget& widget)
     return {{}, {}};
 }
 
+bool hasText(const QWidget& widget)
+{
+    const auto* bar = qobject_cast<const QTabBar*>(&widget);
+    const auto has = [&](const char* property) {
+        return !widget.property(property).toString().isEmpty();
+    };
+    return has("text") || has("title") || has("currentText") || (bar && bar->count() > 0);
+}
+
 /// Whether the control must fit because nothing around it can be scrolled.
 bool isFixedPart(const QWidget& widget)
 {
@@ -139,8 +148,13 @@ QStringList cutTexts(const QWidget& window)
 {
     QStringList cut;
     for (const QWidget* widget : window.findChildren<QWidget*>()) {
-        if (!widget->isVisibleTo(&window) || widget->size().isEmpty())
+        if (!widget->isVisibleTo(&window))
             continue;
+        if (widget->size().isEmpty()) {
+            if (hasText(*widget))
+                cut.append(named(*widget, u"has no room"_s));
+            continue;
+        }
         const auto [room, needed] = measure(*widget);
         if (needed.width() > room.width() || needed.height() > room.height())
             cut.append(named(*widget, u"has %1, needs %2"_s.arg(shown(room), shown(needed))));
