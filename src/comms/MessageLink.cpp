@@ -16,7 +16,7 @@
 
 namespace {
 
-/// The bit that alternates from request to request, so that the clock can tell a repetition.
+/// The bit that alternates with every request sent, repetitions included.
 constexpr quint8 toggleBit = 0x10;
 /// The clock wakes at a lone first byte; before an identification it wants a gap after it.
 constexpr std::chrono::milliseconds pauseBeforeFrame{4};
@@ -30,6 +30,20 @@ constexpr std::chrono::milliseconds modemMargin{4000};
 /// The longest interval of the timer is 32767 ms.
 constexpr qint64 timerMask = 0x7FFF;
 constexpr std::chrono::milliseconds timerRange{32768};
+
+/// Of an answer that is not good, only the status: its bytes may be no frame's.
+void traceAnswer(quint8 code, const QByteArray& body, LinkStatus status)
+{
+    if (status == LinkStatus::Good)
+        qCDebug(linkEvents, "answer: code %d, %d bytes, status 0", code,
+                static_cast<int>(body.size()));
+    else
+        qCDebug(linkEvents, "%s: status %d",
+                status == LinkStatus::TimeOut      ? "no answer"
+                : status == LinkStatus::PortClosed ? "port closed"
+                                                   : "wrong checksum",
+                qToUnderlying(status));
+}
 
 } // namespace
 
@@ -84,7 +98,8 @@ void MessageLink::Envia(quint8 code, QByteArray& body, qint32& timeout)
     if (code == messagecode::Identification)
         m_pause.Wait(pauseAfterWakingByte, false);
     port.write(encoded.rest);
-    qCDebug(linkFrames, "sent %s", QByteArray(encoded.start + encoded.rest).toHex().constData());
+    qCDebug(linkFrames, "COM%d sent %s", port.portNumber(),
+            QByteArray(encoded.start + encoded.rest).toHex().constData());
 
     if (timeout == 0)
         timeout = static_cast<qint32>(answerTime().count());
@@ -234,7 +249,6 @@ void MessageLink::takeBody(SerialPort& port)
     port.setReadLength(m_header.bytesToCome());
     const QByteArray rest = port.read();
     port.setReceiveThreshold(0);
-    qCDebug(linkFrames, "received %s", QByteArray(m_header.bytes() + rest).toHex().constData());
 
     m_receivedCode = static_cast<quint8>(rest.front());
     m_receivedData = rest.mid(1, m_header.length - 2);
@@ -242,6 +256,13 @@ void MessageLink::takeBody(SerialPort& port)
     const auto received = static_cast<quint8>(rest[m_header.length - 1]);
     const quint8 expected = frame::checksum(m_header.station, m_receivedCode, m_receivedData);
     const LinkStatus status = received == expected ? LinkStatus::Good : LinkStatus::ChecksumError;
+    // Other bytes after a header may be a late echo of a SIM code.
+    if (status == LinkStatus::Good)
+        qCDebug(linkFrames, "COM%d received %s", port.portNumber(),
+                QByteArray(m_header.bytes() + rest).toHex().constData());
+    else
+        qCDebug(linkFrames, "COM%d received L=%d, wrong checksum", port.portNumber(),
+                m_header.length);
     if (deliver(m_receivedCode, m_receivedData, status)) {
         m_busy = false;
         setState(LinkState::Idle);
@@ -278,8 +299,7 @@ void MessageLink::answerTimedOut()
 
 bool MessageLink::deliver(quint8 code, const QByteArray& body, LinkStatus status)
 {
-    qCDebug(linkEvents, "answer: code %d, %d bytes, status %d", code, static_cast<int>(body.size()),
-            qToUnderlying(status));
+    traceAnswer(code, body, status);
     AnswerReceiver* const receiver = std::exchange(m_receiver, nullptr);
     if (!receiver)
         return true;

@@ -1,6 +1,7 @@
 #include "ConnectionWorkflow.h"
 
 #include "Answer.h"
+#include "LinkTrace.h"
 #include "MessageCodes.h"
 #include "MessageLink.h"
 #include "StatusBlock.h"
@@ -146,8 +147,11 @@ bool ConnectionWorkflow::isGoodIdentification(quint8 code, const QByteArray& bod
 void ConnectionWorkflow::mntDatosXerais_Recibido(quint8 /*code*/, const QByteArray& body,
                                                  LinkStatus status)
 {
-    if (status == LinkStatus::Good)
+    if (status == LinkStatus::Good) {
         status = checkedGeneralData(body);
+        if (status != LinkStatus::Good)
+            qCDebug(linkEvents, "answer not good: status %d", qToUnderlying(status));
+    }
     if (status == LinkStatus::Good) {
         m_failedAttempts = 0;
         takeGeneralData(body);

@@ -1,4 +1,5 @@
 #include "Answer.h"
+#include "ConnectionWorkflow.h"
 #include "Exchange.h"
 #include "Files.h"
 #include "LinkTrace.h"
@@ -22,6 +23,8 @@ private slots:
     void oneExchangeIsTracedLineByLine();
     void requestWithoutAnswerIsTraced();
     void answerThatIsNotGoodIsTracedAsEight();
+    void refusedGeneralDataIsTracedAsSeven();
+    void ofAnAnswerWithAWrongChecksumNoByteIsTraced();
     void portsAreTraced();
     void firstLineNamesProgramAndSystem();
     void timesAreMicrosecondsSinceTheStartOfTheProgram();
@@ -29,6 +32,7 @@ private slots:
     void lineEndsInSettingsEndNoLine();
     void codesOfTheSimCardStayOut_data();
     void codesOfTheSimCardStayOut();
+    void lateEchoOfTheCodesStaysOut_data();
     void lateEchoOfTheCodesStaysOut();
     void otherMessagesGoWhereTheyWent();
     void withoutATraceNothingIsReported();
@@ -84,9 +88,9 @@ void TestTraceFile::oneExchangeIsTracedLineByLine()
     QCOMPARE(lines(), (QStringList{
                           u"* hct.link opened COM1,9600,N,8,1 /dev/fake"_s,
                           u"* hct.link state 7"_s,
-                          u"* hct.link.frames sent 680303680115021816"_s,
+                          u"* hct.link.frames COM1 sent 680303680115021816"_s,
                           u"* hct.link state 8"_s,
-                          u"* hct.link.frames received 68040468010802000b16"_s,
+                          u"* hct.link.frames COM1 received 68040468010802000b16"_s,
                           u"* hct.link answer: code 8, 2 bytes, status 0"_s,
                           u"* hct.link state 0"_s,
                           u"* hct.link closed COM1,9600,N,8,1"_s,
@@ -106,11 +110,11 @@ void TestTraceFile::requestWithoutAnswerIsTraced()
     request(fixture);
     QCOMPARE(lines(), (QStringList{
                           u"* hct.link state 7"_s,
-                          u"* hct.link.frames sent 680303680115021816"_s,
+                          u"* hct.link.frames COM1 sent 680303680115021816"_s,
                           u"* hct.link state 8"_s,
-                          u"* hct.link answer: code 0, 1 bytes, status 1"_s,
+                          u"* hct.link no answer: status 1"_s,
                           u"* hct.link state 0"_s,
-                          u"* hct.link answer: code 5, 1 bytes, status 11"_s,
+                          u"* hct.link port closed: status 11"_s,
                           QString(),
                       }));
 }
@@ -125,6 +129,38 @@ void TestTraceFile::answerThatIsNotGoodIsTracedAsEight()
     QCOMPARE(lines().mid(4), (QStringList{
                                  u"* hct.link answer: code 8, 2 bytes, status 0"_s,
                                  u"* hct.link answer not good: status 8"_s,
+                                 u"* hct.link state 0"_s,
+                                 QString(),
+                             }));
+}
+
+void TestTraceFile::refusedGeneralDataIsTracedAsSeven()
+{
+    LinkFixture fixture;
+    ConnectionWorkflow workflow(fixture.crono, fixture.link, fixture.globais, fixture.log);
+    fixture.link.ArrancaConexion(false);
+    trace();
+    workflow.SendGeneralDataRequest();
+    fixture.answerHex("0000000b01");
+    QCOMPARE(lines().mid(4), (QStringList{
+                                 u"* hct.link answer: code 8, 5 bytes, status 0"_s,
+                                 u"* hct.link answer not good: status 7"_s,
+                                 u"* hct.link state 0"_s,
+                                 QString(),
+                             }));
+}
+
+void TestTraceFile::ofAnAnswerWithAWrongChecksumNoByteIsTraced()
+{
+    LinkFixture fixture;
+    fixture.link.ArrancaConexion(false);
+    trace();
+    request(fixture);
+    fixture.serie.arrive(QByteArray::fromHex("68040468010802000c16"));
+    QCOMPARE(lines().mid(2), (QStringList{
+                                 u"* hct.link state 8"_s,
+                                 u"* hct.link.frames COM1 received L=4, wrong checksum"_s,
+                                 u"* hct.link wrong checksum: status 4"_s,
                                  u"* hct.link state 0"_s,
                                  QString(),
                              }));
@@ -222,6 +258,7 @@ void TestTraceFile::codesOfTheSimCardStayOut()
     QVERIFY(command.contains(pin) && command.contains(puk));
     fixture.reply(command);
     fixture.reply(reply);
+    fixture.control.acknowledgeFailure();
     QCOMPARE(lines(), (QStringList{u"* hct.link opened COM1,9600,N,8,1 /dev/fake"_s,
                                    u"* hct.link state 3"_s, u"* hct.link state 0"_s, QString()}));
     // The times hold digits too, and are no codes.
@@ -231,22 +268,37 @@ void TestTraceFile::codesOfTheSimCardStayOut()
     QVERIFY(puk.isEmpty() || !isIn(contents, puk));
 }
 
+void TestTraceFile::lateEchoOfTheCodesStaysOut_data()
+{
+    QTest::addColumn<QByteArray>("header");
+    QTest::addColumn<QByteArray>("puk");
+    QTest::addColumn<QString>("lastLine");
+    const QByteArray puk("40962817");
+    QTest::newRow("outside a frame") << QByteArray() << puk << u"* hct.link no answer: status 1"_s;
+    QTest::newRow("in a frame that stays incomplete")
+        << QByteArray::fromHex("6820206801") << puk << u"* hct.link no answer: status 1"_s;
+    QTest::newRow("in a frame that it completes")
+        << QByteArray::fromHex("680d0d6801") << QByteArray()
+        << u"* hct.link wrong checksum: status 4"_s;
+}
+
 void TestTraceFile::lateEchoOfTheCodesStaysOut()
 {
+    QFETCH(QByteArray, header);
+    QFETCH(QByteArray, puk);
+    QFETCH(QString, lastLine);
     ModemFixture fixture;
     trace();
-    fixture.control.sendPin("7351", "40962817");
+    fixture.control.sendPin("7351", puk);
     const QByteArray command = fixture.takeCommand();
     fixture.link.leaveModemPhase();
     request(fixture);
-    fixture.reply(command);
-    fixture.reply(QByteArray::fromHex("6820206801") + command);
+    fixture.reply(header + command);
     fixture.timeOut();
     const QStringList traced = lines();
-    QVERIFY(
-        traced.contains(u"* hct.link answer: code 0, %1 bytes, status 1"_s.arg(command.size())));
     for (const QByteArray& code : {"7351"_ba, "40962817"_ba})
         QVERIFY(!isIn(traced.join(u'\n').toUtf8(), code));
+    QCOMPARE(traced.at(traced.size() - 3), lastLine);
 }
 
 static QStringList& elsewhere()
