@@ -82,10 +82,8 @@ PortNames::PortNames(const Registry& registry)
     : PortNames(registry, environmentValue, portsOfTheSystem)
 {}
 
-PortNames::PortNames(const Registry& registry, Environment environment, SystemPorts systemPorts)
-    : m_registry(registry),
-      m_environment(std::move(environment)),
-      m_systemPorts(std::move(systemPorts))
+PortNames::PortNames(const Registry& registry, Variables variables, SystemPorts systemPorts)
+    : m_registry(registry), m_variables(std::move(variables)), m_systemPorts(std::move(systemPorts))
 {}
 
 QString PortNames::device(int number) const
@@ -110,7 +108,7 @@ QStringList PortNames::devices() const
 QString PortNames::namedDevice(int number) const
 {
     const QString portName = u"COM%1"_s.arg(number);
-    const QString named = m_environment(u"HCT_"_s + portName).trimmed();
+    const QString named = m_variables(u"HCT_"_s + portName).trimmed();
     if (named.isEmpty())
         return registeredDevice(m_registry, portName);
     return named.contains(u'/') ? named : u"/dev/"_s + named;

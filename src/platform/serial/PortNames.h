@@ -13,11 +13,11 @@
 /// system lists, in natural order (ttyUSB2 before ttyUSB10).
 class PortNames {
 public:
-    using Environment = std::function<QString(const QString& variable)>;
+    using Variables = std::function<QString(const QString& name)>;
     using SystemPorts = std::function<QStringList()>;
 
     explicit PortNames(const Registry& registry);
-    PortNames(const Registry& registry, Environment environment, SystemPorts systemPorts);
+    PortNames(const Registry& registry, Variables variables, SystemPorts systemPorts);
 
     static constexpr int highestNumber = 16;
 
@@ -35,6 +35,6 @@ private:
     QStringList listedDevices() const;
 
     const Registry& m_registry;
-    Environment m_environment;
+    Variables m_variables;
     SystemPorts m_systemPorts;
 };

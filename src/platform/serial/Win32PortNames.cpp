@@ -8,10 +8,8 @@ using namespace Qt::StringLiterals;
 
 PortNames::PortNames(const Registry& registry) : PortNames(registry, {}, {}) {}
 
-PortNames::PortNames(const Registry& registry, Environment environment, SystemPorts systemPorts)
-    : m_registry(registry),
-      m_environment(std::move(environment)),
-      m_systemPorts(std::move(systemPorts))
+PortNames::PortNames(const Registry& registry, Variables variables, SystemPorts systemPorts)
+    : m_registry(registry), m_variables(std::move(variables)), m_systemPorts(std::move(systemPorts))
 {}
 
 QString PortNames::device(int number) const

@@ -33,11 +33,11 @@ private:
     }
 
     MemoryRegistry m_registry;
-    QMap<QString, QString> m_environment;
+    QMap<QString, QString> m_variables;
     QStringList m_ports;
     int m_listings = 0;
     PortNames m_names{m_registry,
-                      [this](const QString& variable) { return m_environment.value(variable); },
+                      [this](const QString& variable) { return m_variables.value(variable); },
                       [this] {
                           ++m_listings;
                           return m_ports;
@@ -47,15 +47,15 @@ private:
 void TestPortNames::init()
 {
     m_registry.values.clear();
-    m_environment.clear();
+    m_variables.clear();
     m_listings = 0;
     m_ports = {u"/dev/ttyUSB10"_s, u"/dev/ttyUSB2"_s, u"/dev/ttyS0"_s, u"/dev/ttyACM0"_s};
 }
 
 void TestPortNames::environmentComesFirst()
 {
-    m_environment[u"HCT_COM1"_s] = u"/dev/pts/7"_s;
-    m_environment[u"HCT_COM16"_s] = u" /dev/ttyUSB3 "_s;
+    m_variables[u"HCT_COM1"_s] = u"/dev/pts/7"_s;
+    m_variables[u"HCT_COM16"_s] = u" /dev/ttyUSB3 "_s;
     registerDevice(u"/dev/ttyUSB0"_s, "COM1");
     QCOMPARE(m_names.device(1), u"/dev/pts/7"_s);
     QCOMPARE(m_names.device(16), u"/dev/ttyUSB3"_s);
@@ -63,7 +63,7 @@ void TestPortNames::environmentComesFirst()
 
 void TestPortNames::nameWithoutFolderIsADeviceName()
 {
-    m_environment[u"HCT_COM1"_s] = u"ttyUSB0"_s;
+    m_variables[u"HCT_COM1"_s] = u"ttyUSB0"_s;
     QCOMPARE(m_names.device(1), u"/dev/ttyUSB0"_s);
 }
 
@@ -106,7 +106,7 @@ void TestPortNames::portsThatDoNotExistHaveNoDevice_data()
 void TestPortNames::portsThatDoNotExistHaveNoDevice()
 {
     QFETCH(int, number);
-    m_environment[u"HCT_COM17"_s] = u"/dev/ttyUSB0"_s;
+    m_variables[u"HCT_COM17"_s] = u"/dev/ttyUSB0"_s;
     QCOMPARE(m_names.device(number), QString());
 }
 
@@ -120,7 +120,7 @@ void TestPortNames::listIsLookedUpAnewEachTime()
 
 void TestPortNames::allDevicesAreThoseOfTheirNumbers()
 {
-    m_environment[u"HCT_COM2"_s] = u"ttyUSB3"_s;
+    m_variables[u"HCT_COM2"_s] = u"ttyUSB3"_s;
     registerDevice(u"/dev/ttyUSB5"_s, "COM16");
     QCOMPARE(m_names.devices(), QStringList({u"/dev/ttyACM0"_s, u"/dev/ttyUSB3"_s,
                                              u"/dev/ttyUSB2"_s, u"/dev/ttyUSB10"_s}) +
@@ -135,7 +135,7 @@ void TestPortNames::allDevicesTakeOneListing()
 
 void TestPortNames::namedDeviceTakesNoListing()
 {
-    m_environment[u"HCT_COM1"_s] = u"/dev/pts/7"_s;
+    m_variables[u"HCT_COM1"_s] = u"/dev/pts/7"_s;
     registerDevice(u"/dev/ttyUSB5"_s, "COM2");
     QCOMPARE(m_names.device(1), u"/dev/pts/7"_s);
     QCOMPARE(m_names.device(2), u"/dev/ttyUSB5"_s);
