@@ -26,7 +26,7 @@ Program::Program(const Environment& environment, const Desktop& desktop)
       m_log(new frmRexistroEstado(*m_area, environment.clock)),
       m_session(std::make_unique<Session>(environment, *m_log)),
       m_modemQuestions(std::make_unique<ModemQuestions>(m_session->modem(), desktop.dialogs,
-                                                        environment.applicationDirectory))
+                                                        m_session->globais().applicationDirectory))
 {
     m_communications =
         new frmPortoSerie(m_session->link(), m_session->modem(), m_session->settings(),
