@@ -1,6 +1,7 @@
 // The programming window of the HCT-7300, the larger one. Times: its file; from opening to the
 // first painting; from the clock's answer until the window is ready; from tab to tab.
 
+#include "FakeDialogs.h"
 #include "LinkFixture.h"
 #include "ProgrammeFile.h"
 #include "frmProg.h"
@@ -72,6 +73,7 @@ BENCHMARK(load)->Unit(benchmark::kMicrosecond);
 
 /// A connected program as far as the window knows it.
 struct Connection : LinkFixture {
+    FakeDialogs dialogs;
     QWidget owner;
 
     Connection()

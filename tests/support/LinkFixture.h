@@ -2,7 +2,6 @@
 
 #include "CommSettings.h"
 #include "FakeClockOfDay.h"
-#include "FakeDialogs.h"
 #include "FakePause.h"
 #include "FakeSerialPort.h"
 #include "FakeTimer.h"
@@ -14,7 +13,7 @@
 
 #include <QList>
 
-/// Everything that a window of a connected program needs. The test plays the clock. Frames are
+/// What the logic of a connected program needs. The test plays the clock. Frames are
 /// built and read here without the program's code.
 struct LinkFixture {
     LinkFixture();
@@ -31,7 +30,6 @@ struct LinkFixture {
     modGlobais globais;
     frmCrono crono{tmrCrono, globais, [this] { return link.Ocupado(); }};
     RecordingLog log;
-    FakeDialogs dialogs;
 
     struct Request {
         quint8 station = 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "FakeDialogs.h"
 #include "ModemFixture.h"
 #include "ModemQuestions.h"
 #include "PortNames.h"
@@ -37,6 +38,7 @@ struct FormFixture : ModemFixture {
     }
 
     PortNames names;
+    FakeDialogs dialogs;
     ModemQuestions modemQuestions{control, dialogs, globais.applicationDirectory};
     std::unique_ptr<frmPortoSerie> form;
 };

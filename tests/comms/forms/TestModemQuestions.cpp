@@ -1,3 +1,4 @@
+#include "FakeDialogs.h"
 #include "Files.h"
 #include "ModemFixture.h"
 #include "ModemQuestions.h"
@@ -16,6 +17,7 @@ const QString callFailed = u"La llamada ha fallado. Compruebe que los parámetro
                            "correctamente, e inténtelo de nuevo"_s;
 
 struct AskedModem : ModemFixture {
+    FakeDialogs dialogs;
     std::unique_ptr<ModemQuestions> asker =
         std::make_unique<ModemQuestions>(control, dialogs, applicationDirectory);
 
@@ -300,12 +302,13 @@ void TestModemQuestions::controlMayGoUnderTheBox()
 {
     LinkFixture f;
     auto control = std::make_unique<ModemControl>(f.link, f.modem, f.settings);
-    const ModemQuestions asker(*control, f.dialogs, applicationDirectory);
-    f.dialogs.whileUp = [&] { control.reset(); };
+    FakeDialogs dialogs;
+    const ModemQuestions asker(*control, dialogs, applicationDirectory);
+    dialogs.whileUp = [&] { control.reset(); };
     control->checkPin();
     f.modem.arrive("ERROR\r\n+CPIN: READY\r\n");
     QVERIFY(!control);
-    QCOMPARE(f.dialogs.boxes.size(), 1);
+    QCOMPARE(dialogs.boxes.size(), 1);
 }
 
 void TestModemQuestions::askerMayGoUnderTheBox()

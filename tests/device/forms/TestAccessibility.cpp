@@ -1,3 +1,4 @@
+#include "FakeDialogs.h"
 #include "LinkFixture.h"
 #include "frmInfo.h"
 #include "frmSincronizacionReloxo.h"
@@ -26,6 +27,7 @@ private:
     MdiForm* open(const QString& name);
 
     LinkFixture m_fixture;
+    FakeDialogs m_dialogs;
     QMdiArea m_area;
 };
 
@@ -43,7 +45,7 @@ MdiForm* TestAccessibility::open(const QString& name)
     else if (name == u"frmTelemandoHCT7300")
         form = new frmTelemandoHCT7300(m_area, f.crono, f.link, f.globais);
     else
-        form = new frmSincronizacionReloxo(m_area, f.crono, f.link, f.globais, f.log, f.dialogs,
+        form = new frmSincronizacionReloxo(m_area, f.crono, f.link, f.globais, f.log, m_dialogs,
                                            f.clock);
     m_area.show();
     form->showForm();

@@ -1,3 +1,4 @@
+#include "FakeDialogs.h"
 #include "LinkFixture.h"
 #include "TextoRestrinxido.h"
 #include "frmSincronizacionReloxo.h"
@@ -60,6 +61,7 @@ struct Window : LinkFixture {
         }
     }
 
+    FakeDialogs dialogs;
     QMdiArea area;
     QPointer<frmSincronizacionReloxo> form;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "FakeDialogs.h"
 #include "Files.h"
 #include "LinkFixture.h"
 #include "frmProgramPROM.h"
@@ -63,6 +64,7 @@ struct FirmwareWindow : LinkFixture {
     }
 
     const QTemporaryDir folder;
+    FakeDialogs dialogs;
     std::unique_ptr<QMdiArea> area = std::make_unique<QMdiArea>();
     QPointer<frmProgramPROM> form;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "../ProgrammeSamples.h"
+#include "FakeDialogs.h"
 #include "LinkFixture.h"
 #include "TextUpDown.h"
 #include "frmProg.h"
@@ -110,6 +111,7 @@ struct ProgWindow : LinkFixture {
     bool isVisible(const QString& name) const { return find<QWidget>(name)->isVisible(); }
     bool isEnabled(const QString& name) const { return find<QWidget>(name)->isEnabled(); }
 
+    FakeDialogs dialogs;
     QWidget owner;
     QPointer<frmProg> form;
     bool active = false;
