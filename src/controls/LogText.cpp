@@ -167,18 +167,25 @@ void LogText::bringIntoView(LogLines::Place place)
         columns->setValue(columns->value() + x - right);
 }
 
-void LogText::paintEvent(QPaintEvent* event)
+QTextCharFormat LogText::selectionFormat(const QStyleOption& option) const
 {
     const QPalette::ColorGroup group = !isEnabled() ? QPalette::Disabled
                                        : hasFocus() ? QPalette::Active
                                                     : QPalette::Inactive;
-    QTextLayout::FormatRange selected;
-    selected.format.setBackground(palette().brush(group, QPalette::Highlight));
-    selected.format.setForeground(palette().brush(group, QPalette::HighlightedText));
+    QTextCharFormat format;
+    format.setBackground(palette().brush(group, QPalette::Highlight));
+    format.setForeground(palette().brush(group, QPalette::HighlightedText));
+    if (style()->styleHint(QStyle::SH_RichText_FullWidthSelection, &option, this))
+        format.setProperty(QTextFormat::FullWidthSelection, true);
+    return format;
+}
+
+void LogText::paintEvent(QPaintEvent* event)
+{
     QStyleOption option;
     option.initFrom(this);
-    if (style()->styleHint(QStyle::SH_RichText_FullWidthSelection, &option, this))
-        selected.format.setProperty(QTextFormat::FullWidthSelection, true);
+    QTextLayout::FormatRange selected;
+    selected.format = selectionFormat(option);
 
     QPainter painter(viewport());
     painter.setPen(palette().color(QPalette::Text));

@@ -7,11 +7,16 @@
 
 #include <array>
 
+class QStyleOption;
+class QTextCharFormat;
 class QTextLayout;
 
 /// Shows a text that only grows, without limit. A line needs little more memory than its text.
 /// Mouse and keyboard scroll, select and copy as in the toolkit's read-only editors. Lines are not
 /// wrapped. Only visible lines are laid out and painted.
+///
+/// LogText.cpp measures and paints, LogTextInput.cpp handles keys and mouse, LogTextReader.cpp is
+/// what screen readers see.
 class LogText : public QAbstractScrollArea {
     Q_OBJECT
 public:
@@ -91,6 +96,7 @@ private:
     /// How many lines are completely visible, at least 1.
     int visibleLines() const;
     void layOut(QTextLayout& layout, const QString& line) const;
+    QTextCharFormat selectionFormat(const QStyleOption& option) const;
     void adjustScrollBarsSoon();
     void adjustScrollBars();
 

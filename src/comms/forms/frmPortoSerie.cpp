@@ -61,6 +61,24 @@ void frmPortoSerie::makeControls()
     connect(new QShortcut(QKeySequence(Qt::ALT | Qt::Key_M), this), &QShortcut::activated, this,
             [this] { tabOpcions->setCurrentWidget(m_modemPage); });
 
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(tabOpcions, 1);
+    layout->addWidget(makeButtons());
+    // A window that nobody has sized gets two thirds of the screen at most; this one may need more.
+    resize(sizeHint().boundedTo(screen()->availableSize() * 0.94));
+
+    connect(m_portsPage, &PortsPage::modemLineChosen, this, &frmPortoSerie::applyModemLine);
+    // The devices in the tool tips may have changed when a port was opened or could not be. A
+    // hidden dialog looks them up when it is shown: that takes milliseconds.
+    connect(&m_link, &MessageLink::VisualizaPorto, m_portsPage, [this] {
+        if (isVisible())
+            m_portsPage->showDevices();
+    });
+    EnableModemControls(m_isModemFree);
+}
+
+QWidget* frmPortoSerie::makeButtons()
+{
     describe(*cmdCambiar, u"cmdCambiar"_s, u"Aceptar"_s,
              u"Fija los valores de comunicaciones y cierra la ventana"_s);
     describe(*cmdCancelar, u"cmdCancelar"_s, u"Cancelar"_s,
@@ -69,22 +87,9 @@ void frmPortoSerie::makeControls()
     buttons->addButton(cmdCambiar, QDialogButtonBox::AcceptRole);
     buttons->addButton(cmdCancelar, QDialogButtonBox::RejectRole);
     cmdCambiar->setDefault(true);
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(tabOpcions, 1);
-    layout->addWidget(buttons);
-    // A window that nobody has sized gets two thirds of the screen at most; this one may need more.
-    resize(sizeHint().boundedTo(screen()->availableSize() * 0.94));
-
     connect(buttons, &QDialogButtonBox::accepted, this, &frmPortoSerie::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &frmPortoSerie::reject);
-    connect(m_portsPage, &PortsPage::modemLineChosen, this, &frmPortoSerie::applyModemLine);
-    // A port that has just been opened, or could not be, has something new to tell. A dialog that
-    // is not up finds out when it opens: asking the system what ports it has takes milliseconds.
-    connect(&m_link, &MessageLink::VisualizaPorto, m_portsPage, [this] {
-        if (isVisible())
-            m_portsPage->showDevices();
-    });
-    EnableModemControls(m_isModemFree);
+    return buttons;
 }
 
 void frmPortoSerie::accept()

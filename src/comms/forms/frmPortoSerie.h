@@ -35,6 +35,7 @@ protected:
 
 private:
     void makeControls();
+    QWidget* makeButtons();
     void ShowSettings();
     void applyModemLine();
     void EnableModemControls(bool enabled);

@@ -54,7 +54,12 @@ frmSincronizacionReloxo::frmSincronizacionReloxo(QMdiArea& area, frmCrono& crono
     column->addWidget(makeFields());
     column->addStretch();
     column->addWidget(makeButtons());
+    connectControls(dialogs);
+    showFields(ClockFields::fromBlock(StatusBlock(globais.GeneralData)));
+}
 
+void frmSincronizacionReloxo::connectControls(Dialogs& dialogs)
+{
     connect(txtData, &TextoRestrinxido::valuesChanged, this, [this] {
         takeFields();
         judgeDate();
@@ -70,8 +75,6 @@ frmSincronizacionReloxo::frmSincronizacionReloxo(QMdiArea& area, frmCrono& crono
                      "Compruebe que no se ha interrumpido la comunicación y si lo\n"
                      "desea inténtelo de nuevo."_s);
     });
-
-    showFields(ClockFields::fromBlock(StatusBlock(globais.GeneralData)));
 }
 
 QWidget* frmSincronizacionReloxo::makeFields()

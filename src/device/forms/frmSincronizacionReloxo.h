@@ -24,6 +24,7 @@ protected:
 private:
     QWidget* makeFields();
     QWidget* makeButtons();
+    void connectControls(Dialogs& dialogs);
     void showFields(const ClockFields& fields);
     void takeFields();
     void judgeDate();

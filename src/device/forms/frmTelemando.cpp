@@ -47,12 +47,7 @@ frmTelemando::frmTelemando(QMdiArea& area, frmCrono& crono, MessageLink& link,
     for (std::size_t row = 0; row < RemoteControl::outputCount; ++row)
         column->addWidget(makeFrame(row));
     column->addStretch();
-    auto* bottom = new QHBoxLayout;
-    bottom->addWidget(chkAutomatico);
-    bottom->addStretch();
-    bottom->addSpacing(fontMetrics().height());
-    bottom->addWidget(cmdPechar);
-    column->addLayout(bottom);
+    column->addLayout(makeBottomRow());
 
     chkAutomatico->setChecked(!m_control.Manual());
     showMode();
@@ -66,6 +61,16 @@ frmTelemando::frmTelemando(QMdiArea& area, frmCrono& crono, MessageLink& link,
     });
     connect(&m_control, &RemoteControl::stateRead, this, &frmTelemando::showState);
     m_registration.ActivaCliente();
+}
+
+QLayout* frmTelemando::makeBottomRow()
+{
+    auto* row = new QHBoxLayout;
+    row->addWidget(chkAutomatico);
+    row->addStretch();
+    row->addSpacing(fontMetrics().height());
+    row->addWidget(cmdPechar);
+    return row;
 }
 
 // The rows go from output 2 at the top ("Avisos 1") to output 0, as in the information window: the

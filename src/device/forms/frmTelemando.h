@@ -29,6 +29,7 @@ protected:
 
 private:
     QWidget* makeFrame(std::size_t row);
+    QLayout* makeBottomRow();
     void showMode();
     void showSwitch(std::size_t index, int position);
     void showState(quint8 restBits);

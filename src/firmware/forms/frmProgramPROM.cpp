@@ -62,7 +62,11 @@ frmProgramPROM::frmProgramPROM(QMdiArea& area, frmCrono& crono, MessageLink& lin
     rows->addWidget(makeTransferFrame());
     rows->addWidget(txtNotas, 1);
     rows->addWidget(cmdCancelar, 0, Qt::AlignRight);
+    connectControls();
+}
 
+void frmProgramPROM::connectControls()
+{
     connect(cmdAbrir, &QPushButton::clicked, this, &frmProgramPROM::cmdAbrir_Click);
     connect(cmdEnviar, &QPushButton::clicked, this, &frmProgramPROM::cmdEnviar_Click);
     connect(cmdCancelar, &QPushButton::clicked, this, [this] { closeWindow(CloseReason::Code); });

@@ -38,6 +38,7 @@ private:
     void showSending(bool sending);
     void appendNote(const QString& text);
 
+    void connectControls();
     QLayout* makeFileRow();
     QGroupBox* makeTransferFrame();
     void makeLog();

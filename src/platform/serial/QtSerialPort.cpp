@@ -145,6 +145,12 @@ QString QtSerialPort::openDevice()
     }
     applyLines();
     m_millisecondsPerByte = millisecondsPerByte(*parsed.settings);
+    watchDevice();
+    return {};
+}
+
+void QtSerialPort::watchDevice()
+{
     // Switch off the notifiers of QSerialPort, or it would read the bytes into its own buffer. It
     // has no option for this, so they are found as its children.
     const auto notifiers =
@@ -154,7 +160,6 @@ QString QtSerialPort::openDevice()
     m_readable = makeNotifier(QSocketNotifier::Read, &QtSerialPort::readArrived);
     m_writable = makeNotifier(QSocketNotifier::Write, &QtSerialPort::writeWaiting);
     m_readable->setEnabled(true);
-    return {};
 }
 
 void QtSerialPort::closeDevice()

@@ -31,6 +31,8 @@ protected:
     void applyLines() override;
 
 private:
+    /// Takes the device's notifications over from QSerialPort.
+    void watchDevice();
     QSocketNotifier* makeNotifier(QSocketNotifier::Type type, void (QtSerialPort::*activated)());
     void readArrived();
     void writeWaiting();
