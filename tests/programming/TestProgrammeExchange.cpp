@@ -23,7 +23,7 @@ private slots:
     void holidaysOfAWrongSelectorAreRefused_data();
     void holidaysOfAWrongSelectorAreRefused();
     void wholeProgrammeIsSentStepByStep();
-    void firstModelSendsBlocksOf69Bytes();
+    void hct7200SendsBlocksOf69Bytes();
     void hct7300SendsBlocksOf71Bytes();
     void holidaysAreSentInPlainBinary();
     void unusedHolidaysAreSentAsZeros();
@@ -130,7 +130,7 @@ void TestProgrammeExchange::wholeProgrammeIsSentStepByStep()
     QVERIFY(desk.exchange.state() == State::Idle);
 }
 
-void TestProgrammeExchange::firstModelSendsBlocksOf69Bytes()
+void TestProgrammeExchange::hct7200SendsBlocksOf69Bytes()
 {
     ExchangeDesk desk;
     AlarmBlock& block = desk.programme.blocks[1];

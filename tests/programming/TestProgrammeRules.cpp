@@ -25,7 +25,7 @@ private slots:
     void singleWorkingDaysAreRefusedInModesTwoAndThree_data();
     void singleWorkingDaysAreRefusedInModesTwoAndThree();
     void otherModesHaveNoRestriction();
-    void firstModelHasNoRestriction();
+    void hct7200HasNoRestriction();
     void restrictionNamesTheModeOfTheFirstBlockThatBreaksIt();
     void blockWithoutActiveAlarmCountsOne();
     void fullBlockCountsThirtyThree();
@@ -168,7 +168,7 @@ void TestProgrammeRules::otherModesHaveNoRestriction()
     }
 }
 
-void TestProgrammeRules::firstModelHasNoRestriction()
+void TestProgrammeRules::hct7200HasNoRestriction()
 {
     Programme programme;
     programme.blocks[0].Mode = 2;

@@ -20,7 +20,7 @@ private slots:
     void valueOutOfItsRangeBecomesZero_data();
     void valueOutOfItsRangeBecomesZero();
     void headersAreKnownByTheirPlace();
-    void firstModelKeepsDurationAndModeOfTheClock();
+    void hct7200KeepsDurationAndModeOfTheClock();
     void hct7300TakesDurationAndModeFromTheFile();
     void durationAndModeThatAreNoByteLeaveTheBlocks_data();
     void durationAndModeThatAreNoByteLeaveTheBlocks();
@@ -185,7 +185,7 @@ void TestProgrammeText::headersAreKnownByTheirPlace()
     QCOMPARE(programme.blocks[0].Alarms[0].Hour, quint8{0});
 }
 
-void TestProgrammeText::firstModelKeepsDurationAndModeOfTheClock()
+void TestProgrammeText::hct7200KeepsDurationAndModeOfTheClock()
 {
     ProgrammeLines lines;
     lines.block(0, 0) = "77";

@@ -9,7 +9,7 @@ private slots:
     void accessorsReadTheirBytes();
     void bytesThatAreNotThereReadAsZero_data();
     void bytesThatAreNotThereReadAsZero();
-    void firstModelIsModel30OrNoModel();
+    void hct7200IsModel30OrNoModel();
     void remoteControlIsFlag2();
 };
 
@@ -60,7 +60,7 @@ void TestStatusBlock::bytesThatAreNotThereReadAsZero()
     QCOMPARE(block.deviceType(), length > 3 ? quint8(255) : quint8(0));
 }
 
-void TestStatusBlock::firstModelIsModel30OrNoModel()
+void TestStatusBlock::hct7200IsModel30OrNoModel()
 {
     QCOMPARE(StatusBlock(QByteArray(12, '\x1F')).model(), ClockModel::Hct7200);
     QCOMPARE(StatusBlock(QByteArray(12, '\0') + '\x1E').model(), ClockModel::Hct7200);

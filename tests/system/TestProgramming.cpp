@@ -108,7 +108,7 @@ struct ProgrammingDesk {
 class TestProgramming : public QObject {
     Q_OBJECT
 private slots:
-    void firstModelIsEditedSavedClearedLoadedAndSent();
+    void hct7200IsEditedSavedClearedLoadedAndSent();
     void hct7300IsEditedSavedClearedLoadedAndSent();
     void faultsOnTheWayChangeNothingOfTheOutcome();
     void elevenRefusedBlocksLeaveTheFirstWritten();
@@ -116,7 +116,7 @@ private slots:
     void lineLostWhileSendingLeavesWhatWasEntered();
 };
 
-void TestProgramming::firstModelIsEditedSavedClearedLoadedAndSent()
+void TestProgramming::hct7200IsEditedSavedClearedLoadedAndSent()
 {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"colegio.hct"_s);

@@ -31,7 +31,7 @@ private slots:
     void captionsOfTheColumnsAreShownWhole_data();
     void captionsOfTheColumnsAreShownWhole();
     void controlsOfTheHct7200();
-    void controlsOfTheSecondModel();
+    void controlsOfTheHct7300();
     void captionsOfTheColumnsAreThereForAScreenReader();
     void everyControlHasAnAccessibleName_data();
     void everyControlHasAnAccessibleName();
@@ -136,7 +136,7 @@ void TestFrmProg::controlsOfTheHct7200()
     QCOMPARE(w.find<QTabBar>(u"tabPrincipal"_s)->count(), 4);
 }
 
-void TestFrmProg::controlsOfTheSecondModel()
+void TestFrmProg::controlsOfTheHct7300()
 {
     ProgWindow w(hct7300);
     QCOMPARE(w.find<TextUpDown>(u"txtModo"_s)->toolTip(), u"Modo del Aviso."_s);

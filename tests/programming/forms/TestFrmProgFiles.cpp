@@ -12,7 +12,7 @@ class TestFrmProgFiles : public QObject {
     Q_OBJECT
 private slots:
     void savingWritesWhatTheScreenShows();
-    void firstModelModeAboveOneIsStoredAsZero();
+    void hct7200ModeAboveOneIsStoredAsZero();
     void fileDialogsAreConfigured_data();
     void fileDialogsAreConfigured();
     void cancelledFileDialogsDoNothing();
@@ -43,7 +43,7 @@ void TestFrmProgFiles::savingWritesWhatTheScreenShows()
     QCOMPARE(text.count('\n'), 363);
 }
 
-void TestFrmProgFiles::firstModelModeAboveOneIsStoredAsZero()
+void TestFrmProgFiles::hct7200ModeAboveOneIsStoredAsZero()
 {
     ProgWindow w(hct7200, samples::someBlocks(hct7200));
     w.becomeReady();
