@@ -4,7 +4,8 @@
 
 class QByteArray;
 
-/// Receives the one answer to a request. The link has let go of it when it calls.
+/// Receives the one answer to a request. The link releases the receiver before it
+/// calls it, so the receiver may send the next request.
 class AnswerReceiver {
 public:
     virtual ~AnswerReceiver() = default;

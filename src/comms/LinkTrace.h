@@ -9,5 +9,6 @@
 
 /// hct.link: ports opened, closed and lost, the link's state, the status of every answer.
 Q_DECLARE_LOGGING_CATEGORY(linkEvents)
-/// hct.link.frames: each frame sent and received, in hexadecimal.
+/// hct.link.frames: each frame sent, and each received with a right checksum, in hexadecimal with
+/// its port. Of others only the length: after a header a late echo of a SIM code may follow.
 Q_DECLARE_LOGGING_CATEGORY(linkFrames)

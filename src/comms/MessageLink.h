@@ -28,17 +28,17 @@ public:
     MessageLink(SerialPort& commSerie, SerialPort& commModem, IntervalTimer& tmrTemporizador,
                 Pause& pause, const CommSettings& settings, QObject* parent = nullptr);
 
-    /// What the answer to the next request comes to; it takes the place of any other. It is
-    /// released when its answer has come, or the connection has ended.
+    /// Makes `receiver` the one that gets the answer to the next request, in place of the one
+    /// before. It is released when its answer has come, or the connection has ended.
     void bind(AnswerReceiver& receiver) { m_receiver = &receiver; }
-    /// Nothing when another has taken its place.
+    /// Does nothing when another receiver is bound.
     void release(const AnswerReceiver& receiver);
     bool isBound(const AnswerReceiver& receiver) const { return m_receiver == &receiver; }
 
     /// Sends a request; the answer comes to the bound receiver, within this call with status 11
     /// when the port is closed. `body` is cut to 509 bytes. `timeout` in milliseconds; 0 is
-    /// replaced by the time that the line's speed asks for. A multiple of 32768 never ends. It is a
-    /// plain number because it is the system's: written back, and taken apart by its 15 low bits.
+    /// replaced by the time that the line's speed asks for, which is written back. A multiple of
+    /// 32768 never ends; see armTimer.
     void Envia(quint8 code, QByteArray& body, qint32& timeout);
     /// From the sending of a request until its answer is delivered, its time is out or the
     /// connection has ended. The modem's command phases do not count.
@@ -80,9 +80,9 @@ public:
     void enterModemPhase(LinkState phase);
     /// Back to idle, with the timer stopped.
     void leaveModemPhase();
-    /// The wait of a command phase or an answer: of a count of milliseconds above 32767 the low 15
-    /// bits are the length of a tick, and the rest is how many ticks go before the last; a length
-    /// of 0 stops the timer.
+    /// Starts the time-out of a command phase or an answer. The timer's interval is `time` modulo
+    /// 32768 ms, and the time-out comes after `time` / 32768 + 1 ticks of it. So 40000 ms end after
+    /// two ticks of 7232 ms, and a multiple of 32768 ms never ends.
     void armTimer(std::chrono::milliseconds time);
     void stopTimer();
 

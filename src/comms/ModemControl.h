@@ -13,16 +13,15 @@
 class CommSettings;
 class MessageLink;
 
-/// Brings a modem from idle to a data call, and talks to it by hand: one AT command at a time, its
-/// replies gathered character by character and judged on all that was received since.
+/// Initialises a modem and dials, and runs the commands of the communications settings and of the
+/// mini terminal. One AT command runs at a time. With each character received, all that the modem
+/// has replied to the command is judged again. At most maximumResponse characters of a reply are
+/// kept; the oldest are dropped.
 ///
-/// Replies are kept up to maximumResponse characters; of longer ones the oldest are dropped.
-///
-/// What it cannot decide it asks by a signal, and goes on when the answer is called, from within
-/// the signal or later. Until then what the modem says is shown but not judged, and no time runs
-/// out. The end of the connection, or another command, withdraws the question, and an answer that
-/// is not awaited is ignored. So who has several questions open answers the newest first, as boxes
-/// opened above one another do by themselves.
+/// What it cannot decide it asks by a signal, and continues when the answer is called, within the
+/// signal or later. Until then replies are shown but not judged, and no time-out runs. The end of
+/// the connection, or another command, cancels the question, and an answer that is not awaited is
+/// ignored. Only the newest question can be answered.
 class ModemControl final : public QObject, public ModemDialogue {
     Q_OBJECT
 public:
@@ -42,7 +41,7 @@ public:
     /// What was typed in the mini terminal goes to the modem. Several characters go as one command:
     /// each command takes back what of the one before has not left yet.
     void type(const QByteArray& characters);
-    /// For what asks the operator something before its command.
+    /// For a caller that asks the operator for something before it starts the command.
     bool ensureModemPort();
     /// Sends the PIN, or the PUK and the new PIN. Without a PIN nothing is sent. The caller
     /// overwrites its texts.

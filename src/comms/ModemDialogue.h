@@ -2,8 +2,8 @@
 
 class SerialPort;
 
-/// What the link hands over to the modem's side of the communications: the command phases (link
-/// states 1 to 6), and what the modem says while nothing is under way.
+/// What the link calls while it is in a command phase (link states 1 to 6), and when the modem
+/// sends something while the link is idle. ModemControl implements it.
 class ModemDialogue {
 public:
     virtual ~ModemDialogue() = default;
@@ -15,6 +15,6 @@ public:
     virtual void received(SerialPort& port) = 0;
     /// The time of a command phase is out.
     virtual void timedOut() = 0;
-    /// The connection has ended under whatever was going on.
+    /// The connection has ended. A command that was running is over, and its answer is not awaited.
     virtual void ended() = 0;
 };

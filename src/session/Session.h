@@ -11,10 +11,13 @@
 class StatusLog;
 
 /// Everything that is needed to talk to one clock, without a window: settings, ports, link, modem,
-/// timer service, connection workflow and shared state. There are no globals: several sessions can
-/// live in one process, each with its own environment.
+/// timer service, connection workflow and shared state. Several sessions can live in one process,
+/// each with its own environment.
 ///
-/// The constructor reads the settings and applies them to the ports, which stay closed.
+/// The constructor reads the settings and applies them to the ports, which stay closed. A
+/// connection through a modem waits until somebody answers the questions of modem(): dial() for
+/// numberWanted, acknowledgeFailure() for failed, and so on. The destructor does not end the
+/// connection: workflow().unload() does.
 class Session {
 public:
     Session(const Environment& environment, StatusLog& log);

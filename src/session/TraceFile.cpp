@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The toolkit hands its messages to a plain function, which has no other way to the file.
+/// The one mutable global: the toolkit gives its messages to a plain function without user data.
 TraceFile* current = nullptr;
 
 bool isOfTheLink(QLatin1StringView category)

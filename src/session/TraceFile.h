@@ -5,10 +5,10 @@
 
 #include <chrono>
 
-/// Writes what the link reports, categories hct.link and hct.link.frames, into a file from its
-/// construction to its destruction; there is one at a time. A line is microseconds since the
-/// program's start, category and text, in UTF-8; the first names program and system. Each is handed
-/// to the system whole and at once, so that a crash loses none.
+/// Writes what the links of the process report, categories hct.link and hct.link.frames, into a
+/// file from its construction to its destruction. There is one at a time. A line is microseconds
+/// since the program's start, category and text, in UTF-8; the first names program and system. Each
+/// is handed to the system whole and at once, so that a crash loses none.
 class TraceFile {
 public:
     using Moment = std::chrono::steady_clock::time_point;

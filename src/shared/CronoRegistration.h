@@ -4,8 +4,8 @@
 
 #include <QPointer>
 
-/// A client's place in the timer service, from construction to destruction, so that no way out of a
-/// window can forget to leave. Periods count ticks of the timer service.
+/// A client's place in the timer service, from construction to destruction, so that it is removed
+/// however a window ends. Periods count ticks of the timer service.
 class CronoRegistration {
 public:
     /// The shortest period: the client is called on every tick on which the link is idle.

@@ -6,8 +6,8 @@
 #include <array>
 
 /// Edits a code of the SIM card: digits, hidden by asterisks unless they are shown. It leaves
-/// nothing of them in memory: it shares each text with the toolkit, which so puts the next one
-/// elsewhere, and overwrites the one before.
+/// nothing of them in memory: it keeps a reference to each text of the toolkit, so that the
+/// toolkit allocates new memory for the next one, and then overwrites the old.
 class CodeEdit : public QLineEdit {
     Q_OBJECT
 public:

@@ -74,7 +74,8 @@ QSize MiniTerminal::sizeHint() const
 
 void MiniTerminal::keyPressEvent(QKeyEvent* event)
 {
-    // Reading on and copying stay the text's own; closing and the access keys the dialog's.
+    // The text itself handles paging, selecting and copying; the dialog handles Esc, Tab and access
+    // keys. All other keys go to the modem.
     if (event->matches(QKeySequence::Copy) || event->matches(QKeySequence::SelectAll) ||
         event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown)
         return QPlainTextEdit::keyPressEvent(event);

@@ -82,7 +82,7 @@ void ModemPage::EnableModemControls(bool enabled)
         m_focusMeanwhile = window()->focusWidget();
     if (!enabled || !m_pressed)
         return;
-    // Back from where disabling the button had sent the focus: the next key would go to the modem.
+    // Disabling moved the focus; restore it, or the next key goes to the modem.
     if (window()->focusWidget() == m_focusMeanwhile)
         m_pressed->setFocus();
     m_pressed = nullptr;

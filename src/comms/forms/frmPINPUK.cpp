@@ -43,7 +43,7 @@ frmPINPUK::frmPINPUK(QWidget* parent)
     connect(chkPUK, &QCheckBox::toggled, this, &frmPINPUK::choosePuk);
     connect(chkVerCodigos, &QCheckBox::toggled, this, &frmPINPUK::showCodes);
     choosePuk(false);
-    // The access key of the first caption goes the first time the box is clicked, and stays away.
+    // Only this first caption has an access key. A click on chkPUK sets one without, for good.
     lblPIN->setText(u"P&IN:"_s);
     showCodes(false);
 }

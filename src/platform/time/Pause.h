@@ -8,6 +8,7 @@
 /// The pauses within a request. Tests replace it and do not wait.
 class Pause {
 public:
+    /// The system's wait is a single-precision number of milliseconds.
     using Milliseconds = std::chrono::duration<float, std::milli>;
 
     virtual ~Pause() = default;
