@@ -83,11 +83,12 @@ void CommSettings::LoadSettings(const Registry& registry)
 
 bool CommSettings::SaveSettings(Registry& registry) const
 {
+    const auto hold = registry.holdForSave();
     const auto& all = entries();
-    return std::all_of(all.begin(), all.end(), [&](const Entry& entry) {
-        return modRexistro::writeText(registry, Registry::RootKey::CurrentUser, entry.key,
-                                      entry.name, this->*entry.field);
-    });
+    return hold && std::all_of(all.begin(), all.end(), [&](const Entry& entry) {
+               return modRexistro::writeText(registry, Registry::RootKey::CurrentUser, entry.key,
+                                             entry.name, this->*entry.field);
+           });
 }
 
 int CommSettings::directPortNumber() const { return portNumber(directPort); }

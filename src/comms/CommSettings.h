@@ -27,7 +27,8 @@ public:
     /// Reads the twelve values; one that cannot be read takes its default.
     void LoadSettings(const Registry& registry);
     /// Writes the twelve values in order and stops at the first that fails; false then. The values
-    /// written before it stay written.
+    /// written before it stay written. Waits for another
+    /// program that is saving, and fails when that lasts.
     bool SaveSettings(Registry& registry) const;
 
     /// COM numbers, from 1; 0 or less, or above 16, is a port that does not exist here.

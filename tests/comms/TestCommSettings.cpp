@@ -36,6 +36,7 @@ private slots:
     void valueThatIsMissingTakesItsDefaultAgain();
     void savingWritesTheTwelveValuesInOrder();
     void savingStopsAtTheFirstFailure();
+    void savingFailsWhileAnotherProgramHoldsTheRegistry();
     void savedTextsAreReadBack();
     void parityNameBecomesALetter_data();
     void parityNameBecomesALetter();
@@ -132,6 +133,14 @@ void TestCommSettings::savingStopsAtTheFirstFailure()
     const CommSettings settings;
     QVERIFY(!settings.SaveSettings(registry));
     QCOMPARE(registry.written, inOrder.mid(0, 5));
+}
+
+void TestCommSettings::savingFailsWhileAnotherProgramHoldsTheRegistry()
+{
+    MemoryRegistry registry;
+    registry.isHeldElsewhere = true;
+    QVERIFY(!CommSettings().SaveSettings(registry));
+    QCOMPARE(registry.written, QStringList());
 }
 
 void TestCommSettings::savedTextsAreReadBack()

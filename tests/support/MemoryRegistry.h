@@ -14,6 +14,8 @@ public:
     /// How many writes succeed before they fail; below 0 all succeed.
     int writesLeft = -1;
     QStringList written;
+    /// Another program holds it, and does not let go.
+    bool isHeldElsewhere = false;
 
     static QString path(RootKey root, const QString& subKey, const QString& name)
     {
@@ -57,6 +59,10 @@ public:
         values.insert(path(root, subKey, name), value);
         written.append(path(root, subKey, name));
         return true;
+    }
+    std::shared_ptr<Hold> holdForSave() override
+    {
+        return isHeldElsewhere ? nullptr : Registry::holdForSave();
     }
     QList<QString> valueNames(RootKey root, const QString& subKey) const override
     {

@@ -19,16 +19,15 @@ FileLock::FileLock(const QString& path, std::chrono::milliseconds patience)
     const QDeadlineTimer deadline(patience);
     for (;;) {
         const int descriptor = open();
-        if (descriptor < 0)
-            return;
-        const bool locked = ::flock(descriptor, LOCK_EX | LOCK_NB) == 0;
-        if (locked && isTheFileAtThePath(descriptor)) {
+        const bool locked = descriptor >= 0 && ::flock(descriptor, LOCK_EX | LOCK_NB) == 0;
+        const bool tellsOfNobody = descriptor < 0 || (errno != EWOULDBLOCK && errno != EINTR);
+        m_mayPass = locked ? isTheFileAtThePath(descriptor) : tellsOfNobody;
+        if (m_mayPass) {
             m_descriptor = descriptor;
             return;
         }
-        const bool busy = locked || errno == EWOULDBLOCK;
         ::close(descriptor);
-        if (!busy || deadline.hasExpired())
+        if (deadline.hasExpired())
             return;
         std::this_thread::sleep_for(1ms);
     }
@@ -36,7 +35,7 @@ FileLock::FileLock(const QString& path, std::chrono::milliseconds patience)
 
 FileLock::~FileLock()
 {
-    if (!isHeld())
+    if (m_descriptor < 0)
         return;
     // Remove the file before the lock is free: afterwards it may belong to another program.
     ::unlink(m_path.constData());

@@ -11,6 +11,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// Links that lead in a circle end here.
+constexpr int mostLinks = 100;
+
 QString fullKey(Registry::RootKey root, const QString& subKey)
 {
     return (root == Registry::RootKey::CurrentUser ? u"HKEY_CURRENT_USER\\"_s
@@ -45,12 +48,9 @@ bool FileRegistry::set(RootKey root, const QString& subKey, const QString& name,
     // A value that is stored already needs no right to write.
     if (current().value(key, name) == value)
         return true;
-    const QString file = target();
-    if (!QDir().mkpath(QFileInfo(file).absolutePath()))
-        return false;
     // Locked from reading to renaming, or what another program saves meanwhile would be lost.
-    const FileLock lock(file + u".lock"_s, lockPatience);
-    if (!lock.isHeld())
+    const auto locked = lock();
+    if (!locked)
         return false;
     const auto before = content();
     if (!before)
@@ -58,8 +58,10 @@ bool FileRegistry::set(RootKey root, const QString& subKey, const QString& name,
     RegistryText text = parsed(*before);
     text.setValue(key, name, value);
     const QByteArray after = text.toBytes();
-    return after.size() <= maximumFileSize && WholeFile::replace(file, after);
+    return after.size() <= maximumFileSize && WholeFile::replace(target(), after);
 }
+
+std::shared_ptr<Registry::Hold> FileRegistry::holdForSave() { return lock(); }
 
 QList<QString> FileRegistry::valueNames(RootKey root, const QString& subKey) const
 {
@@ -93,9 +95,28 @@ const RegistryText& FileRegistry::parsed(const QByteArray& content) const
     return m_parsed;
 }
 
-/// The target of the path if it is a link, so that all programs use the same lock file.
+/// Where the links of the path lead, so that all programs use the same lock file. Also when there
+/// is no such file yet, which so comes to be there.
 QString FileRegistry::target() const
 {
-    const QFileInfo file(m_path);
-    return file.isSymLink() ? file.symLinkTarget() : m_path;
+    QFileInfo file(m_path);
+    for (int links = 0; file.isSymLink() && links < mostLinks; ++links)
+        file.setFile(file.symLinkTarget());
+    return file.filePath();
+}
+
+/// The lock of the present hold, or another; null when another program kept it or the folder cannot
+/// be made.
+std::shared_ptr<FileLock> FileRegistry::lock()
+{
+    if (auto held = m_lock.lock())
+        return held;
+    const QString file = target();
+    if (!QDir().mkpath(QFileInfo(file).absolutePath()))
+        return nullptr;
+    auto lock = std::make_shared<FileLock>(file + u".lock"_s, lockPatience);
+    if (!lock->mayPass())
+        return nullptr;
+    m_lock = lock;
+    return lock;
 }

@@ -4,6 +4,7 @@
 #include <QList>
 #include <QString>
 
+#include <memory>
 #include <optional>
 
 /// A value of the registry: its type and its bytes. A text ends with a NUL and is in the system's
@@ -23,6 +24,12 @@ class Registry {
 public:
     enum class RootKey { CurrentUser, LocalMachine };
 
+    /// Keeps other programs from writing for as long as it exists.
+    class Hold {
+    public:
+        virtual ~Hold() = default;
+    };
+
     virtual ~Registry() = default;
 
     /// The value. Nothing when the key cannot be opened for reading and writing, the value cannot
@@ -38,6 +45,11 @@ public:
     /// Sets the value, and creates the key if needed. False when that failed.
     virtual bool set(RootKey root, const QString& subKey, const QString& name,
                      const RegistryValue& value) = 0;
+    /// For a save of several values, which belong together: so they are not mixed with those that
+    /// another program saves. Null when another program kept the registry, or nothing can be
+    /// written; the save fails then. Where the system offers no such thing, other programs are not
+    /// kept out.
+    [[nodiscard]] virtual std::shared_ptr<Hold> holdForSave() { return std::make_shared<Hold>(); }
     /// The names of a key's values, in the order of the registry; empty when there is no such key.
     virtual QList<QString> valueNames(RootKey root, const QString& subKey) const = 0;
 

@@ -7,9 +7,12 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cerrno>
+
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -49,7 +52,29 @@ int exitCode(pid_t process)
     return waitpid(process, &status, 0) == process && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
+/// What flock fails with, and how many times it does.
+int lockFailure = 0;
+int lockFailures = 0;
+
+bool isLocked(const QString& path)
+{
+    const int descriptor = open(QFile::encodeName(path).constData(), O_RDWR | O_CLOEXEC);
+    const bool locked = descriptor >= 0 && flock(descriptor, LOCK_EX | LOCK_NB) != 0;
+    close(descriptor);
+    return locked;
+}
+
 } // namespace
+
+/// In the place of the system's function, for file systems that cannot lock.
+extern "C" int flock(int descriptor, int operation) noexcept
+{
+    if (lockFailures == 0)
+        return static_cast<int>(syscall(SYS_flock, descriptor, operation));
+    --lockFailures;
+    errno = lockFailure;
+    return -1;
+}
 
 class TestFileRegistry : public QObject {
     Q_OBJECT
@@ -73,6 +98,7 @@ private slots:
     void fileWithoutReadingRightIsNeverReplaced();
     void writeThatWouldPassTheBoundFails();
     void linkToTheFileStaysALink();
+    void chainOfLinksLeadsToTheLockOfTheFile();
     void nothingIsLeftBesideTheFile();
     void valueThatStandsThereIsKeptEvenWhereNothingCanBeWritten();
     void valueNamesAreBounded();
@@ -80,6 +106,12 @@ private slots:
     void lockThatIsHeldFailsTheWriteUntilItIsFree();
     void lockFileOfAKilledProgramIsTakenOver();
     void lockFileOfAnotherUserIsTakenOver();
+    void fileSystemThatCannotLockIsWrittenWithoutALock_data();
+    void fileSystemThatCannotLockIsWrittenWithoutALock();
+    void interruptedLockIsTriedAgain();
+    void holdKeepsOtherProgramsFromWriting();
+    void holdIsRefusedWhileAnotherProgramHolds();
+    void holdWhereNothingCanBeWrittenLeavesTheFailureToTheWrite();
 
 private:
     QString path() const { return m_folder->filePath(u"registry.reg"_s); }
@@ -98,6 +130,7 @@ void TestFileRegistry::cleanup()
 {
     QFile::setPermissions(m_folder->path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     qunsetenv("XDG_CONFIG_HOME");
+    lockFailures = 0;
 }
 
 void TestFileRegistry::defaultPathFollowsTheEnvironment_data()
@@ -268,6 +301,19 @@ void TestFileRegistry::linkToTheFileStaysALink()
     QVERIFY(contentsOf(path()).contains("\"Puerto\"=\"3\""));
 }
 
+void TestFileRegistry::chainOfLinksLeadsToTheLockOfTheFile()
+{
+    const QString nearer = m_folder->filePath(u"nearer.reg"_s);
+    const QString farther = m_folder->filePath(u"farther.reg"_s);
+    QVERIFY(QFile::link(path(), nearer));
+    QVERIFY(QFile::link(nearer, farther));
+    // The lock file that was used is removed.
+    writeFile(lockPath(), "");
+    QVERIFY(FileRegistry(farther).set(user, key, u"Puerto"_s, text("3")));
+    QVERIFY(!QFile::exists(lockPath()));
+    QVERIFY(contentsOf(path()).contains("\"Puerto\"=\"3\""));
+}
+
 void TestFileRegistry::nothingIsLeftBesideTheFile()
 {
     FileRegistry registry(path());
@@ -338,6 +384,73 @@ void TestFileRegistry::lockFileOfAnotherUserIsTakenOver()
     FileRegistry registry(path());
     QVERIFY(registry.set(user, key, u"Puerto"_s, text("3")));
     QVERIFY(!QFile::exists(lockPath()));
+}
+
+void TestFileRegistry::fileSystemThatCannotLockIsWrittenWithoutALock_data()
+{
+    QTest::addColumn<int>("failure");
+    QTest::newRow("network file system without its lock service") << ENOLCK;
+    QTest::newRow("not supported") << EOPNOTSUPP;
+    QTest::newRow("not there") << ENOSYS;
+    QTest::newRow("only for files that are open for writing") << EBADF;
+}
+
+void TestFileRegistry::fileSystemThatCannotLockIsWrittenWithoutALock()
+{
+    QFETCH(int, failure);
+    lockFailure = failure;
+    lockFailures = 2;
+    FileRegistry registry(path());
+    QVERIFY(registry.set(user, key, u"Puerto"_s, text("3")));
+    QVERIFY(registry.holdForSave());
+    QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden),
+             QStringList(u"registry.reg"_s));
+}
+
+void TestFileRegistry::interruptedLockIsTriedAgain()
+{
+    lockFailure = EINTR;
+    lockFailures = 3;
+    FileRegistry registry(path());
+    const auto hold = registry.holdForSave();
+    QVERIFY(hold);
+    QCOMPARE(lockFailures, 0);
+    QVERIFY(isLocked(lockPath()));
+}
+
+void TestFileRegistry::holdKeepsOtherProgramsFromWriting()
+{
+    FileRegistry registry(path());
+    auto hold = registry.holdForSave();
+    for (const char* port : {"3", "4"}) {
+        QVERIFY(registry.set(user, key, u"Puerto"_s, text(port)));
+        QVERIFY(isLocked(lockPath()));
+    }
+    hold.reset();
+    QVERIFY(!isLocked(lockPath()));
+}
+
+void TestFileRegistry::holdIsRefusedWhileAnotherProgramHolds()
+{
+    FileRegistry registry(path());
+    FileRegistry ofAnotherProgram(path());
+    auto hold = registry.holdForSave();
+    QVERIFY(!ofAnotherProgram.holdForSave());
+    hold.reset();
+    QVERIFY(ofAnotherProgram.holdForSave());
+}
+
+void TestFileRegistry::holdWhereNothingCanBeWrittenLeavesTheFailureToTheWrite()
+{
+    const OrdinaryUser ordinaryUser(m_folder->path());
+    writeFile(path(),
+              "[HKEY_CURRENT_USER\\Software\\Quorvex\\Lurimat\\Directo]\n\"Puerto\"=\"4\"\n");
+    QVERIFY(QFile::setPermissions(m_folder->path(), QFile::ReadOwner | QFile::ExeOwner));
+    FileRegistry registry(path());
+    const auto hold = registry.holdForSave();
+    QVERIFY(hold);
+    QVERIFY(registry.set(user, key, u"Puerto"_s, text("4")));
+    QVERIFY(!registry.set(user, key, u"Puerto"_s, text("5")));
 }
 
 QTEST_GUILESS_MAIN(TestFileRegistry)
