@@ -1,9 +1,9 @@
 #include "Wipe.h"
 
+#include <cstring>
+
 #ifdef Q_OS_WIN
 #include <windows.h>
-#else
-#include <cstring>
 #endif
 
 // Neither of the system's two functions is left out by the compiler, as one that writes what nobody
@@ -21,6 +21,11 @@ void wipe(QByteArray& secret) { wipeFront(secret, secret.size()); }
 
 void wipeFront(QByteArray& bytes, qsizetype count)
 {
-    overwrite(bytes.data(), count);
-    bytes.remove(0, count);
+    // Moved by hand: QByteArray moves its begin instead, and later all bytes back to the front of
+    // its buffer, which leaves a copy behind them.
+    char* const begin = bytes.data();
+    const qsizetype rest = bytes.size() - count;
+    std::memmove(begin, begin + count, static_cast<std::size_t>(rest));
+    overwrite(begin + rest, count);
+    bytes.truncate(rest);
 }

@@ -8,5 +8,6 @@
 void overwrite(char* bytes, qsizetype count);
 /// Overwrites and empties. When a copy shares the bytes, they are not overwritten.
 void wipe(QByteArray& secret);
-/// Overwrites the first `count` bytes, then removes them.
+/// Removes the first `count` bytes, so that no copy of them or of the rest stays. The rest moves to
+/// the front of the buffer.
 void wipeFront(QByteArray& bytes, qsizetype count);

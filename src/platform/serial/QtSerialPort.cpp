@@ -48,6 +48,10 @@ constexpr double restMargin = 0.5;
 /// How many bytes are read at a time. The rest is read when the event loop runs again.
 constexpr qsizetype readSize = 4096;
 
+/// Whether reading or writing would fail again. Such a device may seem to be ready all the time,
+/// and would be tried without end.
+bool isLasting(int error) { return error != EAGAIN && error != EINTR; }
+
 /// The shortest time of a byte on the line: the sender may be up to 3 % fast.
 double millisecondsPerByte(const LineSettings& settings)
 {
@@ -102,7 +106,9 @@ void QtSerialPort::write(const QByteArray& bytes)
 {
     if (!isOpen())
         return;
-    const qsizetype taken = m_waiting.isEmpty() ? writeToDriver(bytes) : 0;
+    // A failure is found again, and told, when the event loop runs: the caller, or who has called
+    // it, may be in the midst of its work.
+    const qsizetype taken = m_waiting.isEmpty() ? writeToDriver(bytes).count : 0;
     if (taken == bytes.size())
         return;
     // In a new buffer of the final size: growing would leave copies in memory.
@@ -197,7 +203,7 @@ void QtSerialPort::readArrived()
     QByteArray bytes(readSize, Qt::Uninitialized);
     const ssize_t count = ::read(m_port.handle(), bytes.data(), static_cast<size_t>(bytes.size()));
     if (count <= 0) {
-        if (isDeviceGone())
+        if ((count < 0 && isLasting(errno)) || isDeviceGone())
             deviceGone();
         return;
     }
@@ -208,13 +214,14 @@ void QtSerialPort::readArrived()
 
 void QtSerialPort::writeWaiting()
 {
-    wipeFront(m_waiting, writeToDriver(m_waiting));
+    const Written written = writeToDriver(m_waiting);
+    wipeFront(m_waiting, written.count);
     m_writable->setEnabled(!m_waiting.isEmpty());
-    if (isDeviceGone())
+    if (written.hasFailed || isDeviceGone())
         deviceGone();
 }
 
-qsizetype QtSerialPort::writeToDriver(const QByteArray& bytes)
+QtSerialPort::Written QtSerialPort::writeToDriver(const QByteArray& bytes)
 {
     qsizetype taken = 0;
     while (taken < bytes.size()) {
@@ -223,10 +230,10 @@ qsizetype QtSerialPort::writeToDriver(const QByteArray& bytes)
         if (count < 0 && errno == EINTR)
             continue;
         if (count <= 0)
-            break;
+            return {taken, count < 0 && isLasting(errno)};
         taken += count;
     }
-    return taken;
+    return {taken, false};
 }
 
 void QtSerialPort::restWhileBytesAreOnTheWay()

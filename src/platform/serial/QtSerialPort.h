@@ -9,7 +9,7 @@
 #include <QTimer>
 
 /// A serial port of a Unix system. It looks its device up at each opening and locks it against
-/// other programs. When the device vanishes, the port closes.
+/// other programs. When the device vanishes or fails for good, the port closes.
 ///
 /// QSerialPort only opens and configures the device. Bytes are read and written directly: its
 /// buffers would keep copies of them, the codes of the SIM card among them.
@@ -36,8 +36,12 @@ private:
     QSocketNotifier* makeNotifier(QSocketNotifier::Type type, void (QtSerialPort::*activated)());
     void readArrived();
     void writeWaiting();
-    /// Writes as much as the driver takes now; the number of bytes.
-    qsizetype writeToDriver(const QByteArray& bytes);
+    struct Written {
+        qsizetype count;
+        bool hasFailed;
+    };
+    /// Writes as much as the driver takes now.
+    Written writeToDriver(const QByteArray& bytes);
     /// After the header most of an answer is still on the line. Does not watch the device until the
     /// last bytes are due, so that single bytes do not wake the program.
     void restWhileBytesAreOnTheWay();

@@ -31,6 +31,8 @@ public:
 
     QString device;
 
+    /// Whether the descriptor is one of the test's own.
+    bool uses(int descriptor) const { return descriptor == m_master || descriptor == m_slave; }
     bool send(const QByteArray& bytes)
     {
         return ::write(m_master, bytes.constData(), static_cast<size_t>(bytes.size())) ==

@@ -1,6 +1,7 @@
 #include "OrdinaryUser.h"
 #include "PortFixture.h"
 
+#include <QDir>
 #include <QFile>
 #include <QRegularExpression>
 #include <QScopeGuard>
@@ -8,7 +9,29 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <sys/eventfd.h>
+
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Puts another file in the place of the open device: one that fails without having hung up. False
+/// when the device is not found.
+bool replaceOpenDevice(PortFixture& f, int other)
+{
+    const QDir descriptors(u"/proc/self/fd"_s);
+    int replaced = 0;
+    for (const QString& name : descriptors.entryList(QDir::System | QDir::Files)) {
+        const int descriptor = name.toInt();
+        if (QFile::symLinkTarget(descriptors.filePath(name)) == f.line.device &&
+            !f.line.uses(descriptor) && ::dup2(other, descriptor) == descriptor)
+            ++replaced;
+    }
+    ::close(other);
+    return replaced == 1;
+}
+
+} // namespace
 
 /// Which devices open, and what happens when an open one vanishes.
 class TestQtSerialPortDevice : public QObject {
@@ -37,6 +60,8 @@ private slots:
     void writingToAVanishedDeviceIsSafe();
     void clearingAVanishedDeviceIsSafe();
     void closingInsideTheLossIsSafe();
+    void deviceThatTakesNoByteForGoodClosesThePortOnceAndLater();
+    void deviceThatGivesNoByteForGoodClosesThePortOnce();
 };
 
 void TestQtSerialPortDevice::openPortIsKnownByItsDevice()
@@ -332,6 +357,37 @@ void TestQtSerialPortDevice::closingInsideTheLossIsSafe()
     QTRY_COMPARE(losses, 1);
     QVERIFY(!f.port.isOpen());
     QVERIFY(!f.port.openError().isEmpty());
+}
+
+void TestQtSerialPortDevice::deviceThatTakesNoByteForGoodClosesThePortOnceAndLater()
+{
+    PortFixture f;
+    f.port.open();
+    QSignalSpy lost(&f.port, &SerialPort::lost);
+    // Nothing to read, always ready to be written, and refuses fewer than 8 bytes.
+    QVERIFY(replaceOpenDevice(f, ::eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC)));
+
+    f.port.write("x");
+    // The writer may be in the midst of its work.
+    QCOMPARE(lost.count(), 0);
+    QTRY_COMPARE(lost.count(), 1);
+    QVERIFY(!f.port.isOpen());
+    QCoreApplication::processEvents();
+    QCOMPARE(lost.count(), 1);
+}
+
+void TestQtSerialPortDevice::deviceThatGivesNoByteForGoodClosesThePortOnce()
+{
+    PortFixture f;
+    f.port.open();
+    QSignalSpy lost(&f.port, &SerialPort::lost);
+    // A folder always seems to have something to read, and refuses to give it.
+    QVERIFY(replaceOpenDevice(f, ::open("/", O_RDONLY | O_DIRECTORY | O_CLOEXEC)));
+
+    QTRY_COMPARE(lost.count(), 1);
+    QVERIFY(!f.port.isOpen());
+    QCoreApplication::processEvents();
+    QCOMPARE(lost.count(), 1);
 }
 
 QTEST_GUILESS_MAIN(TestQtSerialPortDevice)
