@@ -51,10 +51,10 @@ std::optional<ModemScript::Line> ModemScript::next()
         const QByteArray line = takeLine();
         if (line.isEmpty())
             continue;
+        if (line.startsWith(';'))
+            return Line{decoded(line).left(maximumLine), {}, {}};
         if (line.size() > maximumLine)
             return Line{{}, {}, {}, true};
-        if (line.startsWith(';'))
-            return Line{decoded(line), {}, {}};
         const qsizetype tab = line.indexOf('\t');
         if (tab < 0)
             return Line{{}, line, {}};

@@ -10,7 +10,8 @@
 /// are taken as they are; lines end with CR LF, LF or CR.
 ///
 /// Bounds: a file of up to maximumSize bytes, lines of up to maximumLine (of a longer one nothing
-/// is kept: half a command may be another command). It is read whole when it is opened, so what
+/// is kept: half a command may be another command), the first maximumLine characters of a comment.
+/// It is read whole when it is opened, so what
 /// happens to the file later is of no matter.
 class ModemScript {
 public:
@@ -18,13 +19,13 @@ public:
     static constexpr qsizetype maximumLine = 1024;
 
     struct Line {
-        /// The whole line, ";" included, when it is a comment.
+        /// The line, ";" included, when it is a comment.
         QString comment;
         QByteArray command;
         /// Empty stands for "OK".
         QByteArray expected;
 
-        /// Longer than maximumLine: nothing else is set.
+        /// A command longer than maximumLine: nothing else is set.
         bool tooLong = false;
 
         bool isComment() const { return !comment.isEmpty(); }

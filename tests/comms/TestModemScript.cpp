@@ -27,6 +27,8 @@ private slots:
     void fileBeyondTheBoundIsRefused();
     void lineBeyondTheBoundHoldsNothingToSend_data();
     void lineBeyondTheBoundHoldsNothingToSend();
+    void commentBeyondTheBoundIsCut_data();
+    void commentBeyondTheBoundIsCut();
     void tenThousandLinesAreReadInOrder();
     void shippedScriptsAreRead_data();
     void shippedScriptsAreRead();
@@ -171,7 +173,6 @@ void TestModemScript::lineBeyondTheBoundHoldsNothingToSend_data()
     QTest::newRow("command") << QByteArray(1025, 'A');
     QTest::newRow("much longer") << QByteArray(500000, 'A');
     QTest::newRow("by what is expected") << "AT\t" + QByteArray(1022, 'K');
-    QTest::newRow("comment") << ';' + QByteArray(1024, 'A');
 }
 
 void TestModemScript::lineBeyondTheBoundHoldsNothingToSend()
@@ -183,6 +184,29 @@ void TestModemScript::lineBeyondTheBoundHoldsNothingToSend()
     const auto read = script.next();
     QVERIFY(read->tooLong);
     QCOMPARE(read->command, QByteArray());
+    QCOMPARE(script.next()->command, QByteArray("ATZ"));
+}
+
+void TestModemScript::commentBeyondTheBoundIsCut_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    QTest::addColumn<QString>("comment");
+    QTest::newRow("within") << ';' + QByteArray(1023, 'A') << u';' + QString(1023, u'A');
+    QTest::newRow("beyond") << ';' + QByteArray(1024, 'A') << u';' + QString(1023, u'A');
+    QTest::newRow("much longer") << ';' + QByteArray(500000, 'A') << u';' + QString(1023, u'A');
+    QTest::newRow("two bytes a character")
+        << ';' + QByteArray("\xC3\xB3").repeated(1024) << u';' + QString(1023, u'ó');
+}
+
+void TestModemScript::commentBeyondTheBoundIsCut()
+{
+    QFETCH(QByteArray, line);
+    ModemScript script;
+    QVERIFY(script.open(write(line + "\nATZ\n")));
+    const auto read = script.next();
+    QVERIFY(read->isComment());
+    QVERIFY(!read->tooLong);
+    QTEST(read->comment, "comment");
     QCOMPARE(script.next()->command, QByteArray("ATZ"));
 }
 
