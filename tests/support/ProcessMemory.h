@@ -15,11 +15,17 @@
 /// does not put it into memory.
 class ProcessMemory {
 public:
-    /// How often the secret is in writable memory, in 8-bit characters and in UTF-16.
+    /// How often the secret is in writable memory, in 8-bit characters and in UTF-16. Four digits
+    /// in 8-bit characters are there by luck too: as a number, or within an address.
     static int occurrences(const char* raisedSecret)
     {
         ProcessMemory memory;
         return memory.count(raisedSecret, 1) + memory.count(raisedSecret, 2);
+    }
+    /// In UTF-16 alone.
+    static int occurrencesInUtf16(const char* raisedSecret)
+    {
+        return ProcessMemory().count(raisedSecret, 2);
     }
 
 private:

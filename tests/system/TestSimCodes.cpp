@@ -18,6 +18,8 @@ namespace {
 // Each digit is one higher, so that the codes are in memory only if the program puts them there.
 // The PUK is the default one of the simulated card.
 constexpr const char* raisedPin = "84:2";
+/// ",7391\r", the end of the command to the modem.
+constexpr const char* raisedPinInCommand = "-84:2\x0E";
 constexpr const char* raisedPuk = "23456789";
 constexpr const char* raisedMostOfThePuk = "234567";
 
@@ -56,13 +58,13 @@ void TestSimCodes::sentCodesAreNowhereInMemory()
     settings.findChild<QPushButton*>(u"cmdEnviarPIN"_s)->click();
     auto* dialog = settings.findChild<QDialog*>(u"frmPINPUK"_s);
     QVERIFY(dialog);
-    const int pinsBefore = ProcessMemory::occurrences(raisedPin);
+    const int pinsBefore = ProcessMemory::occurrencesInUtf16(raisedPin);
     const int puksBefore = ProcessMemory::occurrences(raisedPuk);
 
     dialog->findChild<QCheckBox*>(u"chkPUK"_s)->click();
     typeCode(dialog->findChild<QLineEdit*>(u"txtPUK"_s), raisedPuk);
     typeCode(dialog->findChild<QLineEdit*>(u"txtPIN"_s), raisedPin);
-    QVERIFY(ProcessMemory::occurrences(raisedPin) > pinsBefore);
+    QVERIFY(ProcessMemory::occurrencesInUtf16(raisedPin) > pinsBefore);
     QVERIFY(ProcessMemory::occurrences(raisedPuk) > puksBefore);
     dialog->findChild<QPushButton*>(u"cmdAceptar"_s)->click();
     const auto* terminal = settings.findChild<QPlainTextEdit*>(u"txtRexistro"_s);
@@ -70,7 +72,8 @@ void TestSimCodes::sentCodesAreNowhereInMemory()
         terminal->toPlainText().contains(u"\n** Código PIN/PUK enviado correctamente\n"_s),
         patience);
     QVERIFY(!settings.findChild<QDialog*>(u"frmPINPUK"_s));
-    QCOMPARE(ProcessMemory::occurrences(raisedPin), pinsBefore);
+    QCOMPARE(ProcessMemory::occurrencesInUtf16(raisedPin), pinsBefore);
+    QCOMPARE(ProcessMemory::occurrences(raisedPinInCommand), 0);
     QCOMPARE(ProcessMemory::occurrences(raisedPuk), puksBefore);
 }
 
@@ -92,7 +95,7 @@ void TestSimCodes::codesGoWithTheDialog()
     dialog->findChild<QCheckBox*>(u"chkVerCodigos"_s)->setChecked(areShown);
     dialog->show();
     QVERIFY(QTest::qWaitForWindowExposed(dialog.get()));
-    const int pinsBefore = ProcessMemory::occurrences(raisedPin);
+    const int pinsBefore = ProcessMemory::occurrencesInUtf16(raisedPin);
     const int puksBefore = ProcessMemory::occurrences(raisedPuk);
     const int mostOfAPukBefore = ProcessMemory::occurrences(raisedMostOfThePuk);
 
@@ -106,7 +109,7 @@ void TestSimCodes::codesGoWithTheDialog()
     QCOMPARE(ProcessMemory::occurrences(raisedPuk), puksBefore);
     QCOMPARE(ProcessMemory::occurrences(raisedMostOfThePuk), mostOfAPukBefore);
     dialog.reset();
-    QCOMPARE(ProcessMemory::occurrences(raisedPin), pinsBefore);
+    QCOMPARE(ProcessMemory::occurrencesInUtf16(raisedPin), pinsBefore);
 }
 
 QTEST_MAIN(TestSimCodes)

@@ -3,6 +3,9 @@
 #include "Wipe.h"
 
 #include <QRegularExpressionValidator>
+#include <QSignalBlocker>
+
+#include <algorithm>
 
 using namespace Qt::StringLiterals;
 
@@ -18,31 +21,37 @@ CodeEdit::CodeEdit(int length, QWidget* parent) : QLineEdit(parent)
 
 CodeEdit::~CodeEdit()
 {
-    keepTexts();
-    for (QString& text : m_kept)
-        overwriteText(text);
+    const QSignalBlocker nobodyIsTold(this);
+    forget();
 }
 
 void CodeEdit::setShown(bool shown)
 {
-    keepTexts();
     setEchoMode(shown ? Normal : Password);
+    keepTexts();
+}
+
+void CodeEdit::forget()
+{
+    setText(QString());
+    keepTexts();
 }
 
 void CodeEdit::keepTexts()
 {
-    Texts current{text(), displayText()};
-    for (std::size_t i = 0; i < current.size(); ++i) {
-        if (m_kept[i].constData() != current[i].constData())
-            overwriteText(m_kept[i]);
+    for (const QString& current : {text(), displayText()}) {
+        const bool isKept = std::any_of(m_kept.cbegin(), m_kept.cend(), [&](const QString& kept) {
+            return kept.constData() == current.constData();
+        });
+        // A text without capacity is a constant.
+        if (!isKept && current.capacity() > 0)
+            m_kept.push_back(current);
     }
-    m_kept = std::move(current);
-}
-
-void CodeEdit::overwriteText(QString& text)
-{
-    // In its place, for the toolkit's share of it too. A text without capacity is a constant.
-    if (text.capacity() > 0)
-        overwrite(reinterpret_cast<char*>(const_cast<QChar*>(text.constData())),
-                  text.size() * qsizetype(sizeof(QChar)));
+    std::erase_if(m_kept, [](QString& kept) {
+        // The toolkit holds the present ones.
+        if (!kept.isDetached())
+            return false;
+        overwrite(reinterpret_cast<char*>(kept.data()), kept.size() * qsizetype(sizeof(QChar)));
+        return true;
+    });
 }

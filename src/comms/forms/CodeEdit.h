@@ -3,11 +3,14 @@
 #include <QLineEdit>
 #include <QString>
 
-#include <array>
+#include <vector>
 
-/// Edits a code of the SIM card: digits, hidden by asterisks unless they are shown. It leaves
-/// nothing of them in memory: it keeps a reference to each text of the toolkit, so that the
-/// toolkit allocates new memory for the next one, and then overwrites the old.
+/// Edits a code of the SIM card: digits, hidden by asterisks unless they are shown. It overwrites
+/// each text that it has had, because the toolkit does not: it shares the texts with the toolkit,
+/// and overwrites each one when nobody else holds it any more. So a code that was copied to the
+/// clipboard stays whole there.
+///
+/// The toolkit's undo history is not overwritten. It keeps single digits, not next to one another.
 class CodeEdit : public QLineEdit {
     Q_OBJECT
 public:
@@ -15,13 +18,13 @@ public:
     ~CodeEdit() override;
 
     void setShown(bool shown);
+    /// Empties it. Unlike `clear`, this cannot be undone, and nothing of the text stays.
+    void forget();
 
 private:
-    using Texts = std::array<QString, 2>;
-
-    /// Shares what the toolkit holds now: the text, and the text as it is shown.
     void keepTexts();
-    static void overwriteText(QString& text);
 
-    Texts m_kept;
+    /// The present text and the present text as it is shown, and earlier ones that somebody else
+    /// still holds.
+    std::vector<QString> m_kept;
 };

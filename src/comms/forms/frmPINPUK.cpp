@@ -113,8 +113,7 @@ void frmPINPUK::choosePuk(bool wanted)
     txtPUK->setPalette(colours);
     lblPIN->setText(wanted ? u"Nuevo PIN:"_s : u"PIN:"_s);
     txtPIN->setAccessibleName(wanted ? u"Nuevo PIN"_s : u"PIN"_s);
-    // Not by clear, which could be undone.
-    txtPUK->setText(QString());
+    txtPUK->forget();
     validate();
 }
 

@@ -27,6 +27,7 @@ private slots:
     void uncheckingClearsThePuk();
     void clearedPukCannotBeBroughtBack();
     void hiddenCodesAreHiddenFromAScreenReaderAndTheClipboard();
+    void copiedCodeStaysWholeWithWhoHasIt();
     void captionOfThePinFollowsTheBox();
     void codesAreHiddenByAsterisks();
     void acceptReportsTheCodes();
@@ -179,6 +180,23 @@ void TestFrmPinPuk::hiddenCodesAreHiddenFromAScreenReaderAndTheClipboard()
         QTest::keySequence(edit, QKeySequence::Cut);
     }
     QCOMPARE(QGuiApplication::clipboard()->text(), u"before"_s);
+}
+
+void TestFrmPinPuk::copiedCodeStaysWholeWithWhoHasIt()
+{
+    QTest::mouseClick(&control<QCheckBox>(u"chkVerCodigos"_s), Qt::LeftButton);
+    QTest::mouseClick(&chkPUK(), Qt::LeftButton);
+    const QString given(8, u'7');
+    txtPUK().setText(given);
+    QTest::keyClicks(&txtPIN(), u"7391"_s);
+    txtPIN().selectAll();
+    QTest::keySequence(&txtPIN(), QKeySequence::Copy);
+    const QString selected = txtPIN().selectedText();
+    QTest::keyClicks(&txtPIN(), u"4"_s);
+    m_dialog.reset();
+    QCOMPARE(given, u"77777777"_s);
+    QCOMPARE(selected, u"7391"_s);
+    QCOMPARE(QGuiApplication::clipboard()->text(), u"7391"_s);
 }
 
 void TestFrmPinPuk::captionOfThePinFollowsTheBox()
