@@ -306,7 +306,6 @@ bool MessageLink::deliver(quint8 code, const QByteArray& body, LinkStatus status
     const QPointer<MessageLink> self(this);
     const quint32 generation = m_generation;
     // A copy: the receiver may send again, which replaces what was received.
-    const QByteArray answer = body;
-    receiver->Recibido(code, answer, status);
+    receiver->Recibido(code, QByteArray(body), status);
     return self && m_generation == generation;
 }
