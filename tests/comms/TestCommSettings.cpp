@@ -11,20 +11,23 @@ const QString direct = u"Software\\Quorvex\\Lurimat\\Directo"_s;
 const QString remote = u"Software\\Quorvex\\Lurimat\\Remoto"_s;
 const QString common = u"Software\\Quorvex\\Lurimat\\Comun"_s;
 
-const QStringList inOrder{
-    u"HKCU\\Software\\Quorvex\\Lurimat\\Directo|Puerto"_s,
-    u"HKCU\\Software\\Quorvex\\Lurimat\\Directo|Velocidad"_s,
-    u"HKCU\\Software\\Quorvex\\Lurimat\\Directo|Bits"_s,
-    u"HKCU\\Software\\Quorvex\\Lurimat\\Directo|Paridad"_s,
-    u"HKCU\\Software\\Quorvex\\Lurimat\\Directo|Paro"_s,
-    u"HKCU\\Software\\Quorvex\\Lurimat\\Directo|DTR"_s,
-    u"HKCU\\Software\\Quorvex\\Lurimat\\Directo|RTS"_s,
-    u"HKCU\\Software\\Quorvex\\Lurimat\\Remoto|Puerto"_s,
-    u"HKCU\\Software\\Quorvex\\Lurimat\\Remoto|Velocidad"_s,
-    u"HKCU\\Software\\Quorvex\\Lurimat\\Remoto|Inicializacion"_s,
-    u"HKCU\\Software\\Quorvex\\Lurimat\\Comun|Estacion"_s,
-    u"HKCU\\Software\\Quorvex\\Lurimat\\Comun|Identificacion"_s,
-};
+QStringList inOrder()
+{
+    return {
+        u"HKCU\\Software\\Quorvex\\Lurimat\\Directo|Puerto"_s,
+        u"HKCU\\Software\\Quorvex\\Lurimat\\Directo|Velocidad"_s,
+        u"HKCU\\Software\\Quorvex\\Lurimat\\Directo|Bits"_s,
+        u"HKCU\\Software\\Quorvex\\Lurimat\\Directo|Paridad"_s,
+        u"HKCU\\Software\\Quorvex\\Lurimat\\Directo|Paro"_s,
+        u"HKCU\\Software\\Quorvex\\Lurimat\\Directo|DTR"_s,
+        u"HKCU\\Software\\Quorvex\\Lurimat\\Directo|RTS"_s,
+        u"HKCU\\Software\\Quorvex\\Lurimat\\Remoto|Puerto"_s,
+        u"HKCU\\Software\\Quorvex\\Lurimat\\Remoto|Velocidad"_s,
+        u"HKCU\\Software\\Quorvex\\Lurimat\\Remoto|Inicializacion"_s,
+        u"HKCU\\Software\\Quorvex\\Lurimat\\Comun|Estacion"_s,
+        u"HKCU\\Software\\Quorvex\\Lurimat\\Comun|Identificacion"_s,
+    };
+}
 
 } // namespace
 
@@ -117,13 +120,13 @@ void TestCommSettings::savingWritesTheTwelveValuesInOrder()
     settings.modemInitialisation = u"AT&F"_s;
     settings.identification = u"9"_s;
     QVERIFY(settings.SaveSettings(registry));
-    QCOMPARE(registry.written, inOrder);
+    QCOMPARE(registry.written, inOrder());
     QCOMPARE(registry.text(direct, u"Puerto"_s), QByteArray("3"));
     QCOMPARE(registry.text(direct, u"Paridad"_s), QByteArray("Ninguna"));
     QCOMPARE(registry.text(direct, u"DTR"_s), QByteArray("On"));
     QCOMPARE(registry.text(remote, u"Inicializacion"_s), QByteArray("AT&F"));
     QCOMPARE(registry.text(common, u"Identificacion"_s), QByteArray("9"));
-    QCOMPARE(registry.values.value(inOrder.first()).type, quint32(RegistryValue::Text));
+    QCOMPARE(registry.values.value(inOrder().constFirst()).type, quint32(RegistryValue::Text));
 }
 
 void TestCommSettings::savingStopsAtTheFirstFailure()
@@ -132,7 +135,7 @@ void TestCommSettings::savingStopsAtTheFirstFailure()
     registry.writesLeft = 5;
     const CommSettings settings;
     QVERIFY(!settings.SaveSettings(registry));
-    QCOMPARE(registry.written, inOrder.mid(0, 5));
+    QCOMPARE(registry.written, inOrder().mid(0, 5));
 }
 
 void TestCommSettings::savingFailsWhileAnotherProgramHoldsTheRegistry()

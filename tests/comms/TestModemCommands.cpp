@@ -277,7 +277,7 @@ void TestModemCommands::wordsOfAnIdleModemAreShown()
 
 void TestModemCommands::typedCharacterIsSentAndShownOnce()
 {
-    for (const char character : QByteArray("AT\r"))
+    for (const char character : QByteArrayView("AT\r"))
         m_modem->control.type(QByteArray(1, character));
     QCOMPARE(m_modem->modem.writes.size(), 3);
     QCOMPARE(m_modem->takeCommand(), QByteArray("AT\r"));
@@ -308,7 +308,7 @@ void TestModemCommands::characterTypedWithoutPortIsToldInTheTerminal()
 
 void TestModemCommands::codeTypedByHandIsMasked()
 {
-    for (const char character : QByteArray("AT+CPIN=1234\r"))
+    for (const char character : QByteArrayView("AT+CPIN=1234\r"))
         m_modem->control.type(QByteArray(1, character));
     QCOMPARE(m_modem->takeCommand(), QByteArray("AT+CPIN=1234\r"));
     QCOMPARE(m_modem->takeTerminal(), u"AT+CPIN=****\r"_s);
@@ -316,7 +316,7 @@ void TestModemCommands::codeTypedByHandIsMasked()
 
 void TestModemCommands::codeCorrectedWhileTypedByHandIsMasked()
 {
-    for (const char character : QByteArray("AT+CPN\bIN=1234\r"))
+    for (const char character : QByteArrayView("AT+CPN\bIN=1234\r"))
         m_modem->control.type(QByteArray(1, character));
     m_modem->reply("AT+CPN\b \bIN=1234\r\r\nOK\r\n");
     QCOMPARE(m_modem->takeTerminal(), u"AT+CPN\bIN=****\rAT+CPN\b \bIN=****\r\r\nOK\r\n"_s);
@@ -324,7 +324,7 @@ void TestModemCommands::codeCorrectedWhileTypedByHandIsMasked()
 
 void TestModemCommands::halfTypedCodeMasksNothingAfterTheConnection()
 {
-    for (const char character : QByteArray("AT+CPIN=12"))
+    for (const char character : QByteArrayView("AT+CPIN=12"))
         m_modem->control.type(QByteArray(1, character));
     m_modem->reply("AT+CPIN=12");
     m_modem->link.RemataConexion();

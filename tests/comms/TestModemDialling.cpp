@@ -10,9 +10,9 @@ namespace {
 const QString number = u"986123456"_s;
 
 // What the control asks.
-const QStringList theNumber{u"number"_s};
-const QStringList initialisationFailed{u"failed 2"_s};
-const QStringList callFailed{u"number"_s, u"failed 6"_s};
+QStringList theNumber() { return {u"number"_s}; }
+QStringList initialisationFailed() { return {u"failed 2"_s}; }
+QStringList callFailed() { return {u"number"_s, u"failed 6"_s}; }
 
 } // namespace
 
@@ -76,7 +76,7 @@ void TestModemDialling::initialisationThenNumberThenConnect()
             QVERIFY(!m_modem->controlsEnabled);
             m_modem->reply("\r\nOK");
             QVERIFY(!m_modem->tmrTemporizador.isEnabled());
-            QCOMPARE(m_modem->questions, theNumber);
+            QCOMPARE(m_modem->questions, theNumber());
             m_modem->control.dial(number);
             m_modem->reply("\r\n");
         },
@@ -88,7 +88,7 @@ void TestModemDialling::initialisationThenNumberThenConnect()
             m_modem->reply("\r\nCONNECT\r\n");
         },
     });
-    QCOMPARE(m_modem->questions, theNumber);
+    QCOMPARE(m_modem->questions, theNumber());
     QCOMPARE(m_modem->link.state(), LinkState::Idle);
     QVERIFY(!m_modem->tmrTemporizador.isEnabled());
     QVERIFY(m_modem->controlsEnabled);
@@ -138,7 +138,7 @@ void TestModemDialling::emptyInitialisationDialsAtOnce()
             m_modem->reply("CONNECT");
         },
     });
-    QCOMPARE(m_modem->questions, theNumber);
+    QCOMPARE(m_modem->questions, theNumber());
     QVERIFY(m_modem->terminal.contains(u"** Conexión establecida"));
 }
 
@@ -149,7 +149,7 @@ void TestModemDialling::emptyNumberEndsTheAttempt()
         m_modem->control.dial(QString());
     }});
     QCOMPARE(m_modem->takeCommand(), QByteArray("ATZ\r\n"));
-    QCOMPARE(m_modem->questions, theNumber);
+    QCOMPARE(m_modem->questions, theNumber());
     QVERIFY(m_modem->controlsEnabled);
     QVERIFY(!m_modem->tmrTemporizador.isEnabled());
     QVERIFY(!m_modem->link.isStarting());
@@ -161,11 +161,11 @@ void TestModemDialling::silentModemFailsAfterThreeSeconds()
 {
     m_modem->dialWith({[&] {
         QVERIFY(m_modem->tmrTemporizador.fire());
-        QCOMPARE(m_modem->questions, initialisationFailed);
+        QCOMPARE(m_modem->questions, initialisationFailed());
         m_modem->control.acknowledgeFailure();
     }});
     QVERIFY(m_modem->controlsEnabled);
-    QCOMPARE(m_modem->questions, initialisationFailed);
+    QCOMPARE(m_modem->questions, initialisationFailed());
 }
 
 void TestModemDialling::errorInTheInitialisationFailsAtOnce()
@@ -175,7 +175,7 @@ void TestModemDialling::errorInTheInitialisationFailsAtOnce()
         QVERIFY(!m_modem->tmrTemporizador.isEnabled());
         m_modem->control.acknowledgeFailure();
     }});
-    QCOMPARE(m_modem->questions, initialisationFailed);
+    QCOMPARE(m_modem->questions, initialisationFailed());
 }
 
 void TestModemDialling::errorInTheMiddleOfAReplyFails()
@@ -184,7 +184,7 @@ void TestModemDialling::errorInTheMiddleOfAReplyFails()
         m_modem->reply("xxERRORxx\r\nOK\r\n");
         m_modem->control.acknowledgeFailure();
     }});
-    QCOMPARE(m_modem->questions, initialisationFailed);
+    QCOMPARE(m_modem->questions, initialisationFailed());
 }
 
 void TestModemDialling::busyLineIsToldAndThenFails()
@@ -234,7 +234,7 @@ void TestModemDialling::errorWhileDiallingFails()
             m_modem->control.acknowledgeFailure();
         },
     });
-    QCOMPARE(m_modem->questions, callFailed);
+    QCOMPARE(m_modem->questions, callFailed());
 }
 
 void TestModemDialling::callThatNobodyAnswersFailsAfterItsTime()
@@ -243,14 +243,14 @@ void TestModemDialling::callThatNobodyAnswersFailsAfterItsTime()
         [&] { dial(); },
         [&] {
             QVERIFY(m_modem->tmrTemporizador.fire());
-            QCOMPARE(m_modem->questions, theNumber);
+            QCOMPARE(m_modem->questions, theNumber());
         },
         [&] {
             QVERIFY(m_modem->tmrTemporizador.fire());
             m_modem->control.acknowledgeFailure();
         },
     });
-    QCOMPARE(m_modem->questions, callFailed);
+    QCOMPARE(m_modem->questions, callFailed());
 }
 
 void TestModemDialling::otherWordsKeepWaiting()
@@ -268,7 +268,7 @@ void TestModemDialling::otherWordsKeepWaiting()
             m_modem->reply("CONNECT");
         },
     });
-    QCOMPARE(m_modem->questions, theNumber);
+    QCOMPARE(m_modem->questions, theNumber());
 }
 
 void TestModemDialling::connectWithARateIsAConnection()
@@ -288,7 +288,7 @@ void TestModemDialling::failureIsToldOnce()
         QVERIFY(!m_modem->tmrTemporizador.fire());
         m_modem->control.acknowledgeFailure();
     }});
-    QCOMPARE(m_modem->questions, initialisationFailed);
+    QCOMPARE(m_modem->questions, initialisationFailed());
     QCOMPARE(m_modem->link.state(), LinkState::Idle);
 }
 
@@ -316,7 +316,7 @@ void TestModemDialling::secondOkWhileTheNumberIsAskedAsksOnce()
         },
         [&] { m_modem->reply("CONNECT"); },
     });
-    QCOMPARE(m_modem->questions, theNumber);
+    QCOMPARE(m_modem->questions, theNumber());
     QCOMPARE(m_modem->takeCommand(), QByteArray("ATZ\r\nATD986123456\r\n"));
 }
 
@@ -332,7 +332,7 @@ void TestModemDialling::numberMayBeGivenLater()
         },
         [&] { m_modem->reply("CONNECT"); },
     });
-    QCOMPARE(m_modem->questions, theNumber);
+    QCOMPARE(m_modem->questions, theNumber());
     QCOMPARE(m_modem->takeCommand(), QByteArray("ATZ\r\nATD986123456\r\n"));
 }
 
@@ -353,7 +353,7 @@ void TestModemDialling::vanishingModemEndsTheDialling()
         [&] { dial(); },
         [&] { m_modem->modem.vanish(); },
     });
-    QCOMPARE(m_modem->questions, callFailed);
+    QCOMPARE(m_modem->questions, callFailed());
     QVERIFY(!m_modem->modem.isOpen());
 }
 
@@ -364,9 +364,9 @@ void TestModemDialling::modemThatVanishedWhileTheNumberWasAskedFails()
             m_modem->reply("OK");
             m_modem->modem.vanish();
             QCoreApplication::sendPostedEvents();
-            QCOMPARE(m_modem->questions, theNumber);
+            QCOMPARE(m_modem->questions, theNumber());
             m_modem->control.dial(number);
-            QCOMPARE(m_modem->questions, callFailed);
+            QCOMPARE(m_modem->questions, callFailed());
             m_modem->control.acknowledgeFailure();
         },
     });
@@ -383,7 +383,7 @@ void TestModemDialling::modemFoundGoneWhileTheNumberIsSentIsToldOnce()
             m_modem->control.acknowledgeFailure();
         },
     });
-    QCOMPARE(m_modem->questions, callFailed);
+    QCOMPARE(m_modem->questions, callFailed());
     QCOMPARE(m_modem->link.state(), LinkState::Idle);
     QVERIFY(!m_modem->tmrTemporizador.isEnabled());
 }
@@ -404,7 +404,7 @@ void TestModemDialling::secondConnectWhileDiallingStartsNoOther()
         },
     });
     QCOMPARE(m_modem->takeCommand(), QByteArray("ATD986123456\r\n"));
-    QCOMPARE(m_modem->questions, theNumber);
+    QCOMPARE(m_modem->questions, theNumber());
 }
 
 void TestModemDialling::endOfTheConnectionWhileDiallingHangsUp()
@@ -418,7 +418,7 @@ void TestModemDialling::endOfTheConnectionWhileDiallingHangsUp()
     });
     QCOMPARE(m_modem->modem.lineChanges, (QList<QByteArray>{"DTR=0 RTS=0", "DTR=1 RTS=0"}));
     QVERIFY(!m_modem->modem.isOpen());
-    QCOMPARE(m_modem->questions, theNumber);
+    QCOMPARE(m_modem->questions, theNumber());
     QVERIFY(m_modem->controlsEnabled);
     QVERIFY(!m_modem->tmrTemporizador.isEnabled());
 }
@@ -433,7 +433,7 @@ void TestModemDialling::endOfTheConnectionWhileTheNumberIsAskedDialsNothing()
     QCOMPARE(m_modem->takeCommand(), QByteArray("ATZ\r\n"));
     QCOMPARE(m_modem->link.state(), LinkState::Idle);
     QVERIFY(!m_modem->modem.isOpen());
-    QCOMPARE(m_modem->questions, theNumber);
+    QCOMPARE(m_modem->questions, theNumber());
 }
 
 void TestModemDialling::endOfTheConnectionWhileTheBusyLineIsToldTellsNoFailure()
@@ -478,7 +478,7 @@ void TestModemDialling::modemThatVanishesInMidCallIsAClosedPort()
     m_modem->link.Envia(1, body, timeout);
     QVERIFY(!m_modem->link.Ocupado());
     QVERIFY(m_modem->takeCommand().isEmpty());
-    QCOMPARE(m_modem->questions, theNumber);
+    QCOMPARE(m_modem->questions, theNumber());
 }
 
 QTEST_GUILESS_MAIN(TestModemDialling)

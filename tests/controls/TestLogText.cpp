@@ -329,9 +329,9 @@ QMenu* TestLogText::openMenu()
 void TestLogText::menuCopiesAndSelectsAll()
 {
     m_text->append(u"uno\ndos\n"_s);
-    std::unique_ptr<QMenu>(openMenu())->actions().last()->trigger();
+    std::unique_ptr<QMenu>(openMenu())->actions().constLast()->trigger();
     QCOMPARE(m_text->selectedText(), u"uno\ndos\n"_s);
-    std::unique_ptr<QMenu>(openMenu())->actions().first()->trigger();
+    std::unique_ptr<QMenu>(openMenu())->actions().constFirst()->trigger();
     QCOMPARE(QGuiApplication::clipboard()->text(), u"uno\ndos\n"_s);
 }
 
@@ -382,8 +382,8 @@ void TestLogText::menuHasTheWordsOfTheToolkitsTranslation()
     QCOMPARE(menu->actions().size(), expected->actions().size());
     for (qsizetype i = 0; i < menu->actions().size(); ++i)
         QCOMPARE(menu->actions()[i]->text(), expected->actions()[i]->text());
-    QVERIFY(menu->actions().first()->text().startsWith(u"&Copiar\t"_s));
-    QVERIFY(menu->actions().last()->text().startsWith(u"Seleccionar todo\t"_s));
+    QVERIFY(menu->actions().constFirst()->text().startsWith(u"&Copiar\t"_s));
+    QVERIFY(menu->actions().constLast()->text().startsWith(u"Seleccionar todo\t"_s));
 }
 
 /// How many pixels of the viewport have this colour.

@@ -40,9 +40,9 @@ private slots:
 
 namespace {
 
-const QByteArray lineA = ":0400100001020304E2\n";
-const QByteArray lineB = ":03FFFE00ABCDEF99\n";
-const QByteArray end = ":00000001FF\n";
+const QByteArray lineA = ":0400100001020304E2\n"_ba;
+const QByteArray lineB = ":03FFFE00ABCDEF99\n"_ba;
+const QByteArray end = ":00000001FF\n"_ba;
 constexpr const char* good = "dd00";
 
 struct Fixture : LinkFixture {

@@ -48,9 +48,9 @@ QByteArray bytesOf(const HexLine& line)
                       static_cast<qsizetype>(line.Data.size()));
 }
 
-const QByteArray lineA = ":0400100001020304E2";
-const QByteArray lineB = ":03FFFE00ABCDEF99";
-const QByteArray end = ":00000001FF";
+const QByteArray lineA = ":0400100001020304E2"_ba;
+const QByteArray lineB = ":03FFFE00ABCDEF99"_ba;
+const QByteArray end = ":00000001FF"_ba;
 
 } // namespace
 

@@ -23,7 +23,7 @@ bool meetsTheRules(const QByteArray& text)
 {
     if (text.size() < 11 || text.at(0) != ':')
         return false;
-    for (const char character : text.mid(1))
+    for (const char character : QByteArrayView(text).sliced(1))
         if (!QByteArray("0123456789ABCDEFabcdef").contains(character))
             return false;
     const QByteArray bytes = QByteArray::fromHex(text.mid(1));

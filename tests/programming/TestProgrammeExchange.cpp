@@ -2,6 +2,7 @@
 
 #include <QTest>
 
+using namespace Qt::StringLiterals;
 using State = ProgrammeExchange::State;
 
 constexpr auto hct7200 = ClockModel::Hct7200;
@@ -9,8 +10,8 @@ constexpr auto hct7300 = ClockModel::Hct7300;
 
 namespace {
 
-const QByteArray blockAccepted = QByteArray::fromHex("da00");
-const QByteArray holidaysAccepted = QByteArray::fromHex("d200");
+const QByteArray blockAccepted = "\xda\0"_ba;
+const QByteArray holidaysAccepted = "\xd2\0"_ba;
 
 } // namespace
 

@@ -6,8 +6,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QByteArray accepted = QByteArray::fromHex("0200");
-const QByteArray closed = QByteArray::fromHex("0201");
+const QByteArray accepted = "\2\0"_ba;
+const QByteArray closed = "\2\1"_ba;
 
 const QString failure = u"Fallo en identificación del equipo"_s;
 

@@ -200,7 +200,7 @@ void TestTraceFile::timesAreMicrosecondsSinceTheStartOfTheProgram()
     m_trace.emplace(path(), start);
     fixture.link.ArrancaConexion(false);
     const auto end = std::chrono::steady_clock::now() - start;
-    const qint64 time = contentsOf(path()).split('\n').at(1).split(' ').first().toLongLong();
+    const qint64 time = contentsOf(path()).split('\n').at(1).split(' ').constFirst().toLongLong();
     QVERIFY(time >= 3'600'000'000);
     QVERIFY(time <= std::chrono::duration_cast<std::chrono::microseconds>(end).count());
 }

@@ -2,13 +2,14 @@
 
 #include <QTest>
 
+using namespace Qt::StringLiterals;
 using namespace simulator;
 
 namespace {
 
 QByteArray bytes(const char* hex) { return QByteArray::fromHex(hex); }
 
-const QByteArray endRecord = ":00000001FF\r\n";
+const QByteArray endRecord = ":00000001FF\r\n"_ba;
 
 } // namespace
 

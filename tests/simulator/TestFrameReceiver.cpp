@@ -73,7 +73,8 @@ void TestFrameReceiver::requestIsFoundInAnyChunks()
 {
     FrameReceiver receiver(1);
     QByteArrayList found;
-    for (const char byte : bytes("68040468010102010516 680303680199009a16"))
+    const QByteArray line = bytes("68040468010102010516 680303680199009a16");
+    for (const char byte : line)
         found += texts(receiver.take(QByteArray(1, byte)));
     QCOMPARE(found, (QByteArrayList{"01 0201", "99 00"}));
     QVERIFY(!receiver.hasBegun());

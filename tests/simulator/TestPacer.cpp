@@ -43,8 +43,9 @@ void TestPacer::bytesLeaveTenBitsApart()
 
 void TestPacer::scheduleAddsUpNoError()
 {
-    QCOMPARE(departures(0ns, QByteArray(960, 'x'), 9600, 1).last().at.count(), 1'000'000'000);
-    QCOMPARE(departures(0ns, QByteArray(11520, 'x'), 115200, 1).last().at.count(), 1'000'000'000);
+    QCOMPARE(departures(0ns, QByteArray(960, 'x'), 9600, 1).constLast().at.count(), 1'000'000'000);
+    QCOMPARE(departures(0ns, QByteArray(11520, 'x'), 115200, 1).constLast().at.count(),
+             1'000'000'000);
 }
 
 void TestPacer::burstLeavesWithItsLastByte()

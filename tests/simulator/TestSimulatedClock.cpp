@@ -201,7 +201,7 @@ void TestSimulatedClock::heldByteStandsInTheStatusBlock()
     clock.holdByte(9, 45);
     QCOMPARE(clock.statusBlock().mid(9, 2).toHex(), QByteArray("2d00"));
     clock.releaseBytes();
-    QVERIFY(clock.statusBlock()[9] != 45);
+    QVERIFY(clock.statusBlock().at(9) != 45);
 }
 
 void TestSimulatedClock::blockOfAnotherFamilyHasFiveBytes()

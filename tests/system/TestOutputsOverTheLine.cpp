@@ -52,8 +52,8 @@ struct Remote : ConnectedProgram {
     }
 };
 
-const QList<quint32> allDark{darkGreen, darkGreen, darkGreen};
-const QList<quint32> lowestLit{green, darkGreen, darkGreen};
+QList<quint32> allDark() { return {darkGreen, darkGreen, darkGreen}; }
+QList<quint32> lowestLit() { return {green, darkGreen, darkGreen}; }
 
 } // namespace
 
@@ -87,20 +87,20 @@ void TestOutputsOverTheLine::outputIsSwitchedSeenAndGivenBack()
     const auto* information = remote.window<frmInfo>();
     QVERIFY(information);
     QVERIFY(remote.chkAutomatico()->isChecked());
-    QTRY_COMPARE_WITH_TIMEOUT(Remote::fills(remote.form()), allDark, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(Remote::fills(remote.form()), allDark(), patience);
 
     remote.chkAutomatico()->click();
     QTRY_COMPARE_WITH_TIMEOUT(remote.clock.state(u"mode"_s), u"manual"_s, patience);
     remote.clickCover(0);
-    QTRY_COMPARE_WITH_TIMEOUT(Remote::fills(remote.form()), lowestLit, patience);
-    QTRY_COMPARE_WITH_TIMEOUT(Remote::fills(information), lowestLit, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(Remote::fills(remote.form()), lowestLit(), patience);
+    QTRY_COMPARE_WITH_TIMEOUT(Remote::fills(information), lowestLit(), patience);
     QCOMPARE(remote.positions(), QList<int>({1, 0, 0}));
 
     remote.chkAutomatico()->click();
     QTRY_COMPARE_WITH_TIMEOUT(remote.clock.state(u"mode"_s), u"automatic"_s, patience);
-    QTRY_COMPARE_WITH_TIMEOUT(Remote::fills(remote.form()), allDark, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(Remote::fills(remote.form()), allDark(), patience);
     QTRY_COMPARE_WITH_TIMEOUT(remote.positions(), QList<int>({0, 0, 0}), patience);
-    QTRY_COMPARE_WITH_TIMEOUT(Remote::fills(information), allDark, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(Remote::fills(information), allDark(), patience);
 }
 
 void TestOutputsOverTheLine::clockInManualModeIsShownAsItStands()
@@ -135,11 +135,11 @@ void TestOutputsOverTheLine::failuresAreSatOutInSilence()
     QFETCH(QString, fault);
     Remote remote;
     QVERIFY(remote.open());
-    QTRY_COMPARE_WITH_TIMEOUT(Remote::fills(remote.form()), allDark, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(Remote::fills(remote.form()), allDark(), patience);
     remote.clock.command(fault);
     remote.chkAutomatico()->click();
     remote.clickCover(0);
-    QTRY_COMPARE_WITH_TIMEOUT(Remote::fills(remote.form()), lowestLit, patience);
+    QTRY_COMPARE_WITH_TIMEOUT(Remote::fills(remote.form()), lowestLit(), patience);
     QVERIFY(remote.dialogs.boxes.isEmpty());
     QVERIFY(remote.isEstablished());
 }

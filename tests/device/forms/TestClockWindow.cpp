@@ -66,8 +66,8 @@ struct Window : LinkFixture {
     QPointer<frmSincronizacionReloxo> form;
 };
 
-const QList<bool> allEnabled{true, true, true};
-const QList<bool> allDisabled{false, false, false};
+QList<bool> allEnabled() { return {true, true, true}; }
+QList<bool> allDisabled() { return {false, false, false}; }
 
 } // namespace
 
@@ -154,7 +154,7 @@ void TestClockWindow::fieldsStartWithTheClocksDateAndTime()
     const Window window(block);
     QCOMPARE(window.date()->text(), u"21/11/2026"_s);
     QCOMPARE(window.time()->text(), u"09:05:03"_s);
-    QCOMPARE(window.enabledButtons(), allEnabled);
+    QCOMPARE(window.enabledButtons(), allEnabled());
 }
 
 void TestClockWindow::nonsenseOfTheClockIsClamped_data()
@@ -227,7 +227,7 @@ void TestClockWindow::validDateGetsItsColourBack()
     QTest::keyClick(window.date(), Qt::Key_Down);
     QCOMPARE(window.date()->text(), u"30/04/2019"_s);
     QCOMPARE(window.date()->textColour(), usual);
-    QCOMPARE(window.enabledButtons(), allEnabled);
+    QCOMPARE(window.enabledButtons(), allEnabled());
 }
 
 void TestClockWindow::invalidDateIsToldInWords()
@@ -308,10 +308,10 @@ void TestClockWindow::startDisablesTheButtons()
 {
     const Window manual;
     manual.click(u"cmdEnviar"_s);
-    QCOMPARE(manual.enabledButtons(), allDisabled);
+    QCOMPARE(manual.enabledButtons(), allDisabled());
     const Window automatic;
     automatic.click(u"cmdPC"_s);
-    QCOMPARE(automatic.enabledButtons(), allDisabled);
+    QCOMPARE(automatic.enabledButtons(), allDisabled());
 }
 
 void TestClockWindow::goodAnswerClosesTheWindow()
@@ -343,7 +343,7 @@ void TestClockWindow::thirdFailureLeavesTheWindowOpenWithItsButtonsDisabled()
                        "Compruebe que no se ha interrumpido la comunicación y si lo\n"
                        "desea inténtelo de nuevo."_s);
     QVERIFY(window.form && window.form->isFormVisible());
-    QCOMPARE(window.enabledButtons(), allDisabled);
+    QCOMPARE(window.enabledButtons(), allDisabled());
     QVERIFY(window.form->closeWindow(MdiForm::CloseReason::Operator));
 }
 
@@ -353,7 +353,7 @@ void TestClockWindow::dateMadeValidAfterTheThirdFailureCanBeSent()
     window.click(u"cmdEnviar"_s);
     window.refuseThreeTimes();
     Window::type(window.date(), u"31/04/2019"_s);
-    QCOMPARE(window.enabledButtons(), allDisabled);
+    QCOMPARE(window.enabledButtons(), allDisabled());
     Window::type(window.date(), u"30/04/2019"_s);
     QCOMPARE(window.enabledButtons(), QList<bool>({true, false, false}));
     window.click(u"cmdEnviar"_s);
@@ -377,7 +377,7 @@ void TestClockWindow::closingFromTheTitleBarDropsTheAnswer()
     window.click(u"cmdEnviar"_s);
     window.tick();
     window.takeRequest();
-    window.area.subWindowList().first()->close();
+    window.area.subWindowList().constFirst()->close();
     Window::deleteWhatIsDue();
     QVERIFY(window.form.isNull());
     window.answerHex("0100");
@@ -425,7 +425,7 @@ void TestClockWindow::accessKeysStartASetting()
     QTest::keyClick(window.time(), Qt::Key_F, Qt::AltModifier);
     QVERIFY(window.date()->hasFocus());
     QTest::keyClick(window.date(), Qt::Key_M, Qt::AltModifier);
-    QTRY_COMPARE(window.enabledButtons(), allDisabled);
+    QTRY_COMPARE(window.enabledButtons(), allDisabled());
 }
 
 QTEST_MAIN(TestClockWindow)

@@ -52,7 +52,7 @@ struct Fixture : FirmwareWindow {
     void close(Way way)
     {
         switch (way) {
-        case Way::TitleBar: area->subWindowList().first()->close(); break;
+        case Way::TitleBar: area->subWindowList().constFirst()->close(); break;
         case Way::CancelButton: click("cmdCancelar"); break;
         case Way::Code: form->closeWindow(MdiForm::CloseReason::Code); break;
         case Way::Shutdown: form->closeWindow(MdiForm::CloseReason::Shutdown); break;

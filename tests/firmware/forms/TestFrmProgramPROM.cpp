@@ -43,9 +43,9 @@ private slots:
 
 namespace {
 
-const QByteArray lineA = ":0400100001020304E2\r\n";
-const QByteArray lineB = ":03FFFE00ABCDEF99\r\n";
-const QByteArray end = ":00000001FF\r\n";
+const QByteArray lineA = ":0400100001020304E2\r\n"_ba;
+const QByteArray lineB = ":03FFFE00ABCDEF99\r\n"_ba;
+const QByteArray end = ":00000001FF\r\n"_ba;
 
 struct Fixture : FirmwareWindow {
     QString text(const char* label) const { return find<QLabel>(label)->text(); }

@@ -321,7 +321,7 @@ void TestFrmProg::whatAssistiveSoftwareSetsIsSent()
     w.clickDay(u"chkLuns"_s, 0);
     w.click(u"cmdEnviar"_s);
     // Monday at 7:30.
-    QCOMPARE(w.acceptEverything(samples::generalData(hct7200))[1].mid(2, 2),
+    QCOMPARE(w.acceptEverything(samples::generalData(hct7200)).at(1).mid(2, 2),
              QByteArray::fromHex("871e"));
 }
 

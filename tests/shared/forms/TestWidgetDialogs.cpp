@@ -43,7 +43,7 @@ class BoxCloser {
 public:
     BoxCloser()
     {
-        QObject::connect(&m_poll, &QTimer::timeout, [] {
+        QObject::connect(&m_poll, &QTimer::timeout, &m_poll, [] {
             if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
                 box->close();
         });
