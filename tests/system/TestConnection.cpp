@@ -73,7 +73,7 @@ void TestConnection::connectsAndShowsWhatTheClockTells()
     QCOMPARE(run.panel(1), u"Desconectado"_s);
     QCOMPARE(run.panel(2), QString());
     QCOMPARE(run.panel(3), QString());
-    QCOMPARE(run.logLines().last(), interrupted);
+    QCOMPARE(run.logLines().constLast(), interrupted);
 }
 
 void TestConnection::fourFailedIdentificationsEndTheConnection()

@@ -381,7 +381,7 @@ void TestModemCall::terminalTypedByKeysTalksToTheModem()
     run.openModemTab();
     run.terminal().setFocus();
     QString shown;
-    for (const QChar key : u"at+csq"_s) {
+    for (const QChar key : QStringView(u"at+csq")) {
         QTest::keyClick(&run.terminal(), Qt::Key_Left);
         QTest::keyClick(&run.terminal(), Qt::Key_Delete);
         QTest::keyClicks(&run.terminal(), key);
