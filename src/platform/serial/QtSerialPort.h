@@ -62,5 +62,5 @@ private:
     /// Bytes that the driver has not taken yet because its buffer was full.
     QByteArray m_waiting;
     double m_millisecondsPerByte = 0;
-    QTimer m_rest;
+    QTimer m_rest{this};
 };
