@@ -27,6 +27,8 @@ void TestEchoMask::codesAreHiddenAndTheRestIsNot_data()
         << QByteArray("N=1234\r\nOK\r\n") << true << QByteArray("N=****\r\nOK\r\n");
     QTest::newRow("error number of the modem")
         << QByteArray("+CME ERROR: 16\r\n") << true << QByteArray("+CME ERROR: 16\r\n");
+    QTest::newRow("error number on a line of its own")
+        << QByteArray("\r\n+CME ERROR: 16\r\n") << true << QByteArray("\r\n+CME ERROR: 16\r\n");
     QTest::newRow("query") << QByteArray("AT+CPIN?\r\n+CPIN: SIM PIN2\r\n") << false
                            << QByteArray("AT+CPIN?\r\n+CPIN: SIM PIN2\r\n");
     QTest::newRow("digits of another command")
@@ -47,6 +49,11 @@ void TestEchoMask::codesAreHiddenAndTheRestIsNot_data()
         << QByteArray("AT + C PIN = 1234\r") << false << QByteArray("AT + C PIN =*****\r");
     QTest::newRow("behind a long line")
         << QByteArray(1000, 'x') + "CPIN=1234" << false << QByteArray(1000, 'x') + "CPIN=****";
+    // The last 256 characters are kept: of the first command only the "C" is not among them.
+    QTest::newRow("beginning too far back")
+        << "C" + QByteArray(252, ' ') + "PIN=1" << false << "C" + QByteArray(252, ' ') + "PIN=1";
+    QTest::newRow("beginning just kept")
+        << "C" + QByteArray(251, ' ') + "PIN=1" << false << "C" + QByteArray(251, ' ') + "PIN=*";
 }
 
 void TestEchoMask::codesAreHiddenAndTheRestIsNot()

@@ -78,6 +78,7 @@ private slots:
     void modemPhaseTimeOutGoesToTheDialogue();
     void modemsWordsGoToTheDialogueWhileIdle();
     void borrowedModemPortIsGivenBack();
+    void connectingThroughTheModemForgetsTheBorrowing();
     void modemPhaseForgetsAPendingRequest();
 
 private:
@@ -381,6 +382,17 @@ void TestMessageLinkConnection::borrowedModemPortIsGivenBack()
     qint32 timeout = 0;
     m_fixture->link.Envia(1, body, timeout);
     QVERIFY(!m_fixture->serie.writes.isEmpty());
+}
+
+void TestMessageLinkConnection::connectingThroughTheModemForgetsTheBorrowing()
+{
+    QVERIFY(m_fixture->link.OpenModemPort());
+    m_fixture->link.ArrancaConexion(true);
+    m_fixture->link.restoreConnectionType();
+    QByteArray body;
+    qint32 timeout = 0;
+    m_fixture->link.Envia(1, body, timeout);
+    QCOMPARE(m_fixture->modem.written(), QByteArray::fromHex("6802026801010216"));
 }
 
 void TestMessageLinkConnection::modemPhaseForgetsAPendingRequest()

@@ -31,6 +31,7 @@ private slots:
     void signalQueryWithErrorFails();
     void failureIsToldOnceAndTheCommandEndsWhenItIsAcknowledged();
 
+    void commandTakesBackWhatHasNotLeftYet();
     void commandInProgressKeepsOthersOut();
     void endlessReplyIsKeptWithinItsBound();
     void wordsOfAnIdleModemAreShown();
@@ -237,6 +238,16 @@ void TestModemCommands::failureIsToldOnceAndTheCommandEndsWhenItIsAcknowledged()
     QCOMPARE(m_modem->link.state(), LinkState::Idle);
     QVERIFY(m_modem->controlsEnabled);
     QVERIFY(m_modem->terminal.isEmpty());
+}
+
+void TestModemCommands::commandTakesBackWhatHasNotLeftYet()
+{
+    int clearsBeforeTheWrite = 0;
+    m_modem->modem.afterWrite = [&] { clearsBeforeTheWrite = m_modem->modem.outputClears; };
+    m_modem->control.type("A");
+    QCOMPARE(clearsBeforeTheWrite, 1);
+    m_modem->control.checkPin();
+    QCOMPARE(clearsBeforeTheWrite, 2);
 }
 
 void TestModemCommands::commandInProgressKeepsOthersOut()

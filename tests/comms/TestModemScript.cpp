@@ -21,6 +21,8 @@ private slots:
     void commentsAreDecoded_data();
     void commentsAreDecoded();
     void unreadableScriptSaysSo();
+    void scriptThatCannotBeReadLeavesNothingOfTheOneBefore();
+    void closedScriptHasNoLines();
     void folderIsNoScript();
     void pipeIsNoScript();
     void binaryFileIsNoScript();
@@ -126,6 +128,23 @@ void TestModemScript::unreadableScriptSaysSo()
     ModemScript script;
     QVERIFY(!script.open(m_folder.filePath(u"none.mdm"_s)));
     QCOMPARE(script.error(), u"No se ha podido leer el archivo de comandos"_s);
+    QVERIFY(!script.next());
+}
+
+void TestModemScript::scriptThatCannotBeReadLeavesNothingOfTheOneBefore()
+{
+    ModemScript script;
+    QVERIFY(script.open(write("ATZ\nATH\n")));
+    QVERIFY(!script.open(m_folder.filePath(u"no-existe.mdm"_s)));
+    QVERIFY(!script.next());
+}
+
+void TestModemScript::closedScriptHasNoLines()
+{
+    ModemScript script;
+    QVERIFY(script.open(write("ATZ\nATH\n")));
+    QVERIFY(script.next());
+    script.close();
     QVERIFY(!script.next());
 }
 

@@ -60,6 +60,7 @@ private slots:
     void failedStateReadIsRepeated();
     void stateAnswerMayBeLonger();
     void closedPortChangesNothing();
+    void nothingReachesAStoppedControl_data();
     void nothingReachesAStoppedControl();
 };
 
@@ -327,13 +328,25 @@ void TestRemoteControl::closedPortChangesNothing()
     QVERIFY(!remote.control.StateKnown());
 }
 
+void TestRemoteControl::nothingReachesAStoppedControl_data()
+{
+    QTest::addColumn<bool>("isCommandAwaited");
+    QTest::newRow("the state read is awaited") << false;
+    QTest::newRow("the command is awaited") << true;
+}
+
 void TestRemoteControl::nothingReachesAStoppedControl()
 {
+    QFETCH(bool, isCommandAwaited);
     Remote remote(true);
-    QSignalSpy shown(&remote.control, &RemoteControl::stateRead);
     remote.next();
+    if (isCommandAwaited) {
+        remote.answerHex("ca05");
+        QCOMPARE(remote.next(), QByteArray("105 cb05"));
+    }
+    QSignalSpy shown(&remote.control, &RemoteControl::stateRead);
     remote.control.stop();
-    remote.answerHex("ca05");
+    remote.answerHex(isCommandAwaited ? "cb00" : "ca05");
     QCOMPARE(shown.count(), 0);
     QVERIFY(remote.control.nextAction() == NextAction::None);
     QCOMPARE(remote.next(), QByteArray("none"));

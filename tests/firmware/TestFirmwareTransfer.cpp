@@ -29,6 +29,7 @@ private slots:
     void fiveFailuresAndAGoodOneContinue();
     void sixFailuresInARowStop();
     void afterAGivenUpTransferTheNextFailsAtOnce();
+    void failuresBeyondCountingStillFailTheNextAtOnce();
     void goodAcknowledgementGivesBackAllAttempts();
     void closedPortCountsAsFailure();
     void interruptionForgetsTheAnswerUnderWay();
@@ -312,6 +313,20 @@ void TestFirmwareTransfer::afterAGivenUpTransferTheNextFailsAtOnce()
     f.fail();
     QCOMPARE(f.failed.size(), 2);
     QCOMPARE(f.transfer.state(), State::Idle);
+}
+
+void TestFirmwareTransfer::failuresBeyondCountingStillFailTheNextAtOnce()
+{
+    Fixture f(lineA + end);
+    f.serie.close();
+    f.transfer.start();
+    f.tick(6);
+    // The counter has 16 bits.
+    for (int start = 0; start < 32768; ++start) {
+        f.transfer.start();
+        f.tick();
+    }
+    QCOMPARE(f.failed.size(), 32769);
 }
 
 void TestFirmwareTransfer::goodAcknowledgementGivesBackAllAttempts()

@@ -30,6 +30,8 @@ private slots:
     void endlessLineIsRefusedAfterOneChunk();
     void fiftyMegabytesOfText_data();
     void fiftyMegabytesOfText();
+    void textOfTheLargestSizeIsReadToItsEnd_data();
+    void textOfTheLargestSizeIsReadToItsEnd();
     void blanksWithoutEndAreGivenUp();
 
 private:
@@ -150,6 +152,22 @@ void TestHexBadInput::fiftyMegabytesOfText()
     HexFile file;
     QCOMPARE(file.LoadHexFile(device, u"x.hex"_s), outcome);
     QCOMPARE(file.LineCount(), qint16{0});
+}
+
+void TestHexBadInput::textOfTheLargestSizeIsReadToItsEnd_data()
+{
+    QTest::addColumn<qint64>("bytes");
+    QTest::addColumn<HexFile::Outcome>("outcome");
+    QTest::newRow("256 MB") << 268435456LL << HexFile::Outcome::FormatError;
+    QTest::newRow("256 MB and a byte") << 268435457LL << HexFile::Outcome::ReadError;
+}
+
+void TestHexBadInput::textOfTheLargestSizeIsReadToItsEnd()
+{
+    QFETCH(qint64, bytes);
+    PatternDevice device(QByteArray(1 << 20, ' '), bytes);
+    HexFile file;
+    QTEST(file.LoadHexFile(device, u"x.hex"_s), "outcome");
 }
 
 void TestHexBadInput::blanksWithoutEndAreGivenUp()

@@ -30,6 +30,7 @@ private slots:
     void blockWithoutActiveAlarmCountsOne();
     void fullBlockCountsThirtyThree();
     void alarmWithoutDaysIsClearedAndGoesToTheEnd();
+    void blockLeavesTheNextOneAlone();
     void activeAlarmsComeInOrderOfTime();
     void equalTimesKeepTheirOrder();
     void exchangeSortIsNotStable();
@@ -221,6 +222,15 @@ void TestProgrammeRules::alarmWithoutDaysIsClearedAndGoesToTheEnd()
     for (std::size_t index = 2; index < 32; ++index)
         QVERIFY(alarms[index] == Alarm());
     QCOMPARE(programme.blocks[0].ActiveCountPlusOne, quint8{3});
+}
+
+void TestProgrammeRules::blockLeavesTheNextOneAlone()
+{
+    Programme programme;
+    programme.blocks[1].Alarms[0] = samples::alarm(7, 30, {Sunday, OnHoliday});
+    ProgrammeRules::NormaliseProgramme(programme);
+    QVERIFY(programme.blocks[1].Alarms[0] == samples::alarm(7, 30, {Sunday, OnHoliday}));
+    QCOMPARE(programme.blocks[1].ActiveCountPlusOne, quint8{2});
 }
 
 void TestProgrammeRules::activeAlarmsComeInOrderOfTime()

@@ -4,6 +4,7 @@
 #include "ModemControl.h"
 
 #include <QObject>
+#include <QTest>
 #include <QTimer>
 
 #include <functional>
@@ -40,12 +41,13 @@ struct ModemFixture : LinkFixture {
     QString takeTerminal() { return std::exchange(terminal, QString()); }
 
     /// Calls ArrancaConexion through the modem. While it lets events run, each step is run as an
-    /// event of its own.
+    /// event of its own. Fails when the attempt ends before the last step.
     void dialWith(std::initializer_list<std::function<void()>> steps)
     {
         m_steps = steps;
         runNextStep();
         link.ArrancaConexion(true);
+        QVERIFY2(m_steps.isEmpty(), "the attempt has ended before the last step");
     }
 
 private:

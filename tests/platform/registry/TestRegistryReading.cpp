@@ -76,6 +76,7 @@ void TestRegistryReading::dataHasTypeAndBytes_data()
                    "al \x80\0",
                    8));
     row("character without a byte", "\"v\"=\"→\"", 1, QByteArray("?\0", 2));
+    row("half a character at the end", "\"v\"=hex(1):41,00,42,00,43", 1, "AB");
     row("blanks and a comment", "  \"v\" = \"x\"  ; why", 1, QByteArray("x\0", 2));
     row("dword", "\"v\"=dword:0000000a", 4, QByteArray::fromHex("0a000000"));
     row("dword, all bytes", "\"v\"=DWORD:89ABcdef ; why", 4, QByteArray::fromHex("efcdab89"));

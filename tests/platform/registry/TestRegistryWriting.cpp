@@ -35,6 +35,7 @@ private slots:
     void valueIsWrittenInItsForm();
     void encodingStays_data();
     void encodingStays();
+    void valueAfterALineFewerStandsBesideTheOthers();
     void everyOtherLineStaysByteForByte();
     void valueAfterADeletionIsSetBelowIt();
     void encodingOfAStumpIsThatOfTheFileItGrowsInto_data();
@@ -211,6 +212,14 @@ void TestRegistryWriting::encodingStays()
     QFETCH(QByteArray, before);
     QFETCH(QByteArray, added);
     QCOMPARE(afterSetting(before, u"v"_s, "\xF1"), before + added);
+}
+
+void TestRegistryWriting::valueAfterALineFewerStandsBesideTheOthers()
+{
+    RegistryText registry("[HKEY_CURRENT_USER\\Software\\A]\n\"a\"=hex:01,\\\n  02\n\"b\"=\"2\"\n");
+    registry.setValue(key, u"a"_s, {RegistryValue::Text, QByteArray("1\0", 2)});
+    registry.setValue(key, u"c"_s, {RegistryValue::Text, QByteArray("3\0", 2)});
+    QCOMPARE(registry.valueNames(key), (QStringList{u"a"_s, u"b"_s, u"c"_s}));
 }
 
 void TestRegistryWriting::everyOtherLineStaysByteForByte()
