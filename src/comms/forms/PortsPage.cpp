@@ -13,6 +13,8 @@
 #include <QHBoxLayout>
 #include <QLineEdit>
 
+#include <initializer_list>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -43,22 +45,25 @@ QComboBox* makeList(const QStringList& items)
     return list;
 }
 
+/// A control with the caption beside it, which it is the buddy of.
+struct Row {
+    QString caption;
+    QWidget* field;
+    QString objectName;
+    QString toolTip;
+};
+
 /// One row a control, all of them as wide as the frame under every style.
-QFormLayout* makeRows(QGroupBox* frame)
+QGroupBox* makeFrame(const QString& title, std::initializer_list<Row> rows)
 {
+    auto* frame = new QGroupBox(title);
     auto* form = new QFormLayout(frame);
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-    return form;
-}
-
-/// The caption beside a control, which it is the buddy of.
-void addRow(QFormLayout& form, const QString& caption, QWidget* field, const QString& objectName,
-            const QString& toolTip = {})
-{
-    QString name = caption;
-    name.chop(1);
-    describe(*field, objectName, name, toolTip);
-    form.addRow(caption, field);
+    for (const Row& row : rows) {
+        describe(*row.field, row.objectName, row.caption.chopped(1), row.toolTip);
+        form->addRow(row.caption, row.field);
+    }
+    return frame;
 }
 
 /// What the list does not hold is shown as its placeholder: in force, but not selected.
@@ -141,35 +146,31 @@ PortsPage::PortsPage(const MessageLink& link, const PortNames& names, QWidget* p
 
 QGroupBox* PortsPage::makeDirectFrame()
 {
-    auto* frame = new QGroupBox(u"Conexión directa"_s);
-    auto* form = makeRows(frame);
-    addRow(*form, u"Canal:"_s, cbbCanal, u"cbbCanal"_s,
-           u"Establece el canal utilizado para las conexión directa con el equipo"_s);
-    addRow(*form, u"Velocidad:"_s, cbbVelocidade, u"cbbVelocidade"_s,
-           u"Velocidad del canal serie utilizado en la conexión directa"_s);
-    addRow(*form, u"Paridad:"_s, cbbParidade, u"cbbParidade"_s,
-           u"Paridad de los datos enviados mediante conexión directa"_s);
-    addRow(*form, u"Bits datos:"_s, cbbBits, u"cbbBits"_s,
-           u"Número de bits de datos utilizados en la conexión directa"_s);
-    addRow(*form, u"Bits parada:"_s, cbbParo, u"cbbParo"_s,
-           u"Bits de parada de la comunicación por conexión directa"_s);
     // The tool tips of the two lines have always been those of other controls.
-    addRow(*form, u"DTR:"_s, cbbDTR, u"cbbDTR"_s,
-           u"Número de bits de datos utilizados en la conexión directa"_s);
-    addRow(*form, u"RTS:"_s, cbbRTS, u"cbbRTS"_s,
-           u"Bits de parada de la comunicación por conexión directa"_s);
-    return frame;
+    return makeFrame(u"Conexión directa"_s,
+                     {{u"Canal:"_s, cbbCanal, u"cbbCanal"_s,
+                       u"Establece el canal utilizado para las conexión directa con el equipo"_s},
+                      {u"Velocidad:"_s, cbbVelocidade, u"cbbVelocidade"_s,
+                       u"Velocidad del canal serie utilizado en la conexión directa"_s},
+                      {u"Paridad:"_s, cbbParidade, u"cbbParidade"_s,
+                       u"Paridad de los datos enviados mediante conexión directa"_s},
+                      {u"Bits datos:"_s, cbbBits, u"cbbBits"_s,
+                       u"Número de bits de datos utilizados en la conexión directa"_s},
+                      {u"Bits parada:"_s, cbbParo, u"cbbParo"_s,
+                       u"Bits de parada de la comunicación por conexión directa"_s},
+                      {u"DTR:"_s, cbbDTR, u"cbbDTR"_s,
+                       u"Número de bits de datos utilizados en la conexión directa"_s},
+                      {u"RTS:"_s, cbbRTS, u"cbbRTS"_s,
+                       u"Bits de parada de la comunicación por conexión directa"_s}});
 }
 
 QGroupBox* PortsPage::makeModemFrame()
 {
-    auto* frame = new QGroupBox(u"Conexión por módem"_s);
-    auto* form = makeRows(frame);
-    addRow(*form, u"Canal:"_s, cbbCanal2, u"cbbCanal2"_s,
-           u"Número del canal de comunicaciones utilizado por el módem"_s);
-    addRow(*form, u"Velocidad:"_s, cbbVelocidade2, u"cbbVelocidade2"_s,
-           u"Velocidad de comunicaciones del puerto serie del módem"_s);
-    return frame;
+    return makeFrame(u"Conexión por módem"_s,
+                     {{u"Canal:"_s, cbbCanal2, u"cbbCanal2"_s,
+                       u"Número del canal de comunicaciones utilizado por el módem"_s},
+                      {u"Velocidad:"_s, cbbVelocidade2, u"cbbVelocidade2"_s,
+                       u"Velocidad de comunicaciones del puerto serie del módem"_s}});
 }
 
 QGroupBox* PortsPage::makeInitialisationFrame()
@@ -184,11 +185,9 @@ QGroupBox* PortsPage::makeInitialisationFrame()
 
 QGroupBox* PortsPage::makeDeviceFrame()
 {
-    auto* frame = new QGroupBox(u"Equipo"_s);
-    auto* form = makeRows(frame);
-    addRow(*form, u"Estación:"_s, txtEstacion, u"txtEstacion"_s);
-    addRow(*form, u"Identificación:"_s, txtIdentificacion, u"txtIdentificacion"_s);
-    return frame;
+    return makeFrame(u"Equipo"_s,
+                     {{u"Estación:"_s, txtEstacion, u"txtEstacion"_s, {}},
+                      {u"Identificación:"_s, txtIdentificacion, u"txtIdentificacion"_s, {}}});
 }
 
 void PortsPage::showSettings(CommSettings& settings)
