@@ -70,7 +70,6 @@ void ProgrammeExchange::ProcesoDiferido()
     case State::Opening: return requestHolidays();
     case State::WritingBlocks: return writeBlock();
     case State::WritingHolidays: return writeHolidays();
-    case State::Failed: emit failed(); return;
     case State::GivingUp: return giveUp();
     }
 }

@@ -27,7 +27,6 @@ public:
         Opening = 2,
         WritingBlocks = 3,
         WritingHolidays = 4,
-        Failed = 5,
         GivingUp = 6,
     };
 
@@ -62,10 +61,6 @@ signals:
     /// After too many failed answers, or without a connection. Never emitted inside readHolidays,
     /// send or MessageLink::connectionEnded.
     void failed();
-
-protected:
-    /// For tests of Failed, a state that nothing here leads to.
-    void setState(State state) { m_state = state; }
 
 private:
     void requestGeneralData();

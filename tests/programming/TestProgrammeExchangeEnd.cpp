@@ -9,17 +9,6 @@ using State = ProgrammeExchange::State;
 
 constexpr auto hct7200 = ClockModel::Hct7200;
 
-namespace {
-
-/// Lets a test set the state that nothing else leads to.
-class OpenExchange final : public ProgrammeExchange {
-public:
-    using ProgrammeExchange::ProgrammeExchange;
-    using ProgrammeExchange::setState;
-};
-
-} // namespace
-
 /// How an exchange fails: by refusals, the end of the connection, or the closing of its window.
 class TestProgrammeExchangeEnd : public QObject {
     Q_OBJECT
@@ -29,7 +18,6 @@ private slots:
     void refusalsOfTheOpeningCountForTheSending();
     void secondSendingAfterAFailureEndsAtItsFirstRefusal();
     void nothingIsSentAfterGivingUp();
-    void failedStateTellsAtEachCallAndStays();
     void everyRefusalIsLogged();
     void closedPortIsARefusal();
     void endOfTheConnectionGivesUp_data();
@@ -119,20 +107,6 @@ void TestProgrammeExchangeEnd::nothingIsSentAfterGivingUp()
     desk.tick(50);
     QVERIFY(!desk.hasRequest());
     QCOMPARE(desk.failed.count(), 1);
-}
-
-void TestProgrammeExchangeEnd::failedStateTellsAtEachCallAndStays()
-{
-    LinkFixture fixture;
-    const Programme programme;
-    OpenExchange exchange({fixture.crono, fixture.link, fixture.globais, fixture.log}, hct7200,
-                          programme, [] { return HolidayTable(); });
-    exchange.setState(State::Failed);
-    const QSignalSpy failed(&exchange, &ProgrammeExchange::failed);
-    exchange.ProcesoDiferido();
-    exchange.ProcesoDiferido();
-    QCOMPARE(failed.count(), 2);
-    QVERIFY(exchange.state() == State::Failed);
 }
 
 void TestProgrammeExchangeEnd::everyRefusalIsLogged()
