@@ -223,9 +223,8 @@ QStringList RegistryStatement::write(const QString& name, const RegistryValue& v
     QByteArray bytes = value.bytes;
     if (isText(value.type)) {
         const QString text = AnsiText::toUnicode(bytes);
-        const bool plain = std::none_of(text.begin(), text.end() - (text.endsWith(u'\0') ? 1 : 0),
-                                        [](QChar c) { return c < u' '; });
-        if (value.type == RegistryValue::Text && plain && text.endsWith(u'\0'))
+        if (value.type == RegistryValue::Text && text.endsWith(u'\0') &&
+            std::none_of(text.begin(), text.end() - 1, [](QChar c) { return c < u' '; }))
             return {start + quoted(text.chopped(1))};
         if (!ansi)
             bytes = QByteArray(reinterpret_cast<const char*>(text.utf16()), 2 * text.size());

@@ -53,6 +53,8 @@ private slots:
     void keyOfTheSameBeginningIsAnother();
     void valuesUnderADamagedKeyLineBelongToNoKey();
     void valueNamesComeInTheOrderOfTheFile();
+    void namesOfADeletedKeyAreThoseSetAfterwards();
+    void deletionOfAnotherKeyLeavesTheNames();
     void textsOfHexLinesAreAnsiInTheOldFormat();
     void anyBytesAtAllAreTaken();
 };
@@ -237,6 +239,21 @@ void TestRegistryReading::valueNamesComeInTheOrderOfTheFile()
     QCOMPARE(text.valueNames(key.toUpper()),
              QStringList({u"/dev/ttyS1"_s, u""_s, u"/dev/ttyS0"_s}));
     QCOMPARE(text.valueNames(u"HKEY_CURRENT_USER"_s), QStringList());
+}
+
+void TestRegistryReading::namesOfADeletedKeyAreThoseSetAfterwards()
+{
+    const QByteArray before = withKey("\"v\"=\"1\"\n\"w\"=\"2\"\n");
+    const QByteArray deletion = "[-HKEY_CURRENT_USER\\Software\\QUORVEX]\n";
+    QCOMPARE(RegistryText(before + deletion).valueNames(key), QStringList());
+    QCOMPARE(RegistryText(before + deletion + withKey("\"v\"=\"1\"\n")).valueNames(key),
+             QStringList{u"v"_s});
+}
+
+void TestRegistryReading::deletionOfAnotherKeyLeavesTheNames()
+{
+    const RegistryText text(withKey("\"v\"=\"1\"\n[-HKEY_CURRENT_USER\\Software\\Quor]\n"));
+    QCOMPARE(text.valueNames(key), QStringList{u"v"_s});
 }
 
 void TestRegistryReading::textsOfHexLinesAreAnsiInTheOldFormat()

@@ -30,6 +30,7 @@ private slots:
     void newKeyComesAtTheEndOfTheFile_data();
     void newKeyComesAtTheEndOfTheFile();
     void textSpreadOverLinesIsReplacedWhole();
+    void valueWithoutANameIsWrittenAsTheDefaultOne();
     void sameValueLeavesTheFileUntouched();
     void valueIsWrittenInItsForm_data();
     void valueIsWrittenInItsForm();
@@ -140,6 +141,12 @@ void TestRegistryWriting::textSpreadOverLinesIsReplacedWhole()
              QByteArray("[HKEY_CURRENT_USER\\Software\\A]\n\"v\"=\"2\"\n\"x\"=\"1\"\n"));
 }
 
+void TestRegistryWriting::valueWithoutANameIsWrittenAsTheDefaultOne()
+{
+    QCOMPARE(afterSetting("[HKEY_CURRENT_USER\\Software\\A]\n", QString(), "1"),
+             QByteArray("[HKEY_CURRENT_USER\\Software\\A]\n@=\"1\"\n"));
+}
+
 void TestRegistryWriting::sameValueLeavesTheFileUntouched()
 {
     // The arrow is read as "?". Writing that back must keep the arrow.
@@ -157,13 +164,17 @@ void TestRegistryWriting::valueIsWrittenInItsForm_data()
         QTest::newRow(title) << type << bytes << lines;
     };
     row("text", 1, QByteArray("ATZ\0", 4), "\"v\"=\"ATZ\"\n");
+    row("blanks", 1, QByteArray(" a b\0", 5), "\"v\"=\" a b\"\n");
     row("escapes", 1, QByteArray("a\\b\"c\0", 6), "\"v\"=\"a\\\\b\\\"c\"\n");
     row("non-ASCII", 1, QByteArray("\xF1\x80\0", 3), "\"v\"=\"ñ€\"\n");
     row("line break", 1, QByteArray("a\n\0", 3), "\"v\"=hex(1):61,00,0a,00,00,00\n");
     row("zero inside", 1, QByteArray("a\0b\0", 4), "\"v\"=hex(1):61,00,00,00,62,00,00,00\n");
     row("text without its zero", 1, QByteArray("a"), "\"v\"=hex(1):61,00\n");
+    row("empty text without its zero", 1, QByteArray(), "\"v\"=hex(1):\n");
     row("dword", 4, QByteArray::fromHex("0a000080"), "\"v\"=dword:8000000a\n");
     row("dword of another length", 4, QByteArray::fromHex("0a"), "\"v\"=hex(4):0a\n");
+    row("dword of five bytes", 4, QByteArray::fromHex("0a00000001"),
+        "\"v\"=hex(4):0a,00,00,00,01\n");
     row("binary", 3, QByteArray::fromHex("01ff"), "\"v\"=hex:01,ff\n");
     row("empty binary", 3, QByteArray(), "\"v\"=hex:\n");
     row("long binary", 3, QByteArray(26, '\1'),
