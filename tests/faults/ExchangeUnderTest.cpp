@@ -35,7 +35,7 @@ public:
     }
 
 private:
-    QString state() const override { return workflowState(); }
+    QString state() const override { return stateOf(workflow); }
 };
 
 class GeneralDataUnderTest final : public ExchangeUnderTest {
@@ -50,7 +50,7 @@ public:
 private:
     QString state() const override
     {
-        return u"%1, %2 bytes"_s.arg(workflowState()).arg(globais.GeneralData.size());
+        return u"%1, %2 bytes"_s.arg(stateOf(workflow)).arg(globais.GeneralData.size());
     }
 };
 
@@ -179,6 +179,11 @@ private:
 
 } // namespace
 
+QString stateOf(const ConnectionWorkflow& workflow)
+{
+    return u"%1, %2 failed"_s.arg(stateName(workflow.state())).arg(workflow.FailedAttempts());
+}
+
 ExchangeUnderTest::ExchangeUnderTest()
 {
     QObject::connect(&workflow, &ConnectionWorkflow::clockCommandsUnlocked,
@@ -258,9 +263,4 @@ void ExchangeUnderTest::establish()
     answerNext();
     answerNext();
     report();
-}
-
-QString ExchangeUnderTest::workflowState() const
-{
-    return u"%1, %2 failed"_s.arg(stateName(workflow.state())).arg(workflow.FailedAttempts());
 }

@@ -21,6 +21,9 @@ enum class ExchangeKind {
 
 constexpr int exchangeCount = int(ExchangeKind::FirmwareLine) + 1;
 
+/// "Connected, 0 failed".
+QString stateOf(const ConnectionWorkflow& workflow);
+
 /// A connected program without windows, whose next request is one of the exchange under test; the
 /// poll of the general data goes on beside it. The test plays the clock.
 class ExchangeUnderTest : public LinkFixture {
@@ -51,7 +54,6 @@ protected:
     void answerNext();
     /// Connects to the clock as far as the first general data.
     void establish();
-    QString workflowState() const;
 
     ConnectionWorkflow workflow{crono, link, globais, log};
 

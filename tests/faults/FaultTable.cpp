@@ -258,4 +258,17 @@ const Row& row(ExchangeKind exchange)
     return rows.at(std::size_t(exchange));
 }
 
+QString withStatus(const QString& report, int status)
+{
+    return report.contains(u"%1"_s) ? report.arg(status) : report;
+}
+
+QString reportAfterNext(const Row& row, const Cell& cell)
+{
+    const bool isGood = cell.status == 0;
+    if (cell.statusOfNext == 0)
+        return isGood ? row.goodThenGood : row.failedThenGood;
+    return withStatus(isGood ? row.goodThenFailed : row.failedThenFailed, cell.statusOfNext);
+}
+
 } // namespace table

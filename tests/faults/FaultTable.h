@@ -45,5 +45,9 @@ struct Row {
 };
 
 const Row& row(ExchangeKind exchange);
+/// After the answer to the next request.
+QString reportAfterNext(const Row& row, const Cell& cell);
+/// `report` with the status.
+QString withStatus(const QString& report, int status);
 
 } // namespace table

@@ -27,6 +27,9 @@ public:
     StatusTrace& operator=(const StatusTrace&) = delete;
 
     QList<int> statuses;
+    /// Runs at each status, before its receiver has dealt with it; again when the receiver finds
+    /// the answer not good.
+    std::function<void()> met = [] {};
 
     QList<int> take() { return std::exchange(statuses, {}); }
 
@@ -43,6 +46,7 @@ private:
         if (message.startsWith(QStringLiteral("answer not good")))
             s_current->statuses.removeLast();
         s_current->statuses.append(message.mid(at + status.size()).toInt());
+        s_current->met();
     }
 
     static inline StatusTrace* s_current = nullptr;

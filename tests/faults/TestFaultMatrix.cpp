@@ -51,19 +51,6 @@ private:
     const QList<LineEvent> m_events;
 };
 
-QString withStatus(const QString& report, int status)
-{
-    return report.contains(u"%1"_s) ? report.arg(status) : report;
-}
-
-QString reportAfter(const table::Row& row, const table::Cell& cell)
-{
-    const bool isGood = cell.status == 0;
-    if (cell.statusOfNext == 0)
-        return isGood ? row.goodThenGood : row.failedThenGood;
-    return withStatus(isGood ? row.goodThenFailed : row.failedThenFailed, cell.statusOfNext);
-}
-
 void addRows()
 {
     QTest::addColumn<ExchangeKind>("exchange");
@@ -148,7 +135,8 @@ void TestFaultMatrix::meet(ExchangeKind exchange, Fault fault, int at)
     const bool isSent = cell.status != 11;
     QCOMPARE(course.request().toHex(), isSent ? row.request.toHex() : QByteArray());
     QCOMPARE(desk.trace.take(), QList<int>{cell.status});
-    QCOMPARE(desk.report(), cell.status == 0 ? row.good : withStatus(row.failed, cell.status));
+    QCOMPARE(desk.report(),
+             cell.status == 0 ? row.good : table::withStatus(row.failed, cell.status));
     QVERIFY(!desk.link.Ocupado());
     course.play(Moment::AfterAnswer);
 
@@ -162,7 +150,7 @@ void TestFaultMatrix::meet(ExchangeKind exchange, Fault fault, int at)
     if (desk.link.Ocupado())
         desk.serie.arrive(ExchangeUnderTest::goodAnswerTo(next));
     QCOMPARE(desk.trace.take(), QList<int>{cell.statusOfNext});
-    QCOMPARE(desk.report(), reportAfter(row, cell));
+    QCOMPARE(desk.report(), table::reportAfterNext(row, cell));
     QCOMPARE(desk.portToolTip, isLost ? u"Se ha perdido el puerto /dev/fake"_s : u"/dev/fake"_s);
 
     // One more answer, which nobody awaits.
@@ -206,7 +194,7 @@ void TestFaultMatrix::faultThatGoesOnEndsTheExchangeAtItsLimit()
         course.play(Moment::AfterAnswer);
     }
     desk.tick();
-    QCOMPARE(desk.report(), withStatus(row.givenUp, isLost ? 11 : cell.status));
+    QCOMPARE(desk.report(), table::withStatus(row.givenUp, isLost ? 11 : cell.status));
     QCOMPARE(desk.nextRequest().toHex(), isLost ? QByteArray() : row.afterwards.toHex());
 }
 

@@ -33,6 +33,8 @@ public:
 
     /// Whether the descriptor is one of the test's own.
     bool uses(int descriptor) const { return descriptor == m_master || descriptor == m_slave; }
+    /// The test's end; below 0 when it has vanished.
+    int farEnd() const { return m_master; }
     bool send(const QByteArray& bytes)
     {
         return ::write(m_master, bytes.constData(), static_cast<size_t>(bytes.size())) ==
