@@ -18,6 +18,10 @@ constexpr int silenceMilliseconds = 500;
 constexpr int babbleMilliseconds = 5;
 /// Time for the last answer to be read before the line disappears.
 constexpr int partingMilliseconds = 1000;
+/// How often a line that is about to go is asked whether its bytes have been read, and how many
+/// times at most.
+constexpr int partingTickMilliseconds = 2;
+constexpr int maximumPartingTicks = 250;
 constexpr char strayByte = 0x55;
 constexpr quint8 alternatingBit = 0x10;
 
@@ -53,6 +57,8 @@ Simulator::Simulator(Line& line, Model model, const Identity& identity, QObject*
     connect(&m_babble, &QTimer::timeout, this, [this] { m_pacer.send(babbleBytes(m_babbleSeed)); });
     m_return.setSingleShot(true);
     connect(&m_return, &QTimer::timeout, this, [this] { comeBack(); });
+    m_parting.setInterval(partingTickMilliseconds);
+    connect(&m_parting, &QTimer::timeout, this, &Simulator::unplugWhenDelivered);
     m_boot.setSingleShot(true);
     connect(&m_boot, &QTimer::timeout, this, [this] {
         m_isDeaf = false;
@@ -97,6 +103,7 @@ void Simulator::setBabble(bool on)
 
 void Simulator::vanish(int milliseconds)
 {
+    m_parting.stop();
     m_pacer.clear();
     m_receiver.clear();
     m_modem.dropLine();
@@ -143,7 +150,7 @@ void Simulator::serve(const QList<WireFrame>& requests)
 {
     for (const WireFrame& request : requests) {
         trace(u'<', QString::fromLatin1(hexadecimal(encoded(request))));
-        if (!m_isDeaf)
+        if (!m_isDeaf && !m_parting.isActive())
             serveOne(request);
     }
 }
@@ -153,6 +160,8 @@ void Simulator::serveOne(const WireFrame& request)
     const quint8 code = quint8(request.code & ~alternatingBit);
     const QList<Fault> faults = m_misbehaviour.strike(code, request.data);
     const Delivery how = delivery(faults);
+    if (how.vanishFor || !how.isObeyed)
+        ++m_counts.withheld;
     if (how.vanishFor)
         return vanish(*how.vanishFor);
     if (!how.isObeyed)
@@ -160,17 +169,43 @@ void Simulator::serveOne(const WireFrame& request)
     const std::optional<QByteArray> body = how.refusal
                                                ? m_answers.refusal(code, request.data, *how.refusal)
                                                : m_answers.answer(code, request.data);
-    if (body && how.isSent) {
-        const QByteArray wire = spoiled({m_identity.station, requestcode::Answer, *body}, faults);
-        trace(u'>', QString::fromLatin1(hexadecimal(wire)));
-        m_pacer.send(wire, std::chrono::milliseconds(how.delay),
-                     std::chrono::milliseconds(how.byteGap));
-        if (how.strayAfter)
-            m_pacer.send(QByteArray(1, strayByte), *how.strayAfter);
-        ++m_answered;
+    if (body) {
+        ++(!how.isSent ? m_counts.withheld : faults.isEmpty() ? m_counts.good : m_counts.spoiled);
+        sendAnswer(spoiled({m_identity.station, requestcode::Answer, *body}, faults), how);
     }
     if (m_answers.takeResetRequest())
         reset();
+}
+
+void Simulator::sendAnswer(const QByteArray& wire, const Delivery& how)
+{
+    const QByteArray stray(1, strayByte);
+    std::chrono::microseconds delay = std::chrono::milliseconds(how.delay);
+    if (how.strayAfter && how.strayAfter->count() < 0) {
+        m_pacer.send(stray, delay);
+        delay = -*how.strayAfter;
+    }
+    if (how.isSent) {
+        trace(u'>', QString::fromLatin1(hexadecimal(wire)));
+        m_pacer.send(wire, delay, std::chrono::milliseconds(how.byteGap));
+    }
+    if (how.strayAfter && how.strayAfter->count() >= 0)
+        m_pacer.send(stray, *how.strayAfter);
+    if (how.unplugFor) {
+        m_absence = *how.unplugFor;
+        m_partingTicks = 0;
+        m_parting.start();
+    }
+}
+
+void Simulator::unplugWhenDelivered()
+{
+    if (!m_pacer.isIdle())
+        return;
+    // Not at the first tick: the system may still be passing the bytes on.
+    ++m_partingTicks;
+    if ((m_partingTicks > 1 && m_line.hasDelivered()) || m_partingTicks >= maximumPartingTicks)
+        vanish(m_absence);
 }
 
 void Simulator::reset()

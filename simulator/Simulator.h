@@ -32,6 +32,14 @@ public:
         quint8 identification = 1;
     };
 
+    /// Requests that the clock can answer, by what became of the answer.
+    struct Answers {
+        int good = 0;     ///< sent, and no fault struck the request
+        int spoiled = 0;  ///< sent in spite of a fault, however late, changed, or refusing
+        int withheld = 0; ///< not sent because of a fault
+        int sent() const { return good + spoiled; }
+    };
+
     /// The line must outlive this. The caller opens it.
     Simulator(Line& line, Model model, const Identity& identity, QObject* parent = nullptr);
 
@@ -43,7 +51,7 @@ public:
     const Line& line() const { return m_line; }
 
     bool isSessionOpen() const { return m_answers.isSessionOpen(); }
-    int answeredRequests() const { return m_answered; }
+    const Answers& answers() const { return m_counts; }
     const FrameReceiver& receiver() const { return m_receiver; }
 
     /// Whether there is a modem between line and clock.
@@ -72,6 +80,8 @@ private:
     void takeFrameBytes(const QByteArray& bytes);
     void serve(const QList<WireFrame>& requests);
     void serveOne(const WireFrame& request);
+    void sendAnswer(const QByteArray& wire, const Delivery& how);
+    void unplugWhenDelivered();
     void reset();
     void fallSilent(int milliseconds);
     void trace(QChar direction, const QString& text);
@@ -90,12 +100,15 @@ private:
     QTimer m_babble;
     QTimer m_return;
     QTimer m_boot;
+    QTimer m_parting;
+    int m_partingTicks = 0;
+    int m_absence = 0;
     quint32 m_babbleSeed = 1;
     bool m_hasModem = false;
     int m_modemSplit = 0;
     bool m_isDeaf = false;
     bool m_trace = false;
-    int m_answered = 0;
+    Answers m_counts;
 };
 
 } // namespace simulator

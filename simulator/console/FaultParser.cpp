@@ -35,8 +35,16 @@ constexpr FaultName faultNames[] = {
     {"refuse"_L1, Fault::Kind::Refuse, 2, 0, 255, "[STATUS]: refuses and does not obey"_L1},
     {"end"_L1, Fault::Kind::End, 0, 0, 0, "end byte 0x17"_L1},
     {"vanish"_L1, Fault::Kind::Vanish, 0, 0, anHour, "[MS]: the line vanishes, 0 for good"_L1},
-    {"stray"_L1, Fault::Kind::Stray, 10'000, 0, tenSeconds,
-     "[MICROSECONDS]: a lone byte that long after the answer"_L1},
+    {"stray"_L1, Fault::Kind::Stray, 10'000, -tenSeconds, tenSeconds,
+     "[MICROSECONDS]: a lone byte that long after the answer, below 0 before it"_L1},
+    {"length"_L1, Fault::Kind::Length, 1, -255, 255, "[N]: L in the header is N too high"_L1},
+    {"doubled"_L1, Fault::Kind::Doubled, 0, 0, 0, "the frame twice without a gap"_L1},
+    {"joined"_L1, Fault::Kind::Joined, 0, 0, 0,
+     "[HEX]: directly followed by a good frame with that body"_L1},
+    {"changed"_L1, Fault::Kind::Changed, 0, 0, 516,
+     "[PLACE [xor|set BYTE]]: one byte of the frame (xor 0xFF)"_L1},
+    {"unplug"_L1, Fault::Kind::Unplug, 6, 0, 4096,
+     "[BYTES [MS]]: as vanish, after those bytes of the answer"_L1},
 };
 
 struct RequestName {
@@ -53,6 +61,9 @@ constexpr RequestName requestNames[] = {
 
 /// Bytes that look like the beginnings of frames.
 QByteArray usualNoise() { return QByteArray::fromHex("00ff68686804480116680101686848"); }
+
+/// The body of the answer to a good identification.
+QByteArray acceptance() { return QByteArray::fromHex("0200"); }
 
 const FaultName* faultNamed(const QString& name)
 {
@@ -78,36 +89,73 @@ bool readRequest(const QString& name, Fault& fault)
     return area.has_value();
 }
 
-bool readNoise(const QString& text, Fault& fault)
+bool beginsPerMille(const QStringList& words)
 {
-    constexpr qsizetype maximumNoise = 4096;
-    fault.noise = QByteArray::fromHex(text.toLatin1());
-    return !fault.noise.isEmpty() && fault.noise.size() <= maximumNoise &&
-           fault.noise.toHex() == text.toLatin1().toLower();
+    return words.mid(1, 2) == QStringList{u"per"_s, u"mille"_s};
 }
 
-/// Reads the value after the name, if there is one. The caller reads the rest.
-bool readValue(QStringList& words, const FaultName& name, Fault& fault)
+bool beginsClause(const QStringList& words)
 {
     static const QStringList clauses{u"times"_s, u"always"_s, u"after"_s, u"on"_s};
-    fault.value = name.value;
-    if (name.kind == Fault::Kind::Noise)
-        fault.noise = usualNoise();
-    if (words.isEmpty() || clauses.contains(words.first()))
+    return words.isEmpty() || clauses.contains(words.first()) || beginsPerMille(words);
+}
+
+bool readBytes(const QString& text, Fault& fault)
+{
+    constexpr qsizetype maximumSize = 4096;
+    fault.bytes = QByteArray::fromHex(text.toLatin1());
+    return !fault.bytes.isEmpty() && fault.bytes.size() <= maximumSize &&
+           fault.bytes.toHex() == text.toLatin1().toLower();
+}
+
+/// Reads what may come after the first value: what happens to a byte, or how long the line is gone.
+bool readSecondValue(QStringList& words, Fault& fault)
+{
+    if (beginsClause(words))
         return true;
     const QString word = words.takeFirst();
+    if (fault.kind == Fault::Kind::Unplug) {
+        const std::optional<int> absence = numberIn(word, 0, anHour);
+        fault.absence = absence.value_or(0);
+        return absence.has_value();
+    }
+    if (fault.kind != Fault::Kind::Changed || words.isEmpty())
+        return false;
+    const std::optional<int> change = numberIn(words.takeFirst(), 0, 255);
+    fault.change = quint8(change.value_or(0));
+    fault.isSet = word == "set"_L1;
+    return change && (fault.isSet || word == "xor"_L1);
+}
+
+/// Reads the values after the name, if there are any. The caller reads the rest.
+bool readValues(QStringList& words, const FaultName& name, Fault& fault)
+{
+    fault.value = name.value;
     if (name.kind == Fault::Kind::Noise)
-        return readNoise(word, fault);
+        fault.bytes = usualNoise();
+    else if (name.kind == Fault::Kind::Joined)
+        fault.bytes = acceptance();
+    if (beginsClause(words))
+        return true;
+    const QString word = words.takeFirst();
+    if (!fault.bytes.isEmpty())
+        return readBytes(word, fault);
     const std::optional<int> value = numberIn(word, name.minimum, name.maximum);
     if (name.maximum == 0 || !value)
         return false;
     fault.value = *value;
-    return true;
+    return readSecondValue(words, fault);
 }
 
 bool readClause(QStringList& words, Fault& fault)
 {
     constexpr int maximumCount = 1'000'000;
+    if (beginsPerMille(words)) {
+        fault.perMille = numberIn(words.takeFirst(), 0, 1000);
+        words = words.mid(2);
+        fault.times.reset();
+        return fault.perMille.has_value();
+    }
     const QString clause = words.takeFirst();
     if (clause == "always"_L1) {
         fault.times.reset();
@@ -141,7 +189,7 @@ std::optional<Fault> parsedFault(const QString& text, QString& reason)
     Fault fault;
     fault.kind = name->kind;
     fault.text = text.simplified();
-    bool good = readValue(words, *name, fault);
+    bool good = readValues(words, *name, fault);
     while (good && !words.isEmpty())
         good = readClause(words, fault);
     if (good)
@@ -152,8 +200,9 @@ std::optional<Fault> parsedFault(const QString& text, QString& reason)
 
 QStringList faultHelp()
 {
-    QStringList lines{u"FAULT is NAME [VALUE] [times N | always] [after N] [on REQUEST], once "
-                      "unless told otherwise. NAME is one of:"_s};
+    QStringList lines{
+        u"FAULT is NAME [VALUE] [N per mille] [times N | always] [after N] [on REQUEST], "
+        "once unless told otherwise. NAME is one of:"_s};
     for (const FaultName& known : faultNames)
         lines += u"  %1 %2"_s.arg(known.name, -10).arg(known.help);
     QStringList names;

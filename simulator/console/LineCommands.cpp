@@ -53,9 +53,20 @@ CommandResult afterReset(Simulator& simulator, const QString& text)
     });
 }
 
+CommandResult seed(Simulator& simulator, const QString& text)
+{
+    bool good = false;
+    const quint32 number = text.toUInt(&good);
+    if (!good)
+        return CommandResult::failed(u"a number from 0 to 4294967295 is wanted"_s);
+    simulator.misbehaviour().setSeed(number);
+    return {};
+}
+
 constexpr Command lineCommandTable[] = {
     {"fault", "FAULT: lets something go wrong, see below", &fault},
     {"faults", "[clear]: lists the faults in force, or ends them", &faults},
+    {"seed", "NUMBER: begins the sequence that decides about faults per mille", &seed},
     {"pace", "off|RATE [BURST]: bytes pass at that bit rate, BURST of them together", &pace},
     {"babble", "on|off: endless bytes that are no frame",
      [](Simulator& simulator, const QString& text) {

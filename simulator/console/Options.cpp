@@ -32,6 +32,8 @@ constexpr std::array commandOptions{
     CommandOption{"pace", "rate", "pace %1",
                   "Bytes pass at that bit rate: RATE or \"RATE BURST\"."},
     CommandOption{"fault", "fault", "fault %1", "Lets something go wrong, see below; repeatable."},
+    CommandOption{"seed", "number", "seed %1",
+                  "Decides which requests a fault per mille affects (1)."},
     CommandOption{"babble", nullptr, "babble on", "Endless bytes that are no frame."},
     CommandOption{"after-reset", "act", "after-reset %1", "stay, silent [MS] or vanish [MS]."},
     CommandOption{"trace", nullptr, "trace on", "Prints each frame."},

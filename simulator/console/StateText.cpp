@@ -62,7 +62,10 @@ QStringList stateText(Simulator& simulator)
         u"inputs=%1"_s.arg(byteText(clock.inputs())),
         u"flags=%1"_s.arg(byteText(clock.flags())),
         u"session=%1"_s.arg(simulator.isSessionOpen() ? u"open"_s : u"closed"_s),
-        u"answered=%1"_s.arg(simulator.answeredRequests()),
+        u"answered=%1"_s.arg(simulator.answers().sent()),
+        u"good=%1"_s.arg(simulator.answers().good),
+        u"spoiled=%1"_s.arg(simulator.answers().spoiled),
+        u"withheld=%1"_s.arg(simulator.answers().withheld),
         u"damaged=%1"_s.arg(simulator.receiver().damagedFrames()),
         u"foreign=%1"_s.arg(simulator.receiver().foreignFrames()),
     };

@@ -74,6 +74,12 @@ QString DeviceLine::open()
     return {};
 }
 
+bool DeviceLine::hasDelivered() const
+{
+    int unsent = 0;
+    return ::ioctl(descriptor(), TIOCOUTQ, &unsent) != 0 || unsent == 0;
+}
+
 void DeviceLine::watchDataSetReady()
 {
     int lines = 0;

@@ -16,6 +16,7 @@ public:
     DeviceLine(const QString& device, int speed, QObject* parent = nullptr);
 
     QString open() override;
+    bool hasDelivered() const override;
 
 private:
     void watchDataSetReady();

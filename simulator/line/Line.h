@@ -25,6 +25,8 @@ public:
 
     /// Writes at once. Bytes that do not fit in the system's buffer are lost, as on a real line.
     void write(const QByteArray& bytes);
+    /// Whether all that was written has been read, or has left this machine.
+    virtual bool hasDelivered() const = 0;
 
 signals:
     void bytesArrived(const QByteArray& bytes);

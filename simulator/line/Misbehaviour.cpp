@@ -33,21 +33,33 @@ void spoilWire(QByteArray& wire, const Fault& fault)
     switch (fault.kind) {
     case Fault::Kind::Checksum: wire[checksum] = char(quint8(wire[checksum]) + 1); break;
     case Fault::Kind::End: wire[checksum + 1] = '\x17'; break;
+    case Fault::Kind::Length: wire[1] = wire[2] = char(quint8(wire[1]) + fault.value); break;
+    case Fault::Kind::Changed:
+        if (fault.value < wire.size())
+            wire[fault.value] =
+                char(fault.isSet ? fault.change : quint8(wire[fault.value]) ^ fault.change);
+        break;
     default: break;
     }
 }
 
-/// Faults of the whole frame: it is cut after all other changes, then noise is put before it.
-void spoilOutline(QByteArray& wire, const QList<Fault>& faults)
+/// Faults of the whole frame, in this order whatever the order in which they were given: it is cut
+/// after all other changes, sent twice, followed and preceded by other bytes, and the line goes.
+void spoilOutline(QByteArray& wire, const QList<Fault>& faults, const WireFrame& answer)
 {
-    for (const Fault& fault : faults) {
-        if (fault.kind == Fault::Kind::Truncate)
-            wire.truncate(fault.value);
-    }
-    for (const Fault& fault : faults) {
-        if (fault.kind == Fault::Kind::Noise)
-            wire.prepend(fault.noise);
-    }
+    const auto forEach = [&faults](Fault::Kind kind, const auto& spoil) {
+        for (const Fault& fault : faults) {
+            if (fault.kind == kind)
+                spoil(fault);
+        }
+    };
+    forEach(Fault::Kind::Truncate, [&](const Fault& fault) { wire.truncate(fault.value); });
+    forEach(Fault::Kind::Doubled, [&](const Fault&) { wire += QByteArray(wire); });
+    forEach(Fault::Kind::Joined, [&](const Fault& fault) {
+        wire += encoded({answer.station, answer.code, fault.bytes});
+    });
+    forEach(Fault::Kind::Noise, [&](const Fault& fault) { wire.prepend(fault.bytes); });
+    forEach(Fault::Kind::Unplug, [&](const Fault& fault) { wire.truncate(fault.value); });
 }
 
 } // namespace
@@ -57,8 +69,11 @@ QStringList Misbehaviour::list() const
     QStringList lines;
     for (const Fault& fault : m_faults) {
         const QString left = fault.times ? QString::number(*fault.times) : QStringLiteral("always");
-        lines +=
-            QStringLiteral("%1 (after %2, left %3)").arg(fault.text).arg(fault.after).arg(left);
+        lines += QStringLiteral("%1 (after %2, left %3, struck %4)")
+                     .arg(fault.text)
+                     .arg(fault.after)
+                     .arg(left)
+                     .arg(fault.struck);
     }
     return lines;
 }
@@ -73,12 +88,24 @@ QList<Fault> Misbehaviour::strike(quint8 code, const QByteArray& body)
             --fault.after;
             continue;
         }
+        if (!decides(fault))
+            continue;
+        ++fault.struck;
         striking += fault;
         if (fault.times)
             --*fault.times;
     }
     m_faults.removeIf([](const Fault& fault) { return fault.times && *fault.times <= 0; });
     return striking;
+}
+
+bool Misbehaviour::decides(const Fault& fault)
+{
+    if (!fault.perMille)
+        return true;
+    // The distributions of the standard library differ from one library to another.
+    constexpr quint32 thousand = 1000;
+    return int((quint64(m_generator()) * thousand) >> 32) < *fault.perMille;
 }
 
 Delivery delivery(const QList<Fault>& faults)
@@ -95,6 +122,7 @@ Delivery delivery(const QList<Fault>& faults)
             result.isSent = result.isObeyed = false;
             result.vanishFor = fault.value;
             break;
+        case Fault::Kind::Unplug: result.unplugFor = fault.absence; break;
         case Fault::Kind::Stray: result.strayAfter = std::chrono::microseconds(fault.value); break;
         default: break;
         }
@@ -110,7 +138,7 @@ QByteArray spoiled(const WireFrame& answer, const QList<Fault>& faults)
     QByteArray wire = encoded(frame);
     for (const Fault& fault : faults)
         spoilWire(wire, fault);
-    spoilOutline(wire, faults);
+    spoilOutline(wire, faults, answer);
     return wire;
 }
 

@@ -48,6 +48,8 @@ public:
     /// wait, the message is dropped.
     void send(const QByteArray& bytes, std::chrono::microseconds delay = {},
               std::chrono::milliseconds byteGap = {});
+    /// Whether no bytes wait.
+    bool isIdle() const { return m_waiting.isEmpty(); }
     /// Drops the bytes that wait.
     void clear();
 

@@ -11,6 +11,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <sys/inotify.h>
+#include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -77,6 +78,12 @@ void PtyLine::close()
         *descriptor = -1;
     }
     Line::close();
+}
+
+bool PtyLine::hasDelivered() const
+{
+    int unread = 0;
+    return ::ioctl(m_slave, FIONREAD, &unread) != 0 || unread == 0;
 }
 
 QString PtyLine::renewLink(const QString& device)

@@ -17,6 +17,7 @@ public:
 
     QString open() override;
     void close() override;
+    bool hasDelivered() const override;
 
 protected:
     void beforeReading() override { readWatch(); }

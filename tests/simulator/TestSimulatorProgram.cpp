@@ -32,6 +32,12 @@ private slots:
     void silentTwiceThenAnswers();
     void lateAnswerComesLate();
     void strayByteFollowsTheAnswerAtItsTime();
+    void strayByteComesBeforeTheAnswerAtItsTime();
+    void strayByteComesAloneAtItsTime();
+    void lineGoesAfterSoManyBytesOfTheAnswer_data();
+    void lineGoesAfterSoManyBytesOfTheAnswer();
+    void stateCountsGoodSpoiledAndWithheldAnswers();
+    void seedIsANumber();
     void optionAndCommandMisbehaveAlike_data();
     void optionAndCommandMisbehaveAlike();
     void lineVanishesAndComesBackAtItsLink();
@@ -144,6 +150,70 @@ void TestSimulatorProgram::strayByteFollowsTheAnswerAtItsTime()
     QVERIFY(timer.elapsed() >= 30);
 }
 
+void TestSimulatorProgram::strayByteComesBeforeTheAnswerAtItsTime()
+{
+    SimulatorProcess simulator({u"--fault"_s, u"stray -30000"_s});
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(simulator.exchange(identification, 1), QByteArray("55"));
+    QCOMPARE(simulator.read(10).toHex(), QByteArray(accepted));
+    QVERIFY(timer.elapsed() >= 30);
+}
+
+void TestSimulatorProgram::strayByteComesAloneAtItsTime()
+{
+    SimulatorProcess simulator({u"--fault"_s, u"stray 30000"_s, u"--fault"_s, u"silent"_s});
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(simulator.exchange(identification, 1), QByteArray("55"));
+    QVERIFY(timer.elapsed() >= 30);
+    QCOMPARE(simulator.exchange(identification, 10), QByteArray(accepted));
+}
+
+void TestSimulatorProgram::lineGoesAfterSoManyBytesOfTheAnswer_data()
+{
+    QTest::addColumn<QString>("fault");
+    QTest::addColumn<QByteArray>("answer");
+    QTest::newRow("none") << u"unplug 0 100"_s << QByteArray();
+    QTest::newRow("header") << u"unplug 5 100"_s << QByteArray("6804046801");
+    QTest::newRow("all but one") << u"unplug 9 100"_s << QByteArray("68040468010802000b");
+    QTest::newRow("all") << u"unplug 10 100"_s << QByteArray(accepted);
+}
+
+void TestSimulatorProgram::lineGoesAfterSoManyBytesOfTheAnswer()
+{
+    QFETCH(QString, fault);
+    QFETCH(QByteArray, answer);
+    SimulatorProcess simulator({u"--fault"_s, fault});
+    QCOMPARE(simulator.exchange(identification, 11), answer);
+    QCOMPARE(simulator.readLine(), u"event vanished"_s);
+    const QString returned = simulator.readLine();
+    QVERIFY2(returned.startsWith(u"event returned /dev/pts/"_s), qPrintable(returned));
+    simulator.closeDevice();
+    simulator.device = returned.section(u' ', 2);
+    QVERIFY(simulator.openDevice());
+    QCOMPARE(simulator.exchange(identification, 10), QByteArray(accepted));
+}
+
+void TestSimulatorProgram::stateCountsGoodSpoiledAndWithheldAnswers()
+{
+    SimulatorProcess simulator({u"--fault"_s, u"checksum times 2"_s, u"--fault"_s,
+                                u"silent after 3"_s, u"--fault"_s, u"lost after 4"_s});
+    for (const qsizetype size : {10, 10, 10, 0, 0, 10, 10})
+        QCOMPARE(simulator.exchange(identification, size, 100).size(), 2 * size);
+    QCOMPARE(simulator.command(u"state"_s).mid(9, 4),
+             (QStringList{u"answered=5"_s, u"good=3"_s, u"spoiled=2"_s, u"withheld=2"_s}));
+}
+
+void TestSimulatorProgram::seedIsANumber()
+{
+    SimulatorProcess simulator({u"--seed"_s, u"4294967295"_s});
+    QCOMPARE(simulator.command(u"seed 7"_s), QStringList{u"ok"_s});
+    const QStringList refusal{u"error: a number from 0 to 4294967295 is wanted"_s};
+    QCOMPARE(simulator.command(u"seed -1"_s), refusal);
+    QCOMPARE(simulator.command(u"seed"_s), refusal);
+}
+
 void TestSimulatorProgram::optionAndCommandMisbehaveAlike_data()
 {
     QTest::addColumn<QString>("fault");
@@ -154,6 +224,11 @@ void TestSimulatorProgram::optionAndCommandMisbehaveAlike_data()
     QTest::newRow("split") << u"split 5"_s << QByteArray(accepted);
     QTest::newRow("refusal") << u"refuse 5 on identification"_s
                              << QByteArray("68040468010802051016");
+    QTest::newRow("length") << u"length -2"_s << QByteArray("68020268010802000b16");
+    QTest::newRow("doubled") << u"doubled"_s << QByteArray(accepted) + accepted;
+    QTest::newRow("joined") << u"joined 07"_s
+                            << QByteArray(accepted) + QByteArray("680303680108071016");
+    QTest::newRow("changed") << u"changed 7 set 5"_s << QByteArray("68040468010802050b16");
     QTest::newRow("end byte") << u"end"_s << QByteArray("68040468010802000b17");
 }
 
