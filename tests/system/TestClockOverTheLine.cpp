@@ -51,6 +51,10 @@ private slots:
     void clockSetByHandIsSeenInTheInformationWindow();
     void clockSetFromTheComputerRunsWithIt();
     void refusedSettingIsRepeatedAndSucceeds();
+    void spoiledAnswersOfTheSettingAreMadeUpFor_data();
+    void spoiledAnswersOfTheSettingAreMadeUpFor();
+    void lineLostInTheAnswerToTheSettingIsToldAndEndsTheConnection_data();
+    void lineLostInTheAnswerToTheSettingIsToldAndEndsTheConnection();
     void threeRefusalsAreTold();
     void threeLostAnswersAreToldAndTheConnectionGoesOn();
     void informationFollowsAgainAfterTheBoxOfARefusal();
@@ -103,6 +107,55 @@ void TestClockOverTheLine::refusedSettingIsRepeatedAndSucceeds()
     QTRY_VERIFY_WITH_TIMEOUT(!setting.form(), patience);
     QVERIFY(setting.dialogs.boxes.isEmpty());
     QCOMPARE(setting.clock.state(u"time"_s), u"2026-11-20T12:00:00"_s);
+}
+
+void TestClockOverTheLine::spoiledAnswersOfTheSettingAreMadeUpFor_data()
+{
+    QTest::addColumn<QString>("fault");
+    for (const char* fault :
+         {"length", "length -2", "doubled", "joined", "joined 0102", "changed 4", "changed 5",
+          "changed 6", "changed 7 xor 2", "stray -2000", "stray 0", "stray 2000"})
+        QTest::newRow(fault) << QString::fromLatin1(fault);
+}
+
+void TestClockOverTheLine::spoiledAnswersOfTheSettingAreMadeUpFor()
+{
+    QFETCH(QString, fault);
+    Setting setting;
+    QVERIFY(setting.open());
+    setting.clock.command(u"fault %1 times 2 on clock"_s.arg(fault));
+    setting.type(u"txtHora"_s, u"12:00:00"_s);
+    setting.click(u"cmdEnviar"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(!setting.form(), patience);
+    QVERIFY(setting.dialogs.boxes.isEmpty());
+    QCOMPARE(setting.timesLogged(done), 1);
+    QCOMPARE(setting.timesLogged(failed), 0);
+    QCOMPARE(setting.clock.state(u"time"_s), u"2026-11-20T12:00:00"_s);
+    QVERIFY(setting.isEstablished());
+}
+
+void TestClockOverTheLine::lineLostInTheAnswerToTheSettingIsToldAndEndsTheConnection_data()
+{
+    QTest::addColumn<int>("bytes");
+    QTest::newRow("no byte") << 0;
+    QTest::newRow("half a header") << 3;
+    QTest::newRow("header") << 5;
+    QTest::newRow("all but the end") << 9;
+}
+
+void TestClockOverTheLine::lineLostInTheAnswerToTheSettingIsToldAndEndsTheConnection()
+{
+    QFETCH(int, bytes);
+    Setting setting;
+    QVERIFY(setting.open());
+    setting.clock.command(u"fault unplug %1 on clock"_s.arg(bytes));
+    setting.click(u"cmdEnviar"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(setting.timesLogged(failed), 1, patience);
+    QTRY_VERIFY_WITH_TIMEOUT(!setting.isEstablished(), patience);
+    QVERIFY(!setting.form());
+    QCOMPARE(setting.dialogs.boxes.size(), 1);
+    QCOMPARE(setting.timesLogged(done), 0);
+    QCOMPARE(setting.timesLogged(u"Conexión interrumpida"_s), 2);
 }
 
 void TestClockOverTheLine::threeRefusalsAreTold()

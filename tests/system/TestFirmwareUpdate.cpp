@@ -20,6 +20,9 @@ class TestFirmwareUpdate : public QObject {
     Q_OBJECT
 private slots:
     void imageOf2000LinesArrivesByteForByteDespiteLosses();
+    void imageArrivesByteForByteWhateverSpoilsTheAnswers();
+    void lineLostInAnAnswerEndsTheTransfer_data();
+    void lineLostInAnAnswerEndsTheTransfer();
     void strayByteAfterEveryLineDisturbsNothing();
     void linesOfAllLengthsArriveByteForByte();
     void refusedLineSixTimesEndsTheTransfer();
@@ -158,6 +161,58 @@ void TestFirmwareUpdate::imageOf2000LinesArrivesByteForByteDespiteLosses()
     QVERIFY(s.received() == image.bytes);
     // The connection was not disturbed.
     QVERIFY(s.run.isEstablished());
+}
+
+void TestFirmwareUpdate::imageArrivesByteForByteWhateverSpoilsTheAnswers()
+{
+    QStringList faults;
+    for (const char* fault :
+         {"length times 2 after 10", "length -2 times 5 after 20", "doubled times 20 after 30",
+          "joined times 20 after 60", "joined dd02 times 20 after 90",
+          "changed 4 times 2 after 120", "changed 5 times 5 after 130",
+          "changed 6 times 5 after 140", "changed 7 xor 2 times 5 after 150",
+          "stray -2000 times 20 after 160"})
+        faults += {u"--fault"_s, QString::fromLatin1(fault) + u" on firmware"_s};
+    FirmwareDesk s(m_folder, faults);
+    QVERIFY(s.open());
+    const Image image = imageOfLines(200);
+    s.read(image.text);
+    s.click("cmdEnviar");
+    QVERIFY(s.finishes());
+    QCOMPARE(s.linesSent(), 200);
+    QVERIFY(s.received() == image.bytes);
+    QCOMPARE(s.run.clock.command(u"faults"_s), QStringList());
+    QVERIFY(s.run.isEstablished());
+}
+
+void TestFirmwareUpdate::lineLostInAnAnswerEndsTheTransfer_data()
+{
+    QTest::addColumn<int>("bytes");
+    for (const int bytes : {0, 5, 9, 10})
+        QTest::addRow("%d bytes", bytes) << bytes;
+}
+
+void TestFirmwareUpdate::lineLostInAnAnswerEndsTheTransfer()
+{
+    QFETCH(int, bytes);
+    FirmwareDesk s(m_folder, {u"--fault"_s, u"unplug %1 after 20 on firmware"_s.arg(bytes)});
+    QVERIFY(s.open());
+    const Image image = imageOfLines(60);
+    s.read(image.text);
+    s.click("cmdEnviar");
+    QVERIFY(!s.finishes());
+    QVERIFY(s.notes().endsWith(u"Error actualizando firmware del equipo\n"_s));
+    QCOMPARE(s.linesSent(), bytes == 10 ? 21 : 20);
+    QTRY_VERIFY_WITH_TIMEOUT(!s.run.isEstablished(), patience);
+
+    // From the first line, as soon as there is a connection again.
+    s.run.clock.command(u"return"_s);
+    qputenv("HCT_COM1", s.run.clock.state(u"device"_s).toLocal8Bit());
+    s.run.choose("mnuConectar");
+    QTRY_VERIFY_WITH_TIMEOUT(s.run.isEstablished(), patience);
+    s.click("cmdEnviar");
+    QTRY_VERIFY_WITH_TIMEOUT(s.finished(), patience);
+    QVERIFY(s.received() == image.bytes);
 }
 
 void TestFirmwareUpdate::strayByteAfterEveryLineDisturbsNothing()

@@ -65,6 +65,7 @@ private slots:
     void clockInManualModeIsShownAsItStands();
     void failuresAreSatOutInSilence_data();
     void failuresAreSatOutInSilence();
+    void connectionLostClosesTheWindow_data();
     void connectionLostClosesTheWindow();
     void disconnectingAsksBecauseOfTheManualMode();
 };
@@ -126,6 +127,13 @@ void TestOutputsOverTheLine::failuresAreSatOutInSilence_data()
     QTest::newRow("state reads lost") << u"fault silent times 4 on mode"_s;
     QTest::newRow("state reads damaged") << u"fault checksum times 4 on mode"_s;
     QTest::newRow("state reads short") << u"fault short 1 times 4 on mode"_s;
+    QTest::newRow("state reads of wrong length") << u"fault length times 4 on mode"_s;
+    QTest::newRow("state reads with another mode") << u"fault changed 7 xor 7 times 4 on mode"_s;
+    QTest::newRow("state reads doubled") << u"fault doubled times 4 on mode"_s;
+    QTest::newRow("state reads joined") << u"fault joined ca05 times 4 on mode"_s;
+    QTest::newRow("commands doubled") << u"fault doubled times 4 on outputs"_s;
+    QTest::newRow("commands of wrong length") << u"fault length -2 times 4 on outputs"_s;
+    QTest::newRow("stray bytes before") << u"fault stray -2000 times 4 on mode"_s;
     QTest::newRow("another echo") << u"fault echo times 4 on mode"_s;
     QTest::newRow("another code") << u"fault code times 4 on outputs"_s;
 }
@@ -144,13 +152,22 @@ void TestOutputsOverTheLine::failuresAreSatOutInSilence()
     QVERIFY(remote.isEstablished());
 }
 
+void TestOutputsOverTheLine::connectionLostClosesTheWindow_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::newRow("at any time") << u"vanish"_s;
+    QTest::newRow("in the answer to a state read") << u"fault unplug 7 on mode"_s;
+    QTest::newRow("in the answer to a command") << u"fault unplug 5 on outputs"_s;
+}
+
 void TestOutputsOverTheLine::connectionLostClosesTheWindow()
 {
+    QFETCH(QString, command);
     Remote remote;
     QVERIFY(remote.open());
     remote.choose("mnuInformacion");
     remote.chkAutomatico()->click();
-    remote.clock.command(u"vanish"_s);
+    remote.clock.command(command);
     QTRY_VERIFY_WITH_TIMEOUT(!remote.isEstablished(), patience);
     QVERIFY(!remote.form());
     QVERIFY(!remote.window<frmInfo>());

@@ -110,9 +110,11 @@ class TestProgramming : public QObject {
 private slots:
     void hct7200IsEditedSavedClearedLoadedAndSent();
     void hct7300IsEditedSavedClearedLoadedAndSent();
+    void faultsOnTheWayChangeNothingOfTheOutcome_data();
     void faultsOnTheWayChangeNothingOfTheOutcome();
     void elevenRefusedBlocksLeaveTheFirstWritten();
     void cancelWhileSendingKeepsTheConnection();
+    void lineLostWhileSendingLeavesWhatWasEntered_data();
     void lineLostWhileSendingLeavesWhatWasEntered();
 };
 
@@ -226,11 +228,34 @@ void TestProgramming::hct7300IsEditedSavedClearedLoadedAndSent()
              QString::fromLatin1(QByteArray("170c07011a03040419060809").leftJustified(64, '0')));
 }
 
+void TestProgramming::faultsOnTheWayChangeNothingOfTheOutcome_data()
+{
+    QTest::addColumn<QString>("model");
+    QTest::addColumn<QStringList>("faults");
+    for (const char* model : {"7200", "7300"}) {
+        QTest::addRow("HCT-%s, refused, damaged, silent", model)
+            << QString::fromLatin1(model)
+            << QStringList{u"refuse after 1 on block"_s, u"checksum after 2 on block"_s,
+                           u"silent on block"_s};
+        for (const char* fault : {"length", "length -2", "doubled", "joined da00", "changed 4",
+                                  "changed 6 set 0", "stray -2000", "stray 0"}) {
+            const QString text = QString::fromLatin1(fault);
+            QTest::addRow("HCT-%s, %s", model, fault)
+                << QString::fromLatin1(model)
+                << QStringList{text + u" times 2 on block"_s, text + u" after 2 on block"_s,
+                               text + u" on days"_s, text + u" on days-read"_s};
+        }
+    }
+}
+
 void TestProgramming::faultsOnTheWayChangeNothingOfTheOutcome()
 {
-    ProgrammingDesk s({u"--programme"_s, u"school"_s, u"--fault"_s, u"refuse after 1 on block"_s,
-                       u"--fault"_s, u"checksum after 2 on block"_s, u"--fault"_s,
-                       u"silent on block"_s});
+    QFETCH(QString, model);
+    QFETCH(QStringList, faults);
+    QStringList options{u"--model"_s, model, u"--programme"_s, u"school"_s};
+    for (const QString& fault : faults)
+        options += {u"--fault"_s, fault};
+    ProgrammingDesk s(options);
     QVERIFY(s.open());
     s.type("txtHora(0)", {"8", "59"});
     s.click("cmdEnviar");
@@ -245,7 +270,14 @@ void TestProgramming::faultsOnTheWayChangeNothingOfTheOutcome()
                                                      "eec5"
                                                      "f0c0"
                                                      "f1de"));
-    QCOMPARE(clock.state(u"block3.alarms"_s), alarms("f200f49e"));
+    QCOMPARE(clock.state(u"block2.alarms"_s), alarms("eaf2ebcfebd4f0ed"));
+    QCOMPARE(
+        clock.state(u"holidays"_s),
+        QString::fromLatin1(QByteArray("0101060101050f080c0a010b060c080c").leftJustified(64, '0')));
+    QCOMPARE(clock.state(u"vacations"_s),
+             QString::fromLatin1(QByteArray("170c07011a03040419060809").leftJustified(64, '0')));
+    QCOMPARE(clock.command(u"faults"_s), QStringList());
+    QVERIFY(s.run.dialogs.boxes.isEmpty());
     QVERIFY(s.run.isEstablished());
 }
 
@@ -287,11 +319,21 @@ void TestProgramming::cancelWhileSendingKeepsTheConnection()
     QVERIFY(s.isReady());
 }
 
+void TestProgramming::lineLostWhileSendingLeavesWhatWasEntered_data()
+{
+    QTest::addColumn<QString>("fault");
+    for (const char* fault :
+         {"vanish on block", "unplug 0 on block", "unplug 5 on block", "unplug 10 on block",
+          "unplug 9 after 1 on block", "unplug 4 on days"})
+        QTest::newRow(fault) << QString::fromLatin1(fault);
+}
+
 void TestProgramming::lineLostWhileSendingLeavesWhatWasEntered()
 {
+    QFETCH(QString, fault);
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"colegio.hct"_s);
-    ProgrammingDesk s({u"--programme"_s, u"school"_s, u"--fault"_s, u"vanish 600000 on block"_s});
+    ProgrammingDesk s({u"--programme"_s, u"school"_s, u"--fault"_s, fault});
     QVERIFY(s.open());
     s.type("txtHora(0)", {"8", "59"});
     s.click("cmdEnviar");
