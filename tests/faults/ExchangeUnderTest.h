@@ -36,6 +36,11 @@ public:
     QString report();
     /// Leaves the connection alone with this exchange.
     void stopPolling() { crono.DesactivaCliente(workflow.ClientId()); }
+    /// Whether the link awaits nothing.
+    bool isFree() const
+    {
+        return !link.Ocupado() && link.state() == LinkState::Idle && !tmrTemporizador.isEnabled();
+    }
     /// Ticks until a request is sent or the closed port is noticed; what was written.
     QByteArray nextRequest();
     /// The frame with which the clock answers a request as it should.

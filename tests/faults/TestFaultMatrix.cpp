@@ -137,7 +137,7 @@ void TestFaultMatrix::meet(ExchangeKind exchange, Fault fault, int at)
     QCOMPARE(desk.trace.take(), QList<int>{cell.status});
     QCOMPARE(desk.report(),
              cell.status == 0 ? row.good : table::withStatus(row.failed, cell.status));
-    QVERIFY(!desk.link.Ocupado());
+    QVERIFY(desk.isFree());
     course.play(Moment::AfterAnswer);
 
     const bool isLost = cell.statusOfNext == 11;
@@ -152,6 +152,8 @@ void TestFaultMatrix::meet(ExchangeKind exchange, Fault fault, int at)
     QCOMPARE(desk.trace.take(), QList<int>{cell.statusOfNext});
     QCOMPARE(desk.report(), table::reportAfterNext(row, cell));
     QCOMPARE(desk.portToolTip, isLost ? u"Se ha perdido el puerto /dev/fake"_s : u"/dev/fake"_s);
+
+    QVERIFY(desk.isFree());
 
     // One more answer, which nobody awaits.
     const QString before = desk.report();
@@ -191,6 +193,7 @@ void TestFaultMatrix::faultThatGoesOnEndsTheExchangeAtItsLimit()
         QCOMPARE(course.request().toHex(), isSent ? expected.toHex() : QByteArray());
         const int status = failure == 0 ? cell.status : isLost ? 11 : cell.status;
         QCOMPARE(desk.trace.take(), QList<int>{status});
+        QVERIFY(desk.isFree());
         course.play(Moment::AfterAnswer);
     }
     desk.tick();
