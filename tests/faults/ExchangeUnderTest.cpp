@@ -135,7 +135,6 @@ private:
         case ProgrammeExchange::State::Opening: return u"Opening"_s;
         case ProgrammeExchange::State::WritingBlocks: return u"Writing blocks"_s;
         case ProgrammeExchange::State::WritingHolidays: return u"Writing holidays"_s;
-        case ProgrammeExchange::State::Failed: return u"Failed"_s;
         case ProgrammeExchange::State::GivingUp: return u"Giving up"_s;
         }
         Q_UNREACHABLE();
