@@ -105,7 +105,7 @@ private:
     CronoRegistration m_registration{crono, m_control, 3};
 };
 
-/// Holidays read when `target` is Opening, otherwise the part of a sending that `target` writes.
+/// Holidays read when `target` is Opening, otherwise the part of a sending that `target` is.
 class ProgrammeUnderTest final : public ExchangeUnderTest {
 public:
     explicit ProgrammeUnderTest(ProgrammeExchange::State target)
@@ -213,6 +213,8 @@ std::unique_ptr<ExchangeUnderTest> ExchangeUnderTest::make(ExchangeKind kind)
     case ExchangeKind::HolidaysWritten:
         return std::make_unique<ProgrammeUnderTest>(State::WritingHolidays);
     case ExchangeKind::FirmwareLine: return std::make_unique<FirmwareUnderTest>();
+    case ExchangeKind::GeneralDataOfSending:
+        return std::make_unique<ProgrammeUnderTest>(State::SendRequested);
     }
     Q_UNREACHABLE();
 }

@@ -17,9 +17,11 @@ enum class ExchangeKind {
     BlockWritten,
     HolidaysWritten,
     FirmwareLine,
+    /// Read once more before a programme is sent.
+    GeneralDataOfSending,
 };
 
-constexpr int exchangeCount = int(ExchangeKind::FirmwareLine) + 1;
+constexpr int exchangeCount = int(ExchangeKind::GeneralDataOfSending) + 1;
 
 /// "Connected, 0 failed".
 QString stateOf(const ConnectionWorkflow& workflow);

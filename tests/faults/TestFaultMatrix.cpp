@@ -98,8 +98,8 @@ void TestFaultMatrix::everyExchangeMeetsEveryFault()
         cells += isCell ? 1 : 0;
         courses += isCell ? ways : 0;
     });
-    QCOMPARE(cells, 352);
-    QCOMPARE(courses, 8910);
+    QCOMPARE(cells, 392);
+    QCOMPARE(courses, 12701);
 }
 
 void TestFaultMatrix::faultIsMetAndTheNextRequestGoesOn_data()
