@@ -59,8 +59,10 @@ public:
     ClockSettingUnderTest()
     {
         establish();
-        QObject::connect(&m_setting, &ClockSetting::accepted, [this] { tell(u"accepted"_s); });
-        QObject::connect(&m_setting, &ClockSetting::gaveUp, [this] { tell(u"gave up"_s); });
+        QObject::connect(&m_setting, &ClockSetting::accepted, &m_setting,
+                         [this] { tell(u"accepted"_s); });
+        QObject::connect(&m_setting, &ClockSetting::gaveUp, &m_setting,
+                         [this] { tell(u"gave up"_s); });
         m_setting.setFields({5, 3, 2019, 23, 59, 58});
         m_setting.begin(ClockSetting::State::Manual);
         m_registration.ActivaCliente();
@@ -83,11 +85,12 @@ public:
     explicit RemoteControlUnderTest(bool manual) : m_control(link, manual)
     {
         establish();
-        QObject::connect(&m_control, &RemoteControl::stateRead,
+        QObject::connect(&m_control, &RemoteControl::stateRead, &m_control,
                          [this](quint8 bits) { tell(u"state %1"_s.arg(bits)); });
-        QObject::connect(&m_control, &RemoteControl::switchMoved, [this](int index, int position) {
-            tell(u"switch %1 at %2"_s.arg(index).arg(position));
-        });
+        QObject::connect(&m_control, &RemoteControl::switchMoved, &m_control,
+                         [this](int index, int position) {
+                             tell(u"switch %1 at %2"_s.arg(index).arg(position));
+                         });
         m_registration.ActivaCliente();
         if (manual)
             answerNext();
@@ -112,11 +115,14 @@ public:
     {
         establish();
         QObject::connect(
-            &m_exchange, &ProgrammeExchange::holidaysRead, [this](const HolidayTable& table) {
+            &m_exchange, &ProgrammeExchange::holidaysRead, &m_exchange,
+            [this](const HolidayTable& table) {
                 tell(u"holiday %1/%2"_s.arg(table.holidays[15].Day).arg(table.holidays[15].Month));
             });
-        QObject::connect(&m_exchange, &ProgrammeExchange::sent, [this] { tell(u"sent"_s); });
-        QObject::connect(&m_exchange, &ProgrammeExchange::failed, [this] { tell(u"failed"_s); });
+        QObject::connect(&m_exchange, &ProgrammeExchange::sent, &m_exchange,
+                         [this] { tell(u"sent"_s); });
+        QObject::connect(&m_exchange, &ProgrammeExchange::failed, &m_exchange,
+                         [this] { tell(u"failed"_s); });
         if (target == ProgrammeExchange::State::Opening)
             m_exchange.readHolidays();
         else
@@ -157,9 +163,10 @@ public:
         QBuffer buffer(&text);
         buffer.open(QIODevice::ReadOnly);
         m_file.LoadHexFile(buffer, u"x.hex"_s);
-        QObject::connect(&m_transfer, &FirmwareTransfer::lineAcknowledged,
+        QObject::connect(&m_transfer, &FirmwareTransfer::lineAcknowledged, &m_transfer,
                          [this](qint16 index) { tell(u"line %1"_s.arg(index)); });
-        QObject::connect(&m_transfer, &FirmwareTransfer::failed, [this] { tell(u"failed"_s); });
+        QObject::connect(&m_transfer, &FirmwareTransfer::failed, &m_transfer,
+                         [this] { tell(u"failed"_s); });
         m_transfer.start();
     }
 
@@ -185,15 +192,15 @@ QString stateOf(const ConnectionWorkflow& workflow)
 
 ExchangeUnderTest::ExchangeUnderTest()
 {
-    QObject::connect(&workflow, &ConnectionWorkflow::clockCommandsUnlocked,
+    QObject::connect(&workflow, &ConnectionWorkflow::clockCommandsUnlocked, &workflow,
                      [this] { tell(u"unlocked"_s); });
-    QObject::connect(&workflow, &ConnectionWorkflow::clockCommandsLocked,
+    QObject::connect(&workflow, &ConnectionWorkflow::clockCommandsLocked, &workflow,
                      [this] { tell(u"locked"_s); });
-    QObject::connect(&workflow, &ConnectionWorkflow::clockWindowsOutdated,
+    QObject::connect(&workflow, &ConnectionWorkflow::clockWindowsOutdated, &workflow,
                      [this] { tell(u"windows outdated"_s); });
-    QObject::connect(&workflow, &ConnectionWorkflow::connectionStatusChanged,
+    QObject::connect(&workflow, &ConnectionWorkflow::connectionStatusChanged, &workflow,
                      [this](bool on) { tell(on ? u"connected"_s : u"not connected"_s); });
-    QObject::connect(&link, &MessageLink::VisualizaPorto,
+    QObject::connect(&link, &MessageLink::VisualizaPorto, &link,
                      [this](const QString& /*text*/, const QString& tip) { portToolTip = tip; });
     workflow.load();
 }
