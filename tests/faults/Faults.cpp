@@ -120,6 +120,15 @@ QByteArray answerToAnother(const QByteArray& wire, int at)
     return summed(answer);
 }
 
+QByteArray insideDamagedFrame(const QByteArray& wire)
+{
+    QByteArray outside = foreignAnswer;
+    outside.insert(dataAt, wire);
+    outside = summed(withLength(std::move(outside), lengthOf(foreignAnswer) + int(wire.size())));
+    outside[0] = '\0';
+    return outside;
+}
+
 QByteArray changed(QByteArray wire, Fault fault, int at)
 {
     const qsizetype index = places(wire, fault).first + at / maskCount;
@@ -137,6 +146,9 @@ QByteArray spoiltFrame(const QByteArray& wire, Fault fault, int at)
 {
     switch (fault) {
     case Fault::JoinedWithAnother: return wire + foreignAnswer;
+    case Fault::BegunAgainInHeader: return wire.left(1 + at) + wire;
+    case Fault::BegunAgainInBody: return wire.left(headerSize + at) + wire;
+    case Fault::InsideDamagedFrame: return insideDamagedFrame(wire);
     case Fault::Doubled: return wire + wire;
     case Fault::LengthTooLong: return withLength(wire, lengthOf(wire) + 1 + at);
     case Fault::LengthTooShort: return withLength(wire, shortestLength + at);
@@ -180,6 +192,8 @@ int variants(const QByteArray& wire, Fault fault)
     case Fault::ByteMissing: return size;
     case Fault::LateFromAByteOn:
     case Fault::LostInAnswer: return size - 1;
+    case Fault::BegunAgainInHeader: return headerSize - 1;
+    case Fault::BegunAgainInBody: return size - int(headerSize + epilogue) + 1;
     case Fault::LengthTooLong: return longestLength - lengthOf(wire);
     case Fault::LengthTooShort: return lengthOf(wire) - shortestLength;
     case Fault::AnswerToAnother: return int(selectors.size()) - 1;

@@ -17,6 +17,11 @@ enum class Fault {
     Doubled,
     /// Once more after the next request.
     DoubledLate,
+    /// Some of its first bytes, then all of it.
+    BegunAgainInHeader,
+    BegunAgainInBody,
+    /// As the body of another answer, the first byte of which is changed.
+    InsideDamagedFrame,
     WrongStation,
     LengthTooLong,
     LengthTooShort,

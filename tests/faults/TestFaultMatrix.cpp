@@ -98,8 +98,8 @@ void TestFaultMatrix::everyExchangeMeetsEveryFault()
         cells += isCell ? 1 : 0;
         courses += isCell ? ways : 0;
     });
-    QCOMPARE(cells, 392);
-    QCOMPARE(courses, 12701);
+    QCOMPARE(cells, 422);
+    QCOMPARE(courses, 13291);
 }
 
 void TestFaultMatrix::faultIsMetAndTheNextRequestGoesOn_data()
