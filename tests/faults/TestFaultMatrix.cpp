@@ -131,12 +131,15 @@ void TestFaultMatrix::meet(ExchangeKind exchange, Fault fault, int at)
     const table::Cell cell = table::cell(fault, exchange).value();
     Course course(exchange, fault, at);
     ExchangeUnderTest& desk = *course.desk;
+    const QByteArray shown = desk.globais.GeneralData;
 
     const bool isSent = cell.status != 11;
     QCOMPARE(course.request().toHex(), isSent ? row.request.toHex() : QByteArray());
     QCOMPARE(desk.trace.take(), QList<int>{cell.status});
     QCOMPARE(desk.report(),
              cell.status == 0 ? row.good : table::withStatus(row.failed, cell.status));
+    if (cell.status != 0)
+        QCOMPARE(desk.globais.GeneralData, shown);
     QVERIFY(desk.isFree());
     course.play(Moment::AfterAnswer);
 
