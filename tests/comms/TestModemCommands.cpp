@@ -37,12 +37,15 @@ private slots:
     void wordsOfAnIdleModemAreShown();
     void typedCharacterIsSentAndShownOnce();
     void characterTypedWhileACommandRunsIsNotSent();
+    void characterTypedWhileARequestIsOutstandingIsNotSent();
     void characterTypedWithoutPortIsToldInTheTerminal();
     void codeTypedByHandIsMasked();
     void codeCorrectedWhileTypedByHandIsMasked();
     void halfTypedCodeMasksNothingAfterTheConnection();
     void modemFoundGoneInMidCommandFailsOnce();
     void modemUnpluggedAndBackBeforeAnyoneLooksIsToldByTheTimeOut();
+    void modemThatVanishesWithoutACommandIsNoFailure();
+    void bytesOfAnAnswerAreLeftToTheLink();
     void endOfTheConnectionEnablesTheControls();
     void acknowledgementAfterTheEndLeavesTheNextCommandAlone();
     void answerThatNobodyAwaitsIsIgnored();
@@ -309,6 +312,18 @@ void TestModemCommands::characterTypedWhileACommandRunsIsNotSent()
     QVERIFY(m_modem->tmrTemporizador.isRunning());
 }
 
+void TestModemCommands::characterTypedWhileARequestIsOutstandingIsNotSent()
+{
+    m_modem->link.ArrancaConexion(false);
+    QByteArray body;
+    qint32 timeout = 0;
+    m_modem->link.Envia(1, body, timeout);
+    m_modem->control.type("A");
+    QVERIFY(m_modem->takeCommand().isEmpty());
+    QVERIFY(!m_modem->modem.isOpen());
+    QVERIFY(m_modem->link.Ocupado());
+}
+
 void TestModemCommands::characterTypedWithoutPortIsToldInTheTerminal()
 {
     m_modem->modem.refusal = u"No existe"_s;
@@ -362,6 +377,32 @@ void TestModemCommands::modemUnpluggedAndBackBeforeAnyoneLooksIsToldByTheTimeOut
     QVERIFY(m_modem->questions.isEmpty());
     QVERIFY(m_modem->tmrTemporizador.fire());
     QCOMPARE(m_modem->questions, QStringList{u"failed 4"_s});
+}
+
+void TestModemCommands::modemThatVanishesWithoutACommandIsNoFailure()
+{
+    m_modem->control.type("A");
+    m_modem->modem.vanish();
+    QCoreApplication::sendPostedEvents();
+    QVERIFY(m_modem->questions.isEmpty());
+}
+
+void TestModemCommands::bytesOfAnAnswerAreLeftToTheLink()
+{
+    m_modem->control.checkPin();
+    connect(
+        &m_modem->link, &MessageLink::becameIdle, this,
+        [this] {
+            QByteArray body;
+            qint32 timeout = 0;
+            m_modem->link.Envia(1, body, timeout);
+            m_modem->reply(QByteArray::fromHex("68040468010802"));
+        },
+        Qt::SingleShotConnection);
+    m_modem->reply("+CPIN: READY\r\n");
+    QCOMPARE(m_modem->link.state(), LinkState::Body);
+    m_modem->reply(QByteArray::fromHex("000b16"));
+    QVERIFY(!m_modem->link.Ocupado());
 }
 
 void TestModemCommands::endOfTheConnectionEnablesTheControls()

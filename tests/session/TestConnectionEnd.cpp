@@ -1,6 +1,35 @@
+#include "ModemDialogue.h"
 #include "WorkflowFixture.h"
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A call that is up as soon as it begins. It looks whether the timer service ticks meanwhile.
+class DialogueThatLooks final : public ModemDialogue {
+public:
+    DialogueThatLooks(MessageLink& link, const FakeTimer& tmrCrono)
+        : m_link(link), m_timer(tmrCrono)
+    {}
+
+    void start() override
+    {
+        m_link.enterModemPhase(LinkState::Dialling);
+        seen += m_timer.isEnabled() ? u"ticks"_s : u"no tick"_s;
+        m_link.leaveModemPhase();
+    }
+    void received(SerialPort& /*port*/) override {}
+    void timedOut() override {}
+    void ended() override {}
+
+    QStringList seen;
+
+private:
+    MessageLink& m_link;
+    const FakeTimer& m_timer;
+};
+
+} // namespace
 
 /// How a connection ends.
 class TestConnectionEnd : public WorkflowFixture {
@@ -13,6 +42,9 @@ private slots:
     void desconectarWithARequestOutstandingForgetsIt();
     void desconectarAndConectarAgainStartsAfresh();
     void conectarWhileIdentifyingStartsAnew();
+    void conectarWhileEstablishedEstablishesAnew();
+    void endedConnectionIsNotEstablished();
+    void nothingTicksWhileTheModemDials();
     void afterTheEndNothingTicks();
     void stepsOfTheEndComeInTheirOrder();
     void connectionThatHasEndedByItselfEndsOnce();
@@ -83,6 +115,36 @@ void TestConnectionEnd::conectarWhileIdentifyingStartsAnew()
     for (int attempt = 0; attempt < 3; ++attempt)
         failIdentification();
     QCOMPARE(m_workflow->state(), ConnectionState::Identifying);
+}
+
+void TestConnectionEnd::conectarWhileEstablishedEstablishesAnew()
+{
+    establish();
+    m_workflow->Conectar(false);
+    QVERIFY(!m_workflow->Established());
+    m_fixture->tick(10);
+    m_fixture->takeRequest();
+    m_fixture->answerHex("0200");
+    answerPoll(LinkFixture::fullBlock());
+    QVERIFY(m_workflow->Established());
+    QCOMPARE(m_fixture->log.lines.last(), u"Conexión establecida"_s);
+}
+
+void TestConnectionEnd::endedConnectionIsNotEstablished()
+{
+    establish();
+    m_workflow->Desconectar();
+    QVERIFY(!m_workflow->Established());
+}
+
+void TestConnectionEnd::nothingTicksWhileTheModemDials()
+{
+    establish();
+    DialogueThatLooks dialogue(m_fixture->link, m_fixture->tmrCrono);
+    m_fixture->link.setModemDialogue(&dialogue);
+    m_workflow->Conectar(true);
+    QCOMPARE(dialogue.seen, QStringList{u"no tick"_s});
+    QVERIFY(m_fixture->tmrCrono.isEnabled());
 }
 
 void TestConnectionEnd::afterTheEndNothingTicks()
