@@ -6,7 +6,6 @@
 #include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QMenu>
-#include <QRegularExpression>
 
 #include <algorithm>
 #include <limits>
@@ -20,16 +19,10 @@ bool isDigit(QChar character) { return character >= u'0' && character <= u'9'; }
 /// Characters that may be typed between the numbers of a time or a date.
 bool isSeparator(QChar character) { return u"/:.,- "_s.contains(character); }
 
-QStringList numbersIn(const QString& text)
-{
-    static const QRegularExpression others(u"[^0-9]+"_s);
-    return text.left(NumberField::longestText).split(others, Qt::SkipEmptyParts);
-}
-
 } // namespace
 
 NumberField::NumberField(const QList<Field>& fields, QChar separator, QWidget* parent)
-    : QSpinBox(parent), m_fields(fields), m_separator(separator)
+    : QSpinBox(parent), m_numbers(fields, separator)
 {
     // Not by the wheel: without the focus it scrolls the area around this control.
     setFocusPolicy(Qt::StrongFocus);
@@ -46,7 +39,7 @@ NumberField::NumberField(const QList<Field>& fields, QChar separator, QWidget* p
 
 void NumberField::setValue(int field, int value)
 {
-    QList<int> values = valuesOf(text());
+    QList<int> values = m_numbers.valuesOf(text());
     values[field] = value;
     setValues(values);
 }
@@ -76,11 +69,6 @@ void NumberField::stepBy(int steps)
     setValue(m_current, clamped(m_current, value(m_current) + steps));
 }
 
-int NumberField::clamped(int field, int value) const
-{
-    return std::clamp(value, m_fields[field].minimum, m_fields[field].maximum);
-}
-
 bool NumberField::event(QEvent* event)
 {
     if (event->type() != QEvent::InputMethod)
@@ -99,7 +87,7 @@ bool NumberField::eventFilter(QObject* watched, QEvent* event)
         const auto* press = static_cast<QMouseEvent*>(event);
         const int position = lineEdit()->cursorPositionAt(press->position().toPoint());
         if (press->button() == Qt::LeftButton)
-            moveTo(static_cast<int>(text().first(position).count(m_separator)));
+            moveTo(static_cast<int>(text().first(position).count(m_numbers.separator())));
         return true;
     }
     case QEvent::MouseButtonRelease:
@@ -111,7 +99,7 @@ bool NumberField::eventFilter(QObject* watched, QEvent* event)
 bool NumberField::focusNextPrevChild(bool next)
 {
     const int target = m_current + (next ? 1 : -1);
-    if (!hasFocus() || target < 0 || target > lastField())
+    if (!hasFocus() || target < 0 || target > m_numbers.lastField())
         return QSpinBox::focusNextPrevChild(next);
     moveTo(target);
     return true;
@@ -132,7 +120,7 @@ void NumberField::focusInEvent(QFocusEvent* event)
     switch (event->reason()) {
     case Qt::TabFocusReason:
     case Qt::ShortcutFocusReason: return moveTo(0);
-    case Qt::BacktabFocusReason: return moveTo(lastField());
+    case Qt::BacktabFocusReason: return moveTo(m_numbers.lastField());
     default: return moveTo(m_current);
     }
 }
@@ -164,20 +152,23 @@ void NumberField::wheelEvent(QWheelEvent* event)
 
 QString NumberField::textFromValue(int value) const
 {
-    QList<int> values = valuesOf(text());
+    QList<int> values = m_numbers.valuesOf(text());
     // While a value outside the range is shown, the spin box has a wider range.
     if (values[m_current] != value)
         values[m_current] = clamped(m_current, value);
-    return textOf(values);
+    return m_numbers.textOf(values);
 }
 
-int NumberField::valueFromText(const QString& text) const { return valuesOf(text).at(m_current); }
+int NumberField::valueFromText(const QString& text) const
+{
+    return m_numbers.valuesOf(text).at(m_current);
+}
 
 QValidator::State NumberField::validate(QString& text, int& /*position*/) const
 {
     // A text from outside is corrected at once: nothing is shown that is not kept.
     if (text != m_told)
-        text = textOf(corrected(text));
+        text = m_numbers.textOf(m_numbers.corrected(text, m_numbers.valuesOf(m_told)));
     return QValidator::Acceptable;
 }
 
@@ -193,11 +184,11 @@ bool NumberField::pressEditingKey(QKeyEvent& event)
         moveTo(m_current - 1);
         return true;
     case Qt::Key_Right:
-        event.setAccepted(m_current < lastField());
+        event.setAccepted(m_current < m_numbers.lastField());
         moveTo(m_current + 1);
         return true;
     case Qt::Key_Home: moveTo(0); return true;
-    case Qt::Key_End: moveTo(lastField()); return true;
+    case Qt::Key_End: moveTo(m_numbers.lastField()); return true;
     case Qt::Key_Backspace: dropDigit(); return true;
     case Qt::Key_Delete: setValue(m_current, clamped(m_current, 0)); return true;
     default: return false;
@@ -206,8 +197,8 @@ bool NumberField::pressEditingKey(QKeyEvent& event)
 
 void NumberField::type(const QString& text)
 {
-    QList<int> values = valuesOf(this->text());
-    for (const QChar character : QStringView(text).left(longestText)) {
+    QList<int> values = m_numbers.valuesOf(this->text());
+    for (const QChar character : QStringView(text).left(NumberText::longestText)) {
         if (isDigit(character))
             typeDigit(character, values);
         else if (isSeparator(character) && !m_typed.isEmpty())
@@ -221,13 +212,14 @@ void NumberField::typeDigit(QChar digit, QList<int>& values)
     m_typed += digit;
     const int number = m_typed.toInt();
     values[m_current] = clamped(m_current, number);
-    if (m_typed.size() == digits(m_current) || number * 10 > m_fields[m_current].maximum)
+    if (m_typed.size() == m_numbers.digits(m_current) ||
+        number * 10 > m_numbers.field(m_current).maximum)
         enter(m_current + 1);
 }
 
 void NumberField::dropDigit()
 {
-    QList<int> values = valuesOf(text());
+    QList<int> values = m_numbers.valuesOf(text());
     if (m_typed.isEmpty())
         m_typed = QString::number(values[m_current]);
     m_typed.chop(1);
@@ -240,55 +232,27 @@ void NumberField::copy() const { QGuiApplication::clipboard()->setText(text()); 
 
 void NumberField::paste()
 {
-    const QString pasted = QGuiApplication::clipboard()->text();
-    const bool isWhole = numbersIn(pasted).size() > lastField();
-    setValues(taken(pasted, valuesOf(text()), isWhole ? 0 : m_current));
-}
-
-QList<int> NumberField::taken(const QString& text, QList<int> values, int field) const
-{
-    QStringList numbers = numbersIn(text);
-    // A whole time may be written without a separator.
-    if (numbers.size() == 1 && numbers.first().size() > digits(field)) {
-        QString rest = numbers.takeFirst();
-        for (field = 0; field <= lastField(); ++field) {
-            numbers.append(rest.left(digits(field)));
-            rest.remove(0, digits(field));
-        }
-        numbers.removeAll(QString());
-        field = 0;
-    }
-    for (qsizetype i = 0; i < numbers.size() && field <= lastField(); ++i, ++field)
-        values[field] = clamped(field, numbers[i].left(digits(field)).toInt());
-    return values;
-}
-
-QList<int> NumberField::corrected(const QString& text) const
-{
-    QStringList numbers = text.left(longestText).split(m_separator);
-    // A number that was deleted becomes the minimum.
-    if (numbers.size() == m_fields.size())
-        numbers.replaceInStrings(QRegularExpression(u"^$"_s), u"0"_s);
-    return taken(numbers.join(m_separator), valuesOf(m_told), 0);
+    setValues(m_numbers.pasted(QGuiApplication::clipboard()->text(), m_numbers.valuesOf(text()),
+                               m_current));
 }
 
 void NumberField::enter(int field)
 {
-    m_current = std::clamp(field, 0, lastField());
+    m_current = std::clamp(field, 0, m_numbers.lastField());
     m_typed.clear();
 }
 
 void NumberField::moveTo(int field)
 {
     enter(field);
-    showValues(valuesOf(text()));
+    showValues(m_numbers.valuesOf(text()));
 }
 
 void NumberField::showValues(const QList<int>& values)
 {
-    const QList<int> before = valuesOf(m_told);
-    m_told = textOf(values);
-    const Field& field = m_fields[m_current];
+    const QList<int> before = m_numbers.valuesOf(m_told);
+    m_told = m_numbers.textOf(values);
+    const Field& field = m_numbers.field(m_current);
     const int value = values[m_current];
     const int lowest = std::min(field.minimum, value);
     const int highest = std::max(field.maximum, value);
@@ -303,8 +267,9 @@ void NumberField::showValues(const QList<int>& values)
     if (!field.accessibleName.isEmpty() && field.accessibleName != accessibleName())
         setAccessibleName(field.accessibleName);
     if (hasFocus()) {
-        const qsizetype start = m_current == 0 ? 0 : textOf(values.first(m_current)).size() + 1;
-        const qsizetype end = textOf(values.first(m_current + 1)).size();
+        const qsizetype start =
+            m_current == 0 ? 0 : m_numbers.textOf(values.first(m_current)).size() + 1;
+        const qsizetype end = m_numbers.textOf(values.first(m_current + 1)).size();
         lineEdit()->setSelection(static_cast<int>(start), static_cast<int>(end - start));
     }
     if (values != before)
@@ -314,22 +279,5 @@ void NumberField::showValues(const QList<int>& values)
 void NumberField::takeTextFromOutside()
 {
     if (text() != m_told)
-        setValues(valuesOf(text()));
-}
-
-QList<int> NumberField::valuesOf(const QString& text) const
-{
-    const QStringList numbers = text.split(m_separator);
-    QList<int> values;
-    for (int field = 0; field <= lastField(); ++field)
-        values.append(numbers.value(field).toInt());
-    return values;
-}
-
-QString NumberField::textOf(const QList<int>& values) const
-{
-    QStringList numbers;
-    for (int field = 0; field < values.size(); ++field)
-        numbers.append(u"%1"_s.arg(values[field], m_fields[field].width, 10, QChar(u'0')));
-    return numbers.join(m_separator);
+        setValues(m_numbers.valuesOf(text()));
 }

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QList>
+#include "NumberText.h"
+
 #include <QSpinBox>
-#include <QString>
 
 /// One or several whole numbers in one spin box, for example an hour and a minute, with a separator
 /// between them. The text of the editor is the value. The number with the cursor is selected; the
@@ -21,21 +21,13 @@
 class NumberField : public QSpinBox {
     Q_OBJECT
 public:
-    struct Field {
-        int minimum = 0;
-        int maximum = 0;
-        /// Shown with leading zeros up to this many digits.
-        int width = 1;
-        /// The accessible name of the control while the cursor is in this number; the control's own
-        /// name if empty.
-        QString accessibleName = {};
-    };
+    using Field = NumberText::Field;
 
     NumberField(const QList<Field>& fields, QChar separator, QWidget* parent = nullptr);
 
     using QSpinBox::setValue;
     using QSpinBox::value;
-    int value(int field) const { return valuesOf(text()).at(field); }
+    int value(int field) const { return m_numbers.valuesOf(text()).at(field); }
     /// Not limited to the range, so that an invalid value of a clock is shown as it is.
     void setValue(int field, int value);
 
@@ -49,16 +41,13 @@ public:
 
     void stepBy(int steps) override;
 
-    /// How many characters of a text are read at most.
-    static constexpr qsizetype longestText = 64;
-
 signals:
     /// Emitted once for each key, step, paste or call that changed a number.
     void valuesChanged();
 
 protected:
     void setValues(const QList<int>& values);
-    int clamped(int field, int value) const;
+    int clamped(int field, int value) const { return m_numbers.clamped(field, value); }
 
     bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -78,21 +67,12 @@ private:
     void dropDigit();
     void copy() const;
     void paste();
-    /// `values` with the numbers from `field` on replaced by those of a text.
-    QList<int> taken(const QString& text, QList<int> values, int field) const;
-    /// The numbers of a text that was set from outside.
-    QList<int> corrected(const QString& text) const;
     void enter(int field);
     void moveTo(int field);
     void showValues(const QList<int>& values);
     void takeTextFromOutside();
-    int lastField() const { return static_cast<int>(m_fields.size()) - 1; }
-    qsizetype digits(int field) const { return QString::number(m_fields[field].maximum).size(); }
-    QList<int> valuesOf(const QString& text) const;
-    QString textOf(const QList<int>& values) const;
 
-    const QList<Field> m_fields;
-    const QChar m_separator;
+    const NumberText m_numbers;
     int m_current = 0;
     /// The digits typed since the cursor came into the current number.
     QString m_typed;
