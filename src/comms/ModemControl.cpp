@@ -74,9 +74,18 @@ void ModemControl::executeScript()
 
 void ModemControl::runScript(const QString& path)
 {
-    if (!takeAnswer(Question::Script) || path.isEmpty() || !ensureModemPort())
+    if (path.isEmpty()) {
+        takeAnswer(Question::Script);
         return;
-    if (!m_script.begin(path))
+    }
+    ModemScript script;
+    script.open(path);
+    runScript(script);
+}
+
+void ModemControl::runScript(const ModemScript& script)
+{
+    if (!takeAnswer(Question::Script) || !ensureModemPort() || !m_script.begin(script))
         return;
     enterPhase(LinkState::ScriptCommand);
     nextScriptLine();

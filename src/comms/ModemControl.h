@@ -58,6 +58,8 @@ public:
     /// To scriptWanted; an empty path runs none. A script that cannot be read is told in the
     /// terminal.
     void runScript(const QString& path);
+    /// The same with a script that has been read.
+    void runScript(const ModemScript& script);
 
     void start() override;
     void received(SerialPort& port) override;

@@ -3,7 +3,7 @@
 #include "AnsiText.h"
 #include "WholeFile.h"
 
-#include <QStringDecoder>
+#include <QByteArrayView>
 
 using namespace Qt::StringLiterals;
 
@@ -12,31 +12,35 @@ namespace {
 /// Comments may be written in either of the two encodings that text editors use here.
 QString decoded(const QByteArray& line)
 {
-    QStringDecoder utf8(QStringDecoder::Utf8);
-    const QString text = utf8(line);
-    return utf8.hasError() ? AnsiText::toUnicode(line) : text;
+    return QByteArrayView(line).isValidUtf8() ? QString::fromUtf8(line) : AnsiText::toUnicode(line);
 }
 
 } // namespace
 
 bool ModemScript::open(const QString& path)
 {
-    close();
-    m_error.clear();
     // One byte more than allowed tells a file that is too long, whatever its size claims.
     const auto text = WholeFile::read(path, maximumSize + 1);
-    if (!text)
-        m_error = u"No se ha podido leer el archivo de comandos"_s;
-    else if (text->size() > maximumSize)
-        m_error = u"El archivo de comandos es demasiado grande"_s;
-    else if (text->contains('\0'))
-        m_error = u"El archivo no es un archivo de comandos"_s;
-    if (!m_error.isEmpty())
-        return false;
-    m_text = *text;
-    if (m_text.startsWith("\xEF\xBB\xBF"))
-        m_position = 3;
+    return text ? read(*text) : refuse(u"No se ha podido leer el archivo de comandos"_s);
+}
+
+bool ModemScript::read(const QByteArray& text)
+{
+    if (text.size() > maximumSize)
+        return refuse(u"El archivo de comandos es demasiado grande"_s);
+    if (text.contains('\0'))
+        return refuse(u"El archivo no es un archivo de comandos"_s);
+    m_text = text;
+    m_position = text.startsWith("\xEF\xBB\xBF") ? 3 : 0;
+    m_error.clear();
     return true;
+}
+
+bool ModemScript::refuse(const QString& error)
+{
+    close();
+    m_error = error;
+    return false;
 }
 
 void ModemScript::close()

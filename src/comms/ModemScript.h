@@ -34,6 +34,8 @@ public:
     /// False when the file cannot be read, is too long, or is no text (holds NUL); `error` then
     /// says why, in Spanish.
     bool open(const QString& path);
+    /// The same with the bytes of the file; more than maximumSize are too long.
+    bool read(const QByteArray& text);
     const QString& error() const { return m_error; }
     void close();
 
@@ -41,6 +43,7 @@ public:
     std::optional<Line> next();
 
 private:
+    bool refuse(const QString& error);
     QByteArray takeLine();
 
     QByteArray m_text;

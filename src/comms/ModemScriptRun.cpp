@@ -4,9 +4,10 @@
 
 using namespace Qt::StringLiterals;
 
-bool ModemScriptRun::begin(const QString& path)
+bool ModemScriptRun::begin(const ModemScript& script)
 {
-    const bool readable = m_script.open(path);
+    m_script = script;
+    const bool readable = m_script.error().isEmpty();
     m_transcript.writeLine(readable ? u"Inicio archivo de comandos"_s : m_script.error());
     return readable;
 }

@@ -15,8 +15,8 @@ class ModemScriptRun {
 public:
     explicit ModemScriptRun(ModemTranscript& transcript) : m_transcript(transcript) {}
 
-    /// False when the script cannot be read, which is written.
-    bool begin(const QString& path);
+    /// False when the script could not be read, which is written.
+    bool begin(const ModemScript& script);
     /// The next command, without its line end; nothing at the end of the script. Comments, and
     /// lines that are too long to be sent, are written and passed over.
     std::optional<QByteArray> next();
