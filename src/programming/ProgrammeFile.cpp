@@ -65,9 +65,9 @@ private:
     {
         if (m_rest.isEmpty())
             return std::nullopt;
-        const auto end = std::find(m_rest.begin(), m_rest.end(), '\n');
-        const QByteArrayView line(m_rest.begin(), end);
-        m_rest = m_rest.sliced(end == m_rest.end() ? m_rest.size() : line.size() + 1);
+        const qsizetype end = m_rest.indexOf('\n');
+        const QByteArrayView line = m_rest.first(end < 0 ? m_rest.size() : end);
+        m_rest = m_rest.sliced(std::min(line.size() + 1, m_rest.size()));
         return line;
     }
     std::optional<int> nextNumber()
