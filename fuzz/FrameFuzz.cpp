@@ -1,104 +1,65 @@
-#include "Answer.h"
-#include "CommSettings.h"
-#include "Exchange.h"
-#include "FakePause.h"
-#include "FakeSerialPort.h"
-#include "FakeTimer.h"
 #include "Frame.h"
-#include "MessageCodes.h"
-#include "MessageLink.h"
-
-#include <cstdlib>
-
-using namespace Qt::StringLiterals;
+#include "Input.h"
 
 namespace {
 
-void require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
-
-struct Answer {
-    LinkStatus status = LinkStatus::TimeOut;
-    quint8 code = 0;
-    QByteArray data;
-};
+quint8 unsignedAt(const QByteArray& line, qsizetype at) { return static_cast<quint8>(line[at]); }
 
 /// L when a header begins at `at`, else 0.
 int headerLength(const QByteArray& line, qsizetype at, quint8 station)
 {
-    const quint8 start = byteAt(line, at);
-    const int length = byteAt(line, at + 1) + (start == 0x48 ? 256 : 0);
-    const bool isHeader = (start == 0x48 || start == 0x68) && byteAt(line, at + 3) == start &&
+    const quint8 start = unsignedAt(line, at);
+    const int length = unsignedAt(line, at + 1) + (start == 0x48 ? 256 : 0);
+    const bool isHeader = (start == 0x48 || start == 0x68) && unsignedAt(line, at + 3) == start &&
                           line[at + 1] == line[at + 2] && length >= 2 &&
-                          (station == 255 || byteAt(line, at + 4) == station);
+                          (station == 255 || unsignedAt(line, at + 4) == station);
     return isHeader ? length : 0;
 }
 
-/// The answer in the bytes of a line, found by searching all of them at once.
-Answer answerIn(const QByteArray& line, quint8 station)
+/// The frame whose header stands at `at` and has arrived whole: written again, it is the same up to
+/// its sum, and the sums agree.
+void checkFrame(const QByteArray& line, qsizetype at, const frame::Header& header)
 {
-    for (qsizetype at = 0; at + 5 <= line.size(); ++at) {
-        const int length = headerLength(line, at, station);
-        if (length == 0)
-            continue;
-        if (line.size() < at + 6 + length)
-            return {};
-        Answer answer{LinkStatus::Good, byteAt(line, at + 5), line.mid(at + 6, length - 2)};
-        int sum = byteAt(line, at + 4) + answer.code;
-        for (const char byte : std::as_const(answer.data))
-            sum += static_cast<quint8>(byte);
-        if ((sum & 0xFF) != byteAt(line, at + 4 + length))
-            answer.status = LinkStatus::ChecksumError;
-        return answer;
-    }
-    return {};
+    const auto code = unsignedAt(line, at + 5);
+    const QByteArray data = line.mid(at + 6, header.length - 2);
+    require(data.size() == header.length - 2 && data.size() <= frame::maximumData);
+    int sum = header.station + code;
+    for (const char byte : data)
+        sum += static_cast<quint8>(byte);
+    require(frame::checksum(header.station, code, data) == sum % 256);
+
+    const frame::Encoded encoded = frame::encode(header.station, code, data);
+    require(encoded.start == line.mid(at, 1));
+    require(encoded.rest.chopped(2) == line.mid(at + 1, header.length + 3));
+    require(encoded.rest.last(2) == QByteArray(1, static_cast<char>(sum % 256)) + '\x16');
 }
 
 } // namespace
 
-/// Any bytes arrive, in any portions. A request must get one answer: the first frame for this
-/// station, or the time-out. The first byte of the input is the station, the second the size of the
-/// portions.
-extern "C" int LLVMFuzzerTestOneInput(const quint8* data, std::size_t size)
+/// Any bytes arrive. The hunter must find those headers that a search of all bytes finds, and no
+/// other. A frame that begins where the one before has ended is decoded, too. The first byte of the
+/// input is the station.
+extern "C" int LLVMFuzzerTestOneInput(const quint8* bytes, std::size_t size)
 {
-    if (size < 2)
-        return 0;
-    const quint8 station = data[0];
-    const QByteArray line(reinterpret_cast<const char*>(data + 2),
-                          static_cast<qsizetype>(size - 2));
-
-    FakeClockOfDay clock;
-    FakeSerialPort serie(clock);
-    FakeSerialPort modem(clock);
-    FakeTimer timer;
-    FakePause pause(clock);
-    CommSettings settings;
-    settings.station = QString::number(station);
-    MessageLink link(serie, modem, timer, pause, settings);
-    link.ApplySettings();
-    link.ArrancaConexion(false);
-
-    int answers = 0;
-    Answer answer;
-    Exchange exchange;
-    const auto take = [&](quint8 code, const QByteArray& body, LinkStatus status) {
-        ++answers;
-        answer = {status, code, body};
-    };
-    exchange.request(link, messagecode::Read, QByteArray(1, '\0'), isAnyAnswer, take);
-    for (qsizetype at = 0; at < line.size(); at += data[1] + 1)
-        serie.arrive(line.mid(at, data[1] + 1));
-
-    const Answer expected = answerIn(line, station);
-    require(answers == (expected.status == LinkStatus::TimeOut ? 0 : 1));
-    require(link.Ocupado() == (answers == 0));
-    if (answers == 0)
-        timer.fire();
-    require(answers == 1 && answer.status == expected.status && !link.Ocupado());
-    if (expected.status != LinkStatus::TimeOut)
-        require(answer.code == expected.code && answer.data == expected.data);
+    Input input(bytes, size);
+    const quint8 station = input.byte();
+    const QByteArray line = input.rest();
+    frame::HeaderHunter hunter(station);
+    qsizetype frameEnd = 0;
+    for (qsizetype last = 0; last < line.size(); ++last) {
+        const auto header = hunter.take(unsignedAt(line, last));
+        const qsizetype at = last - 4;
+        const int length = at < 0 ? 0 : headerLength(line, at, station);
+        require(header.has_value() == (length != 0));
+        if (!header)
+            continue;
+        require(header->length == length && header->station == unsignedAt(line, last));
+        require(header->bytes() == line.mid(at, 5));
+        const qsizetype end = last + 1 + header->bytesToCome();
+        if (at < frameEnd || end > line.size())
+            continue;
+        checkFrame(line, at, *header);
+        frameEnd = end;
+    }
     return 0;
 }

@@ -2,23 +2,15 @@
 #include "FakePause.h"
 #include "FakeSerialPort.h"
 #include "FakeTimer.h"
+#include "Input.h"
 #include "MessageLink.h"
 #include "ModemControl.h"
 
 #include <QCoreApplication>
-#include <QTemporaryDir>
-
-#include <cstdlib>
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-void require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
 
 /// Of both codes; nothing else that is sent or shown has these digits.
 constexpr char pin[] = "7777";
@@ -40,7 +32,7 @@ struct Modem {
     QString terminal;
     /// The answers, and how often there was something to acknowledge.
     QString number;
-    QString script;
+    ModemScript script;
     int timesBusy = 0;
     int timesFailed = 0;
     QByteArray toCome;
@@ -108,15 +100,13 @@ QByteArray withEcho(QByteArray input, bool withPuk)
 }
 
 /// The script is what stands before the first byte 255.
-QString writeScript(QByteArray& input)
+ModemScript takeScript(QByteArray& input)
 {
-    static const QTemporaryDir folder;
     const qsizetype end = input.indexOf('\xFF');
-    QFile file(folder.filePath(u"script.mdm"_s));
-    require(file.open(QIODevice::WriteOnly));
-    file.write(input.left(end));
+    ModemScript script;
+    script.read(input.left(end));
     input = end < 0 ? QByteArray() : input.mid(end + 1);
-    return file.fileName();
+    return script;
 }
 
 } // namespace
@@ -124,27 +114,28 @@ QString writeScript(QByteArray& input)
 /// Whatever a modem replies in whatever portions, and whatever a script holds, each command tells
 /// of one failure at most, and no digit of a code is shown. The first byte is the command, what
 /// happens before a question is answered, and whether a number is dialled; the second the portions.
-extern "C" int LLVMFuzzerTestOneInput(const quint8* data, std::size_t size)
+extern "C" int LLVMFuzzerTestOneInput(const quint8* bytes, std::size_t size)
 {
     static int argumentCount = 1;
     static char name[] = "ModemFuzz";
     static char* arguments[] = {name, nullptr};
     static const QCoreApplication application(argumentCount, arguments);
-    if (size < 2)
-        return 0;
-    QByteArray input(reinterpret_cast<const char*>(data + 2), static_cast<qsizetype>(size - 2));
+    Input choices(bytes, size);
+    const quint8 choice = choices.byte();
+    const int portion = choices.byte() + 1;
+    QByteArray input = choices.rest();
 
-    const auto command = static_cast<Command>(data[0] & 7);
-    const auto meanwhile = static_cast<Meanwhile>(data[0] >> 3 & 3);
+    const auto command = static_cast<Command>(choice & 7);
+    const auto meanwhile = static_cast<Meanwhile>(choice >> 3 & 3);
     const bool isCode = command == SendPin || command == SendPuk;
     Modem modem(meanwhile);
-    if ((data[0] & 0x20) == 0)
+    if ((choice & 0x20) == 0)
         modem.number = u"600100200"_s;
     if (isCode)
         input = withEcho(input, command == SendPuk);
     if (command == Script)
-        modem.script = writeScript(input);
-    modem.portion = data[1] + 1;
+        modem.script = takeScript(input);
+    modem.portion = portion;
     modem.toCome = input;
     modem.begin(command);
     while (!modem.toCome.isEmpty()) {

@@ -1,89 +1,107 @@
+#include "AnsiText.h"
 #include "CommSettings.h"
+#include "Input.h"
 #include "RegistryText.h"
-
-#include <cstdlib>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr auto user = Registry::RootKey::CurrentUser;
+const QString subKey = u"Software\\Quorvex\\Lurimat\\Comun"_s;
+const QString key = u"HKEY_CURRENT_USER\\"_s + subKey;
 
-void require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
-
-/// A registry in the bytes of a file, without a file.
-class TextRegistry final : public Registry {
-public:
-    explicit TextRegistry(const QByteArray& file) : m_text(file) {}
-
-    std::optional<RegistryValue> query(RootKey, const QString& subKey,
-                                       const QString& name) const override
-    {
-        return m_text.value(fullKey(subKey), name);
-    }
-    bool set(RootKey, const QString& subKey, const QString& name,
-             const RegistryValue& value) override
-    {
-        m_text.setValue(fullKey(subKey), name, value);
-        return true;
-    }
-    QList<QString> valueNames(RootKey, const QString& subKey) const override
-    {
-        return m_text.valueNames(fullKey(subKey));
-    }
-    QByteArray toBytes() const { return m_text.toBytes(); }
-
-private:
-    static QString fullKey(const QString& subKey) { return u"HKEY_CURRENT_USER\\"_s + subKey; }
-
-    RegistryText m_text;
+/// The values that are looked at: of two of them the name is the fuzzer's.
+struct Chosen {
+    QString name;
+    RegistryValue value;
 };
 
-QString settingsOf(const Registry& registry)
+/// A text, a number, a text of several lines or bytes of any type.
+Chosen chosenBy(Input& input)
 {
-    CommSettings s;
-    s.LoadSettings(registry);
-    return s.directPort + s.directSpeed + s.directBits + s.directParity + s.directStopBits +
-           s.directDtr + s.directRts + s.modemPort + s.modemSpeed + s.modemInitialisation +
-           s.identification;
+    static const QStringList names = {u"Estacion"_s, u"estacion"_s, QString(), u"a\\\"b"_s};
+    const quint8 choice = input.byte();
+    QByteArray bytes;
+    for (int i = choice >> 4 & 7; i > 0; --i)
+        bytes.append(static_cast<char>(input.byte()));
+    switch (choice >> 2 & 3) {
+    case 0: return {names[choice & 3], {RegistryValue::Text, bytes.replace('\0', "x") + '\0'}};
+    case 1: return {names[choice & 3], {RegistryValue::Dword, bytes.leftJustified(4, 'x', true)}};
+    case 2: return {names[choice & 3], {7, bytes + QByteArray(2, '\0')}};
+    default: return {names[choice & 3], {static_cast<quint32>(choice >> 4) << 28 | 3, bytes}};
+    }
+}
+
+/// A registry that is such a text, for those who read settings.
+class TextRegistry final : public Registry {
+public:
+    explicit TextRegistry(const RegistryText& text) : m_text(text) {}
+
+    std::optional<RegistryValue> query(RootKey, const QString& from,
+                                       const QString& name) const override
+    {
+        return m_text.value(u"HKEY_CURRENT_USER\\"_s + from, name);
+    }
+    bool set(RootKey, const QString&, const QString&, const RegistryValue&) override
+    {
+        return false;
+    }
+    QList<QString> valueNames(RootKey, const QString& from) const override
+    {
+        return m_text.valueNames(u"HKEY_CURRENT_USER\\"_s + from);
+    }
+
+private:
+    const RegistryText& m_text;
+};
+
+/// What CommSettings makes of any text is within its ranges.
+void checkSettings(const RegistryText& text)
+{
+    CommSettings settings;
+    settings.LoadSettings(TextRegistry(text));
+    require(settings.directPortNumber() >= 0 && settings.directPortNumber() <= 32767);
+    require(settings.modemPortNumber() >= 0 && settings.modemPortNumber() <= 32767);
+    require(settings.directBitRate() > 0 && settings.modemBitRate() > 0);
+    require(settings.directLine().count(u',') >= 3);
+}
+
+/// The names and values of the key, without those of `name`.
+QList<std::pair<QString, std::optional<RegistryValue>>> othersThan(const QString& name,
+                                                                   const RegistryText& text)
+{
+    QList<std::pair<QString, std::optional<RegistryValue>>> values;
+    for (const QString& each : text.valueNames(key)) {
+        require(text.value(key, each).has_value());
+        if (each.toCaseFolded() != name.toCaseFolded())
+            values.append({each, text.value(key, each)});
+    }
+    return values;
 }
 
 } // namespace
 
-/// Any bytes are a registry file. They can be read and written unchanged. A value that is set keeps
-/// all others, can be read, and stays when the file is read again. The first bytes of the input are
-/// the value.
-extern "C" int LLVMFuzzerTestOneInput(const quint8* data, std::size_t size)
+/// Any bytes are a registry file. They are kept unchanged. A value that is set is read back, from
+/// the text and from the file that it makes, keeps all others, and changes nothing when it is set
+/// again. The first bytes of the input choose its name, type and bytes.
+extern "C" int LLVMFuzzerTestOneInput(const quint8* bytes, std::size_t size)
 {
-    const QByteArray input(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
-    const QByteArray file = input.mid(8);
-    TextRegistry registry(file);
-    require(registry.toBytes() == file);
+    Input input(bytes, size);
+    const auto [name, value] = chosenBy(input);
+    const QByteArray file = input.rest();
+    RegistryText text(file);
+    require(text.toBytes() == file);
+    checkSettings(text);
 
-    const QString key = u"Software\\Quorvex\\Lurimat\\Comun"_s;
-    const QString name = u"Estacion"_s;
-    const QString settings = settingsOf(registry);
-    for (const QString& each : registry.valueNames(user, key))
-        registry.query(user, key, each);
-
-    RegistryValue value{RegistryValue::Text, {}};
-    for (const char byte : QByteArrayView(input).first(std::min<qsizetype>(input.size(), 8)))
-        value.bytes.append(static_cast<char>((byte & 0x7F) | 1));
-    value.bytes.append('\0');
-    registry.set(user, key, name, value);
-    const QByteArray once = registry.toBytes();
-    registry.set(user, key, name, value);
-    require(registry.toBytes() == once);
-
-    const TextRegistry anew(once);
-    for (const TextRegistry* each : {&std::as_const(registry), &anew}) {
-        const auto readBack = each->query(user, key, name);
-        require(readBack && readBack->type == value.type && readBack->bytes == value.bytes);
-        require(settingsOf(*each) == settings);
+    const auto others = othersThan(name, text);
+    text.setValue(key, name, value);
+    const QByteArray once = text.toBytes();
+    text.setValue(key, name, value);
+    require(text.toBytes() == once);
+    const RegistryText anew(once);
+    for (const RegistryText* each : {&std::as_const(text), &anew}) {
+        require(each->value(key, name) == value);
+        require(othersThan(name, *each) == others);
     }
     return 0;
 }
