@@ -5,6 +5,7 @@
 #include "CommSettings.h"
 #include "FakePause.h"
 #include "FakeSerialPort.h"
+#include "FakeTickTimer.h"
 #include "FakeTimer.h"
 #include "HexFile.h"
 #include "HexImages.h"
@@ -113,7 +114,7 @@ void loadThroughTheWindow(benchmark::State& state)
     FakeSerialPort serie(clock);
     FakeSerialPort modem(clock);
     FakeTimer tmrTemporizador;
-    FakeTimer tmrCrono;
+    FakeTickTimer tmrCrono;
     FakePause pause(clock);
     const CommSettings settings;
     MessageLink link(serie, modem, tmrTemporizador, pause, settings);

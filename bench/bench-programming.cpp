@@ -89,7 +89,7 @@ struct Connection : LinkFixture {
         paint(*form);
         return form;
     }
-    void askForHolidays() { emit tmrCrono.tick(); }
+    void askForHolidays() { tmrCrono.fire(); }
     /// The answer with holidays and periods, all unused.
     void answerHolidays() { answer(QByteArray::fromHex("d9") + QByteArray(65, '\0')); }
     static void paint(QWidget& form)

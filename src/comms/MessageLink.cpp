@@ -78,7 +78,7 @@ void MessageLink::Envia(quint8 code, QByteArray& body, qint32& timeout)
     }
 
     ++m_generation;
-    m_busy = true;
+    setBusy(true);
     m_toggle = !m_toggle;
     if (code != messagecode::Identification && m_toggle)
         code |= toggleBit;
@@ -192,8 +192,14 @@ void MessageLink::stopTimer() { m_timer.setEnabled(false); }
 void MessageLink::forgetRequest()
 {
     stopTimer();
-    m_busy = false;
+    setBusy(false);
     ++m_generation;
+}
+
+void MessageLink::setBusy(bool busy)
+{
+    m_busy = busy;
+    tellOccupation();
 }
 
 void MessageLink::setState(LinkState state)
@@ -202,8 +208,18 @@ void MessageLink::setState(LinkState state)
         return;
     m_state = state;
     qCDebug(linkEvents, "state %d", qToUnderlying(state));
+    tellOccupation();
     if (state == LinkState::Idle)
         emit becameIdle();
+}
+
+void MessageLink::tellOccupation()
+{
+    const bool occupied = isOccupied();
+    if (occupied == m_toldOccupied)
+        return;
+    m_toldOccupied = occupied;
+    emit occupationChanged();
 }
 
 void MessageLink::portReceived(SerialPort& port)
@@ -264,7 +280,7 @@ void MessageLink::takeBody(SerialPort& port)
         qCDebug(linkFrames, "COM%d received L=%d, wrong checksum", port.portNumber(),
                 m_header.length);
     if (deliver(m_receivedCode, m_receivedData, status)) {
-        m_busy = false;
+        setBusy(false);
         setState(LinkState::Idle);
     }
 }
@@ -276,7 +292,7 @@ void MessageLink::timerTick()
         return;
     }
     stopTimer();
-    m_busy = false;
+    setBusy(false);
     if (!isModemPhase())
         answerTimedOut();
     else if (m_modemDialogue)

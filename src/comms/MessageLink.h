@@ -64,6 +64,9 @@ public:
     /// A command phase of the modem: no request may be sent meanwhile.
     bool isModemPhase() const;
 
+    /// Whether no request may be sent now: one awaits its answer, or the modem has the line.
+    bool isOccupied() const { return Ocupado() || isModemPhase(); }
+
     /// Puts the settings into the two ports; reopens the one in use if either was open.
     void ApplySettings() { m_ports.ApplySettings(); }
     const SerialPort& directPort() const { return m_ports.direct(); }
@@ -90,6 +93,8 @@ signals:
     /// The port in use ("COM1,9600,N,8,1", empty for none) and, as a tool tip, its device or why it
     /// could not be opened.
     void VisualizaPorto(const QString& text, const QString& toolTip);
+    /// `isOccupied` has changed.
+    void occupationChanged();
     /// The link state has come back to 0.
     void becameIdle();
     /// A connection is over and will not answer any more. It is still being taken down around the
@@ -98,7 +103,9 @@ signals:
 
 private:
     void forgetRequest();
+    void setBusy(bool busy);
     void setState(LinkState state);
+    void tellOccupation();
     void waitWhileDialling();
     std::chrono::milliseconds answerTime() const;
 
@@ -120,6 +127,7 @@ private:
     AnswerReceiver* m_receiver = nullptr;
     LinkState m_state = LinkState::Idle;
     bool m_busy = false;
+    bool m_toldOccupied = false;
     bool m_toggle = false;
     bool m_starting = false;
     bool m_connected = false;

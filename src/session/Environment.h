@@ -8,6 +8,7 @@ class Pause;
 class PortNames;
 class Registry;
 class SerialPort;
+class TickTimer;
 
 /// What one session uses of the outside world. Tests replace it. The owner of these objects must
 /// outlive the session.
@@ -16,7 +17,7 @@ struct Environment {
     const PortNames& portNames;
     SerialPort& commSerie;
     SerialPort& commModem;
-    IntervalTimer& tmrCrono;
+    TickTimer& tmrCrono;
     IntervalTimer& tmrTemporizador;
     Pause& pause;
     const ClockOfDay& clock;

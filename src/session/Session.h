@@ -24,8 +24,7 @@ public:
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    /// Call once, after the signals are connected: brings the connection into its first state, and
-    /// sets the tick of the timer service to 1 ms.
+    /// Call once, after the signals are connected: brings the connection into its first state.
     void start();
 
     const Environment& environment() const { return m_environment; }

@@ -1,7 +1,6 @@
 #include "SystemEnvironment.h"
 
 #include "PreciseTimer.h"
-#include "TickTimer.h"
 
 #include <QDir>
 

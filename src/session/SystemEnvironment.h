@@ -4,6 +4,7 @@
 #include "Environment.h"
 #include "Pause.h"
 #include "PortNames.h"
+#include "TickTimer.h"
 
 #include <memory>
 
@@ -21,7 +22,7 @@ private:
     PortNames m_portNames;
     std::unique_ptr<SerialPort> m_commSerie;
     std::unique_ptr<SerialPort> m_commModem;
-    std::unique_ptr<IntervalTimer> m_tmrCrono;
+    std::unique_ptr<TickTimer> m_tmrCrono;
     std::unique_ptr<IntervalTimer> m_tmrTemporizador;
     SystemClockOfDay m_clock;
     SystemPause m_pause{m_clock};

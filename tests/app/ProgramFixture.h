@@ -4,6 +4,7 @@
 #include "FakeDialogs.h"
 #include "FakePause.h"
 #include "FakeSerialPort.h"
+#include "FakeTickTimer.h"
 #include "FakeTimer.h"
 #include "MemoryRegistry.h"
 #include "PortNames.h"
@@ -22,7 +23,7 @@ struct ProgramFixture {
 
     FakeClockOfDay clock;
     FakePause pause{clock};
-    FakeTimer tmrCrono;
+    FakeTickTimer tmrCrono;
     FakeTimer tmrTemporizador;
     FakeSerialPort serie{clock};
     FakeSerialPort modem{clock};

@@ -11,7 +11,6 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 
 /// What the main window shows: captions, entries, panels, in each state of the connection.
 class TestMainWindowMenus : public QObject {
@@ -22,7 +21,6 @@ private slots:
 
     void captionIsThatOfTheSystem();
     void startShowsNothingButTheMainWindow();
-    void tickOfTheTimerServiceIsOneMillisecond();
     void logBeginsWithTheInterruptedConnection();
     void menusStandInTheirOrder();
     void entriesHaveTheirCaptions_data();
@@ -60,11 +58,6 @@ void TestMainWindowMenus::startShowsNothingButTheMainWindow()
     QCOMPARE(ProgramFixture::modalWindow(), QString());
     QCOMPARE(m_fixture->serie.timesOpened, 0);
     QVERIFY(!m_fixture->tmrCrono.isEnabled());
-}
-
-void TestMainWindowMenus::tickOfTheTimerServiceIsOneMillisecond()
-{
-    QCOMPARE(m_fixture->tmrCrono.interval(), 1ms);
 }
 
 void TestMainWindowMenus::logBeginsWithTheInterruptedConnection()

@@ -1,6 +1,7 @@
 #include "FakeClockOfDay.h"
 #include "FakeDialogs.h"
 #include "FakePause.h"
+#include "FakeTickTimer.h"
 #include "FakeTimer.h"
 #include "MemoryRegistry.h"
 #include "PortNames.h"
@@ -32,7 +33,7 @@ void TestPortListing::startConnectionAndSettingsListThePortsTwice()
         });
     FakeClockOfDay clock;
     FakePause pause(clock);
-    FakeTimer tmrCrono;
+    FakeTickTimer tmrCrono;
     FakeTimer tmrTemporizador;
     QtSerialPort serie(names);
     QtSerialPort modem(names);

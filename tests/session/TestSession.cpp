@@ -1,4 +1,5 @@
 #include "FakePause.h"
+#include "FakeTickTimer.h"
 #include "FakeTimer.h"
 #include "LinkFixture.h"
 #include "PortNames.h"
@@ -18,7 +19,7 @@ const QString common = u"Software\\Quorvex\\Lurimat\\Comun"_s;
 struct World {
     FakeClockOfDay clock;
     FakePause pause{clock};
-    FakeTimer tmrCrono;
+    FakeTickTimer tmrCrono;
     FakeTimer tmrTemporizador;
     FakeSerialPort serie{clock};
     FakeSerialPort modem{clock};

@@ -1,5 +1,5 @@
 #include "CronoRegistration.h"
-#include "FakeTimer.h"
+#include "FakeTickTimer.h"
 #include "PreciseTimer.h"
 #include "frmCrono.h"
 
@@ -62,6 +62,11 @@ private slots:
     void identifiersCountFromOneAndAreNotUsedAgain();
     void identifiersGoOnPast32767();
     void identifiersInUseAreSkippedAfterTheWrap();
+    void ticksThatNobodyIsDueOnWakeNobody();
+    void ticksThatCameTooLateCountAsOne();
+    void changeDuringALateTickComesBeforeIt();
+    void ticksDuringALongCallDoNotCount();
+    void sleepsOnTheTimerOfThisSystem();
     void registrationLeavesWithItsOwner();
     void registrationOutlivesTheService();
 
@@ -72,6 +77,11 @@ private:
         m_crono->ActivaCliente(id);
         return id;
     }
+    void setBusy(bool busy)
+    {
+        m_busy = busy;
+        m_crono->ocupadoChanged();
+    }
     void fire(int times)
     {
         for (int i = 0; i < times; ++i)
@@ -81,7 +91,7 @@ private:
     modGlobais m_globais;
     bool m_busy = false;
     QList<int> m_calls;
-    std::unique_ptr<FakeTimer> m_timer;
+    std::unique_ptr<FakeTickTimer> m_timer;
     std::unique_ptr<frmCrono> m_crono;
 };
 
@@ -91,19 +101,15 @@ void TestTimerService::init()
     m_busy = false;
     m_calls.clear();
     m_crono.reset();
-    m_timer = std::make_unique<FakeTimer>();
+    m_timer = std::make_unique<FakeTickTimer>();
     m_crono = std::make_unique<frmCrono>(*m_timer, m_globais, [this] { return m_busy; });
-    m_crono->setTimerInterval(1ms);
     m_crono->setTimerEnabled(true);
 }
 
 void TestTimerService::withNoClientATickDoesNothingAndEnablesTheTimerAgain()
 {
-    QCOMPARE(m_timer->interval(), 1ms);
-    QCOMPARE(m_timer->timesEnabled, 1);
     fire(1);
     QVERIFY(m_timer->isEnabled());
-    QCOMPARE(m_timer->timesEnabled, 2);
 }
 
 void TestTimerService::periodBelowOneRegistersAsOne_data()
@@ -182,7 +188,7 @@ void TestTimerService::busyAfterEveryCallVisitsOneClientATickInTurn()
         QCOMPARE(m_calls, QList<int>{expected});
         fire(4);
         QCOMPARE(m_calls, QList<int>{expected});
-        m_busy = false;
+        setBusy(false);
     }
 }
 
@@ -191,9 +197,9 @@ void TestTimerService::busyLinkCallsAndCountsNothing()
     Client client(1, m_calls);
     addActive(client, 3);
     fire(1);
-    m_busy = true;
+    setBusy(true);
     fire(50);
-    m_busy = false;
+    setBusy(false);
     fire(1);
     QCOMPARE(m_calls, QList<int>{});
     fire(1);
@@ -267,9 +273,8 @@ void TestTimerService::switchingOnInsideATickStartsNoSecondTick()
 // As when a client opens a message box: its event loop runs inside the tick.
 void TestTimerService::eventLoopInsideATickStartsNoSecondTick()
 {
-    PreciseTimer timer;
-    frmCrono crono(timer, m_globais, [] { return false; });
-    crono.setTimerInterval(1ms);
+    const auto timer = makeTickTimer();
+    frmCrono crono(*timer, m_globais, [] { return false; });
     Client client(1, m_calls);
     int callsAfterTheBox = 0;
     client.work = [&] {
@@ -409,6 +414,84 @@ void TestTimerService::identifiersInUseAreSkippedAfterTheWrap()
     QCOMPARE(id, qint16(2));
     fire(1);
     QCOMPARE(m_calls, QList<int>{1});
+}
+
+void TestTimerService::ticksThatNobodyIsDueOnWakeNobody()
+{
+    Client client(1, m_calls);
+    addActive(client, 10);
+    const QSignalSpy wakeUps(m_timer.get(), &TickTimer::wake);
+    fire(30);
+    QCOMPARE(m_calls, (QList<int>{1, 1, 1}));
+    QCOMPARE(wakeUps.count(), 3);
+    setBusy(true);
+    fire(100);
+    QCOMPARE(wakeUps.count(), 3);
+}
+
+void TestTimerService::ticksThatCameTooLateCountAsOne()
+{
+    Client client(1, m_calls);
+    Client other(2, m_calls);
+    addActive(client, 10);
+    addActive(other, 15);
+    m_timer->passUnnoticed(90);
+    fire(1);
+    QCOMPARE(m_calls, QList<int>{1});
+    fire(4);
+    QCOMPARE(m_calls, QList<int>{1});
+    fire(1);
+    QCOMPARE(m_calls, (QList<int>{1, 2}));
+}
+
+void TestTimerService::changeDuringALateTickComesBeforeIt()
+{
+    Client client(1, m_calls);
+    Client other(2, m_calls);
+    const qint16 first = addActive(client, 10);
+    addActive(other, 15);
+    m_timer->passUnnoticed(90);
+    m_crono->DesactivaCliente(first);
+    fire(4);
+    QCOMPARE(m_calls, QList<int>{});
+    fire(1);
+    QCOMPARE(m_calls, QList<int>{2});
+}
+
+void TestTimerService::ticksDuringALongCallDoNotCount()
+{
+    Client client(1, m_calls);
+    client.work = [this] { m_timer->passUnnoticed(50); };
+    addActive(client, 10);
+    fire(10);
+    fire(9);
+    QCOMPARE(m_calls, QList<int>{1});
+    fire(1);
+    QCOMPARE(m_calls, (QList<int>{1, 1}));
+}
+
+void TestTimerService::sleepsOnTheTimerOfThisSystem()
+{
+    const auto timer = makeTickTimer();
+    bool busy = false;
+    frmCrono crono(*timer, m_globais, [&busy] { return busy; });
+    const QSignalSpy wakeUps(timer.get(), &TickTimer::wake);
+    Client client(1, m_calls);
+    QList<qint64> ticks;
+    client.work = [&] {
+        ticks.append(timer->now());
+        busy = true;
+    };
+    crono.setTimerEnabled(true);
+    crono.ActivaCliente(crono.EngadeCliente(client, 10));
+    for (int call = 1; call <= 3; ++call) {
+        const qint64 idleSince = timer->now();
+        busy = false;
+        crono.ocupadoChanged();
+        QTRY_COMPARE(ticks.size(), call);
+        QVERIFY(ticks.last() >= idleSince + 10);
+    }
+    QCOMPARE(wakeUps.count(), 3);
 }
 
 void TestTimerService::registrationLeavesWithItsOwner()

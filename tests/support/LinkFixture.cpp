@@ -2,8 +2,6 @@
 
 #include <QCoreApplication>
 
-using namespace std::chrono_literals;
-
 namespace {
 
 constexpr int mostTicksOfATimeOut = 100000;
@@ -17,7 +15,7 @@ quint8 byteAt(const QByteArray& bytes, qsizetype index)
 
 LinkFixture::LinkFixture()
 {
-    crono.setTimerInterval(1ms);
+    QObject::connect(&link, &MessageLink::occupationChanged, &crono, &frmCrono::ocupadoChanged);
     link.ApplySettings();
 }
 

@@ -4,6 +4,7 @@
 #include "FakeClockOfDay.h"
 #include "FakePause.h"
 #include "FakeSerialPort.h"
+#include "FakeTickTimer.h"
 #include "FakeTimer.h"
 #include "MemoryRegistry.h"
 #include "MessageLink.h"
@@ -21,14 +22,14 @@ struct LinkFixture {
     FakeClockOfDay clock;
     FakePause pause{clock};
     FakeTimer tmrTemporizador;
-    FakeTimer tmrCrono;
+    FakeTickTimer tmrCrono;
     FakeSerialPort serie{clock};
     FakeSerialPort modem{clock};
     MemoryRegistry registry;
     CommSettings settings;
     MessageLink link{serie, modem, tmrTemporizador, pause, settings};
     modGlobais globais;
-    frmCrono crono{tmrCrono, globais, [this] { return link.Ocupado(); }};
+    frmCrono crono{tmrCrono, globais, [this] { return link.isOccupied(); }};
     RecordingLog log;
 
     struct Request {

@@ -1,2 +1,3 @@
 #include "FakeSerialPort.h"
+#include "FakeTickTimer.h"
 #include "FakeTimer.h"

@@ -1,17 +1,52 @@
 #include "TickTimer.h"
 
-#include "BeatTimer.h"
+#include "QtTickTimer.h"
 
 #ifdef Q_OS_LINUX
-#include "TimerFdTimer.h"
+#include "TimerFdTickTimer.h"
 #endif
 
-std::unique_ptr<IntervalTimer> makeTickTimer()
+void TickTimer::setEnabled(bool enabled)
+{
+    m_enabled = enabled;
+    if (!enabled)
+        m_wakeAt.reset();
+}
+
+void TickTimer::wakeAt(qint64 tick)
+{
+    if (!m_enabled || m_wakeAt == tick)
+        return;
+    m_wakeAt = tick;
+    arm(tick);
+}
+
+void TickTimer::sleep()
+{
+    m_wakeAt.reset();
+    disarm();
+}
+
+bool TickTimer::expired()
+{
+    if (!m_wakeAt)
+        return false;
+    // A timer of the system may be early, or may have been armed for an earlier tick.
+    if (now() < *m_wakeAt) {
+        arm(*m_wakeAt);
+        return true;
+    }
+    m_wakeAt.reset();
+    emit wake();
+    return true;
+}
+
+std::unique_ptr<TickTimer> makeTickTimer()
 {
 #ifdef Q_OS_LINUX
-    auto timer = std::make_unique<TimerFdTimer>();
+    auto timer = std::make_unique<TimerFdTickTimer>();
     if (timer->isValid())
         return timer;
 #endif
-    return std::make_unique<BeatTimer>();
+    return std::make_unique<QtTickTimer>();
 }

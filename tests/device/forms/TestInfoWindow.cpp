@@ -1,4 +1,4 @@
-#include "FakeTimer.h"
+#include "FakeTickTimer.h"
 #include "RoundLamp.h"
 #include "frmCrono.h"
 #include "frmInfo.h"
@@ -12,7 +12,6 @@
 #include <QTest>
 
 using namespace Qt::StringLiterals;
-using namespace std::chrono_literals;
 
 namespace {
 
@@ -67,7 +66,7 @@ private:
     QList<quint32> fills(const QString& name, int count) const;
     QString text(const QString& name) const { return form->findChild<QLabel*>(name)->text(); }
 
-    std::unique_ptr<FakeTimer> tmrCrono;
+    std::unique_ptr<FakeTickTimer> tmrCrono;
     std::unique_ptr<modGlobais> globais;
     std::unique_ptr<frmCrono> crono;
     std::unique_ptr<QMdiArea> area;
@@ -76,10 +75,9 @@ private:
 
 void TestInfoWindow::init()
 {
-    tmrCrono = std::make_unique<FakeTimer>();
+    tmrCrono = std::make_unique<FakeTickTimer>();
     globais = std::make_unique<modGlobais>();
     crono = std::make_unique<frmCrono>(*tmrCrono, *globais, [] { return false; });
-    crono->setTimerInterval(1ms);
     crono->setTimerEnabled(true);
     area = std::make_unique<QMdiArea>();
     area->resize(800, 600);

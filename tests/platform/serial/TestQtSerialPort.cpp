@@ -41,7 +41,6 @@ public:
 struct PortAndTick : PortFixture {
     PortAndTick()
     {
-        tick->setInterval(1ms);
         port.open();
         port.setReceiveThreshold(1);
     }
@@ -49,17 +48,18 @@ struct PortAndTick : PortFixture {
     /// tick.
     void letATickMeetALoneByte(const std::function<void()>& work)
     {
-        const auto connection = QObject::connect(tick.get(), &IntervalTimer::tick, &port, work);
+        const auto connection = QObject::connect(tick.get(), &TickTimer::wake, &port, work);
         QVERIFY(line.send("\x55"));
         QVERIFY(line.waitUntilWithDriver(1));
         tick->setEnabled(true);
+        tick->wakeAt(tick->now() + 1);
         QThread::msleep(2);
         QCoreApplication::processEvents();
         tick->setEnabled(false);
         QObject::disconnect(connection);
     }
 
-    std::unique_ptr<IntervalTimer> tick = makeTickTimer();
+    std::unique_ptr<TickTimer> tick = makeTickTimer();
     QSignalSpy lost{&port, &SerialPort::lost};
 };
 
