@@ -11,6 +11,8 @@ namespace {
 /// What tells the two start bytes apart.
 constexpr quint8 startMask = 0xDF;
 constexpr int envelopeAfterStart = 7;
+/// With no data: the header, the code, the checksum and the end byte.
+constexpr int shortestFrame = 8;
 
 } // namespace
 
@@ -61,6 +63,19 @@ std::optional<Header> HeaderHunter::take(quint8 byte)
     if (station != m_station && m_station != anyStation)
         return std::nullopt;
     return Header{station, start == longStart ? 256 + length : length};
+}
+
+int HeaderHunter::bytesToCome() const
+{
+    const auto isStart = [](quint8 byte) { return (byte & startMask) == longStart; };
+    const auto& [gone, first, second, third, last] = m_window;
+    if (isStart(first) && second == third && last == first)
+        return shortestFrame - 4;
+    if (isStart(second) && third == last)
+        return shortestFrame - 3;
+    if (isStart(third))
+        return shortestFrame - 2;
+    return isStart(last) ? shortestFrame - 1 : shortestFrame;
 }
 
 } // namespace frame

@@ -58,6 +58,9 @@ public:
     /// One byte in. The header once the last five bytes are one.
     std::optional<Header> take(quint8 byte);
 
+    /// At least so many bytes must still come until a frame is complete, 4 to 8.
+    int bytesToCome() const;
+
 private:
     quint8 m_station;
     std::array<quint8, 5> m_window{};

@@ -255,6 +255,7 @@ void MessageLink::huntHeader(SerialPort& port)
         takeBody(port);
         return;
     }
+    port.awaitBytes(m_hunter.bytesToCome());
 }
 
 void MessageLink::takeBody(SerialPort& port)

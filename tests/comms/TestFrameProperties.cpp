@@ -9,6 +9,7 @@ class TestFrameProperties : public QObject {
 private slots:
     void everyFrameIsFoundByItsOwnHeader();
     void noBytesMakeAHeaderOutOfItsRange();
+    void hunterNeverAwaitsMoreThanAFrameNeeds();
 };
 
 void TestFrameProperties::everyFrameIsFoundByItsOwnHeader()
@@ -36,6 +37,25 @@ void TestFrameProperties::noBytesMakeAHeaderOutOfItsRange()
             const auto header = hunter.take(choices[i + 1] ? start : station);
             RC_ASSERT(!header || (header->length >= 2 && header->length <= 511));
             RC_ASSERT(!header || header->station == station || station == 255);
+        }
+    });
+    QVERIFY(holds);
+}
+
+void TestFrameProperties::hunterNeverAwaitsMoreThanAFrameNeeds()
+{
+    const bool holds = rc::check([](quint8 station) {
+        // Noise of the bytes that headers are made of, and any frame behind it.
+        const auto noise = *rc::gen::container<std::vector<quint8>>(
+            rc::gen::element<quint8>(0x68, 0x48, 2, 3, station));
+        const auto size = *rc::gen::inRange(0, 510);
+        const QByteArray bytes = whole(frame::encode(station, 8, QByteArray(size, 'h')));
+        frame::HeaderHunter hunter(station);
+        for (const quint8 byte : noise)
+            hunter.take(byte);
+        for (qsizetype taken = 0; taken < 5; ++taken) {
+            RC_ASSERT(hunter.bytesToCome() <= bytes.size() - taken);
+            hunter.take(static_cast<quint8>(bytes[taken]));
         }
     });
     QVERIFY(holds);

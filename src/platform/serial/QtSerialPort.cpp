@@ -10,6 +10,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
+#include <thread>
 
 #include <poll.h>
 #include <unistd.h>
@@ -39,10 +41,11 @@ QSerialPort::StopBits stopBitsOf(LineSettings::Stop stop)
     return QSerialPort::OneStop;
 }
 
-/// In milliseconds: how long a rest must and may be, and how much earlier than the last byte it
-/// ends.
-constexpr double shortestRest = 2;
-constexpr double longestRest = 20;
+/// In milliseconds: how long a rest without events, and one with them, may be. During a rest the
+/// loss of the device is not noticed. A rest with events ends so much earlier than the last byte
+/// comes, because a QTimer has whole milliseconds only.
+constexpr double longestSleep = 2;
+constexpr double longestRest = 120;
 constexpr double restMargin = 0.5;
 
 /// How many bytes are read at a time. The rest is read when the event loop runs again.
@@ -106,6 +109,8 @@ void QtSerialPort::write(const QByteArray& bytes)
 {
     if (!isOpen())
         return;
+    m_sinceWriting.start();
+    m_receivedSinceWriting = 0;
     // A failure is found again, and told, when the event loop runs: the caller, or who has called
     // it, may be in the midst of its work.
     const qsizetype taken = m_waiting.isEmpty() ? writeToDriver(bytes).count : 0;
@@ -151,6 +156,8 @@ QString QtSerialPort::openDevice()
     }
     applyLines();
     m_millisecondsPerByte = millisecondsPerByte(*parsed.settings);
+    m_sinceWriting.invalidate();
+    m_isFasterThanItsSpeed = false;
     watchDevice();
     return {};
 }
@@ -208,6 +215,7 @@ void QtSerialPort::readArrived()
         return;
     }
     bytes.truncate(count);
+    measureSpeed(count);
     deliver(std::move(bytes));
     restWhileBytesAreOnTheWay();
 }
@@ -238,12 +246,25 @@ QtSerialPort::Written QtSerialPort::writeToDriver(const QByteArray& bytes)
 
 void QtSerialPort::restWhileBytesAreOnTheWay()
 {
-    const auto missing = static_cast<double>(receiveThreshold() - inputCount());
-    const double onTheWay = missing * m_millisecondsPerByte - restMargin;
-    if (!isOpen() || onTheWay < shortestRest)
+    if (!isOpen() || missingBytes() < 1 || m_isFasterThanItsSpeed)
         return;
-    m_rest.start(static_cast<int>(std::min(onTheWay, longestRest)));
+    const double onTheWay = static_cast<double>(missingBytes()) * m_millisecondsPerByte;
+    if (onTheWay <= longestSleep) {
+        std::this_thread::sleep_for(std::chrono::duration<double, std::milli>(onTheWay));
+        return;
+    }
+    m_rest.start(static_cast<int>(std::min(onTheWay - restMargin, longestRest)));
     m_readable->setEnabled(false);
+}
+
+void QtSerialPort::measureSpeed(qsizetype count)
+{
+    if (!m_sinceWriting.isValid())
+        return;
+    m_receivedSinceWriting += count;
+    const double least = static_cast<double>(m_receivedSinceWriting) * m_millisecondsPerByte;
+    if (static_cast<double>(m_sinceWriting.nsecsElapsed()) / 1e6 < least)
+        m_isFasterThanItsSpeed = true;
 }
 
 void QtSerialPort::endRest()

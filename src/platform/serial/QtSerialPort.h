@@ -4,6 +4,7 @@
 #include "PortNames.h"
 #include "SerialPort.h"
 
+#include <QElapsedTimer>
 #include <QSerialPort>
 #include <QSocketNotifier>
 #include <QTimer>
@@ -42,10 +43,13 @@ private:
     };
     /// Writes as much as the driver takes now.
     Written writeToDriver(const QByteArray& bytes);
-    /// After the header most of an answer is still on the line. Does not watch the device until the
-    /// last bytes are due, so that single bytes do not wake the program.
+    /// Most of an answer is still on the line when its first bytes are read. Does not watch the
+    /// device until the last bytes are due, so that single bytes do not wake the program.
     void restWhileBytesAreOnTheWay();
     void endRest();
+    /// Notes whether bytes come faster than the line's speed allows. Then nobody knows when those
+    /// on the way are due.
+    void measureSpeed(qsizetype count);
     /// Asks the system. A read that finds nothing is no failure: the bytes may have been discarded
     /// after their announcement.
     bool isDeviceGone() const;
@@ -62,5 +66,9 @@ private:
     /// Bytes that the driver has not taken yet because its buffer was full.
     QByteArray m_waiting;
     double m_millisecondsPerByte = 0;
+    /// Since the last writing, and the bytes received since then.
+    QElapsedTimer m_sinceWriting;
+    qsizetype m_receivedSinceWriting = 0;
+    bool m_isFasterThanItsSpeed = false;
     QTimer m_rest{this};
 };

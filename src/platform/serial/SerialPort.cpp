@@ -35,6 +35,17 @@ void SerialPort::close()
     wipe(m_input);
 }
 
+void SerialPort::setReceiveThreshold(int bytes)
+{
+    m_receiveThreshold = bytes;
+    m_awaited = 0;
+}
+
+qsizetype SerialPort::missingBytes() const
+{
+    return std::max<qsizetype>(m_receiveThreshold - m_input.size(), m_awaited);
+}
+
 QByteArray SerialPort::read()
 {
     const qsizetype count =
@@ -44,7 +55,11 @@ QByteArray SerialPort::read()
     return bytes;
 }
 
-void SerialPort::clearInput() { wipe(m_input); }
+void SerialPort::clearInput()
+{
+    m_awaited = 0;
+    wipe(m_input);
+}
 
 void SerialPort::deliver(QByteArray bytes)
 {

@@ -39,8 +39,12 @@ public:
     const QString& openError() const { return m_openError; }
 
     /// `received` is emitted when at least this many bytes are in the input buffer; never with 0.
-    void setReceiveThreshold(int bytes) { m_receiveThreshold = bytes; }
+    void setReceiveThreshold(int bytes);
     int receiveThreshold() const { return m_receiveThreshold; }
+    /// The reader needs at least so many more bytes before it can go on. `received` is emitted as
+    /// before, but a port may leave bytes with the driver until the last of these is due on the
+    /// line. A new threshold and `clearInput` end it.
+    void awaitBytes(int bytes) { m_awaited = bytes; }
     /// How many bytes `read` takes; all of them with 0.
     void setReadLength(int bytes) { m_readLength = bytes; }
 
@@ -71,6 +75,10 @@ protected:
     virtual void closeDevice() = 0;
     virtual void applyLines() = 0;
 
+    /// At least so many bytes must still arrive before the reader can go on; below 1 when it waits
+    /// for none in particular.
+    qsizetype missingBytes() const;
+
     /// For derived classes: takes bytes that arrived. `bytes` is overwritten unless it is shared.
     void deliver(QByteArray bytes);
     /// For derived classes: the device is gone. Closes the port and emits `lost`.
@@ -83,6 +91,7 @@ private:
     bool m_rts = false;
     QString m_openError;
     int m_receiveThreshold = 0;
+    int m_awaited = 0;
     int m_readLength = 0;
     /// Overwritten as it is read, because a modem echoes the codes of the SIM card.
     QByteArray m_input;

@@ -37,6 +37,19 @@ public:
     int count = 0;
 };
 
+/// How often bytes wake the program that arrive one by one while events run: 99 times when the
+/// device is watched all the time.
+int wakeUpsOf99Bytes(PseudoTerminal& line)
+{
+    const WakeUpCounter wakeUps;
+    for (int byte = 0; byte < 99; ++byte) {
+        if (!line.send("x") || !line.waitUntilWithDriver(1))
+            return -1;
+        QCoreApplication::processEvents();
+    }
+    return wakeUps.count;
+}
+
 /// An open port and the tick timer of the program.
 struct PortAndTick : PortFixture {
     PortAndTick()
@@ -63,6 +76,23 @@ struct PortAndTick : PortFixture {
     QSignalSpy lost{&port, &SerialPort::lost};
 };
 
+/// A port of 110 bit/s that awaits 400 bytes, on a line that takes no time for them.
+struct FastLine : PortFixture {
+    FastLine()
+    {
+        port.setSettings(QStringLiteral("110,N,8,1"));
+        port.open();
+        port.setReceiveThreshold(400);
+    }
+    /// All but one byte of an answer, which should take half a minute.
+    void answerFaster()
+    {
+        port.write("request");
+        QVERIFY(line.send(QByteArray(399, 'x')));
+        QTRY_COMPARE(port.inputCount(), 399);
+    }
+};
+
 /// The order of tick and port depends on the toolkit, and in part on the numbers of their
 /// descriptors, so this many pairs are tried.
 constexpr int pairs = 20;
@@ -86,6 +116,10 @@ private slots:
     void awaitedBytesDoNotWakeTheProgramOneByOne();
     void restOfAnAnswerArrivesAfterTheRest();
     void newRequestIsNotKeptFromItsAnswerByTheRest();
+    void bytesThatTheReaderNeedsDoNotWakeTheProgramOneByOne();
+    void portThatIsLostDuringARestTellsIt();
+    void bytesFasterThanTheLineLetNoRestFollow();
+    void openingForgetsThatBytesWereFasterThanTheLine();
 };
 
 void TestQtSerialPort::allByteValuesPassBothWays()
@@ -252,15 +286,8 @@ void TestQtSerialPort::awaitedBytesDoNotWakeTheProgramOneByOne()
     f.port.setReceiveThreshold(100);
     QSignalSpy received(&f.port, &SerialPort::received);
 
-    // The bytes arrive while events run. If the device were watched all the time, each would be an
-    // event.
-    WakeUpCounter wakeUps;
-    for (int byte = 0; byte < 99; ++byte) {
-        QVERIFY(f.line.send("x"));
-        QVERIFY(f.line.waitUntilWithDriver(1));
-        QCoreApplication::processEvents();
-    }
-    QVERIFY2(wakeUps.count < 99, QByteArray::number(wakeUps.count));
+    const int wakeUps = wakeUpsOf99Bytes(f.line);
+    QVERIFY2(wakeUps >= 0 && wakeUps < 99, QByteArray::number(wakeUps));
     QCOMPARE(received.count(), 0);
 
     QVERIFY(f.line.send("y"));
@@ -302,6 +329,56 @@ void TestQtSerialPort::newRequestIsNotKeptFromItsAnswerByTheRest()
     QCoreApplication::processEvents();
     QCOMPARE(received.count(), 1);
     QCOMPARE(f.port.read(), "answer");
+}
+
+void TestQtSerialPort::bytesThatTheReaderNeedsDoNotWakeTheProgramOneByOne()
+{
+    PortFixture f;
+    f.port.setSettings(u"110,N,8,1"_s);
+    f.port.open();
+    f.port.setReceiveThreshold(1);
+    connect(&f.port, &SerialPort::received, this,
+            [&f] { f.port.awaitBytes(static_cast<int>(100 - f.port.inputCount())); });
+
+    const int wakeUps = wakeUpsOf99Bytes(f.line);
+    QVERIFY2(wakeUps >= 0 && wakeUps < 99, QByteArray::number(wakeUps));
+    QTRY_COMPARE(f.port.inputCount(), 99);
+}
+
+void TestQtSerialPort::portThatIsLostDuringARestTellsIt()
+{
+    PortFixture f;
+    f.port.setSettings(u"110,N,8,1"_s);
+    f.port.open();
+    f.port.setReceiveThreshold(500);
+    QSignalSpy lost(&f.port, &SerialPort::lost);
+    QVERIFY(f.line.send("x"));
+    QTRY_COMPARE(f.port.inputCount(), 1);
+
+    f.line.vanish();
+    QTRY_COMPARE(lost.count(), 1);
+    QVERIFY(!f.port.isOpen());
+}
+
+void TestQtSerialPort::bytesFasterThanTheLineLetNoRestFollow()
+{
+    FastLine f;
+    QSignalSpy received(&f.port, &SerialPort::received);
+    f.answerFaster();
+    QVERIFY(f.line.send("y"));
+    QVERIFY(f.line.waitUntilWithDriver(1));
+    QCoreApplication::processEvents();
+    QCOMPARE(received.count(), 1);
+}
+
+void TestQtSerialPort::openingForgetsThatBytesWereFasterThanTheLine()
+{
+    FastLine f;
+    f.answerFaster();
+    f.port.close();
+    f.port.open();
+    const int wakeUps = wakeUpsOf99Bytes(f.line);
+    QVERIFY2(wakeUps >= 0 && wakeUps < 99, QByteArray::number(wakeUps));
 }
 
 QTEST_GUILESS_MAIN(TestQtSerialPort)
