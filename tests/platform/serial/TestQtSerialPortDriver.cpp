@@ -163,9 +163,10 @@ void TestQtSerialPortDriver::restIsAsLongAsTheMissingBytes_data()
     QTest::newRow("12 bits") << u"9600,O,8,2"_s << 11 << 12;
     QTest::newRow("9 bits") << u"9600,N,7,1"_s << 11 << 9;
     QTest::newRow("slower") << u"4800,N,8,1"_s << 9 << 17;
-    QTest::newRow("longest") << u"9600,N,8,1"_s << 500 << 20;
-    QTest::newRow("shortest") << u"9600,N,8,1"_s << 3 << 2;
-    QTest::newRow("none for so few") << u"9600,N,8,1"_s << 2 << 0;
+    QTest::newRow("longest") << u"9600,N,8,1"_s << 500 << 120;
+    QTest::newRow("few") << u"9600,N,8,1"_s << 3 << 2;
+    QTest::newRow("shortest") << u"9600,N,8,1"_s << 2 << 1;
+    QTest::newRow("one is slept through without events") << u"9600,N,8,1"_s << 1 << 0;
 }
 
 void TestQtSerialPortDriver::restIsAsLongAsTheMissingBytes()
