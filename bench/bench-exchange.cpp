@@ -1,5 +1,5 @@
-// The whole program off screen with the simulated clock: polls a second and their CPU time, CPU
-// time without a connection, and the time to start.
+// The whole program off screen with the simulated clock: polls a second, their CPU time and their
+// wake-ups, through the modem too; CPU time without a connection; and the time to start.
 
 #include "Figures.h"
 #include "FirstWindow.h"
@@ -73,13 +73,73 @@ int measurePolls(const QString& simulator, int rate, int seconds, bool withWindo
         figures::print("  CPU a poll", cpu / polls * 1000, 0.5, "ms");
     else
         figures::print("  CPU a poll", cpu / polls * 1000, "ms");
-    if (rate == 115200)
-        figures::print("  CPU", cpu / elapsed * 100, 4.5, "% core");
+    if (rate == 9600)
+        figures::print("  CPU", cpu / elapsed * 100, 0.5, "% core");
     else
         figures::print("  CPU", cpu / elapsed * 100, "% core");
     figures::print("  wake-ups a poll", static_cast<double>(last.wakeUps - first.wakeUps) / polls,
-                   "");
+                   withWindow ? 25 : 10, "");
     return running.program.session().workflow().state() == ConnectionState::Connected ? 0 : 1;
+}
+
+/// What it costs on this machine to be woken each millisecond and to do nothing.
+int measureBareTimer(int seconds)
+{
+    QTimer timer;
+    timer.setTimerType(Qt::PreciseTimer);
+    timer.start(1);
+    const qint64 wakeUps = figures::wakeUps();
+    const double cpu = figures::cpuSeconds();
+    letEventsRun(seconds * 1000);
+    std::printf("A bare timer of 1 ms, %d s\n", seconds);
+    figures::print("  CPU", (figures::cpuSeconds() - cpu) / seconds * 100, "% core");
+    figures::print("  wake-ups a second",
+                   static_cast<double>(figures::wakeUps() - wakeUps) / seconds, "");
+    return 0;
+}
+
+/// Gives any number to call.
+class Caller final : public Dialogs {
+public:
+    void tell(Icon, const QString&, const QString&) override {}
+    bool confirm(Icon, const QString&, const QString&) override { return true; }
+    std::optional<QString> askText(const QString&, const QString&) override { return u"1"_s; }
+    QString openFile(const FileRequest&) override { return {}; }
+    QString saveFile(const FileRequest&) override { return {}; }
+};
+
+/// A call through the simulated modem: dialling, which takes some seconds, and polls through it.
+int measureModem(const QString& simulator, int seconds)
+{
+    const QString delay = QString::number(seconds * 1000);
+    const Clock clock(simulator, {u"--modem"_s, u"--dial-delay"_s, delay});
+    Caller caller;
+    Running running(caller);
+    running.program.session().link().ApplySettings();
+    qint64 wakeUps = figures::wakeUps();
+    running.program.session().workflow().Conectar(true);
+    std::printf("Through the modem\n");
+    figures::print("  wake-ups a second of dialling",
+                   static_cast<double>(figures::wakeUps() - wakeUps) / seconds, 10, "");
+    if (!waitFor([&] { return running.program.session().workflow().Established(); }))
+        return 1;
+    const Sample first = atNextAnswer(running);
+    letEventsRun(seconds * 1000);
+    const Sample last = atNextAnswer(running);
+    figures::print(
+        "  wake-ups a poll",
+        static_cast<double>(last.wakeUps - first.wakeUps) / (last.answers - first.answers), 10, "");
+    running.program.session().workflow().Desconectar();
+
+    letEventsRun(secondsToSettle * 1000);
+    running.program.session().link().OpenModemPort();
+    wakeUps = figures::wakeUps();
+    letEventsRun(seconds * 1000);
+    // The end of the measurement is a wake-up too.
+    figures::print("  wake-ups with the modem open and idle",
+                   static_cast<double>(figures::wakeUps() - wakeUps - 1), "(limit 0)");
+    running.program.session().link().RemataConexion();
+    return 0;
 }
 
 void measureIdleness(const char* when, int seconds)
@@ -135,10 +195,16 @@ int main(int argc, char* argv[])
                             arguments.contains(u"window"_s));
     if (what == u"idle"_s)
         return measureIdle(simulator, arguments.value(3).toInt());
+    if (what == u"modem"_s)
+        return measureModem(simulator, arguments.value(3).toInt());
+    if (what == u"bare-timer"_s)
+        return measureBareTimer(arguments.value(2).toInt());
     if (what == u"first-window"_s)
         return showFirstWindow();
     std::fprintf(stderr, "usage: bench-exchange polls SIMULATOR RATE SECONDS [window]\n"
                          "       bench-exchange idle SIMULATOR SECONDS\n"
+                         "       bench-exchange modem SIMULATOR SECONDS\n"
+                         "       bench-exchange bare-timer SECONDS\n"
                          "       bench-exchange first-window\n"
                          "RATE 0 is a line that takes no time.\n");
     return 2;

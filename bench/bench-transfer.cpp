@@ -60,6 +60,7 @@ int measureTransfer(const QString& simulator, int rate, int lines)
     const auto* notes = window.findChild<QPlainTextEdit*>(u"txtNotas"_s);
     auto* cmdEnviar = window.findChild<QPushButton*>(u"cmdEnviar"_s);
     const double cpuBefore = figures::cpuSeconds();
+    const qint64 wakeUpsBefore = figures::wakeUps();
     const double begin = now();
     cmdEnviar->click();
     constexpr int fiveMinutes = 300'000;
@@ -73,6 +74,8 @@ int measureTransfer(const QString& simulator, int rate, int lines)
                 rate > 0 ? qPrintable(u"At %1 bit/s"_s.arg(rate)) : "Unpaced", lines);
     figures::print("  lines a second", lines / elapsed, bestLinesPerSecond(rate), "/s");
     figures::print("  CPU a line", (figures::cpuSeconds() - cpuBefore) / lines * 1000, "ms");
+    figures::print("  wake-ups a line",
+                   static_cast<double>(figures::wakeUps() - wakeUpsBefore) / lines, 10, "");
     return 0;
 }
 
