@@ -44,6 +44,7 @@ QSerialPort::StopBits stopBitsOf(LineSettings::Stop stop)
 /// In milliseconds: how long a rest without events, and one with them, may be. During a rest the
 /// loss of the device is not noticed. A rest with events ends so much earlier than the last byte
 /// comes, because a QTimer has whole milliseconds only.
+constexpr double shortestSleep = 0.5;
 constexpr double longestSleep = 2;
 constexpr double longestRest = 120;
 constexpr double restMargin = 0.5;
@@ -249,6 +250,8 @@ void QtSerialPort::restWhileBytesAreOnTheWay()
     if (!isOpen() || missingBytes() < 1 || m_isFasterThanItsSpeed)
         return;
     const double onTheWay = static_cast<double>(missingBytes()) * m_millisecondsPerByte;
+    if (onTheWay < shortestSleep)
+        return;
     if (onTheWay <= longestSleep) {
         std::this_thread::sleep_for(std::chrono::duration<double, std::milli>(onTheWay));
         return;
