@@ -63,7 +63,9 @@ struct Expected {
 /// The bytes of a record, without its colon; empty when it is wrong.
 QByteArray recordIn(std::string_view line)
 {
-    const bool isHex = line.find_first_not_of("0123456789abcdefABCDEF", 1) == line.npos;
+    const bool isHex = std::all_of(line.begin() + 1, line.end(), [](char c) {
+        return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+    });
     if (line.size() % 2 != 1 || line.front() != ':' || !isHex)
         return {};
     const QByteArray record =
@@ -89,7 +91,9 @@ Expected expectedOf(std::string_view text)
     quint32 linear = 0;
     quint32 segment = 0;
     while (!text.empty()) {
-        std::string_view line = text.substr(0, text.find_first_of("\r\n"));
+        const auto end =
+            std::find_if(text.begin(), text.end(), [](char c) { return c == '\r' || c == '\n'; });
+        std::string_view line(text.begin(), end);
         text.remove_prefix(std::min(text.size(), line.size() + 1));
         line.remove_prefix(std::min(line.size(), line.find_first_not_of(' ')));
         line = line.substr(0, line.find_last_not_of(' ') + 1);

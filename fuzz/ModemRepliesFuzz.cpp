@@ -136,9 +136,9 @@ modemreplies::Verdict expectedVerdict(LinkState phase, const std::string& reply,
 } // namespace
 
 /// Whatever a modem replies: what is shown has no code in it and is all handed on in batches within
-/// their bound, and the verdict is the one that a search of the whole reply finds. The input: phase,
-/// the room that a comment leaves in the first batch (0: there is none), how long the expected word
-/// is (below 8), that word, the reply.
+/// their bound, and the verdict is the one that a search of the whole reply finds. The input:
+/// phase, the room that a comment leaves in the first batch (0: there is none), how long the
+/// expected word is (below 8), that word, the reply.
 extern "C" int LLVMFuzzerTestOneInput(const quint8* bytes, std::size_t size)
 {
     Input input(bytes, size);

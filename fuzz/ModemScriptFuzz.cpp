@@ -9,13 +9,15 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+bool isLineEnd(char character) { return character == '\r' || character == '\n'; }
+
 /// The next line that is not empty; empty at the end of the text.
 std::string_view nextLine(std::string_view& text)
 {
-    text.remove_prefix(std::min(text.find_first_not_of("\r\n"), text.size()));
-    const std::string_view line = text.substr(0, text.find_first_of("\r\n"));
-    text.remove_prefix(line.size());
-    return line;
+    const auto begin = std::find_if_not(text.begin(), text.end(), isLineEnd);
+    const auto end = std::find_if(begin, text.end(), isLineEnd);
+    text = {end, text.end()};
+    return {begin, end};
 }
 
 /// A comment is its first 1024 characters, in UTF-8 when that is what its bytes are.

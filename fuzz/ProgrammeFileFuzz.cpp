@@ -2,37 +2,45 @@
 #include "ProgrammeFile.h"
 
 #include <algorithm>
-#include <string>
+#include <charconv>
 #include <string_view>
 
 namespace {
 
+/// Removes the characters at the beginning of `text` that are `wanted`, and returns them.
+template<typename Wanted>
+std::string_view takeWhile(std::string_view& text, Wanted wanted)
+{
+    const auto end = std::find_if_not(text.begin(), text.end(), wanted);
+    const std::string_view taken = text.substr(0, static_cast<std::size_t>(end - text.begin()));
+    text.remove_prefix(taken.size());
+    return taken;
+}
+
+bool isDigit(char character) { return character >= '0' && character <= '9'; }
+
 /// A run of digits as a whole number, at most 1000000.
 int wholeNumber(std::string_view digits)
 {
-    digits.remove_prefix(std::min(digits.find_first_not_of('0'), digits.size()));
-    if (digits.empty())
-        return 0;
-    return digits.size() > 7 ? 1'000'000 : std::min(1'000'000, std::stoi(std::string(digits)));
-}
-
-std::string_view digitsOf(std::string_view text)
-{
-    return text.substr(0, text.find_first_not_of("0123456789"));
+    takeWhile(digits, [](char c) { return c == '0'; });
+    if (digits.size() > 7)
+        return 1'000'000;
+    int number = 0;
+    std::from_chars(digits.begin(), digits.end(), number);
+    return std::min(1'000'000, number);
 }
 
 /// The number at the beginning of a line, rounded by its decimal digits.
 int numberOf(std::string_view line)
 {
-    line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
+    takeWhile(line, [](char c) { return c == ' ' || c == '\t'; });
     const bool negative = line.starts_with('-');
     if (negative || line.starts_with('+'))
         line.remove_prefix(1);
-    const std::string_view digits = digitsOf(line);
-    int number = wholeNumber(digits);
-    line.remove_prefix(digits.size());
+    int number = wholeNumber(takeWhile(line, isDigit));
     if (line.starts_with('.')) {
-        std::string_view fraction = digitsOf(line.substr(1));
+        line.remove_prefix(1);
+        std::string_view fraction = takeWhile(line, isDigit);
         fraction = fraction.substr(0, fraction.find_last_not_of('0') + 1);
         if (fraction > "5" || (fraction == "5" && number % 2 == 1))
             number = std::min(1'000'000, number + 1);
@@ -45,14 +53,13 @@ class Lines {
 public:
     explicit Lines(std::string_view text) : m_rest(text) {}
 
-    void skip() { m_rest.remove_prefix(std::min(m_rest.size(), lineEnd() + 1)); }
+    void skip() { takeLine(); }
     /// The next number, 0 when it is not from 0 to `last`; `otherwise` after the end of the text.
     int number(int last, int otherwise)
     {
         if (m_rest.empty())
             return otherwise;
-        const int number = numberOf(m_rest.substr(0, lineEnd()));
-        skip();
+        const int number = numberOf(takeLine());
         return number < 0 || number > last ? 0 : number;
     }
     /// The same for a byte, of which one out of its range changes nothing.
@@ -60,13 +67,17 @@ public:
     {
         if (m_rest.empty())
             return otherwise;
-        const int number = numberOf(m_rest.substr(0, lineEnd()));
-        skip();
+        const int number = numberOf(takeLine());
         return number < 0 || number > 255 ? otherwise : number;
     }
 
 private:
-    std::size_t lineEnd() const { return std::min(m_rest.find('\n'), m_rest.size()); }
+    std::string_view takeLine()
+    {
+        const std::string_view line = m_rest.substr(0, m_rest.find('\n'));
+        m_rest.remove_prefix(std::min(m_rest.size(), line.size() + 1));
+        return line;
+    }
 
     std::string_view m_rest;
 };

@@ -153,6 +153,8 @@ void TestNumberField::pastedText_data()
     QTest::newRow("no number") << u"mañana"_s << u"00:00"_s;
     QTest::newRow("nothing") << QString() << u"00:00"_s;
     QTest::newRow("too long") << QString(1'000'000, u'x') + u"07:30"_s << u"00:00"_s;
+    QTest::newRow("the 64th character is the last") << QString(59, u'x') + u"07:30"_s << u"07:30"_s;
+    QTest::newRow("the 65th character") << QString(60, u'x') + u"07:35"_s << u"07:03"_s;
     QTest::newRow("date") << u"29/02/2500"_s << u"29/02/2500"_s;
     QTest::newRow("date in a sentence") << u"hoy: 5-3-2019 !"_s << u"05/03/2019"_s;
     QTest::newRow("date out of range") << u"99/99/99999"_s << u"31/12/9999"_s;

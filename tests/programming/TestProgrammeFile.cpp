@@ -23,6 +23,8 @@ private slots:
     void endlessDeviceIsNotRead();
     void terabyteDoesNotHang_data();
     void terabyteDoesNotHang();
+    void numberEndsAtTheBound_data();
+    void numberEndsAtTheBound();
     void nothingPastTheBoundIsRead();
 };
 
@@ -109,6 +111,26 @@ void TestProgrammeFile::terabyteDoesNotHang()
     QVERIFY(ProgrammeFile::load(path, programme, hct7200));
     const int expected = start.size() > 1 ? 1 : 9;
     QCOMPARE(int{programme.table.vacations[7].EndMonth}, expected);
+}
+
+void TestProgrammeFile::numberEndsAtTheBound_data()
+{
+    QTest::addColumn<int>("headerSize");
+    QTest::addColumn<int>("duration");
+    QTest::newRow("its last digit is the last byte") << 1024 * 1024 - 3 << 27;
+    QTest::newRow("its last digit is one byte over") << 1024 * 1024 - 2 << 2;
+    QTest::newRow("its first digit is one byte over") << 1024 * 1024 - 1 << 9;
+}
+
+void TestProgrammeFile::numberEndsAtTheBound()
+{
+    QFETCH(int, headerSize);
+    const QTemporaryDir folder;
+    const QString path =
+        writeFile(folder.filePath(u"grande.hct"_s), QByteArray(headerSize, '-') + "\n27");
+    Programme programme = allNines(hct7300);
+    QVERIFY(ProgrammeFile::load(path, programme, hct7300));
+    QTEST(int{programme.blocks[0].Duration}, "duration");
 }
 
 void TestProgrammeFile::nothingPastTheBoundIsRead()

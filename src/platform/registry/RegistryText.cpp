@@ -34,20 +34,21 @@ void RegistryText::parse()
             key.clear();
         const qsizetype lineCount = statement.lineCount;
         if (statement.kind == Kind::KeyDeletion)
-            m_statements.append({statement, line, folded(statement.name)});
+            m_statements.append({statement, line, folded(statement.name), {}});
         else if (statement.kind != Kind::Nothing && !key.isEmpty())
-            m_statements.append({statement, line, key});
+            m_statements.append({statement, line, key, folded(statement.name)});
         line += lineCount;
     }
 }
 
 const RegistryText::Placed* RegistryText::find(const QString& foldedKey, const QString& name) const
 {
+    const QString foldedName = folded(name);
     for (auto placed = m_statements.rbegin(); placed != m_statements.rend(); ++placed) {
         const RegistryStatement& statement = placed->statement;
         if (statement.kind == Kind::KeyDeletion && covers(placed->key, foldedKey))
             return nullptr;
-        if (placed->key != foldedKey || folded(statement.name) != folded(name))
+        if (placed->key != foldedKey || placed->name != foldedName)
             continue;
         if (statement.kind == Kind::Value)
             return &*placed;
@@ -68,8 +69,7 @@ QStringList RegistryText::valueNames(const QString& key) const
     const QString foldedKey = folded(key);
     QMap<qsizetype, QString> names;
     QHash<QString, qsizetype> places;
-    for (const auto& [statement, line, statementKey] : m_statements) {
-        const QString name = folded(statement.name);
+    for (const auto& [statement, line, statementKey, name] : m_statements) {
         if (statement.kind == Kind::KeyDeletion && covers(statementKey, foldedKey)) {
             names.clear();
             places.clear();

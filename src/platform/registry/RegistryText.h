@@ -32,6 +32,8 @@ private:
         qsizetype line = 0;
         /// The key of the statement, case folded; empty after a damaged key line.
         QString key;
+        /// Case folded, too.
+        QString name;
     };
 
     void parse();
