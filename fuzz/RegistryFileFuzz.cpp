@@ -79,35 +79,41 @@ QList<std::pair<QString, std::optional<RegistryValue>>> othersThan(const QString
     return values;
 }
 
-void checkSetting(RegistryText& text, const QString& name, const RegistryValue& value)
+/// A value that is set can be read, and changes nothing when it is set again.
+void checkSetTwice(RegistryText& text, const QString& name, const RegistryValue& value)
 {
-    const auto others = othersThan(name, text);
     text.setValue(key, name, value);
     require(text.value(key, name) == value);
     const QByteArray once = text.toBytes();
     text.setValue(key, name, value);
     require(text.toBytes() == once);
-    const RegistryText anew(once);
+}
+
+/// The file that it makes has the value, and all others as before.
+void checkSetFile(RegistryText& text, const QString& name, const RegistryValue& value)
+{
+    const auto others = othersThan(name, text);
+    text.setValue(key, name, value);
+    const RegistryText anew(text.toBytes());
     require(anew.value(key, name) == value && othersThan(name, anew) == others);
 }
 
 } // namespace
 
-/// Any bytes are a registry file. They are kept unchanged. A value that is set is read back, from
-/// the text and from the file that it makes, keeps all others, and changes nothing when it is set
-/// again. By the first byte of the input, one in four is read as settings
-/// instead. The next bytes choose name, type and bytes of the value.
+/// Any bytes are a registry file. They are kept unchanged. By the first byte of the input they are
+/// read as settings, or a value is set; the next bytes choose its name, type and bytes.
 extern "C" int LLVMFuzzerTestOneInput(const quint8* bytes, std::size_t size)
 {
     Input input(bytes, size);
-    const bool isToBeSet = (input.byte() & 3) != 0;
+    const quint8 choice = input.byte();
     const auto [name, value] = chosenBy(input);
     const QByteArray file = input.rest();
     RegistryText text(file);
     require(text.toBytes() == file);
-    if (isToBeSet)
-        checkSetting(text, name, value);
-    else
-        checkSettings(text);
+    switch (choice & 3) {
+    case 0: checkSettings(text); break;
+    case 1: checkSetTwice(text, name, value); break;
+    default: checkSetFile(text, name, value); break;
+    }
     return 0;
 }
