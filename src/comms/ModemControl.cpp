@@ -146,8 +146,6 @@ void ModemControl::timedOut()
 void ModemControl::ended()
 {
     m_question = Question::None;
-    m_script.stop();
-    m_response.clear();
     m_transcript.end();
     EnableModemControls(true);
 }
@@ -233,7 +231,6 @@ void ModemControl::fail()
 void ModemControl::nextScriptLine()
 {
     if (!m_commModem.isOpen()) {
-        m_script.stop();
         m_transcript.writeLine(portNotOpened);
         finish();
     } else if (const auto command = m_script.next()) {

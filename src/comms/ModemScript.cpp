@@ -38,15 +38,9 @@ bool ModemScript::read(const QByteArray& text)
 
 bool ModemScript::refuse(const QString& error)
 {
-    close();
+    m_text.clear();
     m_error = error;
     return false;
-}
-
-void ModemScript::close()
-{
-    m_text.clear();
-    m_position = 0;
 }
 
 std::optional<ModemScript::Line> ModemScript::next()

@@ -37,7 +37,6 @@ public:
     /// The same with the bytes of the file; more than maximumSize are too long.
     bool read(const QByteArray& text);
     const QString& error() const { return m_error; }
-    void close();
 
     /// The next line that is not empty; nothing at the end.
     std::optional<Line> next();

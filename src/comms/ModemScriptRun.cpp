@@ -24,7 +24,6 @@ std::optional<QByteArray> ModemScriptRun::next()
             return line->command;
         }
     }
-    stop();
     m_transcript.writeLine(u"Fin de archivo de comandos"_s);
     return std::nullopt;
 }

@@ -24,7 +24,6 @@ public:
     const QByteArray& expected() const { return m_expected; }
     /// Writes that the reply was not the expected one, if one was expected.
     void lineFailed(const QByteArray& reply);
-    void stop() { m_script.close(); }
 
 private:
     ModemTranscript& m_transcript;

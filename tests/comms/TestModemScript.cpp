@@ -22,7 +22,6 @@ private slots:
     void commentsAreDecoded();
     void unreadableScriptSaysSo();
     void scriptThatCannotBeReadLeavesNothingOfTheOneBefore();
-    void closedScriptHasNoLines();
     void folderIsNoScript();
     void pipeIsNoScript();
     void binaryFileIsNoScript();
@@ -141,15 +140,6 @@ void TestModemScript::scriptThatCannotBeReadLeavesNothingOfTheOneBefore()
     ModemScript script;
     QVERIFY(script.open(write("ATZ\nATH\n")));
     QVERIFY(!script.open(m_folder.filePath(u"no-existe.mdm"_s)));
-    QVERIFY(!script.next());
-}
-
-void TestModemScript::closedScriptHasNoLines()
-{
-    ModemScript script;
-    QVERIFY(script.open(write("ATZ\nATH\n")));
-    QVERIFY(script.next());
-    script.close();
     QVERIFY(!script.next());
 }
 

@@ -147,7 +147,6 @@ QString QtSerialPort::openDevice()
     m_port.setParity(QSerialPort::NoParity);
     m_port.setDataBits(QSerialPort::Data8);
     m_port.setStopBits(QSerialPort::OneStop);
-    m_port.setFlowControl(QSerialPort::NoFlowControl);
     if (!m_port.open(QIODevice::ReadWrite))
         return openFailure(path);
     const QString refused = applySettings(*parsed.settings);

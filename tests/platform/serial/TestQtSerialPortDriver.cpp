@@ -20,6 +20,7 @@ private slots:
     void parameterThatTheDriverIgnoresFailsTheOpening();
     void restIsAsLongAsTheMissingBytes_data();
     void restIsAsLongAsTheMissingBytes();
+    void closingEndsTheRest();
 };
 
 void TestQtSerialPortDriver::linesAreSetOnOpening_data()
@@ -184,6 +185,20 @@ void TestQtSerialPortDriver::restIsAsLongAsTheMissingBytes()
     const auto* rest = f.port.findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
     QVERIFY(rest);
     QTEST(rest->interval(), "milliseconds");
+}
+
+void TestQtSerialPortDriver::closingEndsTheRest()
+{
+    PortFixture f;
+    f.port.open();
+    f.port.setReceiveThreshold(500);
+    const auto* rest = f.port.findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
+    QVERIFY(rest);
+    QVERIFY(f.line.send("x"));
+    QVERIFY(f.line.waitUntilWithDriver(1));
+    QTRY_COMPARE(f.port.inputCount(), 1);
+    f.port.close();
+    QVERIFY(!rest->isActive());
 }
 
 QTEST_GUILESS_MAIN(TestQtSerialPortDriver)
