@@ -111,7 +111,8 @@ private slots:
     void byteClearedAfterItsAnnouncementIsNoReasonToClose();
     void byteThatAnotherProgramTookIsNoReasonToClose();
     void fullDriverIsNoReasonToClose();
-    void whatAFullDriverDidNotTakeIsNowhereAfterClearing();
+    void whatAFullDriverDidNotTakeIsNowhereAfterwards_data();
+    void whatAFullDriverDidNotTakeIsNowhereAfterwards();
     void bytesArriveWhileTheHandlerOfEarlierOnesRunsEvents();
     void awaitedBytesDoNotWakeTheProgramOneByOne();
     void restOfAnAnswerArrivesAfterTheRest();
@@ -241,20 +242,32 @@ void TestQtSerialPort::fullDriverIsNoReasonToClose()
     QVERIFY(heard.size() < much);
 }
 
-void TestQtSerialPort::whatAFullDriverDidNotTakeIsNowhereAfterClearing()
+void TestQtSerialPort::whatAFullDriverDidNotTakeIsNowhereAfterwards_data()
 {
+    QTest::addColumn<bool>("isPortDestroyed");
+    QTest::newRow("cleared") << false;
+    QTest::newRow("destroyed") << true;
+}
+
+void TestQtSerialPort::whatAFullDriverDidNotTakeIsNowhereAfterwards()
+{
+    QFETCH(bool, isPortDestroyed);
     // "secret code"
     constexpr const char* raised = "tfdsfu!dpef";
     PortFixture f;
-    f.port.open();
-    f.port.write(QByteArray(2'000'000, 'x'));
+    auto port = std::make_unique<QtSerialPort>(f.names);
+    port->open();
+    port->write(QByteArray(2'000'000, 'x'));
     QByteArray secret(raised);
     for (char& character : secret)
         --character;
-    f.port.write(secret);
+    port->write(secret);
     wipe(secret);
     QVERIFY(ProcessMemory::occurrences(raised) >= 1);
-    f.port.clearOutput();
+    if (isPortDestroyed)
+        port.reset();
+    else
+        port->clearOutput();
     QCOMPARE(ProcessMemory::occurrences(raised), 0);
 }
 
