@@ -2,6 +2,7 @@
 #include "ModemDialogue.h"
 
 #include <QTest>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
@@ -38,6 +39,7 @@ private slots:
     void bytesOfTheIdleDirectPortDoNotGoToTheDialogue();
     void connectingEndsACommandOfTheModem();
     void connectingWithoutACommandEndsNone();
+    void callThatEndsAtOnceIsNotWaitedFor();
     void linkWithoutADialogueEndsTheModemPhases();
 
 private:
@@ -125,6 +127,23 @@ void TestMessageLinkPorts::connectingWithoutACommandEndsNone()
     f.link.setModemDialogue(&dialogue);
     f.link.ArrancaConexion(false);
     QCOMPARE(dialogue.ends, 0);
+}
+
+void TestMessageLinkPorts::callThatEndsAtOnceIsNotWaitedFor()
+{
+    LinkFixture f;
+    RecordingDialogue dialogue;
+    f.link.setModemDialogue(&dialogue);
+    // Ends the wait that should not be.
+    bool hasWaited = false;
+    QTimer::singleShot(0, &f.link, [&] {
+        hasWaited = true;
+        f.link.enterModemPhase(LinkState::Dialling);
+        f.link.leaveModemPhase();
+    });
+    f.link.ArrancaConexion(true);
+    QVERIFY(!hasWaited);
+    QVERIFY(!f.link.isStarting());
 }
 
 void TestMessageLinkPorts::linkWithoutADialogueEndsTheModemPhases()

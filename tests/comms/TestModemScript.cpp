@@ -22,6 +22,7 @@ private slots:
     void commentsAreDecoded();
     void unreadableScriptSaysSo();
     void scriptThatCannotBeReadLeavesNothingOfTheOneBefore();
+    void goodScriptForgetsTheErrorOfTheOneBefore();
     void folderIsNoScript();
     void pipeIsNoScript();
     void binaryFileIsNoScript();
@@ -141,6 +142,14 @@ void TestModemScript::scriptThatCannotBeReadLeavesNothingOfTheOneBefore()
     QVERIFY(script.open(write("ATZ\nATH\n")));
     QVERIFY(!script.open(m_folder.filePath(u"no-existe.mdm"_s)));
     QVERIFY(!script.next());
+}
+
+void TestModemScript::goodScriptForgetsTheErrorOfTheOneBefore()
+{
+    ModemScript script;
+    QVERIFY(!script.open(m_folder.filePath(u"no-existe.mdm"_s)));
+    QVERIFY(script.open(write("ATZ\n")));
+    QCOMPARE(script.error(), QString());
 }
 
 void TestModemScript::folderIsNoScript()

@@ -44,6 +44,7 @@ private slots:
     void firstStateInManualModePlacesTheSwitches();
     void laterStatesInManualModeLeaveTheSwitchesAlone();
     void switchesFollowTheClockInAutomaticMode();
+    void switchThatStaysIsNotMoved();
     void stateBitsPlaceTheSwitches_data();
     void stateBitsPlaceTheSwitches();
     void offMaskHasABitForEachSwitchAtZero_data();
@@ -137,6 +138,18 @@ void TestRemoteControl::switchesFollowTheClockInAutomaticMode()
     remote.next();
     remote.answerHex("ca02");
     QCOMPARE(remote.positions(), QList<int>({1, 0, 1}));
+}
+
+void TestRemoteControl::switchThatStaysIsNotMoved()
+{
+    Remote remote(false);
+    remote.next();
+    remote.answerHex("ca05");
+    QSignalSpy moved(&remote.control, &RemoteControl::switchMoved);
+    remote.next();
+    remote.answerHex("ca04");
+    QCOMPARE(moved.count(), 1);
+    QCOMPARE(moved[0][0].toInt(), 0);
 }
 
 void TestRemoteControl::stateBitsPlaceTheSwitches_data()
