@@ -1,3 +1,5 @@
+#include "Answer.h"
+#include "Exchange.h"
 #include "LinkFixture.h"
 #include "ModemDialogue.h"
 
@@ -40,6 +42,7 @@ private slots:
     void connectingEndsACommandOfTheModem();
     void connectingWithoutACommandEndsNone();
     void callThatEndsAtOnceIsNotWaitedFor();
+    void commandBegunWithinAnAnswerGoesOn();
     void linkWithoutADialogueEndsTheModemPhases();
 
 private:
@@ -144,6 +147,19 @@ void TestMessageLinkPorts::callThatEndsAtOnceIsNotWaitedFor()
     f.link.ArrancaConexion(true);
     QVERIFY(!hasWaited);
     QVERIFY(!f.link.isStarting());
+}
+
+void TestMessageLinkPorts::commandBegunWithinAnAnswerGoesOn()
+{
+    LinkFixture f;
+    f.link.ArrancaConexion(false);
+    Exchange exchange;
+    exchange.bind(f.link, isAnyAnswer, [&](quint8, const QByteArray&, LinkStatus) {
+        f.link.enterModemPhase(LinkState::PinQuery);
+    });
+    request(f);
+    f.serie.arrive(answer);
+    QCOMPARE(f.link.state(), LinkState::PinQuery);
 }
 
 void TestMessageLinkPorts::linkWithoutADialogueEndsTheModemPhases()
