@@ -108,9 +108,9 @@ QByteArray LinkFixture::frame(quint8 station, quint8 code, const QByteArray& bod
     QByteArray bytes;
     bytes.append(start).append(shortened).append(shortened).append(start);
     bytes.append(static_cast<char>(station)).append(static_cast<char>(code)).append(body);
-    int sum = checksumError;
-    for (qsizetype i = 4; i < bytes.size(); ++i)
-        sum += byteAt(bytes, i);
+    int sum = checksumError + station + code;
+    for (const char byte : body)
+        sum += static_cast<quint8>(byte);
     return bytes.append(static_cast<char>(sum % 256)).append(0x16);
 }
 
