@@ -39,6 +39,8 @@ SoakFaults::SoakFaults(SoakClock& clock, quint32 seed, int perMille)
 
 void SoakFaults::choose()
 {
+    if (m_perMille == 0)
+        return;
     const int share = (m_perMille + kindsAtATime - 1) / kindsAtATime;
     QStringList kinds = passing;
     for (int count = 0; count < kindsAtATime; ++count)

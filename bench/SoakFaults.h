@@ -17,7 +17,8 @@ public:
     };
 
     /// `perMille` is the number of requests of a thousand that a fault strikes, over all kinds.
-    /// Now and then there are more for one kind of request, and seldom the line goes.
+    /// Now and then there are more for one kind of request, and seldom the line goes. With 0 there
+    /// are none.
     SoakFaults(SoakClock& clock, quint32 seed, int perMille);
 
     /// Puts several kinds into force.
