@@ -19,8 +19,11 @@ public:
     {
         // The smallest picture that need not be enlarged, otherwise the largest.
         const int wanted = std::max(size.width(), size.height());
-        const int nearest = *std::lower_bound(sizes.begin(), sizes.end() - 1, wanted);
-        const QIcon picture(u":/icons/hct-%1.png"_s.arg(nearest));
+        const auto nearest = std::lower_bound(sizes.begin(), sizes.end() - 1, wanted);
+        // Kept, because only the same icon gives the same scaled picture again.
+        QIcon& picture = m_pictures.at(static_cast<std::size_t>(nearest - sizes.begin()));
+        if (picture.isNull())
+            picture = QIcon(u":/icons/hct-%1.png"_s.arg(*nearest));
         return picture.pixmap(size, 1, mode, state);
     }
 
@@ -44,6 +47,9 @@ public:
     }
 
     QIconEngine* clone() const override { return new PicturesOnDemand(*this); }
+
+private:
+    std::array<QIcon, sizes.size()> m_pictures;
 };
 
 } // namespace

@@ -12,6 +12,7 @@ private slots:
     void pictureOfItsSizeIsShownAsItIs();
     void otherSizesComeFromTheNextLargerPicture_data();
     void otherSizesComeFromTheNextLargerPicture();
+    void pictureIsScaledOnlyOnce();
     void sizesAreToldToTheDesktop();
 };
 
@@ -60,6 +61,14 @@ void TestApplicationIcon::otherSizesComeFromTheNextLargerPicture()
     const QImage scaled =
         picture(from).scaled(size, size, Qt::KeepAspectRatio, Qt::SmoothTransformation);
     QCOMPARE(drawn(wanted), scaled);
+}
+
+// A new pixmap at every painting would fill the toolkit's cache.
+void TestApplicationIcon::pictureIsScaledOnlyOnce()
+{
+    const QIcon icon = applicationIcon();
+    const qint64 first = icon.pixmap(QSize(20, 20), 1).cacheKey();
+    QCOMPARE(icon.pixmap(QSize(20, 20), 1).cacheKey(), first);
 }
 
 void TestApplicationIcon::sizesAreToldToTheDesktop()
