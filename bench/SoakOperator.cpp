@@ -3,7 +3,6 @@
 #include "RunningProgram.h"
 #include "SoakDialogs.h"
 #include "Switch.h"
-#include "frmRexistroEstado.h"
 
 #include <QAction>
 #include <QCheckBox>
