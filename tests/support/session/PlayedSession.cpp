@@ -41,7 +41,7 @@ void PlayedSession::Conectar(bool throughModem)
 {
     const Invariants::Event event(invariants);
     m_throughModem = throughModem;
-    invariants.portOpened(port().refusal.isEmpty());
+    invariants.portOpened(port().isOpen() || port().refusal.isEmpty());
     invariants.expected.connectionBegins();
     m_workflow.Conectar(throughModem);
 }
