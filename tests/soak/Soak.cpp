@@ -1,42 +1,17 @@
 #include "Soak.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr std::array kindNames{"identification",   "general data",     "clock setting",
                                "state of outputs", "switching",        "holidays read",
                                "block written",    "holidays written", "firmware line"};
-constexpr std::array faultNames{"request lost",
-                                "answer lost",
-                                "late, before the next request",
-                                "late, after the next request",
-                                "cut short",
-                                "wrong station",
-                                "wrong length",
-                                "wrong sum",
-                                "wrong end",
-                                "wrong code",
-                                "wrong selector",
-                                "refused",
-                                "bit changed",
-                                "doubled",
-                                "noise before",
-                                "noise after",
-                                "noise alone",
-                                "port lost in the answer",
-                                "port lost in the request"};
-static_assert(kindNames.size() == exchangeKinds && faultNames.size() == Soak::faultKinds);
+static_assert(kindNames.size() == requestKinds);
 
 constexpr int goodAnswersAFault = 100;
 /// The poll comes every 10 ticks, so it comes at once or never.
 constexpr int mostTicksToARequest = 100;
-
-QByteArray wireOf(quint8 station, quint8 code, const QByteArray& body, int sumError = 0)
-{
-    return LinkFixture::frame(station, code, body, sumError);
-}
-
-/// Of a good frame.
-QByteArray bodyOf(const QByteArray& wire) { return wire.mid(6, wire.size() - 8); }
 
 } // namespace
 
@@ -52,9 +27,7 @@ Soak::Soak(quint32 seed) : m_dice(seed)
     }
 }
 
-const char* Soak::nameOf(ExchangeKind kind) { return kindNames[static_cast<std::size_t>(kind)]; }
-
-const char* Soak::nameOf(Fault fault) { return faultNames[static_cast<std::size_t>(fault)]; }
+const char* Soak::nameOf(RequestKind kind) { return kindNames[static_cast<std::size_t>(kind)]; }
 
 void Soak::step()
 {
@@ -73,7 +46,7 @@ void Soak::closeAll()
     m_session.windows.closeProgramme();
     m_session.windows.closeFirmware();
     m_session.runEvents();
-    m_late.clear();
+    m_later.clear();
 }
 
 void Soak::operate()
@@ -183,10 +156,9 @@ void Soak::operateFirmware()
 
 bool Soak::reachRequest()
 {
-    if (m_dice.oneIn(goodAnswersAFault * faultKinds)) {
-        ++m_faults[static_cast<std::size_t>(Fault::PortLostInRequest)];
-        m_session.losePortAfterWrites(1 + m_dice.below(2));
-    }
+    happenLater(Moment::BeforeRequest);
+    happenLater(Moment::AtStartByte);
+    happenLater(Moment::AtRest);
     for (int tick = 0; tick < mostTicksToARequest; ++tick) {
         m_session.tick();
         if (m_session.invariants.isAwaiting())
@@ -200,25 +172,19 @@ bool Soak::reachRequest()
 
 void Soak::answer()
 {
-    if (!m_session.invariants.isOpen())
-        return m_session.timeOut();
-    if (!m_late.isEmpty() && m_isLateAfterNext) {
-        // The clock has heard this request too, so its answer follows and finds nobody.
+    if (isLeftFor(Moment::AfterNextRequest)) {
+        // The clock has heard this request too, so its answer follows.
         const QByteArray own = m_session.clockAnswers();
-        m_session.arrive(std::exchange(m_late, {}));
+        happenLater(Moment::AfterNextRequest);
         m_session.arrive(own);
     } else if (m_dice.oneIn(goodAnswersAFault)) {
-        const auto fault = static_cast<Fault>(m_dice.below(faultKinds - 1));
-        ++m_faults[static_cast<std::size_t>(fault)];
-        ++m_faultsOf[static_cast<std::size_t>(m_session.invariants.request().kind)];
-        spoil(fault);
+        spoil(static_cast<Fault>(m_dice.below(faultCount)));
     } else {
         deliver(m_session.clockAnswers());
     }
     if (m_session.invariants.isAwaiting())
         m_session.timeOut();
-    if (!m_late.isEmpty() && !m_isLateAfterNext)
-        m_session.arrive(std::exchange(m_late, {}));
+    happenLater(Moment::AfterAnswer);
 }
 
 void Soak::deliver(const QByteArray& wire)
@@ -230,54 +196,59 @@ void Soak::deliver(const QByteArray& wire)
     m_session.arrive(wire.mid(half));
 }
 
-QByteArray Soak::noise()
+QByteArray Soak::goodAnswer(Fault fault)
 {
-    QByteArray bytes;
-    for (int count = 1 + m_dice.below(12); count > 0; --count)
-        bytes.append(static_cast<char>(m_dice.below(256)));
-    return bytes;
+    const bool isTaken = fault != Fault::Refusal && (fault != Fault::NoAnswer || m_dice.oneIn(2));
+    if (isTaken)
+        return m_session.clockAnswers();
+    PlayedClock other = m_session.clock;
+    const ExpectedRequest& request = m_session.invariants.request();
+    return LinkFixture::frame(1, 8, other.take(request.code, request.body));
 }
 
 void Soak::spoil(Fault fault)
 {
-    if (fault == Fault::RequestLost)
-        return;
-    if (fault == Fault::Refused)
-        return m_session.arrive(m_session.clockRefuses());
-    const QByteArray wire = m_session.clockAnswers();
-    const int at = m_dice.below(static_cast<int>(wire.size()));
-    switch (fault) {
-    case Fault::AnswerLost: return;
-    case Fault::LateBeforeNextRequest:
-    case Fault::LateAfterNextRequest:
-        m_late = wire;
-        m_isLateAfterNext = fault == Fault::LateAfterNextRequest;
-        return;
-    case Fault::CutShort: return m_session.arrive(wire.left(at));
-    case Fault::Doubled: return m_session.arrive(wire + wire);
-    case Fault::NoiseBefore: return m_session.arrive(noise() + wire);
-    case Fault::NoiseAfter: return m_session.arrive(wire + noise());
-    case Fault::NoiseAlone: return m_session.arrive(noise());
-    case Fault::PortLostInAnswer: m_session.arrive(wire.left(at)); return m_session.losePort();
-    default: return m_session.arrive(changed(wire, fault, at));
+    const QByteArray wire = goodAnswer(fault);
+    const int ways = variants(wire, fault);
+    if (ways == 0)
+        return m_session.arrive(wire);
+    ++m_faults[static_cast<std::size_t>(fault)];
+    ++m_faultsOf[static_cast<std::size_t>(m_session.invariants.request().kind)];
+    const QList<LineEvent> events = ::spoil(wire, fault, m_dice.below(ways));
+    // What must happen before a request happens before the next one.
+    const bool isForNext = !events.isEmpty() && events.first().moment < Moment::AfterRequest;
+    if (isForNext)
+        m_session.arrive(wire);
+    for (const LineEvent& event : events) {
+        if (event.moment != Moment::AfterRequest)
+            m_later.append(event);
+        else if (event.isLoss())
+            m_session.losePort();
+        else if (!isForNext)
+            m_session.arrive(event.bytes);
     }
 }
 
-QByteArray Soak::changed(QByteArray wire, Fault fault, int at)
+bool Soak::isLeftFor(Moment moment) const
 {
-    QByteArray body = bodyOf(wire);
-    switch (fault) {
-    case Fault::WrongStation: return wireOf(2, 8, body);
-    case Fault::WrongLength:
-        wire[1] = static_cast<char>(wire[1] + 1);
-        wire[2] = wire[1];
-        return wire;
-    case Fault::WrongSum: return wireOf(1, 8, body, 1);
-    case Fault::WrongEnd: wire.back() = 0x17; return wire;
-    case Fault::WrongCode: return wireOf(1, 9, body);
-    case Fault::WrongSelector:
-        body[0] = static_cast<char>(body[0] ^ 0x40);
-        return wireOf(1, 8, body);
-    default: wire[at] = static_cast<char>(wire[at] ^ (1 << m_dice.below(8))); return wire;
+    return std::any_of(m_later.begin(), m_later.end(),
+                       [moment](const LineEvent& event) { return event.moment == moment; });
+}
+
+void Soak::happenLater(Moment moment)
+{
+    // Mostly there is nothing.
+    while (isLeftFor(moment)) {
+        const auto due = std::find_if(m_later.begin(), m_later.end(), [moment](const auto& event) {
+            return event.moment == moment;
+        });
+        const LineEvent event = *due;
+        m_later.erase(due);
+        if (moment == Moment::AtStartByte || moment == Moment::AtRest)
+            m_session.losePortAfterWrites(moment == Moment::AtStartByte ? 1 : 2);
+        else if (event.isLoss())
+            m_session.losePort();
+        else
+            m_session.arrive(event.bytes);
     }
 }

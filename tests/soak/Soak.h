@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Faults.h"
 #include "PlayedSession.h"
 
 #include <numeric>
@@ -26,33 +27,7 @@ class Soak {
 public:
     explicit Soak(quint32 seed);
 
-    enum class Fault {
-        RequestLost,
-        AnswerLost,
-        LateBeforeNextRequest,
-        LateAfterNextRequest,
-        CutShort,
-        WrongStation,
-        WrongLength,
-        WrongSum,
-        WrongEnd,
-        WrongCode,
-        WrongSelector,
-        Refused,
-        BitChanged,
-        Doubled,
-        NoiseBefore,
-        NoiseAfter,
-        NoiseAlone,
-        PortLostInAnswer,
-        /// Chosen before the request; the others after it.
-        PortLostInRequest,
-    };
-    static constexpr int faultKinds = 19;
-
-    /// The names of the kinds of exchanges and faults, in the order of their enumerations.
-    static const char* nameOf(ExchangeKind kind);
-    static const char* nameOf(Fault fault);
+    static const char* nameOf(RequestKind kind);
 
     void step();
     /// Ends the connection and closes all windows.
@@ -60,8 +35,8 @@ public:
     const char* violation() const { return m_session.invariants.violation(); }
 
     int exchanges() const { return std::accumulate(m_exchanges.begin(), m_exchanges.end(), 0); }
-    int exchanges(ExchangeKind kind) const { return m_exchanges[static_cast<std::size_t>(kind)]; }
-    int faultsOf(ExchangeKind kind) const { return m_faultsOf[static_cast<std::size_t>(kind)]; }
+    int exchanges(RequestKind kind) const { return m_exchanges[static_cast<std::size_t>(kind)]; }
+    int faultsOf(RequestKind kind) const { return m_faultsOf[static_cast<std::size_t>(kind)]; }
     int faults(Fault fault) const { return m_faults[static_cast<std::size_t>(fault)]; }
     /// How often the connection has ended without the operator.
     int connectionsLost() const { return m_connectionsLost; }
@@ -78,18 +53,20 @@ private:
     bool reachRequest();
     void answer();
     void spoil(Fault fault);
-    void deliver(const QByteArray& frame);
-    /// The answer with something in it that is wrong; byte `at` for BitChanged.
-    QByteArray changed(QByteArray wire, Fault fault, int at);
-    QByteArray noise();
+    /// The clock's good answer; when the fault is that it has not heard the request, or refuses it,
+    /// it does not take it.
+    QByteArray goodAnswer(Fault fault);
+    /// What a fault has left for this moment happens.
+    void happenLater(Moment moment);
+    bool isLeftFor(Moment moment) const;
+    void deliver(const QByteArray& wire);
 
     Dice m_dice;
     PlayedSession m_session;
     QList<QList<ExpectedSession::Line>> m_images;
-    QByteArray m_late;
-    bool m_isLateAfterNext = false;
-    std::array<int, exchangeKinds> m_exchanges{};
-    std::array<int, exchangeKinds> m_faultsOf{};
-    std::array<int, faultKinds> m_faults{};
+    QList<LineEvent> m_later;
+    std::array<int, requestKinds> m_exchanges{};
+    std::array<int, requestKinds> m_faultsOf{};
+    std::array<int, faultCount> m_faults{};
     int m_connectionsLost = 0;
 };

@@ -1,3 +1,4 @@
+#include "FaultTable.h"
 #include "HeapInUse.h"
 #include "Soak.h"
 
@@ -11,6 +12,7 @@ class TestSoak : public QObject {
     Q_OBJECT
 private slots:
     void initTestCase();
+    void init();
     void everyInvariantHoldsAtEveryStep();
     void everyKindOfExchangeIsExercised_data();
     void everyKindOfExchangeIsExercised();
@@ -60,11 +62,17 @@ void TestSoak::initTestCase()
     m_soak->closeAll();
     m_heapAtEnd = heapInUse();
 
-    for (int kind = 0; kind < exchangeKinds; ++kind)
-        qInfo("%7d of %s, %d of them spoilt", m_soak->exchanges(ExchangeKind(kind)),
-              Soak::nameOf(ExchangeKind(kind)), m_soak->faultsOf(ExchangeKind(kind)));
-    for (int fault = 0; fault < Soak::faultKinds; ++fault)
-        qInfo("%7d times %s", m_soak->faults(Soak::Fault(fault)), Soak::nameOf(Soak::Fault(fault)));
+    for (int kind = 0; kind < requestKinds; ++kind)
+        qInfo("%7d of %s, %d of them spoilt", m_soak->exchanges(RequestKind(kind)),
+              Soak::nameOf(RequestKind(kind)), m_soak->faultsOf(RequestKind(kind)));
+    for (int fault = 0; fault < faultCount; ++fault)
+        qInfo("%7d times %s", m_soak->faults(Fault(fault)), table::name(Fault(fault)).constData());
+}
+
+void TestSoak::init()
+{
+    if (m_violatedAt && QTest::currentTestFunction() != "everyInvariantHoldsAtEveryStep"_ba)
+        QSKIP("the run has ended early");
 }
 
 void TestSoak::everyInvariantHoldsAtEveryStep()
@@ -78,29 +86,29 @@ void TestSoak::everyInvariantHoldsAtEveryStep()
 
 void TestSoak::everyKindOfExchangeIsExercised_data()
 {
-    QTest::addColumn<ExchangeKind>("kind");
+    QTest::addColumn<RequestKind>("kind");
     for (int kind = 0; kind < 9; ++kind)
-        QTest::newRow(Soak::nameOf(ExchangeKind(kind))) << ExchangeKind(kind);
+        QTest::newRow(Soak::nameOf(RequestKind(kind))) << RequestKind(kind);
 }
 
 void TestSoak::everyKindOfExchangeIsExercised()
 {
-    QFETCH(ExchangeKind, kind);
+    QFETCH(RequestKind, kind);
     QCOMPARE_GE(m_soak->exchanges(kind), 10000);
     QCOMPARE_GE(m_soak->faultsOf(kind), 100);
 }
 
 void TestSoak::everyFaultHappens_data()
 {
-    QTest::addColumn<Soak::Fault>("fault");
-    for (int fault = 0; fault < 19; ++fault)
-        QTest::newRow(Soak::nameOf(Soak::Fault(fault))) << Soak::Fault(fault);
+    QTest::addColumn<Fault>("fault");
+    for (int fault = 0; fault < 43; ++fault)
+        QTest::newRow(table::name(Fault(fault)).constData()) << Fault(fault);
 }
 
 void TestSoak::everyFaultHappens()
 {
-    QFETCH(Soak::Fault, fault);
-    QCOMPARE_GE(m_soak->faults(fault), 400);
+    QFETCH(Fault, fault);
+    QCOMPARE_GE(m_soak->faults(fault), 20);
 }
 
 void TestSoak::everyEndIsReached_data()
@@ -138,7 +146,7 @@ void TestSoak::aSeedGivesTheSameRunAgain()
             soak.step();
         QList<int> counts{soak.shown().accepted, soak.shown().sent, soak.shown().finished};
         for (int kind = 0; kind < 9; ++kind)
-            counts.append(soak.exchanges(ExchangeKind(kind)));
+            counts.append(soak.exchanges(RequestKind(kind)));
         return counts;
     };
     QCOMPARE(facts(seed()), facts(seed()));

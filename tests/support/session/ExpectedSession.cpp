@@ -38,7 +38,7 @@ int bit(bool on, int number) { return on ? 1 << number : 0; }
 
 std::optional<ExpectedRequest> ExpectedSession::requestOf(Asker asker) const
 {
-    using enum ExchangeKind;
+    using enum RequestKind;
     if (asker == Asker::Workflow && connection.state == 2)
         return ExpectedRequest{GeneralData, 137, QByteArray(1, '\0')};
     if (asker == Asker::Workflow && connection.state != 0)
@@ -65,7 +65,7 @@ std::optional<ExpectedRequest> ExpectedSession::requestOf(Asker asker) const
 
 std::optional<ExpectedRequest> ExpectedSession::requestOfProgramme() const
 {
-    using enum ExchangeKind;
+    using enum RequestKind;
     const auto block = static_cast<std::size_t>(programme.block);
     switch (programme.state) {
     case 1: return ExpectedRequest{GeneralData, 137, QByteArray(1, '\0')};
@@ -81,12 +81,12 @@ std::optional<ExpectedRequest> ExpectedSession::requestOfProgramme() const
     }
 }
 
-void ExpectedSession::conclude(Asker asker, ExchangeKind kind, const ExpectedAnswer& answer)
+void ExpectedSession::conclude(Asker asker, RequestKind kind, const ExpectedAnswer& answer)
 {
     switch (asker) {
     case Asker::Nobody: return;
     case Asker::Workflow:
-        return kind == ExchangeKind::Identification ? identified(answer) : polled(answer);
+        return kind == RequestKind::Identification ? identified(answer) : polled(answer);
     case Asker::Setting: return clockSet(isAccepted(answer, 0x01));
     case Asker::Remote: return remoteAnswered(kind, answer);
     case Asker::Programme: return programmeAnswered(kind, answer);
@@ -192,9 +192,9 @@ void ExpectedSession::clockSet(bool isGood)
     }
 }
 
-void ExpectedSession::remoteAnswered(ExchangeKind kind, const ExpectedAnswer& answer)
+void ExpectedSession::remoteAnswered(RequestKind kind, const ExpectedAnswer& answer)
 {
-    if (kind == ExchangeKind::Switching) {
+    if (kind == RequestKind::Switching) {
         if (isAccepted(answer, 0xCB))
             remote.next = 2;
         return;
@@ -210,9 +210,9 @@ void ExpectedSession::remoteAnswered(ExchangeKind kind, const ExpectedAnswer& an
         remote.next = 1;
 }
 
-void ExpectedSession::programmeAnswered(ExchangeKind kind, const ExpectedAnswer& answer)
+void ExpectedSession::programmeAnswered(RequestKind kind, const ExpectedAnswer& answer)
 {
-    using enum ExchangeKind;
+    using enum RequestKind;
     QString failure;
     if (kind == GeneralData && isWholeGeneralData(answer)) {
         connection.generalData = answer.body;

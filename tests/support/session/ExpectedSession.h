@@ -12,7 +12,7 @@
 /// Who sends a request to the clock.
 enum class Asker { Nobody, Workflow, Setting, Remote, Programme, Firmware };
 
-enum class ExchangeKind {
+enum class RequestKind {
     Identification,
     GeneralData,
     ClockSetting,
@@ -23,10 +23,10 @@ enum class ExchangeKind {
     HolidaysWritten,
     FirmwareLine,
 };
-inline constexpr int exchangeKinds = 9;
+inline constexpr int requestKinds = 9;
 
 struct ExpectedRequest {
-    ExchangeKind kind = ExchangeKind::Identification;
+    RequestKind kind = RequestKind::Identification;
     /// Without the toggle bit.
     quint8 code = 0;
     QByteArray body;
@@ -45,7 +45,7 @@ struct ExpectedSession {
     /// The request that must follow when the client is called; none when it must send nothing.
     std::optional<ExpectedRequest> requestOf(Asker asker) const;
     /// The outcome of a request.
-    void conclude(Asker asker, ExchangeKind kind, const ExpectedAnswer& answer);
+    void conclude(Asker asker, RequestKind kind, const ExpectedAnswer& answer);
     void connectionBegins();
     void connectionEnds();
     /// The programme's exchange begins while there is no connection, or loses it.
@@ -129,8 +129,8 @@ private:
     void identified(const ExpectedAnswer& answer);
     void polled(const ExpectedAnswer& answer);
     void clockSet(bool isGood);
-    void remoteAnswered(ExchangeKind kind, const ExpectedAnswer& answer);
-    void programmeAnswered(ExchangeKind kind, const ExpectedAnswer& answer);
+    void remoteAnswered(RequestKind kind, const ExpectedAnswer& answer);
+    void programmeAnswered(RequestKind kind, const ExpectedAnswer& answer);
     void programmeRefused(const QString& failure, int status);
     void lineAnswered(bool isGood);
     QByteArray firmwareBody() const;

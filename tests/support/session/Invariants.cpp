@@ -144,9 +144,9 @@ void Invariants::conclude(const ExpectedAnswer& answer)
         m_isProgrammeHonest = false;
     if (asker == Asker::Firmware && isGood && !m_isTaken)
         m_isFirmwareHonest = false;
-    if (asker == Asker::Programme && m_request.kind == ExchangeKind::BlockWritten)
+    if (asker == Asker::Programme && m_request.kind == RequestKind::BlockWritten)
         m_blocks[static_cast<std::size_t>(expected.programme.block)] = m_request.body;
-    if (asker == Asker::Programme && m_request.kind == ExchangeKind::GeneralData)
+    if (asker == Asker::Programme && m_request.kind == RequestKind::GeneralData)
         m_isProgrammeHonest = true;
     if (asker == Asker::Firmware && expected.firmware.line == 0)
         m_isFirmwareHonest = m_isTaken || !isGood;
