@@ -1,6 +1,7 @@
 #include "SystemEnvironment.h"
 
 #include "PreciseTimer.h"
+#include "SystemTickTimer.h"
 
 #include <QDir>
 

@@ -8,7 +8,7 @@ namespace {
 /// A call that is up as soon as it begins. It looks whether the timer service ticks meanwhile.
 class DialogueThatLooks final : public ModemDialogue {
 public:
-    DialogueThatLooks(MessageLink& link, const FakeTimer& tmrCrono)
+    DialogueThatLooks(MessageLink& link, const FakeTickTimer& tmrCrono)
         : m_link(link), m_timer(tmrCrono)
     {}
 
@@ -26,7 +26,7 @@ public:
 
 private:
     MessageLink& m_link;
-    const FakeTimer& m_timer;
+    const FakeTickTimer& m_timer;
 };
 
 } // namespace

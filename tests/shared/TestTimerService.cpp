@@ -1,6 +1,7 @@
 #include "CronoRegistration.h"
 #include "FakeTickTimer.h"
 #include "PreciseTimer.h"
+#include "SystemTickTimer.h"
 #include "frmCrono.h"
 
 #include <QSignalSpy>

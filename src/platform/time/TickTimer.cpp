@@ -1,11 +1,5 @@
 #include "TickTimer.h"
 
-#include "QtTickTimer.h"
-
-#ifdef Q_OS_LINUX
-#include "TimerFdTickTimer.h"
-#endif
-
 void TickTimer::setEnabled(bool enabled)
 {
     m_enabled = enabled;
@@ -39,14 +33,4 @@ bool TickTimer::expired()
     m_wakeAt.reset();
     emit wake();
     return true;
-}
-
-std::unique_ptr<TickTimer> makeTickTimer()
-{
-#ifdef Q_OS_LINUX
-    auto timer = std::make_unique<TimerFdTickTimer>();
-    if (timer->isValid())
-        return timer;
-#endif
-    return std::make_unique<QtTickTimer>();
 }

@@ -3,7 +3,6 @@
 #include <QObject>
 
 #include <chrono>
-#include <memory>
 #include <optional>
 
 /// The ticks of the timer service: points of a fixed grid in time, 1 ms apart and numbered. They
@@ -42,6 +41,3 @@ private:
     bool m_enabled = false;
     std::optional<qint64> m_wakeAt;
 };
-
-/// The timer of this system: a TimerFdTickTimer on Linux, a QtTickTimer elsewhere.
-std::unique_ptr<TickTimer> makeTickTimer();

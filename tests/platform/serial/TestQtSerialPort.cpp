@@ -1,6 +1,6 @@
 #include "PortFixture.h"
 #include "ProcessMemory.h"
-#include "TickTimer.h"
+#include "SystemTickTimer.h"
 #include "Wipe.h"
 
 #include <QSignalSpy>

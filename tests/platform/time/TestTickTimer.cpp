@@ -1,5 +1,6 @@
 #include "PreciseTimer.h"
 #include "QtTickTimer.h"
+#include "SystemTickTimer.h"
 
 #include <QEventLoop>
 #include <QSignalSpy>
