@@ -2,6 +2,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 /// Whole numbers in one text, for example an hour and a minute, with a separator between them: what
 /// a NumberField shows, and how it reads what is pasted or set from outside.
