@@ -153,7 +153,7 @@ extern "C" int LLVMFuzzerTestOneInput(const quint8* bytes, std::size_t size)
     for (const AlarmBlock& block : programme.blocks)
         checkBlock(lines, block, model);
     checkTable(lines, programme.table);
-    if ((choice & 0x0E) != 0)
+    if ((choice & 0x0E) != 0x0E)
         return 0;
 
     Programme again = programme;

@@ -71,10 +71,12 @@ QList<std::pair<QString, std::optional<RegistryValue>>> othersThan(const QString
                                                                    const RegistryText& text)
 {
     QList<std::pair<QString, std::optional<RegistryValue>>> values;
+    const QString folded = name.toCaseFolded();
     for (const QString& each : text.valueNames(key)) {
-        require(text.value(key, each).has_value());
-        if (each.toCaseFolded() != name.toCaseFolded())
-            values.append({each, text.value(key, each)});
+        const auto value = text.value(key, each);
+        require(value.has_value());
+        if (each.toCaseFolded() != folded)
+            values.append({each, value});
     }
     return values;
 }

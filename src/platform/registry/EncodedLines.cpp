@@ -8,6 +8,12 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+QString ending(qsizetype size) { return size == 2 ? u"\r\n"_s : size == 1 ? u"\n"_s : u""_s; }
+
+} // namespace
+
 EncodedLines::EncodedLines(const QByteArray& file)
 {
     struct Mark {
@@ -52,7 +58,7 @@ void EncodedLines::readBytes(QByteArrayView content)
         const bool readAsAnsi = isAnsi() || !text.isValidUtf8();
         m_lines.append({line.toByteArray(),
                         readAsAnsi ? AnsiText::toUnicode(text) : QString::fromUtf8(text),
-                        QString::fromLatin1(line.last(endingSize))});
+                        ending(endingSize)});
     }
 }
 
@@ -64,7 +70,7 @@ void EncodedLines::readUnits(QByteArrayView content)
     const auto endLine = [&](qsizetype end) {
         const qsizetype endingSize = text.endsWith(u"\r\n") ? 2 : text.endsWith(u'\n') ? 1 : 0;
         m_lines.append({content.sliced(start, end - start).toByteArray(), text.chopped(endingSize),
-                        text.last(endingSize)});
+                        ending(endingSize)});
         start = end;
         text.clear();
     };
