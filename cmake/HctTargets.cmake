@@ -30,6 +30,11 @@ if(HCT_SANITIZE)
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(hct_flags INTERFACE -fsanitize=address,undefined)
 endif()
+if(HCT_COVERAGE)
+    # Atomic, because some tests have threads.
+    target_compile_options(hct_flags INTERFACE --coverage -fprofile-update=atomic)
+    target_link_options(hct_flags INTERFACE --coverage)
+endif()
 if(HCT_CLAZY)
     # Loaded by clang itself, so that the files are read once for code and checks. The full path lets
     # ccache see that the plugin has changed. The check left out recommends functions of Qt 5.
@@ -50,6 +55,11 @@ function(hct_library name)
         target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}/${folder})
     endforeach()
     target_link_libraries(${name} PUBLIC ${arg_LINK} PRIVATE hct_flags)
+    if(HCT_COVERAGE)
+        # The program throws nothing. Without the branches that clean up after an exception, and those
+        # for a static variable that two threads initialise, what counts is what the source says.
+        target_compile_options(${name} PRIVATE -fno-exceptions -fno-threadsafe-statics)
+    endif()
     if(HCT_TESTS AND NOT WIN32)
         hct_precompile(${name})
     endif()
