@@ -109,7 +109,8 @@ void TestTickTimer::itWakesOnceAndNotBeforeItsTick()
 {
     const qint64 tick = m_timer->now() + 30;
     qint64 woken = 0;
-    connect(m_timer.get(), &TickTimer::wake, this, [&] { woken = m_timer->now(); });
+    const QObject scope;
+    connect(m_timer.get(), &TickTimer::wake, &scope, [&] { woken = m_timer->now(); });
     m_timer->wakeAt(tick);
     QTRY_COMPARE(m_wakes->count(), 1);
     QVERIFY(woken >= tick);
@@ -127,7 +128,8 @@ void TestTickTimer::tickThatHasPassedWakesAtOnce()
 void TestTickTimer::wishDuringAWakeUpIsGranted()
 {
     QList<qint64> ticks;
-    connect(m_timer.get(), &TickTimer::wake, this, [&] {
+    const QObject scope;
+    connect(m_timer.get(), &TickTimer::wake, &scope, [&] {
         ticks.append(m_timer->now());
         m_timer->wakeAt(m_timer->now() + 1);
     });
@@ -196,7 +198,8 @@ void TestTickTimer::wakeUpOfAnotherTickIsNoReasonToSignal()
     m_timer->setEnabled(true);
     QThread::msleep(5);
     qint64 woken = 0;
-    connect(m_timer.get(), &TickTimer::wake, this, [&] { woken = m_timer->now(); });
+    const QObject scope;
+    connect(m_timer.get(), &TickTimer::wake, &scope, [&] { woken = m_timer->now(); });
     m_timer->wakeAt(tick);
     QTRY_COMPARE(m_wakes->count(), 1);
     QVERIFY(woken >= tick);
@@ -209,7 +212,8 @@ void TestTickTimer::qTimerRunsDuringTheWorkOfAWakeUpAndNotAfterIt()
     if (!qTimer)
         QSKIP("the timer of this system is no QTimer");
     bool runsMeanwhile = false;
-    connect(m_timer.get(), &TickTimer::wake, this, [&] {
+    const QObject scope;
+    connect(m_timer.get(), &TickTimer::wake, &scope, [&] {
         runsMeanwhile = qTimer->isActive();
         m_timer->sleep();
     });
