@@ -49,6 +49,10 @@ constexpr double longestSleep = 2;
 constexpr double longestRest = 120;
 constexpr double restMargin = 0.5;
 
+/// So many bytes may be received soon after a writing because they were there before: of a late
+/// answer, in the buffers of driver and adapter.
+constexpr qsizetype earlierBytes = 64;
+
 /// How many bytes are read at a time. The rest is read when the event loop runs again.
 constexpr qsizetype readSize = 4096;
 
@@ -264,7 +268,8 @@ void QtSerialPort::measureSpeed(qsizetype count)
     if (!m_sinceWriting.isValid())
         return;
     m_receivedSinceWriting += count;
-    const double least = static_cast<double>(m_receivedSinceWriting) * m_millisecondsPerByte;
+    const double least =
+        static_cast<double>(m_receivedSinceWriting - earlierBytes) * m_millisecondsPerByte;
     if (static_cast<double>(m_sinceWriting.nsecsElapsed()) / 1e6 < least)
         m_isFasterThanItsSpeed = true;
 }

@@ -121,6 +121,7 @@ private slots:
     void portThatIsLostDuringARestTellsIt();
     void bytesFasterThanTheLineLetNoRestFollow();
     void openingForgetsThatBytesWereFasterThanTheLine();
+    void bytesOfALateAnswerAreNotFasterThanTheLine();
 };
 
 void TestQtSerialPort::allByteValuesPassBothWays()
@@ -390,6 +391,22 @@ void TestQtSerialPort::openingForgetsThatBytesWereFasterThanTheLine()
     f.answerFaster();
     f.port.close();
     f.port.open();
+    const int wakeUps = wakeUpsOf99Bytes(f.line);
+    QVERIFY2(wakeUps >= 0 && wakeUps < 99, QByteArray::number(wakeUps));
+}
+
+void TestQtSerialPort::bytesOfALateAnswerAreNotFasterThanTheLine()
+{
+    PortFixture f;
+    f.port.setSettings(u"110,N,8,1"_s);
+    f.port.open();
+    f.port.setReceiveThreshold(400);
+    // Of an answer to the request before, between clearInput and the next request.
+    QVERIFY(f.line.send("late"));
+    QVERIFY(f.line.waitUntilWithDriver(4));
+    f.port.write("request");
+    QTRY_COMPARE(f.port.inputCount(), 4);
+
     const int wakeUps = wakeUpsOf99Bytes(f.line);
     QVERIFY2(wakeUps >= 0 && wakeUps < 99, QByteArray::number(wakeUps));
 }
