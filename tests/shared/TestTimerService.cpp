@@ -1,41 +1,13 @@
 #include "CronoRegistration.h"
-#include "FakeTickTimer.h"
-#include "PreciseTimer.h"
-#include "SystemTickTimer.h"
-#include "frmCrono.h"
+#include "TimerServiceFixture.h"
 
-#include <QSignalSpy>
 #include <QTest>
 
-using namespace std::chrono_literals;
-
-namespace {
-
-/// Records its calls in `calls`, and does in its call what the test wants.
-class Client final : public DeferredProcess {
-public:
-    Client(int number, QList<int>& calls) : m_number(number), m_calls(calls) {}
-
-    void ProcesoDiferido() override
-    {
-        m_calls.append(m_number);
-        if (work)
-            work();
-    }
-
-    std::function<void()> work;
-
-private:
-    int m_number;
-    QList<int>& m_calls;
-};
-
-} // namespace
-
-class TestTimerService : public QObject {
+/// What the service does on its ticks.
+class TestTimerService : public QObject, private TimerServiceFixture {
     Q_OBJECT
 private slots:
-    void init();
+    void init() { reset(); }
 
     void withNoClientATickDoesNothingAndEnablesTheTimerAgain();
     void periodBelowOneRegistersAsOne_data();
@@ -52,7 +24,6 @@ private slots:
     void switchedOffInsideATickItStaysOff();
     void switchedOffAndOnInsideATickItTicksOn();
     void switchingOnInsideATickStartsNoSecondTick();
-    void eventLoopInsideATickStartsNoSecondTick();
     void shuttingDownLeavesTheTimerOff();
     void shuttingDownNothingEnablesTheTimer();
     void clientThatRemovesItselfEndsNothingElse();
@@ -63,49 +34,9 @@ private slots:
     void identifiersCountFromOneAndAreNotUsedAgain();
     void identifiersGoOnPast32767();
     void identifiersInUseAreSkippedAfterTheWrap();
-    void ticksThatNobodyIsDueOnWakeNobody();
-    void ticksThatCameTooLateCountAsOne();
-    void changeDuringALateTickComesBeforeIt();
-    void ticksDuringALongCallDoNotCount();
-    void sleepsOnTheTimerOfThisSystem();
     void registrationLeavesWithItsOwner();
     void registrationOutlivesTheService();
-
-private:
-    qint16 addActive(Client& client, qint16 period = 1)
-    {
-        const qint16 id = m_crono->EngadeCliente(client, period);
-        m_crono->ActivaCliente(id);
-        return id;
-    }
-    void setBusy(bool busy)
-    {
-        m_busy = busy;
-        m_crono->ocupadoChanged();
-    }
-    void fire(int times)
-    {
-        for (int i = 0; i < times; ++i)
-            QVERIFY(m_timer->fire());
-    }
-
-    modGlobais m_globais;
-    bool m_busy = false;
-    QList<int> m_calls;
-    std::unique_ptr<FakeTickTimer> m_timer;
-    std::unique_ptr<frmCrono> m_crono;
 };
-
-void TestTimerService::init()
-{
-    m_globais = {};
-    m_busy = false;
-    m_calls.clear();
-    m_crono.reset();
-    m_timer = std::make_unique<FakeTickTimer>();
-    m_crono = std::make_unique<frmCrono>(*m_timer, m_globais, [this] { return m_busy; });
-    m_crono->setTimerEnabled(true);
-}
 
 void TestTimerService::withNoClientATickDoesNothingAndEnablesTheTimerAgain()
 {
@@ -271,27 +202,6 @@ void TestTimerService::switchingOnInsideATickStartsNoSecondTick()
     QCOMPARE(m_calls, QList<int>{1});
 }
 
-// As when a client opens a message box: its event loop runs inside the tick.
-void TestTimerService::eventLoopInsideATickStartsNoSecondTick()
-{
-    const auto timer = makeTickTimer();
-    frmCrono crono(*timer, m_globais, [] { return false; });
-    Client client(1, m_calls);
-    int callsAfterTheBox = 0;
-    client.work = [&] {
-        PreciseTimer later;
-        later.setInterval(20ms);
-        QSignalSpy past(&later, &IntervalTimer::tick);
-        later.setEnabled(true);
-        QVERIFY(past.wait());
-        callsAfterTheBox = static_cast<int>(m_calls.size());
-        crono.setTimerEnabled(false);
-    };
-    crono.ActivaCliente(crono.EngadeCliente(client, 1));
-    crono.setTimerEnabled(true);
-    QTRY_COMPARE(callsAfterTheBox, 1);
-}
-
 void TestTimerService::shuttingDownLeavesTheTimerOff()
 {
     Client client(1, m_calls);
@@ -415,84 +325,6 @@ void TestTimerService::identifiersInUseAreSkippedAfterTheWrap()
     QCOMPARE(id, qint16(2));
     fire(1);
     QCOMPARE(m_calls, QList<int>{1});
-}
-
-void TestTimerService::ticksThatNobodyIsDueOnWakeNobody()
-{
-    Client client(1, m_calls);
-    addActive(client, 10);
-    const QSignalSpy wakeUps(m_timer.get(), &TickTimer::wake);
-    fire(30);
-    QCOMPARE(m_calls, (QList<int>{1, 1, 1}));
-    QCOMPARE(wakeUps.count(), 3);
-    setBusy(true);
-    fire(100);
-    QCOMPARE(wakeUps.count(), 3);
-}
-
-void TestTimerService::ticksThatCameTooLateCountAsOne()
-{
-    Client client(1, m_calls);
-    Client other(2, m_calls);
-    addActive(client, 10);
-    addActive(other, 15);
-    m_timer->passUnnoticed(90);
-    fire(1);
-    QCOMPARE(m_calls, QList<int>{1});
-    fire(4);
-    QCOMPARE(m_calls, QList<int>{1});
-    fire(1);
-    QCOMPARE(m_calls, (QList<int>{1, 2}));
-}
-
-void TestTimerService::changeDuringALateTickComesBeforeIt()
-{
-    Client client(1, m_calls);
-    Client other(2, m_calls);
-    const qint16 first = addActive(client, 10);
-    addActive(other, 15);
-    m_timer->passUnnoticed(90);
-    m_crono->DesactivaCliente(first);
-    fire(4);
-    QCOMPARE(m_calls, QList<int>{});
-    fire(1);
-    QCOMPARE(m_calls, QList<int>{2});
-}
-
-void TestTimerService::ticksDuringALongCallDoNotCount()
-{
-    Client client(1, m_calls);
-    client.work = [this] { m_timer->passUnnoticed(50); };
-    addActive(client, 10);
-    fire(10);
-    fire(9);
-    QCOMPARE(m_calls, QList<int>{1});
-    fire(1);
-    QCOMPARE(m_calls, (QList<int>{1, 1}));
-}
-
-void TestTimerService::sleepsOnTheTimerOfThisSystem()
-{
-    const auto timer = makeTickTimer();
-    bool busy = false;
-    frmCrono crono(*timer, m_globais, [&busy] { return busy; });
-    const QSignalSpy wakeUps(timer.get(), &TickTimer::wake);
-    Client client(1, m_calls);
-    QList<qint64> ticks;
-    client.work = [&] {
-        ticks.append(timer->now());
-        busy = true;
-    };
-    crono.setTimerEnabled(true);
-    crono.ActivaCliente(crono.EngadeCliente(client, 10));
-    for (int call = 1; call <= 3; ++call) {
-        const qint64 idleSince = timer->now();
-        busy = false;
-        crono.ocupadoChanged();
-        QTRY_COMPARE(ticks.size(), call);
-        QVERIFY(ticks.last() >= idleSince + 10);
-    }
-    QCOMPARE(wakeUps.count(), 3);
 }
 
 void TestTimerService::registrationLeavesWithItsOwner()
