@@ -40,7 +40,7 @@ bool isSignalReply(const QByteArray& received)
     const QByteArray tail = "\r\nOK\r\n";
     const qsizetype name = received.indexOf("+CSQ:");
     const qsizetype comma = name < 0 ? -1 : received.indexOf(',', name);
-    return comma >= 0 && received.endsWith(tail) && comma < received.size() - tail.size();
+    return comma >= 0 && received.endsWith(tail);
 }
 
 Verdict judgeSignal(const QByteArray& received)
@@ -74,9 +74,8 @@ Verdict judgeWord(const QByteArray& received, const QByteArray& word, const QStr
 
 Verdict judge(LinkState phase, const QByteArray& received, const QByteArray& expected)
 {
-    if (phase == LinkState::Idle || phase > LinkState::Dialling)
-        return awaited();
-    if (received.contains("ERROR"))
+    const bool isCommandPhase = phase != LinkState::Idle && phase <= LinkState::Dialling;
+    if (isCommandPhase && received.contains("ERROR"))
         return {Outcome::Failed, {}};
     switch (phase) {
     case LinkState::ScriptCommand: return judgeWord(received, expected.isEmpty() ? "OK" : expected);

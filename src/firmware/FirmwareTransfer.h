@@ -45,6 +45,7 @@ public:
     /// Ends the transfer and leaves the timer service for good.
     void leave();
 
+    /// Sends the current line. Not called outside a transfer: the registration is not active then.
     void ProcesoDiferido() override;
 
     /// The body for a line, Count + 9 bytes: selector 0xDD, count, four bytes of address (least
@@ -60,7 +61,6 @@ signals:
     void failed();
 
 private:
-    void SendCurrentLine();
     void mntProgramacion_Recibido(quint8 code, const QByteArray& body, LinkStatus status);
     void countFailure();
     void advance();

@@ -132,7 +132,7 @@ bool HexFile::store(HexLine& line, const Record& record)
         return true;
     case RecordType::EndOfFile:
     case RecordType::StartSegmentAddress:
-    case RecordType::StartLinearAddress: return true;
+    case RecordType::StartLinearAddress: break;
     }
     return true;
 }

@@ -31,23 +31,10 @@ std::optional<Violation> firstClash(const AlarmBlock& block, int number)
     return std::nullopt;
 }
 
-/// The five rules of modes 0 and 1. Together they reject every alarm with one of the four flags;
-/// they are written as the five that they are, not as their sum.
 bool carriesSpecialDays(const Alarm& alarm)
 {
-    const bool saturday = alarm.is(DayFlag::Saturday);
-    const bool sunday = alarm.is(DayFlag::Sunday);
-    const bool holiday = alarm.is(DayFlag::OnHoliday);
-    const bool vacation = alarm.is(DayFlag::OnVacation);
-    if (saturday && (!sunday || !holiday || !vacation))
-        return true;
-    if (sunday && (!saturday || !holiday || !vacation))
-        return true;
-    if (holiday && (!saturday || !sunday || !vacation))
-        return true;
-    if (vacation && (!saturday || !sunday || !holiday))
-        return true;
-    return holiday && (saturday || sunday || vacation);
+    return alarm.is(DayFlag::Saturday) || alarm.is(DayFlag::Sunday) ||
+           alarm.is(DayFlag::OnHoliday) || alarm.is(DayFlag::OnVacation);
 }
 
 bool carriesSingleWorkingDays(const Alarm& alarm)
