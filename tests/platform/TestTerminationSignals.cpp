@@ -1,3 +1,4 @@
+#include "NoDescriptors.h"
 #include "TerminationSignals.h"
 
 #include <QSignalSpy>
@@ -5,6 +6,7 @@
 
 #include <cerrno>
 #include <csignal>
+#include <optional>
 
 class TestTerminationSignals : public QObject {
     Q_OBJECT
@@ -14,6 +16,7 @@ private slots:
     void ignoredSignalStaysIgnored();
     void signalsAreAsBeforeAfterwards();
     void errorOfWhatIsInterruptedIsKept();
+    void withoutDescriptorsSignalsStayAsTheyWere();
 };
 
 namespace {
@@ -83,6 +86,20 @@ void TestTerminationSignals::errorOfWhatIsInterruptedIsKept()
     for (int time = 0; time < 70'000; ++time)
         std::raise(SIGTERM);
     QCOMPARE(errno, ENOENT);
+}
+
+void TestTerminationSignals::withoutDescriptorsSignalsStayAsTheyWere()
+{
+    const Handler before = handlerOf(SIGTERM);
+    {
+        std::optional<NoDescriptors> none(std::in_place);
+        const TerminationSignals termination;
+        none.reset();
+        QVERIFY(handlerOf(SIGTERM) == before);
+        std::signal(SIGINT, someHandler);
+    }
+    QVERIFY(handlerOf(SIGINT) == someHandler);
+    std::signal(SIGINT, SIG_DFL);
 }
 
 QTEST_GUILESS_MAIN(TestTerminationSignals)

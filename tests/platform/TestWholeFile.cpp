@@ -40,6 +40,7 @@ class TestWholeFile : public QObject {
 private slots:
     void fileIsReadUpToTheBound();
     void whatIsNoFileIsNotRead();
+    void fileThatFailsIsNotRead();
     void longerFileIsReplaced();
     void fullDiskLeavesTheOldFile_data();
     void fullDiskLeavesTheOldFile();
@@ -89,6 +90,12 @@ void TestWholeFile::whatIsNoFileIsNotRead()
     const QString pipe = folder.filePath(u"pipe"_s);
     QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
     QVERIFY(!WholeFile::read(pipe, 5));
+}
+
+void TestWholeFile::fileThatFailsIsNotRead()
+{
+    // There is no memory at its first address.
+    QVERIFY(!WholeFile::read(u"/proc/self/mem"_s, 10).has_value());
 }
 
 void TestWholeFile::longerFileIsReplaced()

@@ -113,9 +113,9 @@ std::optional<RegistryValue> takeBytes(Cursor& at, bool ansi)
     if (at.take(u"(")) {
         const QStringView digits = at.rest().left(std::max<qsizetype>(0, at.rest().indexOf(u')')));
         const auto type = hexadecimal(digits, 8);
-        at.column += digits.size();
-        if (!type || !at.take(u")"))
+        if (!type)
             return std::nullopt;
+        at.column += digits.size() + 1;
         value.type = *type;
     }
     if (!at.take(u":"))

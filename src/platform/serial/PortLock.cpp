@@ -43,8 +43,7 @@ QString abandonedLockFile(const QString& device)
     qint64 process = 0;
     QString host;
     QString program;
-    if (file.isEmpty() || !QLockFile(file).getLockInfo(&process, &host, &program) ||
-        isRunning(process))
+    if (!QLockFile(file).getLockInfo(&process, &host, &program) || isRunning(process))
         return {};
     return file;
 }

@@ -229,7 +229,7 @@ void QtSerialPort::writeWaiting()
     const Written written = writeToDriver(m_waiting);
     wipeFront(m_waiting, written.count);
     m_writable->setEnabled(!m_waiting.isEmpty());
-    if (written.hasFailed || isDeviceGone())
+    if (written.hasFailed)
         deviceGone();
 }
 
@@ -283,7 +283,8 @@ void QtSerialPort::endRest()
 bool QtSerialPort::isDeviceGone() const
 {
     pollfd device{m_port.handle(), 0, 0};
-    return ::poll(&device, 1, 0) > 0 && (device.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
+    // No other events can have been found: none was asked for.
+    return ::poll(&device, 1, 0) > 0;
 }
 
 QString QtSerialPort::openFailure(const QString& path) const

@@ -8,6 +8,8 @@
 #include <QTest>
 
 #include <cerrno>
+#include <functional>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -55,6 +57,7 @@ int exitCode(pid_t process)
 /// What flock fails with, and how many times it does.
 int lockFailure = 0;
 int lockFailures = 0;
+std::function<void()> beforeLocking; // Runs once, before flock.
 
 bool isLocked(const QString& path)
 {
@@ -69,6 +72,8 @@ bool isLocked(const QString& path)
 /// In the place of the system's function, for file systems that cannot lock.
 extern "C" int flock(int descriptor, int operation) noexcept
 {
+    if (const auto run = std::exchange(beforeLocking, nullptr))
+        run();
     if (lockFailures == 0)
         return static_cast<int>(syscall(SYS_flock, descriptor, operation));
     --lockFailures;
@@ -99,6 +104,7 @@ private slots:
     void writeThatWouldPassTheBoundFails();
     void linkToTheFileStaysALink();
     void chainOfLinksLeadsToTheLockOfTheFile();
+    void fileTakesThePlaceOfLinksInACircle();
     void nothingIsLeftBesideTheFile();
     void valueThatStandsThereIsKeptEvenWhereNothingCanBeWritten();
     void valueNamesAreBounded();
@@ -106,6 +112,8 @@ private slots:
     void lockThatIsHeldFailsTheWriteUntilItIsFree();
     void lockFileOfAKilledProgramIsTakenOver();
     void lockFileOfAnotherUserIsTakenOver();
+    void lockFileThatIsALinkIsNotFollowed();
+    void lockFileThatHasGoneMeanwhileIsLockedAnew();
     void fileSystemThatCannotLockIsWrittenWithoutALock_data();
     void fileSystemThatCannotLockIsWrittenWithoutALock();
     void interruptedLockIsTriedAgain();
@@ -314,6 +322,15 @@ void TestFileRegistry::chainOfLinksLeadsToTheLockOfTheFile()
     QVERIFY(contentsOf(path()).contains("\"Puerto\"=\"3\""));
 }
 
+void TestFileRegistry::fileTakesThePlaceOfLinksInACircle()
+{
+    QVERIFY(QFile::link(path(), path()));
+    FileRegistry registry(path());
+    QVERIFY(!registry.query(user, key, u"Puerto"_s).has_value());
+    QVERIFY(registry.set(user, key, u"Puerto"_s, text("3")));
+    QCOMPARE(registry.query(user, key, u"Puerto"_s), text("3"));
+}
+
 void TestFileRegistry::nothingIsLeftBesideTheFile()
 {
     FileRegistry registry(path());
@@ -384,6 +401,31 @@ void TestFileRegistry::lockFileOfAnotherUserIsTakenOver()
     FileRegistry registry(path());
     QVERIFY(registry.set(user, key, u"Puerto"_s, text("3")));
     QVERIFY(!QFile::exists(lockPath()));
+}
+
+void TestFileRegistry::lockFileThatIsALinkIsNotFollowed()
+{
+    const QString other = writeFile(m_folder->filePath(u"other"_s), "old");
+    QVERIFY(QFile::link(other, lockPath()));
+    FileRegistry registry(path());
+    QVERIFY(registry.set(user, key, u"Puerto"_s, text("3")));
+    QCOMPARE(QFile::symLinkTarget(lockPath()), other);
+}
+
+void TestFileRegistry::lockFileThatHasGoneMeanwhileIsLockedAnew()
+{
+    for (const bool anotherIsThere : {false, true}) {
+        beforeLocking = [&] {
+            // Not deleted: its number would be used again.
+            QFile::rename(lockPath(), path() + u".gone"_s);
+            if (anotherIsThere)
+                writeFile(lockPath(), "");
+        };
+        FileRegistry registry(path());
+        const auto hold = registry.holdForSave();
+        QVERIFY(isLocked(lockPath()));
+        QFile::remove(path() + u".gone"_s);
+    }
 }
 
 void TestFileRegistry::fileSystemThatCannotLockIsWrittenWithoutALock_data()

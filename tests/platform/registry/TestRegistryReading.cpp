@@ -49,12 +49,15 @@ private slots:
     void keysAndNamesAreAlikeInAnyCase();
     void laterLineWins();
     void deletedValueIsGone();
+    void deletedKeyIsGone();
     void deletedKeyTakesItsKeysAlong();
     void keyOfTheSameBeginningIsAnother();
     void valuesUnderADamagedKeyLineBelongToNoKey();
     void valueNamesComeInTheOrderOfTheFile();
     void namesOfADeletedKeyAreThoseSetAfterwards();
     void deletionOfAnotherKeyLeavesTheNames();
+    void deletionOfAnotherValueLeavesTheNames();
+    void valueNamedLikeItsKeyOutlivesTheNextLineOfTheKey();
     void textsOfHexLinesAreAnsiInTheOldFormat();
     void anyBytesAtAllAreTaken();
 };
@@ -209,6 +212,12 @@ void TestRegistryReading::deletedValueIsGone()
     QCOMPARE(bytesOf(withKey("@=\"1\"\n@=-\n"), QString()), QByteArray("(none)"));
 }
 
+void TestRegistryReading::deletedKeyIsGone()
+{
+    const RegistryText text(withKey("\"v\"=\"1\"\n[-" + key.toUtf8().toUpper() + "]\n"));
+    QVERIFY(!text.value(key, u"v"_s).has_value());
+}
+
 void TestRegistryReading::deletedKeyTakesItsKeysAlong()
 {
     const QByteArray before = withKey("\"v\"=\"1\"\n");
@@ -254,6 +263,21 @@ void TestRegistryReading::deletionOfAnotherKeyLeavesTheNames()
 {
     const RegistryText text(withKey("\"v\"=\"1\"\n[-HKEY_CURRENT_USER\\Software\\Quor]\n"));
     QCOMPARE(text.valueNames(key), QStringList{u"v"_s});
+}
+
+void TestRegistryReading::deletionOfAnotherValueLeavesTheNames()
+{
+    const RegistryText text(withKey("\"v\"=\"1\"\n\"w\"=-\n"));
+    QCOMPARE(text.valueNames(key), QStringList{u"v"_s});
+}
+
+void TestRegistryReading::valueNamedLikeItsKeyOutlivesTheNextLineOfTheKey()
+{
+    const RegistryText text(
+        "[HKEY_CURRENT_USER]\n\"HKEY_CURRENT_USER\"=\"1\"\n[HKEY_CURRENT_USER]\n");
+    const QString name = u"HKEY_CURRENT_USER"_s;
+    QVERIFY(text.value(name, name).has_value());
+    QCOMPARE(text.value(name, name)->bytes, QByteArray("1\0", 2));
 }
 
 void TestRegistryReading::textsOfHexLinesAreAnsiInTheOldFormat()

@@ -254,6 +254,7 @@ void TestRegistryWriting::encodingOfAStumpIsThatOfTheFileItGrowsInto_data()
     QTest::addColumn<QByteArray>("stump");
     QTest::newRow("ANSI header without line end") << QByteArray("REGEDIT4");
     QTest::newRow("half a UTF-16 unit") << QByteArray(1, '\0');
+    QTest::newRow("a character") << QByteArray("x");
 }
 
 void TestRegistryWriting::encodingOfAStumpIsThatOfTheFileItGrowsInto()

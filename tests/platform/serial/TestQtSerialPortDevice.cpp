@@ -1,3 +1,4 @@
+#include "Files.h"
 #include "OrdinaryUser.h"
 #include "PortFixture.h"
 
@@ -8,8 +9,11 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include <sys/eventfd.h>
+#include <sys/socket.h>
+#include <sys/un.h>
 
 using namespace Qt::StringLiterals;
 
@@ -44,9 +48,12 @@ private slots:
     void portInUseIsRefused();
     void lockThatCannotBeRemovedTellsItsFileOfADeadProgram_data();
     void lockThatCannotBeRemovedTellsItsFileOfADeadProgram();
+    void lockOfADeviceOutsideDevIsFoundToo();
     void closedPortIsFreeAgain();
     void devicesThatAreNone_data();
     void devicesThatAreNone();
+    void deviceThatFailsOtherwiseTellsTheReasonOfTheSystem();
+    void deviceWithoutPermissionNamesTheGroup_data();
     void deviceWithoutPermissionNamesTheGroup();
     void unfitSettingsFailTheOpening_data();
     void unfitSettingsFailTheOpening();
@@ -60,6 +67,7 @@ private slots:
     void writingToAVanishedDeviceIsSafe();
     void clearingAVanishedDeviceIsSafe();
     void closingInsideTheLossIsSafe();
+    void closingInsideTheArrivalIsSafe();
     void deviceThatTakesNoByteForGoodClosesThePortOnceAndLater();
     void deviceThatGivesNoByteForGoodClosesThePortOnce();
 };
@@ -122,6 +130,24 @@ void TestQtSerialPortDevice::lockThatCannotBeRemovedTellsItsFileOfADeadProgram()
              reason.replace(u"%1"_s, f.line.device).replace(u"%2"_s, lock.fileName()));
 }
 
+void TestQtSerialPortDevice::lockOfADeviceOutsideDevIsFoundToo()
+{
+    const QTemporaryDir folder;
+    const OrdinaryUser ordinaryUser(folder.path());
+    PortFixture f;
+    f.device = writeFile(folder.filePath(u"ttyUSB0"_s), "");
+    QFile lock(u"/var/lock/LCK.."_s + QString(f.device).replace(u'/', u'_'));
+    const auto removal = qScopeGuard([&lock] { lock.remove(); });
+    writeFile(lock.fileName(), "4194305\nhct\n");
+    lock.setPermissions(QFile::ReadOwner | QFile::ReadUser);
+
+    f.port.open();
+    QVERIFY(!f.port.isOpen());
+    QCOMPARE(f.port.openError(),
+             u"%1 figura en uso por un programa que ya no existe: elimine el archivo %2."_s.arg(
+                 f.device, lock.fileName()));
+}
+
 void TestQtSerialPortDevice::closedPortIsFreeAgain()
 {
     PortFixture f;
@@ -162,15 +188,40 @@ void TestQtSerialPortDevice::devicesThatAreNone()
     QCOMPARE(f.port.openError(), reason);
 }
 
+void TestQtSerialPortDevice::deviceThatFailsOtherwiseTellsTheReasonOfTheSystem()
+{
+    const QTemporaryDir folder;
+    PortFixture f;
+    f.device = folder.filePath(u"socket"_s);
+    sockaddr_un address{AF_UNIX, {}};
+    qstrncpy(address.sun_path, QFile::encodeName(f.device).constData(), sizeof address.sun_path);
+    const int descriptor = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    const auto closing = qScopeGuard([descriptor] { ::close(descriptor); });
+    QCOMPARE(::bind(descriptor, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+    f.port.open();
+    QVERIFY(!f.port.isOpen());
+    QCOMPARE(f.port.openError(),
+             u"No se puede abrir %1 (No such device or address)."_s.arg(f.device));
+}
+
+void TestQtSerialPortDevice::deviceWithoutPermissionNamesTheGroup_data()
+{
+    QTest::addColumn<QFile::Permissions>("permissions");
+    QTest::newRow("none") << QFile::Permissions();
+    QTest::newRow("to read") << QFile::Permissions(QFile::ReadOwner);
+    QTest::newRow("to write") << QFile::Permissions(QFile::WriteOwner);
+}
+
 void TestQtSerialPortDevice::deviceWithoutPermissionNamesTheGroup()
 {
+    QFETCH(QFile::Permissions, permissions);
     const QTemporaryDir folder;
     const OrdinaryUser ordinaryUser(folder.path());
     PortFixture f;
     f.device = folder.filePath(u"ttyUSB0"_s);
     QFile device(f.device);
     QVERIFY(device.open(QIODevice::WriteOnly));
-    device.setPermissions({});
+    device.setPermissions(permissions);
     f.port.open();
     QVERIFY(!f.port.isOpen());
     QCOMPARE(f.port.openError(), u"Sin permiso para usar %1: añada su usuario al grupo dialout y "
@@ -353,6 +404,21 @@ void TestQtSerialPortDevice::closingInsideTheLossIsSafe()
     QTRY_COMPARE(losses, 1);
     QVERIFY(!f.port.isOpen());
     QVERIFY(!f.port.openError().isEmpty());
+}
+
+void TestQtSerialPortDevice::closingInsideTheArrivalIsSafe()
+{
+    PortFixture f;
+    f.port.open();
+    // With so many to come, reading would rest.
+    f.port.setReceiveThreshold(1);
+    connect(&f.port, &SerialPort::received, this, [&] {
+        f.port.setReceiveThreshold(500);
+        f.port.close();
+    });
+    QVERIFY(f.line.send("x"));
+    QTRY_VERIFY(!f.port.isOpen());
+    QVERIFY(!f.port.findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly)->isActive());
 }
 
 void TestQtSerialPortDevice::deviceThatTakesNoByteForGoodClosesThePortOnceAndLater()

@@ -18,6 +18,14 @@ private slots:
     void flowControlIsOff();
     void parameterThatTheDriverIgnoresFailsTheOpening_data();
     void parameterThatTheDriverIgnoresFailsTheOpening();
+    void parameterThatTheDriverRefusesFailsTheOpening_data();
+    void parameterThatTheDriverRefusesFailsTheOpening();
+    void speedThatTheDriverChangesFailsTheOpening();
+    void driverThatDoesNotTellItsParametersFailsTheOpening();
+    void readingThatFailsForTheMomentIsTriedAgain_data();
+    void readingThatFailsForTheMomentIsTriedAgain();
+    void writingThatFailsForTheMomentIsTriedAgain_data();
+    void writingThatFailsForTheMomentIsTriedAgain();
     void restIsAsLongAsTheMissingBytes_data();
     void restIsAsLongAsTheMissingBytes();
     void closingEndsTheRest();
@@ -153,6 +161,101 @@ void TestQtSerialPortDriver::parameterThatTheDriverIgnoresFailsTheOpening()
     QCOMPARE(f.port.openError(), reason.arg(f.line.device));
 }
 
+void TestQtSerialPortDriver::parameterThatTheDriverRefusesFailsTheOpening_data()
+{
+    QTest::addColumn<QString>("settings");
+    QTest::addColumn<tcflag_t>("mask");
+    QTest::addColumn<tcflag_t>("value");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("speed") << u"19200,N,8,1"_s << tcflag_t{CBAUD} << tcflag_t{B19200}
+                           << u"%1 no admite la velocidad de 19200 bit/s."_s;
+    QTest::newRow("parity") << u"9600,E,8,1"_s << tcflag_t{PARENB} << tcflag_t{PARENB}
+                            << u"%1 no admite la paridad elegida."_s;
+    QTest::newRow("data bits") << u"9600,N,7,1"_s << tcflag_t{CSIZE} << tcflag_t{CS7}
+                               << u"%1 no admite 7 bits de datos."_s;
+    QTest::newRow("stop bits") << u"9600,N,8,2"_s << tcflag_t{CSTOPB} << tcflag_t{CSTOPB}
+                               << u"%1 no admite los bits de parada elegidos."_s;
+}
+
+void TestQtSerialPortDriver::parameterThatTheDriverRefusesFailsTheOpening()
+{
+    QFETCH(QString, settings);
+    QFETCH(tcflag_t, mask);
+    QFETCH(tcflag_t, value);
+    QFETCH(QString, reason);
+    StandInDriver driver;
+    driver.refusedMask = mask;
+    driver.refusedValue = value;
+    PortFixture f;
+    f.port.setSettings(settings);
+    f.port.open();
+    QVERIFY(!f.port.isOpen());
+    QCOMPARE(f.port.openError(), reason.arg(f.line.device));
+}
+
+void TestQtSerialPortDriver::speedThatTheDriverChangesFailsTheOpening()
+{
+    StandInDriver driver;
+    driver.ownSpeed = 19200;
+    PortFixture f;
+    f.port.open();
+    QVERIFY(!f.port.isOpen());
+    QCOMPARE(f.port.openError(), u"%1 no admite la velocidad de 9600 bit/s."_s.arg(f.line.device));
+}
+
+void TestQtSerialPortDriver::driverThatDoesNotTellItsParametersFailsTheOpening()
+{
+    StandInDriver driver;
+    driver.tellsParameters = false;
+    PortFixture f;
+    f.port.open();
+    QVERIFY(!f.port.isOpen());
+    QCOMPARE(f.port.openError(), u"%1 no es un puerto serie."_s.arg(f.line.device));
+}
+
+void TestQtSerialPortDriver::readingThatFailsForTheMomentIsTriedAgain_data()
+{
+    QTest::addColumn<int>("error");
+    QTest::newRow("interrupted") << EINTR;
+    QTest::newRow("nothing there") << EAGAIN;
+}
+
+void TestQtSerialPortDriver::readingThatFailsForTheMomentIsTriedAgain()
+{
+    QFETCH(int, error);
+    StandInDriver driver;
+    PortFixture f;
+    f.port.open();
+    f.port.setReceiveThreshold(1);
+    QVERIFY(f.line.send("x"));
+    driver.nextError = error;
+    QTRY_COMPARE(f.port.inputCount(), 1);
+    QCOMPARE(driver.nextError, 0);
+}
+
+void TestQtSerialPortDriver::writingThatFailsForTheMomentIsTriedAgain_data()
+{
+    QTest::addColumn<int>("error");
+    QTest::addColumn<QByteArray>("atOnce");
+    QTest::newRow("interrupted") << EINTR << QByteArray("abc");
+    QTest::newRow("no room") << EAGAIN << QByteArray();
+    QTest::newRow("nothing taken") << StandInDriver::nothingTaken << QByteArray();
+}
+
+void TestQtSerialPortDriver::writingThatFailsForTheMomentIsTriedAgain()
+{
+    QFETCH(int, error);
+    StandInDriver driver;
+    PortFixture f;
+    f.port.open();
+    driver.nextError = error;
+    f.port.write("abc");
+    QByteArray received = f.line.received();
+    QTEST(received, "atOnce");
+    QTRY_COMPARE(received += f.line.received(), QByteArray("abc"));
+    QVERIFY(f.port.isOpen());
+}
+
 void TestQtSerialPortDriver::restIsAsLongAsTheMissingBytes_data()
 {
     QTest::addColumn<QString>("settings");
@@ -167,6 +270,7 @@ void TestQtSerialPortDriver::restIsAsLongAsTheMissingBytes_data()
     QTest::newRow("longest") << u"9600,N,8,1"_s << 500 << 120;
     QTest::newRow("few") << u"9600,N,8,1"_s << 3 << 2;
     QTest::newRow("shortest") << u"9600,N,8,1"_s << 2 << 1;
+    QTest::newRow("none on a fast line") << u"115200,N,8,1"_s << 3 << 0;
     QTest::newRow("one is slept through without events") << u"9600,N,8,1"_s << 1 << 0;
 }
 

@@ -25,6 +25,7 @@ private slots:
     void whatHasBeenReadIsNowhereInTheBuffer();
     void closingForgetsWhatHasArrived();
     void nothingArrivesAtAClosedPort();
+    void deliveryOfNothingIsNotTold();
     void linesChangeAtOnceOnAnOpenPortOnly();
     void failedOpeningTellsWhyAndStaysClosed();
     void openingAnOpenPortChangesNothing();
@@ -178,6 +179,17 @@ void TestSerialPort::nothingArrivesAtAClosedPort()
     port.arrive("late");
     QCOMPARE(received.count(), 0);
     QCOMPARE(port.inputCount(), 0);
+}
+
+void TestSerialPort::deliveryOfNothingIsNotTold()
+{
+    FakeSerialPort port(m_clock);
+    port.open();
+    port.setReceiveThreshold(1);
+    port.arrive("x");
+    QSignalSpy received(&port, &SerialPort::received);
+    port.arrive("");
+    QCOMPARE(received.count(), 0);
 }
 
 void TestSerialPort::linesChangeAtOnceOnAnOpenPortOnly()

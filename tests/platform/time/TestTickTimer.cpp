@@ -1,3 +1,4 @@
+#include "NoDescriptors.h"
 #include "PreciseTimer.h"
 #include "QtTickTimer.h"
 #include "SystemTickTimer.h"
@@ -43,6 +44,20 @@ private:
     const TickTimer* m_timer;
 };
 
+/// A timer whose system the test plays.
+class PlayedTimer : public TickTimer {
+public:
+    using TickTimer::expired;
+    qint64 now() const override { return tick; }
+
+    qint64 tick = 0;
+    QList<qint64> armed;
+
+private:
+    void arm(qint64 wished) override { armed.append(wished); }
+    void disarm() override {}
+};
+
 /// A wake-up that no test lives to see.
 constexpr qint64 anHour = 3600000;
 
@@ -67,6 +82,7 @@ private slots:
     void switchedOffItWakesTheProgramOnceAtMost();
     void wishOfATimerThatIsOffIsForgotten();
     void wakeUpOfAnotherTickIsNoReasonToSignal();
+    void earlyWakeUpIsAskedForAgain();
     void qTimerRunsDuringTheWorkOfAWakeUpAndNotAfterIt();
 
 private:
@@ -81,6 +97,10 @@ void TestTickTimer::initTestCase_data()
     QTest::addColumn<Maker>("make");
     QTest::newRow("on a QTimer") << Maker([] { return std::make_unique<QtTickTimer>(); });
     QTest::newRow("of this system") << Maker(makeTickTimer);
+    QTest::newRow("of this system without descriptors") << Maker([] {
+        const NoDescriptors none;
+        return makeTickTimer();
+    });
 }
 
 void TestTickTimer::init()
@@ -203,6 +223,23 @@ void TestTickTimer::wakeUpOfAnotherTickIsNoReasonToSignal()
     m_timer->wakeAt(tick);
     QTRY_COMPARE(m_wakes->count(), 1);
     QVERIFY(woken >= tick);
+}
+
+void TestTickTimer::earlyWakeUpIsAskedForAgain()
+{
+    PlayedTimer timer;
+    QSignalSpy wakes(&timer, &TickTimer::wake);
+    timer.setEnabled(true);
+    timer.wakeAt(10);
+    timer.wakeAt(10);
+    timer.tick = 9;
+    QVERIFY(timer.expired());
+    QCOMPARE(wakes.count(), 0);
+    QCOMPARE(timer.armed, (QList<qint64>{10, 10}));
+    timer.tick = 10;
+    QVERIFY(timer.expired());
+    QCOMPARE(wakes.count(), 1);
+    QCOMPARE(timer.armed.size(), 2);
 }
 
 // The fine resolution of Windows depends on it.
