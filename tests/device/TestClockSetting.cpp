@@ -38,6 +38,7 @@ private slots:
     void messageHoldsSevenPlainBytes();
     void fieldsAreTakenFromTheStatusBlock();
     void fieldsOfAnAbsentBlockAreZero();
+    void fieldsThatDifferInOneValueAreNotEqual();
     void idleSendsNothing();
     void manualSettingSendsTheFields();
     void automaticSettingSendsTheComputersTimeAtTheMomentOfSending();
@@ -119,6 +120,18 @@ void TestClockSetting::fieldsAreTakenFromTheStatusBlock()
     QCOMPARE(ClockFields::fromBlock(StatusBlock(block)), (ClockFields{5, 3, 1999, 23, 59, 58}));
     block[11] = 89;
     QCOMPARE(ClockFields::fromBlock(StatusBlock(block)).year, 2089);
+}
+
+void TestClockSetting::fieldsThatDifferInOneValueAreNotEqual()
+{
+    for (int ClockFields::*const field :
+         {&ClockFields::day, &ClockFields::month, &ClockFields::year, &ClockFields::hours,
+          &ClockFields::minutes, &ClockFields::seconds}) {
+        ClockFields fields = exampleFields;
+        QVERIFY(fields == exampleFields);
+        ++(fields.*field);
+        QVERIFY(!(fields == exampleFields));
+    }
 }
 
 void TestClockSetting::fieldsOfAnAbsentBlockAreZero()
