@@ -17,6 +17,8 @@ void TestEchoMask::codesAreHiddenAndTheRestIsNot_data()
     QTest::addColumn<QByteArray>("shown");
     QTest::newRow("PIN") << QByteArray("AT+CPIN=1234\r\nOK\r\n") << true
                          << QByteArray("AT+CPIN=****\r\nOK\r\n");
+    QTest::newRow("a character above the letters before it")
+        << QByteArray("{AT+CPIN=1234\r") << false << QByteArray("{AT+CPIN=****\r");
     QTest::newRow("PUK and PIN") << QByteArray("AT+CPIN=12345678,4321\r") << true
                                  << QByteArray("AT+CPIN=********,****\r");
     QTest::newRow("in quotes") << QByteArray("at+cpin=\"1234\"\r") << false

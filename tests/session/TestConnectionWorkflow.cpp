@@ -41,6 +41,8 @@ private slots:
     void refusalsCountAsFailures();
     void identifyingAgainKeepsTheConnectionEstablished();
     void statusSixEndsTheConnection();
+    void identificationWhileConnectedOnlyForgetsTheFailures();
+    void callWithoutAConnectionAsksNothing();
 };
 
 void TestConnectionWorkflow::conectarLogsAndAsksAfterTenTicks()
@@ -305,6 +307,27 @@ void TestConnectionWorkflow::statusSixEndsTheConnection()
     m_workflow->mntDatosXerais_Recibido(8, LinkFixture::fullBlock(), LinkStatus::ConnectionOver);
     QCOMPARE(m_workflow->state(), ConnectionState::Disconnected);
     QCOMPARE(m_fixture->log.lines, QStringList{u"Conexión interrumpida"_s});
+}
+
+void TestConnectionWorkflow::identificationWhileConnectedOnlyForgetsTheFailures()
+{
+    establish();
+    answerPoll(QByteArray::fromHex("ff"));
+    QCOMPARE(m_workflow->FailedAttempts(), qint16{1});
+    m_workflow->identificacion(true);
+    m_fixture->answerHex("0205");
+    QCOMPARE(m_workflow->FailedAttempts(), qint16{0});
+    QCOMPARE(m_workflow->state(), ConnectionState::Connected);
+    QCOMPARE(m_fixture->log.lines, QStringList());
+}
+
+void TestConnectionWorkflow::callWithoutAConnectionAsksNothing()
+{
+    establish();
+    m_workflow->Desconectar();
+    m_fixture->link.ArrancaConexion(false);
+    m_workflow->ProcesoDiferido();
+    QVERIFY(!m_fixture->hasRequest());
 }
 
 QTEST_GUILESS_MAIN(TestConnectionWorkflow)
