@@ -7,6 +7,7 @@ class TestFrame : public QObject {
 private slots:
     void requestWithoutDataIsEightBytes();
     void firstByteIsApartFromTheRest();
+    void headerKeepsItsBytes();
     void lengthDecidesTheStartByte_data();
     void lengthDecidesTheStartByte();
     void checksumWrapsAtEightBits();
@@ -138,6 +139,12 @@ void TestFrame::headerIsFoundBehindNoise()
     QVERIFY(header);
     QCOMPARE(header->length, 4);
     QCOMPARE(header->station, quint8(1));
+}
+
+void TestFrame::headerKeepsItsBytes()
+{
+    QCOMPARE((frame::Header{7, 255}.bytes()), QByteArray::fromHex("68ffff6807"));
+    QCOMPARE((frame::Header{7, 257}.bytes()), QByteArray::fromHex("4801014807"));
 }
 
 QTEST_GUILESS_MAIN(TestFrame)
