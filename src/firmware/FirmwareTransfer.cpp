@@ -40,6 +40,14 @@ void FirmwareTransfer::leave()
 
 void FirmwareTransfer::ProcesoDiferido()
 {
+    switch (m_state) {
+    case State::Idle: return;
+    case State::Sending: return SendCurrentLine();
+    }
+}
+
+void FirmwareTransfer::SendCurrentLine()
+{
     FinalLineFlag flag = MoreLinesFollow;
     if (m_currentLine == m_file.LineCount() - 1)
         flag = m_resetAfterwards ? LastLineThenReset : LastLine;

@@ -45,7 +45,6 @@ public:
     /// Ends the transfer and leaves the timer service for good.
     void leave();
 
-    /// Sends the current line. Not called outside a transfer: the registration is not active then.
     void ProcesoDiferido() override;
 
     /// The body for a line, Count + 9 bytes: selector 0xDD, count, four bytes of address (least
@@ -61,6 +60,7 @@ signals:
     void failed();
 
 private:
+    void SendCurrentLine();
     void mntProgramacion_Recibido(quint8 code, const QByteArray& body, LinkStatus status);
     void countFailure();
     void advance();

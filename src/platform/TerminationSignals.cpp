@@ -39,8 +39,8 @@ TerminationSignals::TerminationSignals(QObject* parent) : QObject(parent)
     auto* notifier = new QSocketNotifier(pipeEnds[0], QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [this] {
         char byte = 0;
-        [[maybe_unused]] const auto taken = read(pipeEnds[0], &byte, 1);
-        emit arrived();
+        if (read(pipeEnds[0], &byte, 1) == 1)
+            emit arrived();
     });
     // A signal that is ignored stays ignored: nohup, for example, wants that.
     struct sigaction told {};

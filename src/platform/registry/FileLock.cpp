@@ -58,6 +58,6 @@ bool FileLock::isTheFileAtThePath(int descriptor) const
 {
     struct stat ours {};
     struct stat current {};
-    ::fstat(descriptor, &ours);
-    return ::stat(m_path.constData(), &current) == 0 && ours.st_ino == current.st_ino;
+    return ::fstat(descriptor, &ours) == 0 && ::stat(m_path.constData(), &current) == 0 &&
+           ours.st_dev == current.st_dev && ours.st_ino == current.st_ino;
 }
