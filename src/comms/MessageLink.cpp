@@ -133,15 +133,12 @@ void MessageLink::ArrancaConexion(bool throughModem)
 
 void MessageLink::waitWhileDialling()
 {
-    const QPointer<MessageLink> self(this);
     m_starting = true;
     QEventLoop loop;
     connect(this, &MessageLink::becameIdle, &loop, &QEventLoop::quit);
     m_modemDialogue->start();
-    if (self && m_state != LinkState::Idle)
+    if (m_state != LinkState::Idle)
         loop.exec();
-    if (!self)
-        return;
     m_starting = false;
     // The loop also ends when the program does: then nobody else ends the attempt.
     if (m_state != LinkState::Idle)

@@ -49,8 +49,9 @@ public:
     quint8 estacion() const;
     quint8 identificacion() const;
 
-    /// Opens the port, and with `throughModem` dials: it lets events run until that has ended. A
-    /// call while another is dialling does nothing; so ask isStarting before.
+    /// Opens the port, and with `throughModem` dials: it lets events run until that has ended, and
+    /// must not be deleted by them. A call while another is dialling does nothing; so ask
+    /// isStarting before.
     void ArrancaConexion(bool throughModem);
     /// Ends the connection: both ports closed, nothing awaited, no receiver bound. It also ends an
     /// ArrancaConexion that is dialling, which then returns to its caller.

@@ -8,8 +8,6 @@
 #include "StatusLog.h"
 #include "modGlobais.h"
 
-#include <QPointer>
-
 #include <functional>
 
 using namespace Qt::StringLiterals;
@@ -52,9 +50,8 @@ void ConnectionWorkflow::Conectar(bool throughModem)
         return;
     // Dialling lets events run, and no request may be sent between modem commands.
     m_crono.setTimerEnabled(false);
-    const QPointer<ConnectionWorkflow> self(this);
     m_link.ArrancaConexion(throughModem);
-    if (!self || m_globais.ShuttingDown)
+    if (m_globais.ShuttingDown)
         return;
     m_state = ConnectionState::Identifying;
     m_failedAttempts = 0;
