@@ -13,6 +13,7 @@ class TestFirmwareTransfer : public QObject {
 private slots:
     void nothingIsSentBeforeTheStart();
     void nothingIsSentWithoutLines();
+    void callOutsideATransferSendsNothing();
     void oneLineImageSendsOneMessageMarkedAsLast();
     void resetIsAskedForWithTheLastLineOnly();
     void lineBehindALinearBaseHasTheDocumentedBody();
@@ -92,6 +93,13 @@ void TestFirmwareTransfer::nothingIsSentWithoutLines()
     f.tick(20);
     QVERIFY(!f.hasRequest());
     QCOMPARE(f.transfer.state(), State::Idle);
+}
+
+void TestFirmwareTransfer::callOutsideATransferSendsNothing()
+{
+    Fixture f(lineA + end);
+    f.transfer.ProcesoDiferido();
+    QVERIFY(!f.hasRequest());
 }
 
 void TestFirmwareTransfer::oneLineImageSendsOneMessageMarkedAsLast()
