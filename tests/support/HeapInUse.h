@@ -1,14 +1,10 @@
 #pragma once
 
+#include "AddressSanitizer.h"
+
 #include <cstddef>
 #include <optional>
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__has_feature)
-#if defined(__SANITIZE_ADDRESS__) || __has_feature(address_sanitizer)
-#define HCT_ADDRESS_SANITIZER
-#include <sanitizer/allocator_interface.h>
-#endif
-#endif
 #ifdef __GLIBC__
 #include <malloc.h>
 #endif

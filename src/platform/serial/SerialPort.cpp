@@ -4,6 +4,8 @@
 
 #include <algorithm>
 
+SerialPort::~SerialPort() { wipe(m_input); }
+
 void SerialPort::setDtrEnabled(bool on)
 {
     m_dtr = on;

@@ -13,6 +13,7 @@ class SerialPort : public QObject {
     Q_OBJECT
 public:
     using QObject::QObject;
+    ~SerialPort() override;
 
     /// 1 for COM1. Change number and settings only while the port is closed.
     void setPortNumber(int number) { m_portNumber = number; }

@@ -1,7 +1,5 @@
 #include "PortFixture.h"
-#include "ProcessMemory.h"
 #include "SystemTickTimer.h"
-#include "Wipe.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -111,8 +109,6 @@ private slots:
     void byteClearedAfterItsAnnouncementIsNoReasonToClose();
     void byteThatAnotherProgramTookIsNoReasonToClose();
     void fullDriverIsNoReasonToClose();
-    void whatAFullDriverDidNotTakeIsNowhereAfterwards_data();
-    void whatAFullDriverDidNotTakeIsNowhereAfterwards();
     void bytesArriveWhileTheHandlerOfEarlierOnesRunsEvents();
     void awaitedBytesDoNotWakeTheProgramOneByOne();
     void restOfAnAnswerArrivesAfterTheRest();
@@ -241,35 +237,6 @@ void TestQtSerialPort::fullDriverIsNoReasonToClose()
     f.port.write("new");
     QTRY_VERIFY((heard += f.line.received()).endsWith("new"));
     QVERIFY(heard.size() < much);
-}
-
-void TestQtSerialPort::whatAFullDriverDidNotTakeIsNowhereAfterwards_data()
-{
-    QTest::addColumn<bool>("isPortDestroyed");
-    QTest::newRow("cleared") << false;
-    QTest::newRow("destroyed") << true;
-}
-
-void TestQtSerialPort::whatAFullDriverDidNotTakeIsNowhereAfterwards()
-{
-    QFETCH(bool, isPortDestroyed);
-    // "secret code"
-    constexpr const char* raised = "tfdsfu!dpef";
-    PortFixture f;
-    auto port = std::make_unique<QtSerialPort>(f.names);
-    port->open();
-    port->write(QByteArray(2'000'000, 'x'));
-    QByteArray secret(raised);
-    for (char& character : secret)
-        --character;
-    port->write(secret);
-    wipe(secret);
-    QVERIFY(ProcessMemory::occurrences(raised) >= 1);
-    if (isPortDestroyed)
-        port.reset();
-    else
-        port->clearOutput();
-    QCOMPARE(ProcessMemory::occurrences(raised), 0);
 }
 
 void TestQtSerialPort::bytesArriveWhileTheHandlerOfEarlierOnesRunsEvents()

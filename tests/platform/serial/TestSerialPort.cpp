@@ -1,8 +1,4 @@
 #include "FakeSerialPort.h"
-#ifdef Q_OS_LINUX
-#include "ProcessMemory.h"
-#include "Wipe.h"
-#endif
 
 #include <QSignalSpy>
 #include <QTest>
@@ -22,7 +18,6 @@ private slots:
     void readTakesTheReadLength();
     void clearedInputIsEmpty();
     void fullBufferDropsTheOldest();
-    void whatHasBeenReadIsNowhereInTheBuffer();
     void closingForgetsWhatHasArrived();
     void nothingArrivesAtAClosedPort();
     void deliveryOfNothingIsNotTold();
@@ -130,35 +125,6 @@ void TestSerialPort::fullBufferDropsTheOldest()
     port.setReadLength(65533);
     QCOMPARE(port.read(), QByteArray(65533, 'x'));
     QCOMPARE(port.read(), "new");
-}
-
-void TestSerialPort::whatHasBeenReadIsNowhereInTheBuffer()
-{
-#ifdef Q_OS_LINUX
-    // "secret code"
-    constexpr const char* raised = "tfdsfu!dpef";
-    FakeSerialPort port(m_clock);
-    port.open();
-    // The unread rest is near the end of the buffer when the secret comes, and what comes then no
-    // longer has room behind it.
-    port.setReadLength(65000);
-    for (int pass = 0; pass < 2; ++pass) {
-        port.arrive(QByteArray(65100, 'x'));
-        port.read();
-        port.read();
-    }
-    QByteArray secret(raised);
-    for (char& character : secret)
-        --character;
-    port.arrive(secret);
-    wipe(secret);
-    QVERIFY(ProcessMemory::occurrences(raised) >= 1);
-    port.arrive(QByteArray(60000, 'y'));
-    port.clearInput();
-    QCOMPARE(ProcessMemory::occurrences(raised), 0);
-#else
-    QSKIP("the memory of a process is searched on Linux only");
-#endif
 }
 
 void TestSerialPort::closingForgetsWhatHasArrived()
