@@ -91,15 +91,15 @@ void ClockSetting::mntSincronismo_Recibido(quint8 /*code*/, const QByteArray& /*
     }
     ++m_failedAttempts;
     if (m_failedAttempts >= mostAttempts)
-        giveUp();
+        giveUp(status);
 }
 
-void ClockSetting::giveUp()
+void ClockSetting::giveUp(LinkStatus status)
 {
     m_state = State::Idle;
     // A receiver may open a box. While it is open the connection may end, and this object is
     // deleted with its window.
     StatusLog& log = m_log;
-    emit gaveUp();
+    emit gaveUp(status);
     log.Rexistra(u"Error intentando puesta en hora del equipo"_s, false);
 }

@@ -58,14 +58,14 @@ public:
 
 signals:
     void accepted();
-    /// Three attempts have failed. The line in the log is written after all receivers have
-    /// returned, so after a box that they open.
-    void gaveUp();
+    /// Three attempts have failed, the last with `status`. The line in the log is written after all
+    /// receivers have returned, so after a box that they open.
+    void gaveUp(LinkStatus status);
 
 private:
     void send(const ClockFields& fields);
     void mntSincronismo_Recibido(quint8 code, const QByteArray& body, LinkStatus status);
-    void giveUp();
+    void giveUp(LinkStatus status);
 
     MessageLink& m_link;
     StatusLog& m_log;

@@ -74,15 +74,20 @@ void RemoteControl::sendStateRead()
 void RemoteControl::mntTelemando_Recibido(quint8 /*code*/, const QByteArray& /*body*/,
                                           LinkStatus status)
 {
-    if (status == LinkStatus::Good)
-        m_nextAction = NextAction::ReadState;
+    if (status != LinkStatus::Good) {
+        emit requestFailed(status);
+        return;
+    }
+    m_nextAction = NextAction::ReadState;
 }
 
 void RemoteControl::mntLectEstadoSaidas_Recibido(quint8 /*code*/, const QByteArray& body,
                                                  LinkStatus status)
 {
-    if (status != LinkStatus::Good)
+    if (status != LinkStatus::Good) {
+        emit requestFailed(status);
         return;
+    }
     const quint8 restBits = byteAt(body, 1);
     // In manual mode the switches show what the operator asked for, not what the clock does.
     if (!(m_manual && m_stateKnown))

@@ -46,6 +46,8 @@ signals:
     void switchMoved(int index, int position);
     /// Bit i is set while output i is off: the opposite of the outputs in the status block.
     void stateRead(quint8 restBits);
+    /// A request was not answered, or not accepted. It is sent again.
+    void requestFailed(LinkStatus status);
 
 private:
     void sendCommand();

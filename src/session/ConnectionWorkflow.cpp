@@ -123,6 +123,7 @@ void ConnectionWorkflow::mntIdentificacion_Recibido(quint8 /*code*/, const QByte
         return;
     }
     ++m_failedAttempts;
+    emit identificationFailed(status);
     const QString failure = u"Fallo en identificación del equipo"_s;
     if (m_failedAttempts >= mostFailures || m_state == ConnectionState::Closing)
         end(failure);
@@ -177,12 +178,13 @@ LinkStatus ConnectionWorkflow::checkedGeneralData(const QByteArray& body)
 void ConnectionWorkflow::takeGeneralData(const QByteArray& body)
 {
     m_globais.GeneralData = body;
-    if (m_established)
-        return;
-    emit connectionStatusChanged(true);
-    m_globais.GeneralDataAtConnect = body;
-    m_established = true;
-    ConnectionEstablished();
+    if (!m_established) {
+        emit connectionStatusChanged(true);
+        m_globais.GeneralDataAtConnect = body;
+        m_established = true;
+        ConnectionEstablished();
+    }
+    emit generalDataReceived();
 }
 
 void ConnectionWorkflow::ConnectionEstablished()

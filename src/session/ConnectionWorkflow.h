@@ -67,6 +67,10 @@ public:
     qint16 ClientId() const { return m_registration ? m_registration->id() : qint16(0); }
 
 signals:
+    /// General data has come and is in modGlobais::GeneralData.
+    void generalDataReceived();
+    /// An identification was not answered, or not accepted (LinkStatus::WrongAnswer).
+    void identificationFailed(LinkStatus status);
     /// From now on the commands that need a clock are enabled, and that of the settings is not.
     void clockCommandsUnlocked();
     /// The opposite.

@@ -54,6 +54,7 @@ private slots:
     void nothingReachesAStoppedSetting();
     void destructionUnderABoxIsHarmless();
     void pollingGoesOnAfterwards();
+    void reasonOfTheThirdFailureIsTold();
 };
 
 void TestClockSetting::datesAreJudgedByTheClocksRule_data()
@@ -231,6 +232,21 @@ void TestClockSetting::failedAnswerIsAskedForAgain()
     QCOMPARE(accepted.count(), 0);
     QCOMPARE(fixture.gaveUp.count(), 0);
     QVERIFY(fixture.log.lines.isEmpty());
+}
+
+void TestClockSetting::reasonOfTheThirdFailureIsTold()
+{
+    Setting fixture;
+    fixture.begin(State::Manual);
+    for (int attempt = 1; attempt <= 2; ++attempt) {
+        fixture.tick();
+        fixture.takeRequest();
+        fixture.refuse(0x01);
+    }
+    fixture.tick();
+    fixture.timeOut();
+    QCOMPARE(fixture.gaveUp.count(), 1);
+    QVERIFY(fixture.gaveUp.first().first().value<LinkStatus>() == LinkStatus::TimeOut);
 }
 
 void TestClockSetting::thirdFailureIsTold_data() { failedAnswerIsAskedForAgain_data(); }

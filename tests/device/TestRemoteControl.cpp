@@ -63,6 +63,7 @@ private slots:
     void closedPortChangesNothing();
     void nothingReachesAStoppedControl_data();
     void nothingReachesAStoppedControl();
+    void reasonOfAFailureIsTold();
 };
 
 void TestRemoteControl::firstRequestReadsTheStateInTheModeOfTheStart()
@@ -260,6 +261,21 @@ void TestRemoteControl::turningAutomaticDuringTheReadReadsWithMode0()
     remote.control.setManual(false);
     remote.answerHex("ca05");
     QCOMPARE(remote.next(), QByteArray("137 ca00"));
+}
+
+void TestRemoteControl::reasonOfAFailureIsTold()
+{
+    Remote remote(true);
+    QList<LinkStatus> told;
+    QObject::connect(&remote.control, &RemoteControl::requestFailed,
+                     [&told](LinkStatus status) { told += status; });
+    remote.next();
+    remote.timeOut();
+    remote.next();
+    remote.answerHex("ca05");
+    remote.next();
+    remote.answerHex("cb01");
+    QVERIFY(told == (QList{LinkStatus::TimeOut, LinkStatus::WrongAnswer}));
 }
 
 void TestRemoteControl::failedCommandIsRepeated_data()

@@ -43,7 +43,32 @@ private slots:
     void statusSixEndsTheConnection();
     void identificationWhileConnectedOnlyForgetsTheFailures();
     void callWithoutAConnectionAsksNothing();
+    void reasonOfAFailedIdentificationIsTold();
+    void generalDataIsTold();
 };
+
+void TestConnectionWorkflow::reasonOfAFailedIdentificationIsTold()
+{
+    QList<LinkStatus> told;
+    connect(m_workflow.get(), &ConnectionWorkflow::identificationFailed, this,
+            [&told](LinkStatus status) { told += status; });
+    connectToClock();
+    m_fixture->timeOut();
+    failIdentification();
+    QVERIFY(told == (QList{LinkStatus::TimeOut, LinkStatus::WrongAnswer}));
+}
+
+void TestConnectionWorkflow::generalDataIsTold()
+{
+    QList<QByteArray> told;
+    connect(m_workflow.get(), &ConnectionWorkflow::generalDataReceived, this,
+            [this, &told] { told += m_fixture->globais.GeneralData; });
+    identify();
+    QVERIFY(told.isEmpty());
+    answerPoll(LinkFixture::fullBlock());
+    answerPoll(LinkFixture::fullBlock(31));
+    QCOMPARE(told, (QList{LinkFixture::fullBlock(), LinkFixture::fullBlock(31)}));
+}
 
 void TestConnectionWorkflow::conectarLogsAndAsksAfterTenTicks()
 {
