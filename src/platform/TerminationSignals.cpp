@@ -21,11 +21,11 @@ std::array<int, 2> pipeEnds{-1, -1};
 /// The previous action of each signal.
 std::array<struct sigaction, watched.size()> previous;
 
-extern "C" void tellEventLoop(int)
+extern "C" void tellEventLoop(int number)
 {
     // The interrupted code may be about to read errno.
     const int error = errno;
-    const char byte = 1;
+    const char byte = static_cast<char>(number);
     [[maybe_unused]] const auto written = write(pipeEnds[1], &byte, 1);
     errno = error;
 }
@@ -40,7 +40,7 @@ TerminationSignals::TerminationSignals(QObject* parent) : QObject(parent)
     connect(notifier, &QSocketNotifier::activated, this, [this] {
         char byte = 0;
         if (read(pipeEnds[0], &byte, 1) == 1)
-            emit arrived();
+            emit arrived(byte);
     });
     // A signal that is ignored stays ignored: nohup, for example, wants that.
     struct sigaction told {};

@@ -13,5 +13,5 @@ public:
     ~TerminationSignals() override;
 
 signals:
-    void arrived();
+    void arrived(int signalNumber);
 };

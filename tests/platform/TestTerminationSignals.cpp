@@ -50,6 +50,7 @@ void TestTerminationSignals::signalIsTold()
     std::raise(number);
     QVERIFY(arrived.isEmpty());
     QTRY_COMPARE(arrived.count(), 1);
+    QCOMPARE(arrived.first().first().toInt(), number);
 }
 
 void TestTerminationSignals::ignoredSignalStaysIgnored()
