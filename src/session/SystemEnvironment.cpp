@@ -40,9 +40,9 @@ QString currentDirectory()
 
 } // namespace
 
-SystemEnvironment::SystemEnvironment()
+SystemEnvironment::SystemEnvironment(const PortNames::Variables& variables)
     : m_registry(machineRegistry()),
-      m_portNames(*m_registry),
+      m_portNames(variables ? PortNames(*m_registry, variables) : PortNames(*m_registry)),
       m_commSerie(std::make_unique<MachinePort>(m_portNames)),
       m_commModem(std::make_unique<MachinePort>(m_portNames)),
       m_tmrCrono(makeTickTimer()),

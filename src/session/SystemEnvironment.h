@@ -11,7 +11,8 @@
 /// The environment of this machine: its registry, serial ports, timers and clock.
 class SystemEnvironment {
 public:
-    SystemEnvironment();
+    /// `variables`, when given, name the devices of COM numbers in place of the environment's.
+    explicit SystemEnvironment(const PortNames::Variables& variables = {});
     ~SystemEnvironment();
 
     /// References to members of this, and the current directory.

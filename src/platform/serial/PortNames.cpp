@@ -78,8 +78,10 @@ QString registeredDevice(const Registry& registry, const QString& portName)
 
 } // namespace
 
-PortNames::PortNames(const Registry& registry)
-    : PortNames(registry, environmentValue, portsOfTheSystem)
+PortNames::PortNames(const Registry& registry) : PortNames(registry, environmentValue) {}
+
+PortNames::PortNames(const Registry& registry, Variables variables)
+    : PortNames(registry, std::move(variables), portsOfTheSystem)
 {}
 
 PortNames::PortNames(const Registry& registry, Variables variables, SystemPorts systemPorts)

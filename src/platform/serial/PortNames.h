@@ -17,6 +17,8 @@ public:
     using SystemPorts = std::function<QStringList()>;
 
     explicit PortNames(const Registry& registry);
+    /// `variables` takes the place of the environment.
+    PortNames(const Registry& registry, Variables variables);
     PortNames(const Registry& registry, Variables variables, SystemPorts systemPorts);
 
     static constexpr int highestNumber = 16;

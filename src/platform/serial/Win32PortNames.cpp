@@ -6,7 +6,11 @@ using namespace Qt::StringLiterals;
 
 // COM numbers are names of Windows itself: nothing needs to be looked up.
 
-PortNames::PortNames(const Registry& registry) : PortNames(registry, {}, {}) {}
+PortNames::PortNames(const Registry& registry) : PortNames(registry, {}) {}
+
+PortNames::PortNames(const Registry& registry, Variables variables)
+    : PortNames(registry, std::move(variables), {})
+{}
 
 PortNames::PortNames(const Registry& registry, Variables variables, SystemPorts systemPorts)
     : m_registry(registry), m_variables(std::move(variables)), m_systemPorts(std::move(systemPorts))
