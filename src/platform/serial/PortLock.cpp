@@ -4,6 +4,7 @@
 #include <QLockFile>
 
 #include <cerrno>
+#include <optional>
 
 #include <signal.h>
 
@@ -35,15 +36,30 @@ bool isRunning(qint64 process)
     return ::kill(static_cast<pid_t>(process), 0) == 0 || errno != ESRCH;
 }
 
+/// The process that has written the lock file.
+std::optional<qint64> holderOf(const QString& file)
+{
+    qint64 process = 0;
+    QString host;
+    QString program;
+    if (file.isEmpty() || !QLockFile(file).getLockInfo(&process, &host, &program))
+        return std::nullopt;
+    return process;
+}
+
 } // namespace
+
+bool isLocked(const QString& device)
+{
+    const auto holder = holderOf(lockFileOf(device));
+    return holder && isRunning(*holder);
+}
 
 QString abandonedLockFile(const QString& device)
 {
     QString file = lockFileOf(device);
-    qint64 process = 0;
-    QString host;
-    QString program;
-    if (!QLockFile(file).getLockInfo(&process, &host, &program) || isRunning(process))
+    const auto holder = holderOf(file);
+    if (!holder || isRunning(*holder))
         return {};
     return file;
 }

@@ -1,0 +1,72 @@
+#include "ClockRun.h"
+
+#include "CommonOptions.h"
+#include "Console.h"
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Shells and service managers expect this sum of a program that a signal has ended.
+constexpr int signalBase = 128;
+
+} // namespace
+
+ClockRun::ClockRun(Session& session, Console& console, const CommonOptions& options,
+                   MakeJob makeJob)
+    : m_session(session),
+      m_console(console),
+      m_makeJob(std::move(makeJob)),
+      m_connection(session, options.modemNumber, options.patience())
+{
+    connect(&m_connection, &Connection::established, this, &ClockRun::begin);
+    connect(&m_connection, &Connection::failed, this, &ClockRun::fail);
+    connect(&m_connection, &Connection::unanswered, this, [this](const QString& port) {
+        m_console.note(u"El reloj no contesta por %1; se sigue intentando."_s.arg(port));
+    });
+}
+
+void ClockRun::begin()
+{
+    m_job = m_makeJob(m_session, m_console);
+    // Later: the job is in the midst of an answer of the link.
+    connect(
+        m_job.get(), &ClockJob::finished, this,
+        [this](ExitStatus status) { end(qToUnderlying(status)); }, Qt::QueuedConnection);
+    m_job->begin();
+}
+
+void ClockRun::interrupt(int signalNumber)
+{
+    if (m_job && m_job->isEndless()) {
+        m_job->abandon();
+        return end(qToUnderlying(ExitStatus::Done));
+    }
+    abandon(u"Interrumpido."_s);
+    end(signalBase + signalNumber);
+}
+
+void ClockRun::fail(ExitStatus status, const QString& reason)
+{
+    abandon(reason);
+    end(qToUnderlying(status));
+}
+
+void ClockRun::abandon(const QString& why)
+{
+    if (m_over)
+        return;
+    const QString left = m_job ? m_job->abandon() : QString();
+    m_console.tell(left.isEmpty() ? why : why + u' ' + left);
+}
+
+void ClockRun::end(int exitStatus)
+{
+    if (m_over)
+        return;
+    m_over = true;
+    m_session.workflow().unload();
+    emit ended(exitStatus);
+}

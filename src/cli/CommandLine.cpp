@@ -1,0 +1,123 @@
+#include "CommandLine.h"
+
+#include "SpanishHelp.h"
+#include "Validators.h"
+
+#include <QStringList>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int longestWait = 3600;
+
+} // namespace
+
+CommandLine::CommandLine()
+    : m_app("Maneja los relojes programadores de señales HCT-7200 y HCT-7300.", "hctctl")
+{
+    m_app.formatter(std::make_shared<SpanishHelp>());
+    m_app.option_defaults()->group(SpanishHelp::optionGroup);
+    m_app.set_help_flag("-h,--help", "Muestra esta ayuda")->group(SpanishHelp::optionGroup);
+    m_app.set_version_flag("--version", "hctctl " HCT_VERSION, "Muestra la versión")
+        ->group(SpanishHelp::optionGroup);
+    m_app.require_subcommand(1);
+    // So that common options can follow the command.
+    m_app.fallthrough();
+    m_app.footer(
+        "Acaba con 0 si todo ha ido bien, 1 si el reloj se niega o hay diferencias, 2 si la\n"
+        "orden o un archivo no sirven, 3 si falla el puerto, 4 si nadie contesta.");
+    addOptions();
+}
+
+void CommandLine::addOptions()
+{
+    CLI::Option* port =
+        m_app.add_option("--port", m_texts.port, "Puerto: COM3, /dev/ttyUSB0")->type_name("PORT");
+    port->check(validators::port());
+    m_app
+        .add_option("--line", m_texts.line,
+                    "Velocidad, y si hace falta paridad (N E O M S), bits de datos y de parada")
+        ->type_name("SPEED[,PARITY,DATA,STOP]")
+        ->check(validators::line());
+    m_app.add_option("--station", m_options.station, "Estación del reloj")
+        ->type_name("N")
+        ->check(validators::number(0, 255));
+    m_app.add_option("--identification", m_options.identification, "Número de identificación")
+        ->type_name("N")
+        ->check(validators::number(0, 255));
+    m_app
+        .add_option("--modem", m_texts.modem,
+                    "Llama a este teléfono por el módem de la configuración")
+        ->type_name("NUMBER")
+        ->check(validators::telephone())
+        ->excludes(port);
+    m_app
+        .add_option("--wait", m_options.wait,
+                    "Cuánto se intenta llegar al reloj (10 segundos; 90 por módem)")
+        ->type_name("SECONDS")
+        ->check(validators::number(1, longestWait));
+    m_app.add_flag("--json", m_options.json, "Da el resultado como un objeto JSON");
+    m_app
+        .add_option("--trace", m_texts.trace,
+                    "Escribe en FILE, para el servicio técnico, lo que pasa por la línea")
+        ->type_name("FILE");
+    m_app.add_flag("--quiet", m_options.quiet, "Solo dice el resultado y lo que falla");
+}
+
+CLI::App& CommandLine::addVerb(CLI::App& group, const char* name, const char* description)
+{
+    CLI::App* verb = group.add_subcommand(name, description);
+    verb->group(SpanishHelp::verbGroup);
+    verb->option_defaults()->group(SpanishHelp::optionGroup);
+    verb->get_help_ptr()->group(SpanishHelp::optionGroup);
+    return *verb;
+}
+
+CLI::App& CommandLine::addGroup(const char* name, const char* description)
+{
+    CLI::App& group = addVerb(name, description);
+    group.require_subcommand(1);
+    return group;
+}
+
+std::variant<Order, int> CommandLine::read(const QStringList& arguments)
+{
+    // The parser takes them from the end.
+    std::vector<std::string> reversed;
+    for (auto argument = arguments.crbegin(); argument != arguments.crend(); ++argument)
+        reversed.push_back(argument->toStdString());
+    try {
+        m_app.parse(reversed);
+    } catch (const CLI::Success& success) {
+        return m_app.exit(success);
+    } catch (const CLI::ParseError& error) {
+        return tellMistake(error);
+    }
+    m_options.port = QString::fromStdString(m_texts.port);
+    m_options.line = QString::fromStdString(m_texts.line);
+    m_options.modemNumber = QString::fromStdString(m_texts.modem);
+    m_options.trace = QString::fromStdString(m_texts.trace);
+    return Order{m_options, m_actions.at(chosenVerb())};
+}
+
+int CommandLine::tellMistake(const CLI::ParseError& error) const
+{
+    QStringList unknown;
+    for (const std::string& word : m_app.remaining(true))
+        unknown += QString::fromStdString(word);
+    const QString sentence =
+        SpanishHelp::failure(error, unknown) + u"\nLa ayuda se ve con: hctctl --help\n"_s;
+    std::fputs(sentence.toUtf8().constData(), stderr);
+    return qToUnderlying(ExitStatus::Usage);
+}
+
+const CLI::App* CommandLine::chosenVerb() const
+{
+    const CLI::App* verb = &m_app;
+    while (!verb->get_subcommands().empty())
+        verb = verb->get_subcommands().front();
+    return verb;
+}

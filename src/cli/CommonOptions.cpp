@@ -1,0 +1,70 @@
+#include "CommonOptions.h"
+
+#include "CommSettings.h"
+#include "PortNames.h"
+
+#include <QStringList>
+
+#include <map>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::chrono::seconds patienceByCable{10};
+constexpr std::chrono::seconds patienceByModem{90};
+
+/// The settings' name for a letter.
+QString parityName(QChar letter)
+{
+    static const std::map<QChar, QString> names{
+        {u'E', u"Par"_s}, {u'O', u"Impar"_s}, {u'M', u"Marca"_s}, {u'S', u"Espacio"_s}};
+    const auto found = names.find(letter.toUpper());
+    return found == names.end() ? u"Ninguna"_s : found->second;
+}
+
+} // namespace
+
+std::optional<int> comNumber(const QString& port)
+{
+    bool isNumber = false;
+    const int number = port.mid(3).toInt(&isNumber);
+    if (!port.startsWith(u"COM"_s, Qt::CaseInsensitive) || !isNumber || number < 1 ||
+        number > PortNames::highestNumber)
+        return std::nullopt;
+    return number;
+}
+
+QString completedLine(const QString& line, const QString& whole)
+{
+    QStringList parts = line.split(u',');
+    parts += whole.split(u',').mid(parts.size());
+    return parts.join(u',');
+}
+
+std::chrono::seconds CommonOptions::patience() const
+{
+    if (wait)
+        return std::chrono::seconds(*wait);
+    return isThroughModem() ? patienceByModem : patienceByCable;
+}
+
+QString CommonOptions::devicePath() const { return comNumber(port) ? QString() : port; }
+
+void CommonOptions::applyTo(CommSettings& settings) const
+{
+    if (!port.isEmpty())
+        settings.directPort = QString::number(comNumber(port).value_or(1) - 1);
+    if (!line.isEmpty()) {
+        const QStringList parts = completedLine(line, settings.directLine()).split(u',');
+        settings.directSpeed = parts[0];
+        settings.modemSpeed = parts[0];
+        settings.directParity = parityName(parts[1].at(0));
+        settings.directBits = parts[2];
+        settings.directStopBits = parts[3];
+    }
+    if (station)
+        settings.station = QString::number(*station);
+    if (identification)
+        settings.identification = QString::number(*identification);
+}

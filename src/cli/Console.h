@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QJsonObject>
+#include <QString>
+
+/// Standard output, for results only, and standard error, for everything else. Texts are written in
+/// UTF-8 and at once. When the reader of the results is gone, `print` fails and the program goes
+/// on.
+class Console {
+public:
+    enum class Form { Text, Json };
+    /// Quiet: notes are dropped, errors are not.
+    enum class Notes { Shown, Quiet };
+
+    Console(Form form, Notes notes);
+
+    bool isJson() const { return m_form == Form::Json; }
+    bool isQuiet() const { return m_notes == Notes::Quiet; }
+
+    /// A line of the result; false when it could not be written.
+    bool print(const QString& line);
+    /// The result as an object, in one line.
+    bool print(const QJsonObject& object);
+    /// The result in the form that the user wants.
+    bool print(const QJsonObject& object, const QString& text);
+    /// Whether every result has been written. A pipe that its reader has closed is no failure.
+    bool hasWrittenAll() const { return !m_failed; }
+
+    /// A sentence about what is going on.
+    void note(const QString& text);
+    /// A sentence that is always told, such as the reason of a failure.
+    void tell(const QString& text);
+    /// Replaces the last line of the terminal, see isTerminal. Without a text the line is empty.
+    void showLine(const QString& text);
+    /// Whether standard error is a terminal, on which lines can be replaced.
+    bool isTerminal() const;
+
+private:
+    const Form m_form;
+    const Notes m_notes;
+    bool m_failed = false;
+};

@@ -1,0 +1,77 @@
+#include "Order.h"
+
+#include "Console.h"
+#include "Spanish.h"
+#include "StatusLog.h"
+#include "SystemEnvironment.h"
+#include "TerminationSignals.h"
+#include "TraceFile.h"
+
+#include <QCoreApplication>
+#include <QTranslator>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// hctctl tells in its own words what happens.
+class NoLog final : public StatusLog {
+public:
+    void Rexistra(const QString& /*message*/, bool /*show*/) override {}
+};
+
+PortNames::Variables variablesWith(const QString& devicePath)
+{
+    if (devicePath.isEmpty())
+        return {};
+    return [devicePath](const QString& name) {
+        return name == u"HCT_COM1" ? devicePath : qEnvironmentVariable(name.toLatin1().constData());
+    };
+}
+
+int runWithClock(const CommonOptions& options, const ClockRun::MakeJob& makeJob, Console& console)
+{
+    SystemEnvironment system(variablesWith(options.devicePath()));
+    NoLog log;
+    Session session(system.environment(), log);
+    options.applyTo(session.settings());
+    session.link().ApplySettings();
+
+    ClockRun run(session, console, options, makeJob);
+    const TerminationSignals termination;
+    QObject::connect(&termination, &TerminationSignals::arrived, &run, &ClockRun::interrupt);
+    QObject::connect(
+        &run, &ClockRun::ended, qApp, [](int status) { QCoreApplication::exit(status); },
+        Qt::QueuedConnection);
+    QMetaObject::invokeMethod(&run, &ClockRun::start, Qt::QueuedConnection);
+    return QCoreApplication::exec();
+}
+
+} // namespace
+
+int carryOut(const Order& order, std::chrono::steady_clock::time_point programStart)
+{
+    const CommonOptions& options = order.options;
+    Console console(options.json ? Console::Form::Json : Console::Form::Text,
+                    options.quiet ? Console::Notes::Quiet : Console::Notes::Shown);
+    QTranslator toolkit;
+    speakSpanish(toolkit);
+    std::optional<TraceFile> trace;
+    if (!options.trace.isEmpty()) {
+        trace.emplace(options.trace, programStart);
+        if (!trace->isOpen()) {
+            console.tell(trace->error());
+            return qToUnderlying(ExitStatus::Usage);
+        }
+    }
+    int status = 0;
+    if (const auto* alone = std::get_if<AloneAction>(&order.action))
+        status = qToUnderlying((*alone)(console));
+    else
+        status = runWithClock(options, std::get<ClockRun::MakeJob>(order.action), console);
+    if (status == 0 && !console.hasWrittenAll()) {
+        console.tell(u"No se ha podido escribir el resultado."_s);
+        status = qToUnderlying(ExitStatus::Usage);
+    }
+    return status;
+}

@@ -1,0 +1,54 @@
+#include "SpanishHelp.h"
+
+#include <QStringList>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::size_t columnWidth = 34;
+
+/// The name at the beginning of a message such as "--port: 1 required TEXT missing".
+QString nameIn(const QString& message) { return message.section(u' ', 0, 0).remove(u':'); }
+
+} // namespace
+
+SpanishHelp::SpanishHelp()
+{
+    column_width(columnWidth);
+    label("Usage", "Uso");
+    label("OPTIONS", "opciones");
+    label("SUBCOMMAND", "orden");
+    label("SUBCOMMANDS", "orden");
+    label("Positionals", "Argumentos");
+    label("REQUIRED", "(obligatorio)");
+    label("Excludes", "No con");
+}
+
+std::string SpanishHelp::make_help(const CLI::App* app, std::string name,
+                                   CLI::AppFormatMode mode) const
+{
+    return make_description(app) + make_usage(app, std::move(name)) + make_positionals(app) +
+           make_groups(app, mode) + make_subcommands(app, mode) + '\n' + make_footer(app);
+}
+
+QString SpanishHelp::failure(const CLI::ParseError& error, const QStringList& unknown)
+{
+    const QString kind = QString::fromStdString(error.get_name());
+    const QString message = QString::fromUtf8(error.what());
+    const QString name = nameIn(message);
+    if (!unknown.isEmpty())
+        return u"No se entiende \"%1\"."_s.arg(unknown.join(u' '));
+    if (kind == u"ValidationError")
+        return message + u'.';
+    if (kind == u"ArgumentMismatch")
+        return message.contains(u"required"_s) ? u"Falta el valor de %1."_s.arg(name)
+                                               : u"%1 lleva un solo valor."_s.arg(name);
+    if (kind == u"ExcludesError")
+        return u"%1 y %2 no pueden ir juntas."_s.arg(name, message.section(u' ', -1));
+    if (kind == u"RequiredError" && message.startsWith(u"A subcommand"_s))
+        return u"Falta la orden."_s;
+    if (kind == u"RequiredError")
+        return u"Falta %1."_s.arg(name);
+    return u"No se entiende la línea de órdenes (%1)."_s.arg(message);
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <QString>
+
+/// What hctctl says about its usage, in Spanish: the help pages, and what is wrong with a command
+/// line. Its groups are `optionGroup` and `verbGroup`.
+class SpanishHelp final : public CLI::Formatter {
+public:
+    static constexpr const char* optionGroup = "Opciones";
+    static constexpr const char* verbGroup = "Órdenes";
+
+    SpanishHelp();
+
+    std::string make_help(const CLI::App* app, std::string name,
+                          CLI::AppFormatMode mode) const override;
+
+    /// A sentence about a failure of the parser. `unknown` are the words that it did not
+    /// understand.
+    static QString failure(const CLI::ParseError& error, const QStringList& unknown);
+};

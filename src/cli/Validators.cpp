@@ -1,0 +1,66 @@
+#include "Validators.h"
+
+#include "CommonOptions.h"
+#include "LineSettings.h"
+
+#include <QRegularExpression>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString reasonOfPort(const QString& port)
+{
+    if (comNumber(port))
+        return {};
+    const QString numbers = u"COM1 a COM16"_s;
+#ifdef Q_OS_WIN
+    return u"\"%1\" no es un puerto: indique %2"_s.arg(port, numbers);
+#else
+    static const QRegularExpression number(u"^COM\\d*$"_s,
+                                           QRegularExpression::CaseInsensitiveOption);
+    if (port.isEmpty() || number.match(port).hasMatch())
+        return u"\"%1\" no es un puerto: indique %2, o un dispositivo como /dev/ttyUSB0"_s.arg(
+            port, numbers);
+    return {};
+#endif
+}
+
+} // namespace
+
+CLI::Validator validators::makeValidator(const std::function<QString(const QString& text)>& reason)
+{
+    return CLI::Validator(
+        [reason](std::string& text) { return reason(QString::fromStdString(text)).toStdString(); },
+        "");
+}
+
+CLI::Validator validators::number(int lowest, int highest)
+{
+    return makeValidator([lowest, highest](const QString& text) {
+        bool isNumber = false;
+        const int value = text.toInt(&isNumber);
+        return isNumber && value >= lowest && value <= highest
+                   ? QString()
+                   : u"\"%1\" no es un número de %2 a %3"_s.arg(text).arg(lowest).arg(highest);
+    });
+}
+
+CLI::Validator validators::port() { return makeValidator(reasonOfPort); }
+
+CLI::Validator validators::line()
+{
+    return makeValidator([](const QString& text) {
+        const LineSettingsResult result = parseLineSettings(completedLine(text, u"9600,N,8,1"_s));
+        return result.settings ? QString() : result.reason.chopped(1);
+    });
+}
+
+CLI::Validator validators::telephone()
+{
+    return makeValidator([](const QString& text) {
+        static const QRegularExpression digits(u"^\\+?[0-9,*#]+$"_s);
+        return digits.match(text).hasMatch() ? QString()
+                                             : u"\"%1\" no es un número de teléfono"_s.arg(text);
+    });
+}

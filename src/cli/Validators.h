@@ -1,0 +1,24 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include <QString>
+
+#include <functional>
+
+/// The checks of what is typed on the command line, with their reasons in Spanish.
+namespace validators {
+
+/// `reason` gives why a text is wrong, empty when it is right.
+CLI::Validator makeValidator(const std::function<QString(const QString& text)>& reason);
+
+/// A whole number of this range.
+CLI::Validator number(int lowest, int highest);
+/// A COM number, or the path of a device where the system has such.
+CLI::Validator port();
+/// "9600", "9600,N", "9600,N,8" or "9600,N,8,1".
+CLI::Validator line();
+/// A telephone number as a modem takes it.
+CLI::Validator telephone();
+
+} // namespace validators

@@ -1,0 +1,9 @@
+#include "Commands.h"
+
+void addCommands(CommandLine& commandLine)
+{
+    addStatusCommand(commandLine);
+    addClockCommands(commandLine);
+    addOutputsCommand(commandLine);
+    addPortsCommand(commandLine);
+}

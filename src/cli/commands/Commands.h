@@ -1,0 +1,11 @@
+#pragma once
+
+class CommandLine;
+
+/// Adds all commands of hctctl. Each group of commands is a function of its own file.
+void addCommands(CommandLine& commandLine);
+
+void addStatusCommand(CommandLine& commandLine);
+void addClockCommands(CommandLine& commandLine);
+void addOutputsCommand(CommandLine& commandLine);
+void addPortsCommand(CommandLine& commandLine);
