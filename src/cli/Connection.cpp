@@ -3,6 +3,8 @@
 #include "SerialPort.h"
 #include "StatusBlock.h"
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 Connection::Connection(Session& session, const QString& number, std::chrono::seconds patience)
@@ -60,7 +62,8 @@ void Connection::attemptEnded()
                     "corriente."_s);
     if (m_throughModem || m_lastIdentification == LinkStatus::WrongAnswer)
         return failUnreached();
-    emit unanswered(device());
+    if (!std::exchange(m_unanswered, true))
+        emit unanswered(device());
     attempt();
 }
 
@@ -98,6 +101,11 @@ void Connection::failUnreached()
     case LinkStatus::ConnectionOver:
     case LinkStatus::PortClosed: break;
     }
+    if (m_throughModem)
+        return fail(
+            ExitStatus::Silent,
+            u"Nadie contesta a la llamada: compruebe el número, la cobertura y que el reloj "
+            "tiene corriente."_s);
     fail(ExitStatus::Silent,
          u"Nadie contesta por %1: compruebe el cable, que el reloj tiene corriente, la velocidad y "
          "la estación (%2)."_s.arg(device())

@@ -42,8 +42,8 @@ QString SpanishHelp::failure(const CLI::ParseError& error, const QStringList& un
     if (kind == u"ValidationError")
         return message + u'.';
     if (kind == u"ArgumentMismatch")
-        return message.contains(u"required"_s) ? u"Falta el valor de %1."_s.arg(name)
-                                               : u"%1 lleva un solo valor."_s.arg(name);
+        return message.endsWith(u"missing"_s) ? u"Falta el valor de %1."_s.arg(name)
+                                              : u"%1 lleva un solo valor."_s.arg(name);
     if (kind == u"ExcludesError")
         return u"%1 y %2 no pueden ir juntas."_s.arg(name, message.section(u' ', -1));
     if (kind == u"RequiredError" && message.startsWith(u"A subcommand"_s))

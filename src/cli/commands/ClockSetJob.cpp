@@ -52,7 +52,7 @@ QString ClockSetJob::abandon()
     const bool taken = m_accepted.isValid();
     stop();
     return taken ? u"El reloj ha aceptado la hora, pero no se ha podido comprobar."_s
-                 : u"El reloj no se ha puesto en hora."_s;
+                 : u"El reloj no ha confirmado la hora."_s;
 }
 
 bool ClockSetJob::isToBeSet() const
@@ -71,10 +71,11 @@ void ClockSetJob::set()
 void ClockSetJob::fail(LinkStatus status)
 {
     stop();
-    m_console.tell(exitStatusOf(status) == ExitStatus::Refused
-                       ? u"El reloj no acepta la fecha y la hora."_s
-                       : u"El reloj ha dejado de contestar y no se ha puesto en hora: compruebe el "
-                         "cable y repita la orden."_s);
+    m_console.tell(
+        exitStatusOf(status) == ExitStatus::Refused
+            ? u"El reloj no acepta la fecha y la hora."_s
+            : u"El reloj ha dejado de contestar y no ha confirmado la hora: compruebe el "
+              "cable y repita la orden."_s);
     emit finished(exitStatusOf(status));
 }
 

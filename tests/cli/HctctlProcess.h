@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+
+/// hctctl as a process of its own.
+class HctctlProcess {
+public:
+    ~HctctlProcess();
+
+    void start(const QStringList& arguments);
+    /// The next line on standard output; on standard error.
+    QString nextLine();
+    QString nextErrorLine();
+    void sendSignal(int number);
+    /// Waits for its end; the exit status, -1 when it did not end by itself.
+    int exitStatus();
+    /// What has not been read by lines, after its end.
+    QString output() { return QString::fromUtf8(m_process.readAllStandardOutput()); }
+    QString errors() { return QString::fromUtf8(m_process.readAllStandardError()); }
+
+    /// Runs it to its end; the exit status.
+    int run(const QStringList& arguments);
+    /// Runs it to its end with a reader that goes away after the first line; the exit status.
+    int runForOneLine(const QStringList& arguments);
+
+private:
+    QProcess m_process;
+};
+
+/// Reads an object as another program does, and writes it with sorted keys.
+QString readByAnotherProgram(const QString& json);
+/// The texts without the number of seconds that the clock is ahead, which no test can know.
+QString withoutDifference(QString text);

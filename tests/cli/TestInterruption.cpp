@@ -1,0 +1,90 @@
+#include "HctctlProcess.h"
+#include "SimulatorProcess.h"
+
+#include <QTest>
+
+#include <csignal>
+
+using namespace Qt::StringLiterals;
+
+/// Commands that a signal ends: what the clock has not taken is told.
+class TestInterruption : public QObject {
+    Q_OBJECT
+private slots:
+    void interruptedSearchIsTold_data();
+    void interruptedSearchIsTold();
+    void interruptedCommandTellsWhatIsLeft_data();
+    void interruptedCommandTellsWhatIsLeft();
+    void portIsFreeAfterwards();
+};
+
+void TestInterruption::interruptedSearchIsTold_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::addColumn<int>("status");
+    QTest::newRow("SIGINT") << SIGINT << 130;
+    QTest::newRow("SIGTERM") << SIGTERM << 143;
+}
+
+void TestInterruption::interruptedSearchIsTold()
+{
+    QFETCH(int, signal);
+    QFETCH(int, status);
+    const SimulatorProcess clock({u"--fault"_s, u"silent always"_s});
+    HctctlProcess hctctl;
+    hctctl.start({u"status"_s, u"--wait"_s, u"600"_s, u"--line"_s, u"115200"_s, u"--port"_s,
+                  clock.device()});
+    QCOMPARE(hctctl.nextErrorLine(),
+             u"El reloj no contesta por %1; se sigue intentando."_s.arg(clock.device()));
+    hctctl.sendSignal(signal);
+    QCOMPARE(hctctl.exitStatus(), status);
+    QCOMPARE(hctctl.output(), QString());
+    QCOMPARE(hctctl.errors(), u"Interrumpido.\n"_s);
+}
+
+void TestInterruption::interruptedCommandTellsWhatIsLeft_data()
+{
+    QTest::addColumn<QString>("requests");
+    QTest::addColumn<QStringList>("command");
+    QTest::addColumn<QString>("told");
+    QTest::newRow("clock set") << u"on clock"_s
+                               << QStringList{u"clock"_s, u"set"_s, u"--at"_s,
+                                              u"2030-01-01T00:00:00"_s}
+                               << u"Interrumpido. El reloj no ha confirmado la hora.\n"_s;
+    QTest::newRow("outputs") << u"after 1 on mode"_s << QStringList{u"outputs"_s, u"1=on"_s}
+                             << u"Interrumpido. El reloj puede haber quedado en modo manual; para "
+                                "volver al automático: hctctl outputs auto\n"_s;
+}
+
+// At 300 bit/s the program waits long for the answer that does not come.
+void TestInterruption::interruptedCommandTellsWhatIsLeft()
+{
+    QFETCH(QString, requests);
+    QFETCH(QStringList, command);
+    QFETCH(QString, told);
+    SimulatorProcess clock({u"--frozen"_s, u"--fault"_s, u"silent always "_s + requests});
+    HctctlProcess hctctl;
+    hctctl.start(command + QStringList{u"--line"_s, u"300"_s, u"--port"_s, clock.device()});
+    QTRY_VERIFY_WITH_TIMEOUT(clock.state(u"mode"_s) == u"manual"_s ||
+                                 clock.state(u"time"_s) == u"2030-01-01T00:00:00"_s,
+                             30000);
+    hctctl.sendSignal(SIGTERM);
+    QCOMPARE(hctctl.exitStatus(), 143);
+    QCOMPARE(hctctl.output(), QString());
+    QCOMPARE(hctctl.errors(), told);
+}
+
+void TestInterruption::portIsFreeAfterwards()
+{
+    const SimulatorProcess clock;
+    HctctlProcess watching;
+    watching.start({u"status"_s, u"--watch"_s, u"--port"_s, clock.device()});
+    QVERIFY(!watching.nextLine().isEmpty());
+    watching.sendSignal(SIGTERM);
+    QCOMPARE(watching.exitStatus(), 0);
+    HctctlProcess hctctl;
+    QCOMPARE(hctctl.run({u"status"_s, u"--port"_s, clock.device()}), 0);
+}
+
+QTEST_GUILESS_MAIN(TestInterruption)
+#include "TestInterruption.moc"

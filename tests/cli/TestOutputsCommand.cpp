@@ -1,0 +1,134 @@
+#include "HctctlProcess.h"
+#include "SimulatorProcess.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+
+/// `hctctl outputs`, over the line. Output 1 is "Avisos 1", which is bit 2 of the clock.
+class TestOutputsCommand : public QObject {
+    Q_OBJECT
+private slots:
+    void modeAndStatesAreShown();
+    void showingChangesNothing();
+    void switchingEntersManualModeAndSaysSo_data();
+    void switchingEntersManualModeAndSaysSo();
+    void outputsThatAreNotNamedStayAsTheyAre();
+    void manualModeIsToldEvenWhenQuiet();
+    void outputsAreGivenBack();
+    void refusalIsTold();
+    void silenceIsTold();
+};
+
+namespace {
+
+const QString manualWarning =
+    u"El reloj queda en modo manual y no sigue su programa; para volver al "
+    "automático: hctctl outputs auto\n"_s;
+
+} // namespace
+
+void TestOutputsCommand::modeAndStatesAreShown()
+{
+    const SimulatorProcess clock;
+    HctctlProcess hctctl;
+    QCOMPARE(hctctl.run({u"outputs"_s, u"--port"_s, clock.device()}), 0);
+    QCOMPARE(hctctl.output(), u"Modo:     automático\n"
+                              "Avisos 1: apagado\n"
+                              "Avisos 2: apagado\n"
+                              "Avisos 3: apagado\n"_s);
+    QCOMPARE(hctctl.errors(), QString());
+}
+
+void TestOutputsCommand::showingChangesNothing()
+{
+    SimulatorProcess clock;
+    clock.command(u"outputs 1"_s);
+    HctctlProcess hctctl;
+    QCOMPARE(hctctl.run({u"outputs"_s, u"--json"_s, u"--port"_s, clock.device()}), 0);
+    QCOMPARE(hctctl.output(), uR"({"mode":"manual","outputs":[false,false,true]})"_s + u'\n');
+    QCOMPARE(hctctl.errors(), manualWarning);
+    QCOMPARE(clock.state(u"mode"_s), u"manual"_s);
+}
+
+void TestOutputsCommand::switchingEntersManualModeAndSaysSo_data()
+{
+    QTest::addColumn<QString>("model");
+    QTest::newRow("HCT-7200") << u"7200"_s;
+    QTest::newRow("HCT-7300") << u"7300"_s;
+}
+
+void TestOutputsCommand::switchingEntersManualModeAndSaysSo()
+{
+    QFETCH(QString, model);
+    SimulatorProcess clock({u"--model"_s, model});
+    HctctlProcess hctctl;
+    QCOMPARE(
+        hctctl.run({u"outputs"_s, u"1=on"_s, u"2=off"_s, u"--json"_s, u"--port"_s, clock.device()}),
+        0);
+    const QString output = hctctl.output();
+    QCOMPARE(output, uR"({"mode":"manual","outputs":[true,false,false]})"_s + u'\n');
+    QCOMPARE(readByAnotherProgram(output) + u'\n', output);
+    QCOMPARE(hctctl.errors(), manualWarning);
+    QCOMPARE(clock.state(u"mode"_s), u"manual"_s);
+    QCOMPARE(clock.state(u"outputs"_s), u"0x04"_s);
+}
+
+void TestOutputsCommand::outputsThatAreNotNamedStayAsTheyAre()
+{
+    SimulatorProcess clock;
+    clock.command(u"outputs 0x04"_s);
+    HctctlProcess hctctl;
+    QCOMPARE(hctctl.run({u"outputs"_s, u"3=on"_s, u"--port"_s, clock.device()}), 0);
+    QCOMPARE(hctctl.output(), u"Modo:     manual\n"
+                              "Avisos 1: encendido\n"
+                              "Avisos 2: apagado\n"
+                              "Avisos 3: encendido\n"_s);
+    QCOMPARE(clock.state(u"outputs"_s), u"0x05"_s);
+}
+
+void TestOutputsCommand::manualModeIsToldEvenWhenQuiet()
+{
+    const SimulatorProcess clock;
+    HctctlProcess hctctl;
+    QCOMPARE(hctctl.run({u"outputs"_s, u"2=on"_s, u"--quiet"_s, u"--port"_s, clock.device()}), 0);
+    QCOMPARE(hctctl.errors(), manualWarning);
+}
+
+void TestOutputsCommand::outputsAreGivenBack()
+{
+    SimulatorProcess clock;
+    clock.command(u"outputs 7"_s);
+    HctctlProcess hctctl;
+    QCOMPARE(hctctl.run({u"outputs"_s, u"auto"_s, u"--json"_s, u"--port"_s, clock.device()}), 0);
+    QCOMPARE(hctctl.output(), uR"({"mode":"automatic","outputs":[false,false,false]})"_s + u'\n');
+    QCOMPARE(hctctl.errors(), QString());
+    QCOMPARE(clock.state(u"mode"_s), u"automatic"_s);
+}
+
+void TestOutputsCommand::refusalIsTold()
+{
+    const SimulatorProcess clock({u"--fault"_s, u"refuse always on outputs"_s});
+    HctctlProcess hctctl;
+    QCOMPARE(hctctl.run({u"outputs"_s, u"1=on"_s, u"--port"_s, clock.device()}), 1);
+    QCOMPARE(hctctl.output(), QString());
+    QCOMPARE(hctctl.errors(),
+             u"El reloj no acepta la orden para sus salidas. El reloj puede haber quedado en modo "
+             "manual; para volver al automático: hctctl outputs auto\n"_s);
+}
+
+void TestOutputsCommand::silenceIsTold()
+{
+    const SimulatorProcess clock({u"--fault"_s, u"silent always on mode"_s});
+    HctctlProcess hctctl;
+    QCOMPARE(hctctl.run(
+                 {u"outputs"_s, u"auto"_s, u"--line"_s, u"115200"_s, u"--port"_s, clock.device()}),
+             4);
+    QCOMPARE(hctctl.output(), QString());
+    QCOMPARE(hctctl.errors(),
+             u"El reloj ha dejado de contestar: compruebe el cable. El reloj puede "
+             "seguir en modo manual.\n"_s);
+}
+
+QTEST_GUILESS_MAIN(TestOutputsCommand)
+#include "TestOutputsCommand.moc"
