@@ -28,8 +28,12 @@ SpanishHelp::SpanishHelp()
 std::string SpanishHelp::make_help(const CLI::App* app, std::string name,
                                    CLI::AppFormatMode mode) const
 {
-    return make_description(app) + make_usage(app, std::move(name)) + make_positionals(app) +
-           make_groups(app, mode) + make_subcommands(app, mode) + '\n' + make_footer(app);
+    std::string page = make_description(app) + make_usage(app, std::move(name)) +
+                       make_positionals(app) + make_groups(app, mode) +
+                       make_subcommands(app, mode) + '\n';
+    if (app->get_parent())
+        page += "Las opciones comunes a todas las órdenes se ven con: hctctl --help\n";
+    return page + make_footer(app);
 }
 
 QString SpanishHelp::failure(const CLI::ParseError& error, const QStringList& unknown)

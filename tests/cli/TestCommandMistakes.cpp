@@ -45,6 +45,8 @@ void TestCommandMistakes::helpOfACommandIsItsOwn()
     const QString help = hctctl.output();
     QVERIFY(help.startsWith(u"Pone el reloj en hora\nUso: hctctl clock set [opciones]\n"_s));
     QVERIFY(help.contains(u"  --if-off-by SECONDS "_s));
+    QVERIFY(
+        help.contains(u"\nLas opciones comunes a todas las órdenes se ven con: hctctl --help\n"_s));
 }
 
 void TestCommandMistakes::mistakeIsTold_data()
