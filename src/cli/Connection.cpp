@@ -19,6 +19,8 @@ Connection::Connection(Session& session, const QString& number, std::chrono::sec
     ConnectionWorkflow& workflow = session.workflow();
     connect(&workflow, &ConnectionWorkflow::identificationFailed, this,
             [this](LinkStatus status) { m_lastIdentification = status; });
+    connect(&workflow, &ConnectionWorkflow::generalDataFailed, this,
+            [this](LinkStatus status) { m_lastGeneralData = status; });
     connect(&workflow, &ConnectionWorkflow::generalDataReceived, this,
             &Connection::generalDataReceived);
     // Later: the workflow and the link are in the midst of taking the connection down.
@@ -42,7 +44,6 @@ void Connection::open()
 
 void Connection::attempt()
 {
-    m_lastIdentification = LinkStatus::TimeOut;
     m_session.workflow().Conectar(m_throughModem);
     if (m_over)
         return;
@@ -101,6 +102,11 @@ void Connection::failUnreached()
     case LinkStatus::ConnectionOver:
     case LinkStatus::PortClosed: break;
     }
+    if (exitStatusOf(m_lastGeneralData) == ExitStatus::Refused)
+        return fail(
+            ExitStatus::Refused,
+            u"El equipo contesta, pero no da sus datos generales: compruebe que es un HCT-7200 "
+            "o un HCT-7300."_s);
     if (m_throughModem)
         return fail(
             ExitStatus::Silent,

@@ -44,6 +44,7 @@ private:
     ModemCall m_call;
     QTimer m_patience;
     LinkStatus m_lastIdentification = LinkStatus::TimeOut;
+    LinkStatus m_lastGeneralData = LinkStatus::TimeOut;
     bool m_unanswered = false;
     bool m_established = false;
     bool m_over = false;

@@ -153,9 +153,12 @@ void ConnectionWorkflow::mntDatosXerais_Recibido(quint8 /*code*/, const QByteArr
     if (status == LinkStatus::Good) {
         m_failedAttempts = 0;
         takeGeneralData(body);
-    } else if (++m_failedAttempts >= mostFailures) {
-        m_failedAttempts = 0;
-        m_state = ConnectionState::Identifying;
+    } else {
+        emit generalDataFailed(status);
+        if (++m_failedAttempts >= mostFailures) {
+            m_failedAttempts = 0;
+            m_state = ConnectionState::Identifying;
+        }
     }
     if (status == LinkStatus::ConnectionOver) {
         m_state = ConnectionState::Disconnected;

@@ -71,6 +71,9 @@ signals:
     void generalDataReceived();
     /// An identification was not answered, or not accepted (LinkStatus::WrongAnswer).
     void identificationFailed(LinkStatus status);
+    /// A request for general data was not answered, or refused (LinkStatus::Refused), or its answer
+    /// is not one (LinkStatus::WrongAnswer).
+    void generalDataFailed(LinkStatus status);
     /// From now on the commands that need a clock are enabled, and that of the settings is not.
     void clockCommandsUnlocked();
     /// The opposite.

@@ -22,6 +22,7 @@ private slots:
     void identificationAndStationCanBeGiven();
     void speedOfTheLineCanBeGiven();
     void otherDeviceIsTold();
+    void refusedGeneralDataIsTold();
     void comNumberIsThatOfTheProgram();
     void portThatIsLostIsTold_data();
     void portThatIsLostIsTold();
@@ -131,6 +132,17 @@ void TestReachingTheClock::otherDeviceIsTold()
     QCOMPARE(hctctl.errors(),
              u"El equipo que contesta no es un HCT-7200 ni un HCT-7300 (es de tipo "
              "12): compruebe el puerto y la estación.\n"_s);
+}
+
+void TestReachingTheClock::refusedGeneralDataIsTold()
+{
+    const SimulatorProcess clock({u"--fault"_s, u"refuse always on general"_s});
+    HctctlProcess hctctl;
+    QCOMPARE(hctctl.run({u"status"_s, u"--wait"_s, u"1"_s, u"--port"_s, clock.device()}), 1);
+    QCOMPARE(hctctl.output(), QString());
+    QCOMPARE(hctctl.errors(),
+             u"El equipo contesta, pero no da sus datos generales: compruebe que es "
+             "un HCT-7200 o un HCT-7300.\n"_s);
 }
 
 void TestReachingTheClock::comNumberIsThatOfTheProgram()

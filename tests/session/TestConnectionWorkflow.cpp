@@ -45,6 +45,7 @@ private slots:
     void callWithoutAConnectionAsksNothing();
     void reasonOfAFailedIdentificationIsTold();
     void generalDataIsTold();
+    void reasonOfFailedGeneralDataIsTold();
 };
 
 void TestConnectionWorkflow::reasonOfAFailedIdentificationIsTold()
@@ -56,6 +57,21 @@ void TestConnectionWorkflow::reasonOfAFailedIdentificationIsTold()
     m_fixture->timeOut();
     failIdentification();
     QVERIFY(told == (QList{LinkStatus::TimeOut, LinkStatus::WrongAnswer}));
+}
+
+void TestConnectionWorkflow::reasonOfFailedGeneralDataIsTold()
+{
+    QList<LinkStatus> told;
+    connect(m_workflow.get(), &ConnectionWorkflow::generalDataFailed, this,
+            [&told](LinkStatus status) { told += status; });
+    identify();
+    QByteArray refused = LinkFixture::fullBlock();
+    refused[4] = 1;
+    answerPoll(refused);
+    answerPoll(LinkFixture::fullBlock().first(219));
+    m_fixture->tick(10);
+    m_fixture->timeOut();
+    QVERIFY(told == (QList{LinkStatus::Refused, LinkStatus::WrongAnswer, LinkStatus::TimeOut}));
 }
 
 void TestConnectionWorkflow::generalDataIsTold()
