@@ -44,7 +44,7 @@ void Progress::end(const QString& sentence)
 
 QString Progress::text(const QString& what, int done, int total, std::chrono::seconds left)
 {
-    const QString share =
+    QString share =
         u"%1: %2 % (%3 de %4)"_s.arg(what).arg(100 * qint64{done} / total).arg(done).arg(total);
     if (left == std::chrono::seconds::zero())
         return share;
