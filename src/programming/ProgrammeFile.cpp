@@ -10,12 +10,6 @@ namespace ProgrammeFile {
 
 namespace {
 
-constexpr int lastHour = 23;
-constexpr int lastMinute = 59;
-constexpr int lastMask = 31;
-constexpr int lastDay = 31;
-constexpr int lastMonth = 12;
-
 class LineWriter {
 public:
     void number(quint8 value) { line(QByteArray::number(value)); }

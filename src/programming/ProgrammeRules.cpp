@@ -11,24 +11,18 @@ namespace {
 
 std::optional<Violation> firstClash(const AlarmBlock& block, int number)
 {
-    const auto& alarms = block.Alarms;
-    for (std::size_t i = 0; i + 1 < alarms.size(); ++i) {
-        for (std::size_t j = i + 1; j < alarms.size(); ++j) {
-            const Alarm& first = alarms[i];
-            const Alarm& second = alarms[j];
-            if (!first.isActive() || !second.isActive() || first.Hour != second.Hour ||
-                first.Minute != second.Minute)
-                continue;
-            // Without leading zeros: 08:05 is written 8:5. This is intentional.
-            const QString text =
-                u"Error en el bloque de avisos %1. Está intentando programar múltiples avisos\r\n"
-                "para las %2:%3 horas."_s.arg(number + 1)
-                    .arg(first.Hour)
-                    .arg(first.Minute);
-            return Violation{Violation::Kind::Clash, number, static_cast<int>(j), text};
-        }
-    }
-    return std::nullopt;
+    const std::vector<Clash> found = clashes(block);
+    if (found.empty())
+        return std::nullopt;
+    const int later = found.front().second;
+    const Alarm& alarm = block.Alarms[static_cast<std::size_t>(later)];
+    // Without leading zeros: 08:05 is written 8:5. This is intentional.
+    const QString text =
+        u"Error en el bloque de avisos %1. Está intentando programar múltiples avisos\r\n"
+        "para las %2:%3 horas."_s.arg(number + 1)
+            .arg(alarm.Hour)
+            .arg(alarm.Minute);
+    return Violation{Violation::Kind::Clash, number, later, text};
 }
 
 bool carriesSpecialDays(const Alarm& alarm)
@@ -107,6 +101,20 @@ void clearInactive(AlarmBlock& block)
 }
 
 } // namespace
+
+std::vector<Clash> clashes(const AlarmBlock& block)
+{
+    std::vector<Clash> found;
+    for (int i = 0; i < AlarmBlock::alarmCount; ++i) {
+        const Alarm& first = block.Alarms[static_cast<std::size_t>(i)];
+        for (int j = i + 1; first.isActive() && j < AlarmBlock::alarmCount; ++j) {
+            const Alarm& second = block.Alarms[static_cast<std::size_t>(j)];
+            if (second.isActive() && first.Hour == second.Hour && first.Minute == second.Minute)
+                found.push_back({i, j});
+        }
+    }
+    return found;
+}
 
 std::optional<Violation> firstViolation(const Programme& programme, ClockModel model)
 {

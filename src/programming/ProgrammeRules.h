@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <optional>
+#include <vector>
 
 /// The rules for a programme before it is sent, and the form in which the clock needs it.
 namespace ProgrammeRules {
@@ -22,6 +23,17 @@ struct Violation {
     /// For the operator, in Spanish; lines are separated by CR LF.
     QString text;
 };
+
+/// Two active alarms of one block with the same time, 0 to 31 each.
+struct Clash {
+    int first;
+    int second;
+
+    bool operator==(const Clash&) const = default;
+};
+
+/// All pairs, in the order of their first and then of their second alarm.
+std::vector<Clash> clashes(const AlarmBlock& block);
 
 /// The first violation: clashes in all blocks first, then mode restrictions, which only the
 /// HCT-7300 has.

@@ -20,6 +20,7 @@ private slots:
     void inactiveAlarmsNeverClash();
     void sameTimeInTwoBlocksIsNoClash();
     void firstPairOfTheFirstBlockIsTold();
+    void everyPairOfABlockClashes();
     void clashOfALaterBlockComesBeforeARestrictionOfAnEarlierOne();
     void specialDaysAreRefusedInModesZeroAndOne();
     void singleWorkingDaysAreRefusedInModesTwoAndThree_data();
@@ -102,6 +103,17 @@ void TestProgrammeRules::firstPairOfTheFirstBlockIsTold()
     const auto violation = firstViolation(programme, hct7200);
     QCOMPARE(violation->block, 1);
     QVERIFY(violation->text.endsWith(u"para las 4:10 horas."));
+}
+
+void TestProgrammeRules::everyPairOfABlockClashes()
+{
+    using ProgrammeRules::Clash;
+    AlarmBlock block;
+    for (const std::size_t index : {0U, 5U, 31U})
+        block.Alarms[index] = samples::alarm(9, 0, {Monday});
+    block.Alarms[1] = samples::alarm(9, 0, {});
+    block.Alarms[2] = samples::alarm(9, 1, {Monday});
+    QVERIFY(ProgrammeRules::clashes(block) == (std::vector<Clash>{{0, 5}, {0, 31}, {5, 31}}));
 }
 
 void TestProgrammeRules::clashOfALaterBlockComesBeforeARestrictionOfAnEarlierOne()

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "ProgrammeCheck.h"
+
+#include <QByteArrayView>
+
+#include <optional>
+
+/// Reads the lines of a configuration file one after the other and notes what is wrong with each.
+class StrictLines {
+public:
+    explicit StrictLines(QByteArrayView text) : m_rest(text) {}
+
+    /// Passes a header line. Another text is a warning: headers are recognised by position.
+    void header(QByteArrayView expected);
+    /// The whole number of the next line; nothing when there is none from 0 to `last`. `what`
+    /// begins the sentence about it: "Hora del aviso 3 de la salida 1". `hint` ends it.
+    std::optional<quint8> number(const QString& what, int last, const QString& hint = {});
+    /// Notes the lines that are missing or too many. Call it after the last line.
+    void end();
+
+    void
+    note(int line, const QString& text,
+         ProgrammeCheck::Problem::Severity severity = ProgrammeCheck::Problem::Severity::Error);
+    /// The line that was read last, from 1.
+    int line() const { return m_line; }
+    const QList<ProgrammeCheck::Problem>& problems() const { return m_problems; }
+
+private:
+    std::optional<QByteArrayView> next();
+
+    QByteArrayView m_rest;
+    int m_line = 0;
+    /// 0 while no line is missing.
+    int m_firstMissing = 0;
+    QList<ProgrammeCheck::Problem> m_problems;
+};

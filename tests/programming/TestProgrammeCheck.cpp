@@ -1,0 +1,296 @@
+#include "ProgrammeCheck.h"
+#include "ProgrammeLines.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using ProgrammeCheck::Problem;
+
+constexpr auto hct7200 = ClockModel::Hct7200;
+constexpr auto hct7300 = ClockModel::Hct7300;
+
+namespace {
+
+/// "12: text" for an error, "12? text" for a warning.
+QStringList problems(const QByteArray& text, ClockModel model = hct7200)
+{
+    QStringList lines;
+    for (const Problem& problem : ProgrammeCheck::problemsOf(text, model))
+        lines.append(QString::number(problem.line) +
+                     (problem.severity == Problem::Severity::Error ? u": "_s : u"? "_s) +
+                     problem.text);
+    return lines;
+}
+
+} // namespace
+
+class TestProgrammeCheck : public QObject {
+    Q_OBJECT
+private slots:
+    void goodFileHasNoProblem();
+    void otherLineEndsAndBlanksAreNoProblem();
+    void otherHeaderIsAWarning();
+    void everyValueOutOfRangeIsTold_data();
+    void everyValueOutOfRangeIsTold();
+    void whatIsNoWholeNumberIsTold_data();
+    void whatIsNoWholeNumberIsTold();
+    void maskOutOfRangeNamesTheDaysOfTheMode();
+    void everyClashIsToldAtItsLaterAlarm();
+    void alarmThatCannotBeReadDoesNotClash();
+    void missingLinesAreTold();
+    void missingLastLineIsTold();
+    void emptyFileLacksEverything();
+    void linesTooManyAreTold();
+    void tooLongFileIsTold();
+    void dateThatNoCalendarHasIsTold();
+    void twentyNinthOfFebruaryIsADate();
+    void halfSetDateIsTold();
+    void periodWithoutStartOrEndIsTold();
+    void problemsComeInTheOrderOfTheirLines();
+    void warningsAloneAreNoErrors();
+};
+
+void TestProgrammeCheck::goodFileHasNoProblem()
+{
+    ProgrammeLines lines;
+    lines.block(1, 0) = "255";
+    lines.alarm(0, 31, 0) = "23";
+    lines.alarm(0, 31, 1) = "59";
+    lines.alarm(0, 31, 2) = "31";
+    lines.holiday(15, 0) = "31";
+    lines.holiday(15, 1) = "12";
+    lines.vacation(7, 0) = "23";
+    lines.vacation(7, 1) = "12";
+    lines.vacation(7, 2) = "7";
+    lines.vacation(7, 3) = "1";
+    QCOMPARE(problems(lines.text(), hct7200), QStringList());
+    QCOMPARE(problems(lines.text(), hct7300), QStringList());
+}
+
+void TestProgrammeCheck::otherLineEndsAndBlanksAreNoProblem()
+{
+    ProgrammeLines lines;
+    lines.block(0, 0) = " 5 ";
+    lines.alarm(0, 0, 0) = "\t07";
+    QByteArray text = lines.text("\n");
+    QCOMPARE(problems(text), QStringList());
+    text.chop(1);
+    QCOMPARE(problems(text), QStringList());
+}
+
+void TestProgrammeCheck::otherHeaderIsAWarning()
+{
+    ProgrammeLines lines;
+    lines.all[99] = "--AVISOS 3--";
+    lines.all[330] = "Vacaciones\x01";
+    QCOMPARE(
+        problems(lines.text()),
+        (QStringList{
+            u"100? Aquí debe estar la cabecera --AVISOS 2-- y dice «--AVISOS 3--»."_s,
+            u"331? Aquí debe estar la cabecera --PERIODOS VACACIONALES-- y dice «Vacaciones?»."_s}));
+}
+
+void TestProgrammeCheck::everyValueOutOfRangeIsTold_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::addColumn<QByteArray>("value");
+    QTest::addColumn<QString>("problem");
+    const auto row = [](const char* name, int index, const char* value, const QString& problem) {
+        QTest::newRow(name) << index << QByteArray(value) << problem;
+    };
+    row("duration", 1, "256", u"2: Duración de la salida 1: 256 no está entre 0 y 255."_s);
+    row("mode", 101, "-1", u"102: Modo de la salida 2: -1 no está entre 0 y 255."_s);
+    row("hour", 3, "24", u"4: Hora del aviso 1 de la salida 1: 24 no está entre 0 y 23."_s);
+    row("minute", 4, "60", u"5: Minuto del aviso 1 de la salida 1: 60 no está entre 0 y 59."_s);
+    row("last minute", 295, "99",
+        u"296: Minuto del aviso 32 de la salida 3: 99 no está entre 0 y 59."_s);
+    row("holiday", 298, "32", u"299: Día del festivo 1: 32 no está entre 0 y 31."_s);
+    row("month", 299, "13", u"300: Mes del festivo 1: 13 no está entre 0 y 12."_s);
+    row("start", 331, "32",
+        u"332: Día de inicio del período de vacaciones 1: 32 no está entre 0 y 31."_s);
+    row("end", 362, "13",
+        u"363: Mes de fin del período de vacaciones 8: 13 no está entre 0 y 12."_s);
+    row("beyond every integer", 3, "99999999999999999999999999999",
+        u"4: Hora del aviso 1 de la salida 1: 999999999999999999999999… no está entre 0 y 23."_s);
+}
+
+void TestProgrammeCheck::everyValueOutOfRangeIsTold()
+{
+    QFETCH(int, index);
+    QFETCH(QByteArray, value);
+    QFETCH(QString, problem);
+    ProgrammeLines lines;
+    lines.all[index] = value;
+    QCOMPARE(problems(lines.text()), QStringList{problem});
+}
+
+void TestProgrammeCheck::whatIsNoWholeNumberIsTold_data()
+{
+    QTest::addColumn<QByteArray>("value");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("empty") << QByteArray() << u""_s;
+    QTest::newRow("a word") << QByteArray("lunes") << u"lunes"_s;
+    QTest::newRow("a number and a word") << QByteArray("8 h") << u"8 h"_s;
+    QTest::newRow("a fraction") << QByteArray("7.5") << u"7.5"_s;
+    QTest::newRow("a sign") << QByteArray("-") << u"-"_s;
+    QTest::newRow("a header") << QByteArray("--FESTIVOS--") << u"--FESTIVOS--"_s;
+    QTest::newRow("bytes") << QByteArray("\x1b[2J\0", 5) << u"?[2J?"_s;
+}
+
+void TestProgrammeCheck::whatIsNoWholeNumberIsTold()
+{
+    QFETCH(QByteArray, value);
+    QFETCH(QString, shown);
+    ProgrammeLines lines;
+    lines.alarm(2, 4, 0) = value;
+    QCOMPARE(
+        problems(lines.text()),
+        QStringList{
+            u"214: Hora del aviso 5 de la salida 3: «%1» no es un número entero."_s.arg(shown)});
+}
+
+void TestProgrammeCheck::maskOutOfRangeNamesTheDaysOfTheMode()
+{
+    ProgrammeLines lines;
+    lines.block(1, 1) = "2";
+    lines.alarm(0, 0, 2) = "32";
+    lines.alarm(1, 0, 2) = "32";
+    QCOMPARE(
+        problems(lines.text(), hct7200).first(),
+        u"6: Días del aviso 1 de la salida 1: 32 no está entre 0 y 31 (de lunes a viernes)."_s);
+    QCOMPARE(
+        problems(lines.text(), hct7300),
+        (QStringList{u"6: Días del aviso 1 de la salida 1: 32 no está entre 0 y 31 (en el "
+                     "modo 0 solo hay días de lunes a viernes)."_s,
+                     u"105: Días del aviso 1 de la salida 2: 32 no está entre 0 y 31 (en el "
+                     "modo 2: sábado, domingo, festivos, vacaciones y de lunes a viernes)."_s}));
+}
+
+void TestProgrammeCheck::everyClashIsToldAtItsLaterAlarm()
+{
+    ProgrammeLines lines;
+    for (const int index : {0, 2, 31}) {
+        lines.alarm(0, index, 0) = "8";
+        lines.alarm(0, index, 1) = "5";
+        lines.alarm(0, index, 2) = "1";
+    }
+    lines.alarm(2, 0, 2) = lines.alarm(2, 1, 2) = "31";
+    QCOMPARE(problems(lines.text()),
+             (QStringList{u"10: Salida 1: el aviso 3 es a la misma hora que el 1, las 8:05."_s,
+                          u"97: Salida 1: el aviso 32 es a la misma hora que el 1, las 8:05."_s,
+                          u"205: Salida 3: el aviso 2 es a la misma hora que el 1, las 0:00."_s}));
+}
+
+void TestProgrammeCheck::alarmThatCannotBeReadDoesNotClash()
+{
+    ProgrammeLines lines;
+    lines.alarm(0, 0, 2) = lines.alarm(0, 1, 2) = "1";
+    lines.alarm(0, 1, 0) = "24";
+    QCOMPARE(problems(lines.text()),
+             QStringList{u"7: Hora del aviso 2 de la salida 1: 24 no está entre 0 y 23."_s});
+}
+
+void TestProgrammeCheck::missingLinesAreTold()
+{
+    ProgrammeLines lines;
+    lines.all = lines.all.first(299);
+    QCOMPARE(problems(lines.text()),
+             QStringList{u"300: El archivo termina antes: faltan las líneas 300 a 363."_s});
+}
+
+void TestProgrammeCheck::missingLastLineIsTold()
+{
+    ProgrammeLines lines;
+    lines.all.removeLast();
+    QCOMPARE(problems(lines.text()), QStringList{u"363: Falta la última línea, la 363."_s});
+}
+
+void TestProgrammeCheck::emptyFileLacksEverything()
+{
+    QCOMPARE(problems(QByteArray()),
+             QStringList{u"1: El archivo termina antes: faltan las líneas 1 a 363."_s});
+}
+
+void TestProgrammeCheck::linesTooManyAreTold()
+{
+    const QString problem =
+        u"364: Sobra lo que sigue: un archivo de configuración tiene 363 líneas."_s;
+    QCOMPARE(problems(ProgrammeLines().text() + "0\r\n1\r\n"), QStringList{problem});
+    QCOMPARE(problems(ProgrammeLines().text() + "\n"), QStringList{problem});
+}
+
+void TestProgrammeCheck::tooLongFileIsTold()
+{
+    const QByteArray text = ProgrammeLines().text();
+    const QByteArray atTheBound = text + QByteArray(1024 * 1024 - text.size(), ' ');
+    QCOMPARE(problems(atTheBound).size(), 1);
+    QCOMPARE(problems(atTheBound + ' ').first(),
+             u"0: El archivo es demasiado largo: solo se lee su primer mebibyte."_s);
+}
+
+void TestProgrammeCheck::dateThatNoCalendarHasIsTold()
+{
+    ProgrammeLines lines;
+    lines.holiday(2, 0) = "31";
+    lines.holiday(2, 1) = "2";
+    lines.vacation(0, 0) = lines.vacation(0, 2) = "1";
+    lines.vacation(0, 1) = "9";
+    lines.vacation(0, 3) = "11";
+    lines.vacation(0, 2) = "31";
+    QCOMPARE(
+        problems(lines.text()),
+        (QStringList{u"303: Fecha del festivo 3: el 31/02 no existe."_s,
+                     u"334: Fecha de fin del período de vacaciones 1: el 31/11 no existe."_s}));
+}
+
+void TestProgrammeCheck::twentyNinthOfFebruaryIsADate()
+{
+    ProgrammeLines lines;
+    lines.holiday(0, 0) = "29";
+    lines.holiday(0, 1) = "2";
+    QCOMPARE(problems(lines.text()), QStringList());
+}
+
+void TestProgrammeCheck::halfSetDateIsTold()
+{
+    ProgrammeLines lines;
+    lines.holiday(0, 0) = "6";
+    lines.holiday(1, 1) = "12";
+    QCOMPARE(problems(lines.text()),
+             (QStringList{u"300: Fecha del festivo 1: tiene día y no tiene mes."_s,
+                          u"301: Fecha del festivo 2: tiene mes y no tiene día."_s}));
+}
+
+void TestProgrammeCheck::periodWithoutStartOrEndIsTold()
+{
+    ProgrammeLines lines;
+    lines.vacation(0, 0) = lines.vacation(0, 1) = "6";
+    lines.vacation(1, 2) = lines.vacation(1, 3) = "6";
+    QCOMPARE(problems(lines.text()),
+             (QStringList{u"334: El período de vacaciones 1 tiene inicio y no tiene fin."_s,
+                          u"336: El período de vacaciones 2 tiene fin y no tiene inicio."_s}));
+}
+
+void TestProgrammeCheck::problemsComeInTheOrderOfTheirLines()
+{
+    ProgrammeLines lines;
+    lines.alarm(0, 0, 2) = lines.alarm(0, 1, 2) = "1";
+    lines.alarm(0, 30, 0) = "x";
+    lines.all[0] = "AVISOS";
+    QStringList numbers;
+    for (const Problem& problem : ProgrammeCheck::problemsOf(lines.text(), hct7200))
+        numbers.append(QString::number(problem.line));
+    QCOMPARE(numbers, (QStringList{u"1"_s, u"7"_s, u"94"_s}));
+}
+
+void TestProgrammeCheck::warningsAloneAreNoErrors()
+{
+    ProgrammeLines lines;
+    lines.all[0] = "AVISOS";
+    QVERIFY(!ProgrammeCheck::hasErrors(ProgrammeCheck::problemsOf(lines.text(), hct7200)));
+    lines.all[1] = "AVISOS";
+    QVERIFY(ProgrammeCheck::hasErrors(ProgrammeCheck::problemsOf(lines.text(), hct7200)));
+}
+
+QTEST_GUILESS_MAIN(TestProgrammeCheck)
+#include "TestProgrammeCheck.moc"
