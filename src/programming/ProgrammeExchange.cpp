@@ -35,9 +35,13 @@ ProgrammeExchange::ProgrammeExchange(const Services& services, ClockModel model,
 
 void ProgrammeExchange::readHolidays() { begin(State::Opening); }
 
+void ProgrammeExchange::readAll() { begin(State::ReadRequested); }
+
 void ProgrammeExchange::send()
 {
     m_block = 0;
+    m_partsSent = 0;
+    m_partsAccepted = 0;
     begin(State::SendRequested);
 }
 
@@ -66,6 +70,7 @@ void ProgrammeExchange::ProcesoDiferido()
 {
     switch (m_state) {
     case State::Idle: return;
+    case State::ReadRequested:
     case State::SendRequested: return requestGeneralData();
     case State::Opening: return requestHolidays();
     case State::WritingBlocks: return writeBlock();
@@ -117,6 +122,7 @@ void ProgrammeExchange::requestHolidays()
 
 void ProgrammeExchange::writeBlock()
 {
+    m_partsSent = m_block + 1;
     const AlarmBlock& block = m_programme.blocks[static_cast<std::size_t>(m_block)];
     mntProgBloquesAvisos.request(
         m_link, messagecode::Write, ProgrammeMessages::alarmBlock(block, m_block, m_model),
@@ -126,6 +132,7 @@ void ProgrammeExchange::writeBlock()
 
 void ProgrammeExchange::writeHolidays()
 {
+    m_partsSent = partCount;
     mntProgFestVacacionais.request(
         m_link, messagecode::Write, ProgrammeMessages::holidays(m_table()),
         // The clock says nothing about the table in its answer.
@@ -138,7 +145,7 @@ void ProgrammeExchange::mntDatosXerais_Recibido(quint8 /*code*/, const QByteArra
     if (status != LinkStatus::Good)
         return refused(u"Fallo en lectura de datos generales"_s, status);
     m_globais.GeneralData = body;
-    m_state = State::WritingBlocks;
+    m_state = m_state == State::ReadRequested ? State::Opening : State::WritingBlocks;
 }
 
 void ProgrammeExchange::mntLectFestVacacionais_Recibido(quint8 /*code*/, const QByteArray& body,
@@ -157,8 +164,10 @@ void ProgrammeExchange::mntProgBloquesAvisos_Recibido(quint8 /*code*/, const QBy
     if (status != LinkStatus::Good)
         return refused(u"Fallo en escritura del bloque de avisos %1"_s.arg(m_block + 1), status);
     ++m_block;
+    m_partsAccepted = m_block;
     if (m_block == Programme::blockCount)
         m_state = State::WritingHolidays;
+    emit partAccepted(m_block - 1);
 }
 
 void ProgrammeExchange::mntProgFestVacacionais_Recibido(quint8 /*code*/, const QByteArray& /*body*/,
@@ -167,6 +176,8 @@ void ProgrammeExchange::mntProgFestVacacionais_Recibido(quint8 /*code*/, const Q
     if (status != LinkStatus::Good)
         return refused(u"Fallo en escritura de festivos y vacaciones"_s, status);
     m_state = State::Idle;
+    m_partsAccepted = partCount;
+    emit partAccepted(partCount - 1);
     emit sent();
 }
 

@@ -14,10 +14,10 @@ class MessageLink;
 class StatusLog;
 struct modGlobais;
 
-/// Reads the holidays from the clock, and writes a whole programme to it. Each call of
-/// ProcesoDiferido sends one request. After a failed answer the next call sends the same request
-/// again. Parts that the clock has accepted stay in it even if a later part fails. When there is no
-/// connection, or it ends, the exchange gives up.
+/// Reads the holidays or the whole programme from the clock, and writes a whole programme to it.
+/// Each call of ProcesoDiferido sends one request. After a failed answer the next call sends the
+/// same request again. Parts that the clock has accepted stay in it even if a later part fails.
+/// When there is no connection, or it ends, the exchange gives up.
 class ProgrammeExchange : public QObject, public DeferredProcess {
     Q_OBJECT
 public:
@@ -28,6 +28,7 @@ public:
         WritingBlocks = 3,
         WritingHolidays = 4,
         GivingUp = 6,
+        ReadRequested = 7,
     };
 
     /// After more failed answers than this the exchange gives up. They are counted over the whole
@@ -47,16 +48,27 @@ public:
                       std::function<HolidayTable()> table);
 
     void readHolidays();
+    /// Reads general data into the shared status block, and then the holidays.
+    void readAll();
     void send();
     /// Ends the exchange for good: releases its requests and leaves the timer service.
     void stop();
 
     State state() const { return m_state; }
 
+    /// What is sent, in this order: the three blocks, then holidays and vacations together.
+    static constexpr int partCount = Programme::blockCount + 1;
+    /// How many parts of the latest sending have gone to the clock, 0 to partCount, and how many it
+    /// has accepted. Of one sent and not accepted nobody knows whether the clock has taken it.
+    int partsSent() const { return m_partsSent; }
+    int partsAccepted() const { return m_partsAccepted; }
+
     void ProcesoDiferido() override;
 
 signals:
     void holidaysRead(const HolidayTable& table);
+    /// The clock has accepted part 0 to 3 of the programme.
+    void partAccepted(int part);
     void sent();
     /// After too many failed answers, or without a connection. Never emitted inside readHolidays,
     /// send or MessageLink::connectionEnded.
@@ -87,6 +99,8 @@ private:
     State m_state = State::Idle;
     qint16 m_block = 0;
     qint16 m_refusals = 0;
+    int m_partsSent = 0;
+    int m_partsAccepted = 0;
     bool m_givingUp = false;
 
     Exchange mntDatosXerais;

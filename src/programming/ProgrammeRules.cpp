@@ -130,6 +130,13 @@ std::optional<Violation> firstViolation(const Programme& programme, ClockModel m
     return std::nullopt;
 }
 
+quint8 shownMode(quint8 mode, ClockModel model)
+{
+    if (model == ClockModel::Hct7300)
+        return mode;
+    return mode == 1 ? 1 : 0;
+}
+
 void NormaliseProgramme(Programme& programme)
 {
     for (AlarmBlock& block : programme.blocks) {

@@ -39,6 +39,10 @@ std::vector<Clash> clashes(const AlarmBlock& block);
 /// HCT-7300 has.
 std::optional<Violation> firstViolation(const Programme& programme, ClockModel model);
 
+/// The mode that the programming window keeps of a block which it has shown. That of the HCT-7200
+/// shows only whether the block is intermittent, mode 1; any other becomes 0.
+quint8 shownMode(quint8 mode, ClockModel model);
+
 /// In each block, moves the active alarms to the front in the order of their times, sets inactive
 /// ones to 0:00, and sets ActiveCountPlusOne.
 void NormaliseProgramme(Programme& programme);

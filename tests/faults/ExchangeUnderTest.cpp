@@ -137,6 +137,7 @@ private:
     {
         switch (m_exchange.state()) {
         case ProgrammeExchange::State::Idle: return u"Idle"_s;
+        case ProgrammeExchange::State::ReadRequested: return u"Read requested"_s;
         case ProgrammeExchange::State::SendRequested: return u"Send requested"_s;
         case ProgrammeExchange::State::Opening: return u"Opening"_s;
         case ProgrammeExchange::State::WritingBlocks: return u"Writing blocks"_s;

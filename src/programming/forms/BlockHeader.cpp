@@ -1,5 +1,6 @@
 #include "BlockHeader.h"
 
+#include "ProgrammeRules.h"
 #include "TextUpDown.h"
 #include "ValueLabel.h"
 #include "WidgetDescription.h"
@@ -70,7 +71,7 @@ void Hct7200Header::setBlock(const AlarmBlock& block, int number, quint8 statusM
     lblModo->setValue(QString::number(statusMode));
     // The blank after the number is intentional.
     lblDuracion->setValue(QString::number(block.Duration) + u' ');
-    chkIntermitente->setChecked(block.Mode == 1);
+    chkIntermitente->setChecked(ProgrammeRules::shownMode(block.Mode, ClockModel::Hct7200) == 1);
 }
 
 void Hct7200Header::storeBlock(AlarmBlock& block) const
