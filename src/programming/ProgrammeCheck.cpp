@@ -42,6 +42,10 @@ CheckedBlock readBlockStrictly(StrictLines& lines, int number, ClockModel model)
     lines.header("--AVISOS " + QByteArray::number(number + 1) + "--");
     lines.number(u"Duración de la salida %1"_s.arg(number + 1), lastByte);
     block.Mode = lines.number(u"Modo de la salida %1"_s.arg(number + 1), lastByte).value_or(0);
+    if (model == ClockModel::Hct7200 && block.Mode > 1)
+        lines.note(Problem::Kind::Doubtful, lines.line(),
+                   u"Modo de la salida %1: el %2 solo lo tiene el HCT-7300."_s.arg(number + 1)
+                       .arg(block.Mode));
     const QString hint = maskHint(model, block.Mode);
     for (int index = 0; index < AlarmBlock::alarmCount; ++index) {
         const QString where = u" del aviso %1 de la salida %2"_s.arg(index + 1).arg(number + 1);
@@ -67,7 +71,7 @@ void noteClashes(StrictLines& lines, const CheckedBlock& checked, int number)
         const auto second = static_cast<std::size_t>(clash.second);
         if (std::exchange(told[second], true))
             continue;
-        lines.note(checked.lines[second],
+        lines.note(Problem::Kind::Impossible, checked.lines[second],
                    u"Salida %1: el aviso %2 es a la misma hora que el %3, las %4."_s.arg(number + 1)
                        .arg(clash.second + 1)
                        .arg(clash.first + 1)
@@ -93,11 +97,13 @@ DateState checkDate(StrictLines& lines, const QString& whose)
     if (*day == 0 && *month == 0)
         return DateState::Unused;
     if (*day == 0)
-        lines.note(lines.line() - 1, u"Fecha %1: tiene mes y no tiene día."_s.arg(whose));
+        lines.note(Problem::Kind::Impossible, lines.line() - 1,
+                   u"Fecha %1: tiene mes y no tiene día."_s.arg(whose));
     else if (*month == 0)
-        lines.note(lines.line(), u"Fecha %1: tiene día y no tiene mes."_s.arg(whose));
+        lines.note(Problem::Kind::Impossible, lines.line(),
+                   u"Fecha %1: tiene día y no tiene mes."_s.arg(whose));
     else if (!isInCalendar(*day, *month))
-        lines.note(lines.line() - 1,
+        lines.note(Problem::Kind::Impossible, lines.line() - 1,
                    u"Fecha %1: el %2 no existe."_s.arg(whose, ProgrammeTexts::date(*day, *month)));
     return DateState::Used;
 }
@@ -109,10 +115,10 @@ void checkPeriod(StrictLines& lines, int number)
     const int startLine = lines.line() - 1;
     const DateState end = checkDate(lines, u"de fin del período de vacaciones %1"_s.arg(number));
     if (start == DateState::Unused && end == DateState::Used)
-        lines.note(startLine,
+        lines.note(Problem::Kind::Impossible, startLine,
                    u"El período de vacaciones %1 tiene fin y no tiene inicio."_s.arg(number));
     if (start == DateState::Used && end == DateState::Unused)
-        lines.note(startLine + 2,
+        lines.note(Problem::Kind::Impossible, startLine + 2,
                    u"El período de vacaciones %1 tiene inicio y no tiene fin."_s.arg(number));
 }
 
@@ -122,7 +128,8 @@ QList<Problem> problemsOf(QByteArrayView text, ClockModel model)
 {
     StrictLines lines(text);
     if (text.size() > ProgrammeFile::maximumBytes)
-        lines.note(0, u"El archivo es demasiado largo: solo se lee su primer mebibyte."_s);
+        lines.note(Problem::Kind::Misread, 0,
+                   u"El archivo es demasiado largo: solo se lee su primer mebibyte."_s);
     for (int number = 0; number < Programme::blockCount; ++number)
         noteClashes(lines, readBlockStrictly(lines, number, model), number);
     lines.header("--FESTIVOS--");
@@ -143,7 +150,14 @@ QList<Problem> problemsOf(QByteArrayView text, ClockModel model)
 bool hasErrors(const QList<Problem>& problems)
 {
     return std::any_of(problems.begin(), problems.end(), [](const Problem& problem) {
-        return problem.severity == Problem::Severity::Error;
+        return problem.kind != Problem::Kind::Doubtful;
+    });
+}
+
+bool isMisread(const QList<Problem>& problems)
+{
+    return std::any_of(problems.begin(), problems.end(), [](const Problem& problem) {
+        return problem.kind == Problem::Kind::Misread;
     });
 }
 

@@ -6,7 +6,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-using Severity = ProgrammeCheck::Problem::Severity;
+using ProblemKind = ProgrammeCheck::Problem::Kind;
 
 bool isWholeNumber(QByteArrayView text)
 {
@@ -48,10 +48,9 @@ void StrictLines::header(QByteArrayView expected)
     const std::optional<QByteArrayView> line = next();
     if (!line || *line == expected)
         return;
-    note(m_line,
+    note(ProblemKind::Doubtful, m_line,
          u"Aquí debe estar la cabecera %1 y dice «%2»."_s.arg(QLatin1StringView(expected),
-                                                              shown(*line)),
-         Severity::Warning);
+                                                              shown(*line)));
 }
 
 std::optional<quint8> StrictLines::number(const QString& what, int last, const QString& hint)
@@ -60,31 +59,33 @@ std::optional<quint8> StrictLines::number(const QString& what, int last, const Q
     if (!line)
         return std::nullopt;
     if (!isWholeNumber(*line)) {
-        note(m_line, u"%1: «%2» no es un número entero."_s.arg(what, shown(*line)));
+        note(ProblemKind::Misread, m_line,
+             u"%1: «%2» no es un número entero."_s.arg(what, shown(*line)));
         return std::nullopt;
     }
     bool fits = false;
     const int value = line->toInt(&fits);
     if (fits && value >= 0 && value <= last)
         return static_cast<quint8>(value);
-    note(m_line, u"%1: %2 no está entre 0 y %3%4."_s.arg(what, shown(*line)).arg(last).arg(hint));
+    note(ProblemKind::Misread, m_line,
+         u"%1: %2 no está entre 0 y %3%4."_s.arg(what, shown(*line)).arg(last).arg(hint));
     return std::nullopt;
 }
 
 void StrictLines::end()
 {
     if (m_firstMissing != 0)
-        note(m_firstMissing,
+        note(ProblemKind::Misread, m_firstMissing,
              m_firstMissing == m_line
                  ? u"Falta la última línea, la %1."_s.arg(m_line)
                  : u"El archivo termina antes: faltan las líneas %1 a %2."_s.arg(m_firstMissing)
                        .arg(m_line));
     else if (!m_rest.isEmpty())
-        note(m_line + 1,
+        note(ProblemKind::Misread, m_line + 1,
              u"Sobra lo que sigue: un archivo de configuración tiene %1 líneas."_s.arg(m_line));
 }
 
-void StrictLines::note(int line, const QString& text, Severity severity)
+void StrictLines::note(ProblemKind kind, int line, const QString& text)
 {
-    m_problems.append({severity, line, text});
+    m_problems.append({kind, line, text});
 }

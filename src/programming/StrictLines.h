@@ -19,9 +19,7 @@ public:
     /// Notes the lines that are missing or too many. Call it after the last line.
     void end();
 
-    void
-    note(int line, const QString& text,
-         ProgrammeCheck::Problem::Severity severity = ProgrammeCheck::Problem::Severity::Error);
+    void note(ProgrammeCheck::Problem::Kind kind, int line, const QString& text);
     /// The line that was read last, from 1.
     int line() const { return m_line; }
     const QList<ProgrammeCheck::Problem>& problems() const { return m_problems; }

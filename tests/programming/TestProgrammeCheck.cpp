@@ -17,8 +17,7 @@ QStringList problems(const QByteArray& text, ClockModel model = hct7200)
     QStringList lines;
     for (const Problem& problem : ProgrammeCheck::problemsOf(text, model))
         lines.append(QString::number(problem.line) +
-                     (problem.severity == Problem::Severity::Error ? u": "_s : u"? "_s) +
-                     problem.text);
+                     (problem.kind == Problem::Kind::Doubtful ? u"? "_s : u": "_s) + problem.text);
     return lines;
 }
 
@@ -48,6 +47,8 @@ private slots:
     void periodWithoutStartOrEndIsTold();
     void problemsComeInTheOrderOfTheirLines();
     void warningsAloneAreNoErrors();
+    void modeThatTheHct7200LacksIsAWarning();
+    void onlyWhatIsReadOtherwiseIsMisread();
 };
 
 void TestProgrammeCheck::goodFileHasNoProblem()
@@ -290,6 +291,26 @@ void TestProgrammeCheck::warningsAloneAreNoErrors()
     QVERIFY(!ProgrammeCheck::hasErrors(ProgrammeCheck::problemsOf(lines.text(), hct7200)));
     lines.all[1] = "AVISOS";
     QVERIFY(ProgrammeCheck::hasErrors(ProgrammeCheck::problemsOf(lines.text(), hct7200)));
+}
+
+void TestProgrammeCheck::modeThatTheHct7200LacksIsAWarning()
+{
+    ProgrammeLines lines;
+    lines.block(2, 1) = "2";
+    QCOMPARE(problems(lines.text(), hct7200),
+             QStringList{u"201? Modo de la salida 3: el 2 solo lo tiene el HCT-7300."_s});
+    QCOMPARE(problems(lines.text(), hct7300), QStringList());
+}
+
+void TestProgrammeCheck::onlyWhatIsReadOtherwiseIsMisread()
+{
+    ProgrammeLines lines;
+    lines.all[0] = "AVISOS";
+    lines.alarm(0, 0, 2) = lines.alarm(0, 1, 2) = "1";
+    lines.holiday(0, 0) = "6";
+    QVERIFY(!ProgrammeCheck::isMisread(ProgrammeCheck::problemsOf(lines.text(), hct7200)));
+    lines.holiday(0, 0) = "6.";
+    QVERIFY(ProgrammeCheck::isMisread(ProgrammeCheck::problemsOf(lines.text(), hct7200)));
 }
 
 QTEST_GUILESS_MAIN(TestProgrammeCheck)
