@@ -177,6 +177,25 @@ void read(const QByteArray& text, Programme& programme, ClockModel model)
     readTable(lines, programme.table);
 }
 
+Programme programmeIn(const QByteArray& text, ClockModel model)
+{
+    Programme programme;
+    // Only the reading for this model takes durations and modes.
+    read(text, programme, ClockModel::Hct7300);
+    for (AlarmBlock& block : programme.blocks)
+        block.Alarms = {};
+    read(text, programme, model);
+    return programme;
+}
+
+ClockModel likelyModel(const QByteArray& text)
+{
+    const Programme programme = programmeIn(text, ClockModel::Hct7300);
+    const bool special = std::any_of(programme.blocks.begin(), programme.blocks.end(),
+                                     [](const AlarmBlock& block) { return block.Mode > 1; });
+    return special ? ClockModel::Hct7300 : ClockModel::Hct7200;
+}
+
 bool save(const QString& path, const Programme& programme, ClockModel model)
 {
     return WholeFile::replace(path, text(programme, model));

@@ -33,6 +33,12 @@ QByteArray text(const Programme& programme, ClockModel model);
 /// read.
 void read(const QByteArray& text, Programme& programme, ClockModel model);
 
+/// The programme that a text holds by itself, with durations and modes for both models. Those of
+/// the HCT-7200 are what the clock had when the file was saved. What the text lacks is 0.
+Programme programmeIn(const QByteArray& text, ClockModel model);
+/// The model that a text is for, as far as it tells: modes above 1 exist for the HCT-7300 only.
+ClockModel likelyModel(const QByteArray& text);
+
 /// Replaces the file whole, or leaves the old one. False when it could not be written.
 bool save(const QString& path, const Programme& programme, ClockModel model);
 

@@ -27,6 +27,11 @@ int endOfRun(const Alarm& alarm, int from)
 
 } // namespace
 
+QString modelName(ClockModel model)
+{
+    return model == ClockModel::Hct7200 ? u"HCT-7200"_s : u"HCT-7300"_s;
+}
+
 QString output(int block) { return u"Salida %1"_s.arg(block + 1); }
 
 QString time(const Alarm& alarm)

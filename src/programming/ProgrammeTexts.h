@@ -7,6 +7,8 @@
 /// The parts of a programme in Spanish, as lists and tables show them.
 namespace ProgrammeTexts {
 
+/// "HCT-7200"
+QString modelName(ClockModel model);
 /// "Salida 1" for block 0.
 QString output(int block);
 /// "9:05"
