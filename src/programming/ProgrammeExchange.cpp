@@ -184,6 +184,7 @@ void ProgrammeExchange::mntProgFestVacacionais_Recibido(quint8 /*code*/, const Q
 void ProgrammeExchange::refused(const QString& what, LinkStatus status)
 {
     m_log.Rexistra(u"%1 (estado %2)"_s.arg(what).arg(qToUnderlying(status)), false);
+    m_lastFailure = status;
     ++m_refusals;
     if (m_refusals > refusalLimit)
         m_state = State::GivingUp;

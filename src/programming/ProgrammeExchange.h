@@ -62,6 +62,8 @@ public:
     /// has accepted. Of one sent and not accepted nobody knows whether the clock has taken it.
     int partsSent() const { return m_partsSent; }
     int partsAccepted() const { return m_partsAccepted; }
+    /// Of the latest failed answer; Good when there has been none.
+    LinkStatus lastFailure() const { return m_lastFailure; }
 
     void ProcesoDiferido() override;
 
@@ -99,6 +101,7 @@ private:
     State m_state = State::Idle;
     qint16 m_block = 0;
     qint16 m_refusals = 0;
+    LinkStatus m_lastFailure = LinkStatus::Good;
     int m_partsSent = 0;
     int m_partsAccepted = 0;
     bool m_givingUp = false;

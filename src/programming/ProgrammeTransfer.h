@@ -28,9 +28,14 @@ public:
     /// Reads what the clock holds now; programme() stays.
     void readBack();
 
+    /// Sends nothing more, and tells nothing more.
+    void stop() { m_exchange.stop(); }
+
     /// What the clock held when it was read last.
     const Programme& held() const { return m_held; }
 
+    /// Why the exchange gave up, see ProgrammeExchange::lastFailure.
+    LinkStatus lastFailure() const { return m_exchange.lastFailure(); }
     ClockModel model() const { return m_model; }
     /// Which parts of the latest sending the clock has taken, in Spanish: "El reloj ha tomado:
     /// salida 1. Sin confirmar: salida 2. Sin enviar: salida 3, festivos y vacaciones."

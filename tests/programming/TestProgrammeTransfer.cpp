@@ -70,6 +70,7 @@ private slots:
     void partsAreToldAsTheClockTakesThem();
     void lostConnectionTellsWhichPartsTheClockHas();
     void refusedPartIsNotConfirmed();
+    void stoppedTransferSendsNothing();
 };
 
 void TestProgrammeTransfer::openingHoldsWhatTheClockHolds()
@@ -216,6 +217,16 @@ void TestProgrammeTransfer::refusedPartIsNotConfirmed()
     QCOMPARE(desk.failed.count(), 1);
     QCOMPARE(desk.transfer.partsTaken(), u"El reloj ha tomado: salida 1, salida 2, salida 3. "
                                          "Sin confirmar: festivos y vacaciones."_s);
+}
+
+void TestProgrammeTransfer::stoppedTransferSendsNothing()
+{
+    TransferDesk desk;
+    desk.open();
+    desk.send(2);
+    desk.transfer.stop();
+    QCOMPARE(desk.nextRequestBody(), QByteArray());
+    QCOMPARE(desk.failed.count(), 0);
 }
 
 QTEST_GUILESS_MAIN(TestProgrammeTransfer)
