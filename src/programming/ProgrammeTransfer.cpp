@@ -41,7 +41,7 @@ void ProgrammeTransfer::takeHolidays(const HolidayTable& table)
 
 std::optional<ProgrammeRules::Violation> ProgrammeTransfer::load(const QByteArray& text)
 {
-    ProgrammeFile::read(text, m_programme, m_model);
+    m_programme = ProgrammeFile::programmeIn(text, m_model);
     return ProgrammeRules::firstViolation(m_programme, m_model);
 }
 

@@ -20,8 +20,9 @@ public:
     void open();
     const Programme& programme() const { return m_programme; }
 
-    /// Loads the text of a file over the programme of the clock. What makes the window refuse to
-    /// send it, otherwise nothing.
+    /// Takes the programme of a file in place of that of the clock, as the window does after
+    /// "Borrar todo": opened over the clock's alarms, a file would leave them days that it does not
+    /// mention, see AlarmEncoding. What makes the window refuse to send it, otherwise nothing.
     std::optional<ProgrammeRules::Violation> load(const QByteArray& text);
     /// Brings the programme into the form in which the clock needs it, and sends it.
     void send();

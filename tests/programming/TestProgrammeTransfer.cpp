@@ -62,9 +62,9 @@ class TestProgrammeTransfer : public QObject {
 private slots:
     void openingHoldsWhatTheClockHolds();
     void firstModeIsStoredAsTheWindowShowsIt();
-    void fileIsLoadedOverTheClock();
+    void fileTakesThePlaceOfTheProgramme();
+    void daysThatTheFileDoesNotMentionGo();
     void fileThatTheWindowRefusesIsRefused();
-    void modesAndDurationsOfTheHct7200Stay();
     void programmeIsSentInTheClocksForm();
     void readingBackReadsEverythingAnew();
     void partsAreToldAsTheClockTakesThem();
@@ -97,20 +97,31 @@ void TestProgrammeTransfer::firstModeIsStoredAsTheWindowShowsIt()
     }
 }
 
-void TestProgrammeTransfer::fileIsLoadedOverTheClock()
+void TestProgrammeTransfer::fileTakesThePlaceOfTheProgramme()
 {
     TransferDesk desk;
     desk.open();
     ProgrammeLines lines;
     lines.alarm(0, 0, 0) = "9";
     lines.alarm(0, 0, 2) = "1";
-    // What the file lacks stays: the alarms of the last block.
-    lines.all = lines.all.first(198);
     QVERIFY(!desk.transfer.load(lines.text()));
-    const auto& blocks = desk.transfer.programme().blocks;
-    QVERIFY(blocks[0].Alarms[0] == samples::alarm(9, 0, {DayFlag::Monday}));
-    QVERIFY(blocks[2].Alarms[31].isActive());
-    QCOMPARE(desk.transfer.programme().table.holidays[0].Day, quint8{25});
+    const Programme& programme = desk.transfer.programme();
+    QVERIFY(programme.blocks[0].Alarms[0] == samples::alarm(9, 0, {DayFlag::Monday}));
+    QVERIFY(!programme.blocks[2].Alarms[31].isActive());
+    QVERIFY(programme.table == HolidayTable());
+}
+
+void TestProgrammeTransfer::daysThatTheFileDoesNotMentionGo()
+{
+    TransferDesk desk(hct7300);
+    desk.open();
+    QVERIFY(desk.transfer.programme().blocks[0].Alarms[0].onAllWorkingDays());
+    ProgrammeLines lines;
+    lines.block(0, 1) = "2";
+    lines.alarm(0, 0, 2) = "1";
+    QVERIFY(!desk.transfer.load(lines.text()));
+    QVERIFY(desk.transfer.programme().blocks[0].Alarms[0] ==
+            samples::alarm(0, 0, {DayFlag::Saturday}));
 }
 
 void TestProgrammeTransfer::fileThatTheWindowRefusesIsRefused()
@@ -124,18 +135,6 @@ void TestProgrammeTransfer::fileThatTheWindowRefusesIsRefused()
     QCOMPARE(violation->text,
              u"Error en el bloque de avisos 2. Está intentando programar múltiples avisos\r\n"
              "para las 0:0 horas."_s);
-}
-
-void TestProgrammeTransfer::modesAndDurationsOfTheHct7200Stay()
-{
-    TransferDesk desk;
-    desk.open();
-    ProgrammeLines lines;
-    lines.block(1, 0) = "99";
-    lines.block(1, 1) = "1";
-    QVERIFY(!desk.transfer.load(lines.text()));
-    QCOMPARE(desk.transfer.programme().blocks[1].Duration, quint8{7});
-    QCOMPARE(desk.transfer.programme().blocks[1].Mode, quint8{0});
 }
 
 void TestProgrammeTransfer::programmeIsSentInTheClocksForm()
