@@ -19,10 +19,18 @@ public:
     QStringList command(const QString& text);
     /// The value of `key` in the answer to `state`.
     QString state(const QString& key);
+    /// What the clock was asked while "trace on" was in force, up to the latest command. Each is
+    /// the code without the alternating bit, and the body, in hexadecimal: "69 da01e9c0...".
+    const QStringList& requests() const { return m_requests; }
+    /// How many of them begin so.
+    qsizetype requestCount(const QString& start) const;
     /// A file of the test, as commands must name it.
     QString pathOf(const QString& file) const;
 
 private:
+    void takeTrace(const QString& line);
+
     std::unique_ptr<SimulatorChannel> m_channel;
     QString m_device;
+    QStringList m_requests;
 };

@@ -5,5 +5,6 @@ void addCommands(CommandLine& commandLine)
     addStatusCommand(commandLine);
     addClockCommands(commandLine);
     addOutputsCommand(commandLine);
+    addProgrammeCommands(commandLine);
     addPortsCommand(commandLine);
 }

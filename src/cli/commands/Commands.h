@@ -8,4 +8,5 @@ void addCommands(CommandLine& commandLine);
 void addStatusCommand(CommandLine& commandLine);
 void addClockCommands(CommandLine& commandLine);
 void addOutputsCommand(CommandLine& commandLine);
+void addProgrammeCommands(CommandLine& commandLine);
 void addPortsCommand(CommandLine& commandLine);

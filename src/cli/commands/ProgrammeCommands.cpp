@@ -1,0 +1,70 @@
+#include "CommandLine.h"
+#include "Commands.h"
+#include "ProgrammeFileCommands.h"
+#include "ProgrammeInput.h"
+#include "ProgrammeReadJob.h"
+#include "ProgrammeVerifyJob.h"
+#include "ProgrammeWriteJob.h"
+
+namespace {
+
+struct TransferOptions {
+    std::string file;
+    bool withoutVerification = false;
+    /// What is in the file, when it is to be sent or compared.
+    QByteArray text;
+};
+
+CLI::App& addTransferVerb(CommandLine& commandLine, CLI::App& group, const char* name,
+                          const char* description, const std::shared_ptr<TransferOptions>& options)
+{
+    CLI::App& verb = commandLine.addVerb(group, name, description);
+    verb.add_option("FILE", options->file, "Archivo de configuración (.hct)")
+        ->type_name("")
+        ->required();
+    return verb;
+}
+
+/// Reads the file before anything is asked of the clock.
+void takesInput(CLI::App& verb, const std::shared_ptr<TransferOptions>& options)
+{
+    verb.callback([options] {
+        const ProgrammeInput input(QString::fromStdString(options->file));
+        if (const auto refusal = input.refusal())
+            throw CLI::ValidationError(options->file, refusal->toStdString());
+        options->text = input.text();
+    });
+}
+
+} // namespace
+
+void addProgrammeCommands(CommandLine& commandLine)
+{
+    CLI::App& group = commandLine.addGroup("programme", "Programas de avisos: reloj y archivos");
+    const auto options = std::make_shared<TransferOptions>();
+    const CLI::App& read = addTransferVerb(commandLine, group, "read",
+                                           "Guarda el programa del reloj en un archivo", options);
+    commandLine.runsWithClock(read, [options](Session& session, Console& console) {
+        return std::make_unique<ProgrammeReadJob>(session, console,
+                                                  QString::fromStdString(options->file));
+    });
+
+    CLI::App& write = addTransferVerb(commandLine, group, "write",
+                                      "Envía un archivo al reloj y lo comprueba", options);
+    write.add_flag("--no-verify", options->withoutVerification, "No comprueba lo enviado");
+    takesInput(write, options);
+    commandLine.runsWithClock(write, [options](Session& session, Console& console) {
+        using Verification = ProgrammeWriteJob::Verification;
+        return std::make_unique<ProgrammeWriteJob>(
+            session, console, options->text,
+            options->withoutVerification ? Verification::Omitted : Verification::Wanted);
+    });
+
+    CLI::App& verify = addTransferVerb(commandLine, group, "verify",
+                                       "Compara un archivo con el programa del reloj", options);
+    takesInput(verify, options);
+    commandLine.runsWithClock(verify, [options](Session& session, Console& console) {
+        return std::make_unique<ProgrammeVerifyJob>(session, console, options->text);
+    });
+    addProgrammeFileCommands(commandLine, group);
+}

@@ -1,0 +1,54 @@
+#include "ProgrammeWriteJob.h"
+
+#include "Console.h"
+#include "ProgrammeTexts.h"
+
+using namespace Qt::StringLiterals;
+
+ProgrammeWriteJob::ProgrammeWriteJob(Session& session, Console& console, const QByteArray& text,
+                                     Verification verification)
+    : ProgrammeJob(session, console), m_text(text), m_verification(verification)
+{
+    connect(&transfer(), &ProgrammeTransfer::partAccepted, this,
+            [this](int part) { m_progress->advance(part + 1); });
+    connect(&transfer(), &ProgrammeTransfer::sent, this, &ProgrammeWriteJob::sent);
+    connect(&transfer(), &ProgrammeTransfer::wasReadBack, this, [this] {
+        tellDifferences(transfer().programme(),
+                        u"El programa se ha enviado, y el reloj lo tiene."_s);
+    });
+}
+
+void ProgrammeWriteJob::opened()
+{
+    if (const auto violation = transfer().load(m_text)) {
+        console().tell(QString(violation->text).remove(u'\r'));
+        return finish(ExitStatus::Usage);
+    }
+    m_step = Step::Sending;
+    m_progress.emplace(console(), u"Enviando el programa"_s, ProgrammeExchange::partCount);
+    transfer().send();
+}
+
+void ProgrammeWriteJob::sent()
+{
+    m_step = Step::Verifying;
+    m_progress->end();
+    if (m_verification == Verification::Wanted)
+        return transfer().readBack();
+    if (console().isJson())
+        console().print({{u"model"_s, ProgrammeTexts::modelName(transfer().model())}});
+    console().note(u"El programa se ha enviado; no se ha comprobado."_s);
+    finish(ExitStatus::Done);
+}
+
+QString ProgrammeWriteJob::giveUp()
+{
+    if (m_progress)
+        m_progress->end();
+    switch (m_step) {
+    case Step::Reading: return u"No se ha enviado nada: el reloj conserva su programa."_s;
+    case Step::Sending: return transfer().partsTaken() + u" Repita la orden para completarlo."_s;
+    case Step::Verifying: break;
+    }
+    return u"El reloj ha tomado todo el programa, pero no se ha podido comprobar."_s;
+}
