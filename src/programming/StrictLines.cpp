@@ -6,7 +6,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-using ProblemKind = ProgrammeCheck::Problem::Kind;
+using ProblemKind = ProgrammeProblem::Kind;
 
 bool isWholeNumber(QByteArrayView text)
 {

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "ProgrammeCheck.h"
+#include "ProgrammeProblem.h"
 
 #include <QByteArrayView>
+#include <QList>
 
 #include <optional>
 
@@ -19,10 +20,10 @@ public:
     /// Notes the lines that are missing or too many. Call it after the last line.
     void end();
 
-    void note(ProgrammeCheck::Problem::Kind kind, int line, const QString& text);
+    void note(ProgrammeProblem::Kind kind, int line, const QString& text);
     /// The line that was read last, from 1.
     int line() const { return m_line; }
-    const QList<ProgrammeCheck::Problem>& problems() const { return m_problems; }
+    const QList<ProgrammeProblem>& problems() const { return m_problems; }
 
 private:
     std::optional<QByteArrayView> next();
@@ -31,5 +32,5 @@ private:
     int m_line = 0;
     /// 0 while no line is missing.
     int m_firstMissing = 0;
-    QList<ProgrammeCheck::Problem> m_problems;
+    QList<ProgrammeProblem> m_problems;
 };

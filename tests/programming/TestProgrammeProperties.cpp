@@ -1,4 +1,6 @@
 #include "AlarmEncoding.h"
+#include "ProgrammeCheck.h"
+#include "ProgrammeDifference.h"
 #include "ProgrammeFile.h"
 #include "ProgrammeRules.h"
 
@@ -92,9 +94,13 @@ private slots:
     void carriedAlarmSurvivesTheTwoBytes();
     void anyTwoBytesThatCarryAllBitsComeBack();
     void carriedProgrammeSurvivesTheFile();
+    void writtenFileIsNotMisread();
     void anyTextReadsWithinTheRanges();
+    void textThatIsNotMisreadIsReadAsItIsWritten();
     void normalisingTwiceIsNormalisingOnce();
     void normalisingKeepsTheActiveAlarms();
+    void normalisedProgrammeDoesNotDiffer();
+    void differencesAreTheSameInBothDirections();
 };
 
 void TestProgrammeProperties::carriedAlarmSurvivesTheTwoBytes()
@@ -130,6 +136,36 @@ void TestProgrammeProperties::carriedProgrammeSurvivesTheFile()
             }
         ProgrammeFile::read(ProgrammeFile::text(programme, model), loaded, model);
         RC_ASSERT(loaded == programme);
+    }));
+}
+
+void TestProgrammeProperties::writtenFileIsNotMisread()
+{
+    QVERIFY(rc::check([] {
+        const ClockModel model = anyModel();
+        const QByteArray text = ProgrammeFile::text(anyCarriedProgramme(model), model);
+        RC_ASSERT(!ProgrammeCheck::isMisread(ProgrammeCheck::problemsOf(text, model)));
+    }));
+}
+
+void TestProgrammeProperties::textThatIsNotMisreadIsReadAsItIsWritten()
+{
+    QVERIFY(rc::check([] {
+        const std::string spoiled =
+            *rc::gen::oneOf(rc::gen::arbitrary<std::string>(),
+                            rc::gen::map(rc::gen::inRange(-5, 300),
+                                         [](int number) { return std::to_string(number); }));
+        const ClockModel model = anyModel();
+        const QByteArray written = ProgrammeFile::text(anyCarriedProgramme(model), model);
+        QByteArrayList lines = written.split('\n');
+        const int at = *rc::gen::inRange(0, 363);
+        const bool isHeader = lines.at(at).startsWith("--");
+        lines[at] = QByteArray::fromStdString(spoiled).replace('\n', ' ') + '\r';
+        const QByteArray text = lines.join('\n');
+        const QByteArray again =
+            ProgrammeFile::text(ProgrammeFile::programmeIn(text, model), model);
+        RC_ASSERT(isHeader || ProgrammeCheck::isMisread(ProgrammeCheck::problemsOf(text, model)) ||
+                  again.split('\n').at(at).trimmed().toInt() == lines.at(at).trimmed().toInt());
     }));
 }
 
@@ -171,6 +207,32 @@ void TestProgrammeProperties::normalisingKeepsTheActiveAlarms()
             RC_ASSERT(active == activeAlarms(before.blocks[block]));
             RC_ASSERT(programme.blocks[block].ActiveCountPlusOne == active.size() + 1);
         }
+    }));
+}
+
+void TestProgrammeProperties::normalisedProgrammeDoesNotDiffer()
+{
+    QVERIFY(rc::check([] {
+        const ClockModel model = anyModel();
+        const Programme programme = anyValidProgramme();
+        Programme normalised = programme;
+        ProgrammeRules::NormaliseProgramme(normalised);
+        RC_ASSERT(ProgrammeDifference::between(programme, normalised, model).isEmpty());
+    }));
+}
+
+void TestProgrammeProperties::differencesAreTheSameInBothDirections()
+{
+    QVERIFY(rc::check([] {
+        const ClockModel model = anyModel();
+        const Programme one = anyCarriedProgramme(model);
+        const Programme other = anyCarriedProgramme(model);
+        const auto there = ProgrammeDifference::between(one, other, model);
+        const auto back = ProgrammeDifference::between(other, one, model);
+        RC_ASSERT(there.size() == back.size());
+        for (qsizetype index = 0; index < there.size(); ++index)
+            RC_ASSERT(there[index].rowBefore == back[index].rowAfter &&
+                      there[index].rowAfter == back[index].rowBefore);
     }));
 }
 
