@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QStringList school{u"--programme"_s, u"school"_s, u"--trace"_s};
+QStringList school() { return {u"--programme"_s, u"school"_s, u"--trace"_s}; }
 
 /// The requests for the programme, without the polls that pass between them.
 QStringList programmeRequests(SimulatorProcess& clock)
@@ -94,12 +94,12 @@ void TestProgrammeAsTheWindow::readSavesWhatTheWindowSaves()
     const QString ofTheWindow = folder.filePath(u"window.hct"_s);
     const QString ofHctctl = folder.filePath(u"hctctl.hct"_s);
     {
-        WindowDesk desk(school + options, commands);
+        WindowDesk desk(school() + options, commands);
         QVERIFY(desk.open());
         desk.run.dialogs.paths = {ofTheWindow};
         desk.click("cmdGardar");
     }
-    SimulatorProcess clock(school + options);
+    SimulatorProcess clock(school() + options);
     for (const QString& command : commands)
         clock.command(command);
     HctctlProcess run;
@@ -144,7 +144,7 @@ void TestProgrammeAsTheWindow::writeSendsWhatTheWindowSends()
     const QString path = writeFile(folder.filePath(u"a.hct"_s), text);
     QStringList ofTheWindow;
     {
-        WindowDesk desk(school + options, {});
+        WindowDesk desk(school() + options, {});
         QVERIFY(desk.open());
         desk.run.dialogs.paths = {path};
         if (clears)
@@ -155,7 +155,7 @@ void TestProgrammeAsTheWindow::writeSendsWhatTheWindowSends()
         ofTheWindow = programmeRequests(desk.run.clock);
     }
     QCOMPARE(ofTheWindow.size(), 5);
-    SimulatorProcess clock(school + options);
+    SimulatorProcess clock(school() + options);
     HctctlProcess run;
     run.start({u"--port"_s, clock.device(), u"programme"_s, u"write"_s, path});
     QCOMPARE(run.exitStatus(), 0);
@@ -186,7 +186,7 @@ void TestProgrammeAsTheWindow::writeRefusesWhatTheWindowRefuses()
     const QString path = writeFile(folder.filePath(u"a.hct"_s), text);
     QString ofTheWindow;
     {
-        WindowDesk desk(school + options, {});
+        WindowDesk desk(school() + options, {});
         QVERIFY(desk.open());
         desk.run.dialogs.paths = {path};
         desk.click("cmdAbrir");
@@ -194,7 +194,7 @@ void TestProgrammeAsTheWindow::writeRefusesWhatTheWindowRefuses()
         QCOMPARE(desk.run.dialogs.boxes.count(), 1);
         ofTheWindow = desk.run.dialogs.boxes[0].text;
     }
-    SimulatorProcess clock(school + options);
+    SimulatorProcess clock(school() + options);
     HctctlProcess run;
     run.start({u"--port"_s, clock.device(), u"programme"_s, u"write"_s, path});
     QCOMPARE(run.exitStatus(), 2);

@@ -48,9 +48,9 @@ struct SchoolDesk {
     QTemporaryDir folder;
 };
 
-const QStringList hct7300{u"--model"_s, u"7300"_s};
+QStringList hct7300() { return {u"--model"_s, u"7300"_s}; }
 /// For tests that look at the requests.
-const QStringList traced{u"--trace"_s};
+QStringList traced() { return {u"--trace"_s}; }
 /// How requests begin: of an alarm block, of holidays, for holidays.
 const QString block = u"69 da"_s;
 const QString days = u"69 d2"_s;
@@ -99,7 +99,7 @@ void TestProgrammeCommands::readSavesTheProgramme_data()
     QTest::addColumn<QStringList>("options");
     QTest::addColumn<QString>("model");
     QTest::newRow("HCT-7200") << QStringList() << u"HCT-7200"_s;
-    QTest::newRow("HCT-7300") << hct7300 << u"HCT-7300"_s;
+    QTest::newRow("HCT-7300") << hct7300() << u"HCT-7300"_s;
 }
 
 void TestProgrammeCommands::readSavesTheProgramme()
@@ -161,14 +161,14 @@ void TestProgrammeCommands::writeSendsAndVerifies_data()
     QTest::addColumn<QStringList>("options");
     QTest::addColumn<QString>("firstAlarm");
     QTest::newRow("HCT-7200") << QStringList() << u"c83b"_s;
-    QTest::newRow("HCT-7300") << hct7300 << u"c83b"_s;
+    QTest::newRow("HCT-7300") << hct7300() << u"c83b"_s;
 }
 
 void TestProgrammeCommands::writeSendsAndVerifies()
 {
     QFETCH(QStringList, options);
     QFETCH(QString, firstAlarm);
-    SchoolDesk desk(options + traced);
+    SchoolDesk desk(options + traced());
     HctctlProcess run;
     run.start(desk.arguments({u"write"_s, desk.changedFile()}));
     QCOMPARE(run.exitStatus(), 0);
@@ -203,7 +203,7 @@ void TestProgrammeCommands::writeTellsWhatItDidAsJson()
 
 void TestProgrammeCommands::writeWithoutVerificationReadsNothingBack()
 {
-    SchoolDesk desk(traced);
+    SchoolDesk desk(traced());
     HctctlProcess run;
     run.start(desk.arguments({u"write"_s, desk.changedFile(), u"--no-verify"_s}));
     QCOMPARE(run.exitStatus(), 0);
@@ -220,7 +220,7 @@ void TestProgrammeCommands::fileThatMustNotBeSentIsRefusedAsInTheWindow_data()
 void TestProgrammeCommands::fileThatMustNotBeSentIsRefusedAsInTheWindow()
 {
     QFETCH(QStringList, options);
-    SchoolDesk desk(options + traced);
+    SchoolDesk desk(options + traced());
     ProgrammeLines lines;
     lines.alarm(2, 0, 2) = lines.alarm(2, 1, 2) = "1";
     HctctlProcess run;
@@ -236,7 +236,7 @@ void TestProgrammeCommands::fileThatMustNotBeSentIsRefusedAsInTheWindow()
 void TestProgrammeCommands::alarmsThatTheFileLacksGo()
 {
     // Read over its alarms, the file would leave the working days of two of them, at one time.
-    SchoolDesk desk(hct7300);
+    SchoolDesk desk(hct7300());
     ProgrammeLines lines;
     lines.block(2, 1) = "2";
     HctctlProcess run;
@@ -403,7 +403,7 @@ void TestProgrammeCommands::verifyOfTheSameProgrammeIsGood()
 
 void TestProgrammeCommands::verifyListsTheDifferences()
 {
-    SchoolDesk desk(hct7300);
+    SchoolDesk desk(hct7300());
     ProgrammeLines lines;
     lines.block(0, 0) = "8";
     desk.clock.command(u"programme "_s + writeFile(desk.path(), lines.text()));
@@ -438,7 +438,7 @@ void TestProgrammeCommands::verifyListsTheDifferencesAsJson()
 
 void TestProgrammeCommands::verifyChangesNothing()
 {
-    SchoolDesk desk(traced);
+    SchoolDesk desk(traced());
     HctctlProcess run;
     run.start(desk.arguments({u"verify"_s, desk.changedFile()}));
     QCOMPARE(run.exitStatus(), 1);

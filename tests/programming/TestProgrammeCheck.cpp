@@ -157,7 +157,7 @@ void TestProgrammeCheck::maskOutOfRangeNamesTheDaysOfTheMode()
     lines.alarm(0, 0, 2) = "32";
     lines.alarm(1, 0, 2) = "32";
     QCOMPARE(
-        problems(lines.text(), hct7200).first(),
+        problems(lines.text(), hct7200).constFirst(),
         u"6: Días del aviso 1 de la salida 1: 32 no está entre 0 y 31 (de lunes a viernes)."_s);
     QCOMPARE(
         problems(lines.text(), hct7300),
@@ -225,7 +225,7 @@ void TestProgrammeCheck::tooLongFileIsTold()
     const QByteArray text = ProgrammeLines().text();
     const QByteArray atTheBound = text + QByteArray(1024 * 1024 - text.size(), ' ');
     QCOMPARE(problems(atTheBound).size(), 1);
-    QCOMPARE(problems(atTheBound + ' ').first(),
+    QCOMPARE(problems(atTheBound + ' ').constFirst(),
              u"0: El archivo es demasiado largo: solo se lee su primer mebibyte."_s);
 }
 

@@ -13,7 +13,7 @@ constexpr auto hct7300 = ClockModel::Hct7300;
 
 namespace {
 
-const QByteArray good = QByteArray(1, '\0');
+const QByteArray good = "\0"_ba;
 
 /// A clock that holds someBlocks and one holiday.
 struct TransferDesk : LinkFixture {
