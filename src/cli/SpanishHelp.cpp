@@ -31,8 +31,9 @@ std::string SpanishHelp::make_help(const CLI::App* app, std::string name,
     std::string page = make_description(app) + make_usage(app, std::move(name)) +
                        make_positionals(app) + make_groups(app, mode) +
                        make_subcommands(app, mode) + '\n';
-    if (app->get_parent())
-        page += "Las opciones comunes a todas las órdenes se ven con: hctctl --help\n";
+    page += app->get_parent()
+                ? "Las opciones comunes a todas las órdenes se ven con: hctctl --help\n"
+                : "La ayuda de cada orden se ve con ella, como en: hctctl clock set --help\n";
     return page + make_footer(app);
 }
 

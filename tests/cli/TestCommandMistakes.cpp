@@ -34,6 +34,8 @@ void TestCommandMistakes::helpIsSpanish()
                             "Opciones:\n"
                             "  -h,--help                       Muestra esta ayuda\n"_s));
     QVERIFY(help.contains(u"\nÓrdenes:\n  status                          Muestra fecha, hora,"_s));
+    QVERIFY(help.contains(
+        u"\nLa ayuda de cada orden se ve con ella, como en: hctctl clock set --help\n"_s));
     for (const char* english : {"Usage", "Options", "Subcommands", "TEXT", "Excludes", "Print"})
         QVERIFY2(!help.contains(QString::fromLatin1(english)), english);
 }
