@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Completes the commands, options, files and ports of hctctl in bash. It needs no other file of
 # bash-completion.
 
