@@ -86,11 +86,12 @@ void FirmwareTransfer::mntProgramacion_Recibido(quint8 /*code*/, const QByteArra
     if (status == LinkStatus::Good)
         advance();
     else
-        countFailure();
+        countFailure(status);
 }
 
-void FirmwareTransfer::countFailure()
+void FirmwareTransfer::countFailure(LinkStatus status)
 {
+    m_lastFailure = status;
     // Intentionally not reset when a transfer ends or begins: after a failed transfer the next one
     // fails at its first bad acknowledgement, until a good one has arrived.
     if (m_failCount < std::numeric_limits<qint16>::max())

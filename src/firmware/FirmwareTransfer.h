@@ -35,6 +35,8 @@ public:
     qint16 CurrentLine() const { return m_currentLine; }
     /// Failed acknowledgements since the last good one. Neither starting nor giving up resets it.
     qint16 FailCount() const { return m_failCount; }
+    /// How the latest failed acknowledgement failed.
+    LinkStatus lastFailure() const { return m_lastFailure; }
 
     /// Whether the last line asks for a reset. Takes effect until that line is sent.
     void setResetAfterwards(bool reset) { m_resetAfterwards = reset; }
@@ -62,7 +64,7 @@ signals:
 private:
     void SendCurrentLine();
     void mntProgramacion_Recibido(quint8 code, const QByteArray& body, LinkStatus status);
-    void countFailure();
+    void countFailure(LinkStatus status);
     void advance();
     void becomeIdle();
 
@@ -73,5 +75,6 @@ private:
     State m_state = State::Idle;
     qint16 m_currentLine = 0;
     qint16 m_failCount = 0;
+    LinkStatus m_lastFailure = LinkStatus::Good;
     bool m_resetAfterwards = false;
 };

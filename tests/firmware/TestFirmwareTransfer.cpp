@@ -27,6 +27,7 @@ private slots:
     void answerIsNoAcknowledgement();
     void longerAcknowledgementIsGood();
     void unacknowledgedLineIsSentAgain();
+    void latestFailureIsKept();
     void fiveFailuresAndAGoodOneContinue();
     void sixFailuresInARowStop();
     void afterAGivenUpTransferTheNextFailsAtOnce();
@@ -277,6 +278,20 @@ void TestFirmwareTransfer::unacknowledgedLineIsSentAgain()
     f.answerDamaged(QByteArray::fromHex(good));
     QCOMPARE(f.sent(), first);
     QCOMPARE(f.transfer.FailCount(), qint16{2});
+}
+
+void TestFirmwareTransfer::latestFailureIsKept()
+{
+    Fixture f(lineA + end);
+    f.transfer.start();
+    f.fail();
+    QCOMPARE(f.transfer.lastFailure(), LinkStatus::TimeOut);
+    f.sent();
+    f.answerHex("dd02");
+    QCOMPARE(f.transfer.lastFailure(), LinkStatus::WrongAnswer);
+    f.sent();
+    f.answerHex(good);
+    QCOMPARE(f.transfer.lastFailure(), LinkStatus::WrongAnswer);
 }
 
 void TestFirmwareTransfer::fiveFailuresAndAGoodOneContinue()
