@@ -1,6 +1,7 @@
 #include "HctctlProcess.h"
 
 #include "Processes.h"
+#include "PseudoTerminal.h"
 
 #include <QRegularExpression>
 
@@ -12,6 +13,14 @@ HctctlProcess::~HctctlProcess()
 {
     m_process.kill();
     hasEnded(m_process);
+}
+
+void HctctlProcess::useTerminal(const PseudoTerminal& terminal, const QList<int>& streams)
+{
+    m_process.setChildProcessModifier([device = terminal.nearEnd(), streams] {
+        for (const int stream : streams)
+            ::dup2(device, stream);
+    });
 }
 
 void HctctlProcess::start(const QStringList& arguments)

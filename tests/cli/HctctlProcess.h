@@ -4,11 +4,16 @@
 #include <QString>
 #include <QStringList>
 
+class PseudoTerminal;
+
 /// hctctl as a process of its own.
 class HctctlProcess {
 public:
     ~HctctlProcess();
 
+    /// Before it starts: these of its streams become the terminal, for example STDIN_FILENO. What
+    /// goes there cannot be read by lines nor as errors().
+    void useTerminal(const PseudoTerminal& terminal, const QList<int>& streams);
     void start(const QStringList& arguments);
     /// The next line on standard output; on standard error.
     QString nextLine();

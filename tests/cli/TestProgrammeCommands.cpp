@@ -1,6 +1,5 @@
 #include "Files.h"
 #include "HctctlProcess.h"
-#include "Processes.h"
 #include "ProgrammeLines.h"
 #include "SimulatorProcess.h"
 
@@ -33,16 +32,6 @@ struct SchoolDesk {
         return writeFile(path(), text);
     }
     QString firstAlarm() { return clock.state(u"block1.alarms"_s).left(4); }
-    /// Waits until the clock has been asked for so many requests that begin so.
-    bool waitForRequests(const QString& start, int count)
-    {
-        return QTest::qWaitFor(
-            [&] {
-                clock.command(u"state"_s);
-                return clock.requestCount(start) >= count;
-            },
-            processPatience);
-    }
 
     SimulatorProcess clock;
     QTemporaryDir folder;
@@ -366,7 +355,7 @@ void TestProgrammeCommands::interruptedWriteTellsWhatTheClockHas()
     SchoolDesk desk({u"--trace"_s, u"--fault"_s, u"silent always after 1 on block"_s});
     HctctlProcess run;
     run.start(desk.arguments({u"write"_s, desk.changedFile()}));
-    QVERIFY(desk.waitForRequests(block, 2));
+    QVERIFY(desk.clock.waitForRequests(block, 2));
     run.sendSignal(signalNumber);
     QCOMPARE(run.exitStatus(), 128 + signalNumber);
     QCOMPARE(run.output(), QString());
@@ -380,7 +369,7 @@ void TestProgrammeCommands::interruptedVerificationTellsThatAllIsSent()
     SchoolDesk desk({u"--trace"_s, u"--fault"_s, u"silent always after 1 on days-read"_s});
     HctctlProcess run;
     run.start(desk.arguments({u"write"_s, desk.changedFile()}));
-    QVERIFY(desk.waitForRequests(daysRead, 2));
+    QVERIFY(desk.clock.waitForRequests(daysRead, 2));
     run.sendSignal(SIGINT);
     QCOMPARE(run.exitStatus(), 128 + SIGINT);
     QCOMPARE(run.errors(), u"Interrumpido. El reloj ha tomado todo el programa, pero no se ha "

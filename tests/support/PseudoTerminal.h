@@ -35,6 +35,8 @@ public:
     bool uses(int descriptor) const { return descriptor == m_master || descriptor == m_slave; }
     /// The test's end; below 0 when it has vanished.
     int farEnd() const { return m_master; }
+    /// The end for the process under test.
+    int nearEnd() const { return m_slave; }
     bool send(const QByteArray& bytes)
     {
         return ::write(m_master, bytes.constData(), static_cast<size_t>(bytes.size())) ==

@@ -1,5 +1,6 @@
 #include "SimulatorProcess.h"
 
+#include "Processes.h"
 #include "SimulatorChannel.h"
 
 #include <QTest>
@@ -59,6 +60,16 @@ qsizetype SimulatorProcess::requestCount(const QString& start) const
 {
     return std::count_if(m_requests.begin(), m_requests.end(),
                          [&start](const QString& request) { return request.startsWith(start); });
+}
+
+bool SimulatorProcess::waitForRequests(const QString& start, int count)
+{
+    return QTest::qWaitFor(
+        [&] {
+            command(u"state"_s);
+            return requestCount(start) >= count;
+        },
+        processPatience);
 }
 
 QString SimulatorProcess::pathOf(const QString& file) const { return m_channel->pathOf(file); }

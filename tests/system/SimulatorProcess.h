@@ -24,6 +24,8 @@ public:
     const QStringList& requests() const { return m_requests; }
     /// How many of them begin so.
     qsizetype requestCount(const QString& start) const;
+    /// Waits until there are so many; false when they do not come.
+    bool waitForRequests(const QString& start, int count);
     /// A file of the test, as commands must name it.
     QString pathOf(const QString& file) const;
 
