@@ -29,9 +29,10 @@ public:
     {
         m_actions[&verb] = std::move(action);
     }
-    void runsWithClock(const CLI::App& verb, ClockRun::MakeJob makeJob)
+    void runsWithClock(const CLI::App& verb, ClockRun::MakeJob makeJob,
+                       AloneAction precondition = {})
     {
-        m_actions[&verb] = std::move(makeJob);
+        m_actions[&verb] = ClockAction{std::move(makeJob), std::move(precondition)};
     }
 
     /// The order that the arguments give (without the program's name), or the exit status when

@@ -1,6 +1,8 @@
 #include "Console.h"
 
 #include <QJsonDocument>
+#include <QStringList>
+#include <QTextStream>
 
 #include <cerrno>
 #include <csignal>
@@ -30,6 +32,15 @@ bool write(std::FILE* stream, const QString& text)
     const QByteArray bytes = text.toUtf8();
     const auto size = static_cast<std::size_t>(bytes.size());
     return std::fwrite(bytes.constData(), 1, size, stream) == size && std::fflush(stream) == 0;
+}
+
+bool isTerminalOf(std::FILE* stream)
+{
+#ifdef Q_OS_WIN
+    return _isatty(_fileno(stream)) != 0;
+#else
+    return ::isatty(::fileno(stream)) != 0;
+#endif
 }
 
 } // namespace
@@ -68,17 +79,22 @@ void Console::note(const QString& text)
 
 void Console::tell(const QString& text) { write(stderr, text + u'\n'); }
 
+std::optional<bool> Console::confirm(const QString& question)
+{
+    if (!isTerminalOf(stdin))
+        return std::nullopt;
+    write(stderr, question + u" [s/N] "_s);
+    const QString answer = QTextStream(stdin).readLine();
+    // The end of the input leaves the cursor behind the question.
+    if (answer.isNull())
+        write(stderr, u"\n"_s);
+    return QStringList{u"s"_s, u"si"_s, u"sí"_s}.contains(answer.trimmed().toLower());
+}
+
 void Console::showLine(const QString& text)
 {
     // Clears the rest of the line, which may have been longer.
     write(stderr, u"\r%1\x1b[K"_s.arg(text));
 }
 
-bool Console::isTerminal() const
-{
-#ifdef Q_OS_WIN
-    return _isatty(_fileno(stderr)) != 0;
-#else
-    return ::isatty(STDERR_FILENO) != 0;
-#endif
-}
+bool Console::isTerminal() const { return isTerminalOf(stderr); }

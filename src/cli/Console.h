@@ -3,6 +3,8 @@
 #include <QJsonObject>
 #include <QString>
 
+#include <optional>
+
 /// Standard output, for results only, and standard error, for everything else. Texts are written in
 /// UTF-8 and at once. When the reader of the results is gone, `print` fails and the program goes
 /// on.
@@ -30,6 +32,9 @@ public:
     void note(const QString& text);
     /// A sentence that is always told, such as the reason of a failure.
     void tell(const QString& text);
+    /// Asks on standard error for a yes or no and waits for the line of the answer; nothing when
+    /// standard input is no terminal. What is not a yes is a no.
+    static std::optional<bool> confirm(const QString& question);
     /// Replaces the last line of the terminal, see isTerminal. Without a text the line is empty.
     void showLine(const QString& text);
     /// Whether standard error is a terminal, on which lines can be replaced.

@@ -29,15 +29,19 @@ PortNames::Variables variablesWith(const QString& devicePath)
     };
 }
 
-int runWithClock(const CommonOptions& options, const ClockRun::MakeJob& makeJob, Console& console)
+int runWithClock(const CommonOptions& options, const ClockAction& action, Console& console)
 {
+    const ExitStatus readiness =
+        action.precondition ? action.precondition(console) : ExitStatus::Done;
+    if (readiness != ExitStatus::Done)
+        return qToUnderlying(readiness);
     SystemEnvironment system(variablesWith(options.devicePath()));
     NoLog log;
     Session session(system.environment(), log);
     options.applyTo(session.settings());
     session.link().ApplySettings();
 
-    ClockRun run(session, console, options, makeJob);
+    ClockRun run(session, console, options, action.makeJob);
     const TerminationSignals termination;
     QObject::connect(&termination, &TerminationSignals::arrived, &run, &ClockRun::interrupt);
     QObject::connect(
@@ -68,7 +72,7 @@ int carryOut(const Order& order, std::chrono::steady_clock::time_point programSt
     if (const auto* alone = std::get_if<AloneAction>(&order.action))
         status = qToUnderlying((*alone)(console));
     else
-        status = runWithClock(options, std::get<ClockRun::MakeJob>(order.action), console);
+        status = runWithClock(options, std::get<ClockAction>(order.action), console);
     if (status == 0 && !console.hasWrittenAll()) {
         console.tell(u"No se ha podido escribir el resultado."_s);
         status = qToUnderlying(ExitStatus::Usage);

@@ -9,10 +9,17 @@
 /// What a command does without a clock.
 using AloneAction = std::function<ExitStatus(Console& console)>;
 
+/// What a command does with a clock.
+struct ClockAction {
+    ClockRun::MakeJob makeJob;
+    /// Asked before the port is opened: any other status than Done ends the program. May be empty.
+    AloneAction precondition;
+};
+
 /// A command with its options, as it was read from the command line.
 struct Order {
     CommonOptions options;
-    std::variant<AloneAction, ClockRun::MakeJob> action;
+    std::variant<AloneAction, ClockAction> action;
 };
 
 /// Carries it out, in an event loop if it needs a clock; the exit status of the program. Needs the

@@ -6,5 +6,6 @@ void addCommands(CommandLine& commandLine)
     addClockCommands(commandLine);
     addOutputsCommand(commandLine);
     addProgrammeCommands(commandLine);
+    addFirmwareCommands(commandLine);
     addPortsCommand(commandLine);
 }

@@ -9,4 +9,5 @@ void addStatusCommand(CommandLine& commandLine);
 void addClockCommands(CommandLine& commandLine);
 void addOutputsCommand(CommandLine& commandLine);
 void addProgrammeCommands(CommandLine& commandLine);
+void addFirmwareCommands(CommandLine& commandLine);
 void addPortsCommand(CommandLine& commandLine);
