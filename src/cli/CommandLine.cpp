@@ -100,7 +100,10 @@ std::variant<Order, int> CommandLine::read(const QStringList& arguments)
     m_options.line = QString::fromStdString(m_texts.line);
     m_options.modemNumber = QString::fromStdString(m_texts.modem);
     m_options.trace = QString::fromStdString(m_texts.trace);
-    return Order{m_options, m_actions.at(chosenVerb())};
+    Order order;
+    order.options = m_options;
+    order.action = m_actions.at(chosenVerb());
+    return order;
 }
 
 int CommandLine::tellMistake(const CLI::ParseError& error) const
