@@ -1,11 +1,13 @@
 #include "CommandLine.h"
 
 #include "SpanishHelp.h"
+#include "StandardStreams.h"
 #include "Validators.h"
 
 #include <QStringList>
 
 #include <cstdio>
+#include <sstream>
 
 using namespace Qt::StringLiterals;
 
@@ -92,7 +94,10 @@ std::variant<Order, int> CommandLine::read(const QStringList& arguments)
     try {
         m_app.parse(reversed);
     } catch (const CLI::Success& success) {
-        return m_app.exit(success);
+        std::ostringstream text;
+        const int status = m_app.exit(success, text, text);
+        writeText(stdout, QString::fromStdString(text.str()));
+        return status;
     } catch (const CLI::ParseError& error) {
         return tellMistake(error);
     }
@@ -113,7 +118,7 @@ int CommandLine::tellMistake(const CLI::ParseError& error) const
         unknown += QString::fromStdString(word);
     const QString sentence =
         SpanishHelp::failure(error, unknown) + u"\nLa ayuda se ve con: hctctl --help\n"_s;
-    std::fputs(sentence.toUtf8().constData(), stderr);
+    writeText(stderr, sentence);
     return qToUnderlying(ExitStatus::Usage);
 }
 

@@ -44,4 +44,6 @@ private:
     const Form m_form;
     const Notes m_notes;
     bool m_failed = false;
+    /// Of the line that the terminal shows, in characters.
+    qsizetype m_lineLength = 0;
 };

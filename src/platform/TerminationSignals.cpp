@@ -1,9 +1,5 @@
 #include "TerminationSignals.h"
 
-#include <QtGlobal>
-
-#ifdef Q_OS_UNIX
-
 #include <QSocketNotifier>
 
 #include <array>
@@ -64,10 +60,3 @@ TerminationSignals::~TerminationSignals()
         end = -1;
     }
 }
-
-#else
-
-TerminationSignals::TerminationSignals(QObject* parent) : QObject(parent) {}
-TerminationSignals::~TerminationSignals() = default;
-
-#endif

@@ -1,0 +1,51 @@
+#include "StandardStreams.h"
+
+#include <QByteArray>
+
+#ifdef Q_OS_WIN
+#include <io.h>
+#include <windows.h>
+#else
+#include <unistd.h>
+#endif
+
+namespace {
+
+#ifdef Q_OS_WIN
+
+// What _isatty takes for a terminal may be another device, such as NUL.
+bool isConsole(HANDLE handle)
+{
+    DWORD mode = 0;
+    return GetConsoleMode(handle, &mode) != 0;
+}
+
+HANDLE handleOf(std::FILE* stream)
+{
+    return reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream)));
+}
+
+#endif
+
+} // namespace
+
+bool writeText(std::FILE* stream, const QString& text)
+{
+#ifdef Q_OS_WIN
+    if (const HANDLE handle = handleOf(stream); isConsole(handle))
+        return WriteConsoleW(handle, text.utf16(), static_cast<DWORD>(text.size()), nullptr,
+                             nullptr) != 0;
+#endif
+    const QByteArray bytes = text.toUtf8();
+    const auto size = static_cast<std::size_t>(bytes.size());
+    return std::fwrite(bytes.constData(), 1, size, stream) == size && std::fflush(stream) == 0;
+}
+
+bool isTerminal(std::FILE* stream)
+{
+#ifdef Q_OS_WIN
+    return isConsole(handleOf(stream));
+#else
+    return ::isatty(::fileno(stream)) != 0;
+#endif
+}

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+
+#include <cstdio>
+
+/// Writes `text` to standard output or standard error at once, in UTF-8; false when it could not be
+/// written. A console window of Windows gets UTF-16 in place of it, because it takes bytes for
+/// letters of its own code page.
+bool writeText(std::FILE* stream, const QString& text);
+
+/// Whether a user sees at once what is written to the stream.
+bool isTerminal(std::FILE* stream);
