@@ -25,7 +25,7 @@ private slots:
 
 namespace {
 
-const QStringList wrongClock{u"--start"_s, u"2020-01-01T00:00:00"_s};
+QStringList wrongClock() { return {u"--start"_s, u"2020-01-01T00:00:00"_s}; }
 
 qint64 distanceFromNow(const QString& time)
 {
@@ -44,7 +44,7 @@ void TestClockCommand::clockTakesTheComputersTime_data()
 void TestClockCommand::clockTakesTheComputersTime()
 {
     QFETCH(QString, model);
-    SimulatorProcess clock(wrongClock + QStringList{u"--model"_s, model});
+    SimulatorProcess clock(wrongClock() + QStringList{u"--model"_s, model});
     HctctlProcess hctctl;
     QCOMPARE(hctctl.run({u"clock"_s, u"set"_s, u"--port"_s, clock.device()}), 0);
     const QString output = hctctl.output();
@@ -91,7 +91,7 @@ void TestClockCommand::clockThatIsRightIsNoNewsForAQuietCommand()
 
 void TestClockCommand::clockThatIsOffIsSet()
 {
-    SimulatorProcess clock(wrongClock);
+    SimulatorProcess clock(wrongClock());
     HctctlProcess hctctl;
     QCOMPARE(hctctl.run({u"clock"_s, u"set"_s, u"--if-off-by"_s, u"60"_s, u"--json"_s, u"--port"_s,
                          clock.device()}),
@@ -147,7 +147,7 @@ void TestClockCommand::clockThatShowsAnotherTimeIsTold()
 // The first two attempts get no answer: the time sent is that of the third, a second later or more.
 void TestClockCommand::momentOfTheFrameIsSent()
 {
-    SimulatorProcess clock(wrongClock + QStringList{u"--fault"_s, u"lost times 2 on clock"_s});
+    SimulatorProcess clock(wrongClock() + QStringList{u"--fault"_s, u"lost times 2 on clock"_s});
     HctctlProcess hctctl;
     QCOMPARE(hctctl.run({u"clock"_s, u"set"_s, u"--json"_s, u"--port"_s, clock.device()}), 0);
     const QString output = hctctl.output();

@@ -22,7 +22,7 @@ private slots:
 
 namespace {
 
-const QStringList standingClock{u"--start"_s, u"2026-11-21T16:06:36"_s, u"--frozen"_s};
+QStringList standingClock() { return {u"--start"_s, u"2026-11-21T16:06:36"_s, u"--frozen"_s}; }
 
 } // namespace
 
@@ -47,8 +47,8 @@ void TestStatusCommand::stateIsAnObject()
 {
     QFETCH(QString, model);
     QFETCH(QString, object);
-    const SimulatorProcess clock(standingClock + QStringList{u"--model"_s, model, u"--inputs"_s,
-                                                             u"0x90"_s, u"--flags"_s, u"1"_s});
+    const SimulatorProcess clock(standingClock() + QStringList{u"--model"_s, model, u"--inputs"_s,
+                                                               u"0x90"_s, u"--flags"_s, u"1"_s});
     HctctlProcess hctctl;
     QCOMPARE(hctctl.run({u"--port"_s, clock.device(), u"status"_s, u"--json"_s}), 0);
     const QString output = hctctl.output();
@@ -59,7 +59,7 @@ void TestStatusCommand::stateIsAnObject()
 
 void TestStatusCommand::stateIsAText()
 {
-    const SimulatorProcess clock(standingClock);
+    const SimulatorProcess clock(standingClock());
     HctctlProcess hctctl;
     QCOMPARE(hctctl.run({u"status"_s, u"--port"_s, clock.device()}), 0);
     const QString output = hctctl.output();
@@ -72,7 +72,7 @@ void TestStatusCommand::stateIsAText()
 
 void TestStatusCommand::impossibleDateIsNull()
 {
-    SimulatorProcess clock(standingClock);
+    SimulatorProcess clock(standingClock());
     clock.command(u"byte 9 45"_s);
     HctctlProcess hctctl;
     QCOMPARE(hctctl.run({u"status"_s, u"--port"_s, clock.device(), u"--json"_s}), 0);
@@ -84,7 +84,7 @@ void TestStatusCommand::impossibleDateIsNull()
 
 void TestStatusCommand::changesArePrintedUntilASignal()
 {
-    SimulatorProcess clock(standingClock);
+    SimulatorProcess clock(standingClock());
     HctctlProcess hctctl;
     hctctl.start({u"status"_s, u"--watch"_s, u"--json"_s, u"--port"_s, clock.device()});
     QVERIFY(hctctl.nextLine().contains(u"\"outputs\":[false,false,false]"_s));
@@ -109,7 +109,7 @@ void TestStatusCommand::watchEndsWhenNobodyReads()
 
 void TestStatusCommand::clockThatFallsSilentEndsTheWatch()
 {
-    SimulatorProcess clock(standingClock);
+    SimulatorProcess clock(standingClock());
     HctctlProcess hctctl;
     hctctl.start(
         {u"status"_s, u"--watch"_s, u"--port"_s, clock.device(), u"--line"_s, u"115200"_s});

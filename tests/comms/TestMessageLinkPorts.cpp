@@ -27,7 +27,7 @@ public:
 };
 
 /// A good answer of the clock: read, selector 2, byte 0.
-const QByteArray answer = QByteArray::fromHex("68040468010802000b16");
+const QByteArray answer = "\x68\x04\x04\x68\x01\x08\x02\x00\x0b\x16"_ba;
 
 } // namespace
 

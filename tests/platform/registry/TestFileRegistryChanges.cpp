@@ -17,18 +17,22 @@ namespace {
 
 constexpr auto user = Registry::RootKey::CurrentUser;
 const QString key = u"Software\\Quorvex\\Lurimat\\Directo"_s;
-const QByteArray good("[HKEY_CURRENT_USER\\Software\\Quorvex\\Lurimat\\Directo]\n"
-                      "\"Puerto\"=\"4\"\n\"DTR\"=\"On\"\n");
+const QByteArray good = "[HKEY_CURRENT_USER\\Software\\Quorvex\\Lurimat\\Directo]\n"
+                        "\"Puerto\"=\"4\"\n\"DTR\"=\"On\"\n"_ba;
 
 /// Runs before each reading of a file; an error number that it returns fails the reading.
-std::function<int()> beforeReading;
+std::function<int()>& beforeReading()
+{
+    static std::function<int()> function;
+    return function;
+}
 
 } // namespace
 
 /// In the place of the system's function, which the toolkit calls.
 extern "C" ssize_t read(int descriptor, void* buffer, size_t count)
 {
-    if (const int error = beforeReading ? beforeReading() : 0) {
+    if (const int error = beforeReading() ? beforeReading()() : 0) {
         errno = error;
         return -1;
     }
@@ -40,7 +44,7 @@ extern "C" ssize_t read(int descriptor, void* buffer, size_t count)
 class TestFileRegistryChanges : public QObject {
     Q_OBJECT
 private slots:
-    void cleanup() { beforeReading = nullptr; }
+    void cleanup() { beforeReading() = nullptr; }
 
     void fileThatGrowsWhileItIsReadIsNotReplaced_data();
     void fileThatGrowsWhileItIsReadIsNotReplaced();
@@ -70,13 +74,13 @@ void TestFileRegistryChanges::fileThatGrowsWhileItIsReadIsNotReplaced()
     QFETCH(QByteArray, before);
     writeFile(path(), before);
     QByteArray content = before;
-    beforeReading = [&] {
+    beforeReading() = [&] {
         content += "; grown\n";
         QFile file(path());
         return file.open(QIODevice::Append) && file.write("; grown\n") == 8 ? 0 : EBADF;
     };
     QVERIFY(!save());
-    beforeReading = nullptr;
+    beforeReading() = nullptr;
     QCOMPARE(contentsOf(path()), content);
 }
 
@@ -84,12 +88,12 @@ void TestFileRegistryChanges::fileThatShrinksWhileItIsReadIsNotReplaced()
 {
     QByteArray content = good;
     writeFile(path(), content);
-    beforeReading = [&] {
+    beforeReading() = [&] {
         content.chop(4);
         return QFile::resize(path(), content.size()) ? 0 : EBADF;
     };
     QVERIFY(!save());
-    beforeReading = nullptr;
+    beforeReading() = nullptr;
     QCOMPARE(contentsOf(path()), content);
 }
 
@@ -104,9 +108,9 @@ void TestFileRegistryChanges::fileThatFailsWhileItIsReadIsNotReplaced()
 {
     QFETCH(QByteArray, content);
     writeFile(path(), content);
-    beforeReading = [] { return EIO; };
+    beforeReading() = [] { return EIO; };
     QVERIFY(!save());
-    beforeReading = nullptr;
+    beforeReading() = nullptr;
     QCOMPARE(contentsOf(path()), content);
 }
 
