@@ -69,6 +69,29 @@ const QString twentyTaken =
     u"El reloj tiene media imagen: ha tomado 20 de 60 líneas, y puede haber tomado la 21."_s +
     howToGoOn;
 
+/// The lines that a terminal shows one after the other, in one place or below each other.
+QStringList linesOn(QString received)
+{
+    received.replace(u"\r\n"_s, u"\n"_s);
+    QStringList lines;
+    QString line;
+    qsizetype column = 0;
+    for (qsizetype i = 0; i < received.size(); ++i) {
+        const QChar character = received[i];
+        if (character == u'\r' || character == u'\n') {
+            if (!line.trimmed().isEmpty())
+                lines += line.trimmed();
+            column = 0;
+            if (character == u'\n')
+                line.clear();
+        } else {
+            line = line.leftJustified(column + 1).replace(column, 1, character);
+            ++column;
+        }
+    }
+    return lines;
+}
+
 } // namespace
 
 /// The command that sends firmware, over a pseudo-terminal.
@@ -95,6 +118,7 @@ private slots:
     void withoutATerminalConsentIsNeeded();
     void answerDecides_data();
     void answerDecides();
+    void signalAtTheQuestionSendsNothing();
     void questionTellsOfTheReset();
     void terminalShowsTheProgress();
     void quietTerminalShowsNone();
@@ -347,6 +371,20 @@ void TestFirmwareCommand::answerDecides()
     QCOMPARE(desk.clock.state(u"answered"_s) == u"0", !isYes);
 }
 
+void TestFirmwareCommand::signalAtTheQuestionSendsNothing()
+{
+    FirmwareDesk desk;
+    PseudoTerminal terminal;
+    HctctlProcess run;
+    run.useTerminal(terminal, {STDIN_FILENO, STDERR_FILENO});
+    run.start(desk.arguments({}));
+    QString shown;
+    QTRY_VERIFY((shown += QString::fromUtf8(terminal.received())).endsWith(desk.question()));
+    run.sendSignal(SIGINT);
+    QCOMPARE(run.exitStatus(), -1);
+    QCOMPARE(desk.clock.state(u"answered"_s), u"0"_s);
+}
+
 void TestFirmwareCommand::questionTellsOfTheReset()
 {
     const FirmwareDesk desk;
@@ -367,14 +405,13 @@ void TestFirmwareCommand::terminalShowsTheProgress()
     run.useTerminal(terminal, {STDERR_FILENO});
     QCOMPARE(run.run(desk.arguments()), 0);
     static const QRegularExpression seconds(u"quedan [0-9]+ s"_s);
-    QCOMPARE(QString::fromUtf8(terminal.received()).replace(seconds, u"quedan N s"_s),
-             u"\rEnviando firmware: 0 % (0 de 4)\x1b[K"
-             "\rEnviando firmware: 25 % (1 de 4), quedan N s\x1b[K"
-             "\rEnviando firmware: 50 % (2 de 4), quedan N s\x1b[K"
-             "\rEnviando firmware: 75 % (3 de 4), quedan N s\x1b[K"
-             "\rEnviando firmware: 100 % (4 de 4)\x1b[K"
-             "\r\x1b[K"
-             "El firmware se ha enviado al HCT-7200: 4 líneas.\r\n"_s);
+    QCOMPARE(linesOn(QString::fromUtf8(terminal.received()).replace(seconds, u"quedan N s"_s)),
+             QStringList({u"Enviando firmware: 0 % (0 de 4)"_s,
+                          u"Enviando firmware: 25 % (1 de 4), quedan N s"_s,
+                          u"Enviando firmware: 50 % (2 de 4), quedan N s"_s,
+                          u"Enviando firmware: 75 % (3 de 4), quedan N s"_s,
+                          u"Enviando firmware: 100 % (4 de 4)"_s,
+                          u"El firmware se ha enviado al HCT-7200: 4 líneas."_s}));
 }
 
 void TestFirmwareCommand::quietTerminalShowsNone()
