@@ -65,9 +65,8 @@ QStringList fault(const QString& text) { return {u"--trace"_s, u"--fault"_s, tex
 
 const QString howToGoOn = u" Para que la tenga entera, envíe otra vez el archivo: se empieza por "
                           "la primera línea.\n"_s;
-const QString twentyTaken =
-    u"El reloj tiene media imagen: ha tomado 20 de 60 líneas, y puede haber tomado la 21."_s +
-    howToGoOn;
+const QString twenty = u"El reloj tiene media imagen: ha tomado 20 de 60 líneas."_s;
+const QString twentyTaken = twenty + u" Puede haber tomado la 21."_s + howToGoOn;
 
 /// The lines that a terminal shows one after the other, in one place or below each other.
 QStringList linesOn(QString received)
@@ -256,10 +255,12 @@ void TestFirmwareCommand::brokenTransferTellsWhatTheClockHas_data()
     QTest::addColumn<int>("status");
     QTest::addColumn<QString>("told");
     const QString silent = u"El reloj ha dejado de contestar: compruebe el cable. "_s;
+    const QString advice = u": compruebe que el archivo es de este modelo. "_s;
     QTest::newRow("refused") << u"refuse 2 always after 20 on firmware"_s << 1
-                             << u"El reloj no acepta la línea 21: compruebe que el archivo es de "
-                                "este modelo. "_s +
-                                    twentyTaken;
+                             << u"El reloj no acepta la línea 21"_s + advice + twenty + howToGoOn;
+    QTest::newRow("refused from the first line") << u"refuse 2 always on firmware"_s << 1
+                                                 << u"El reloj no acepta la línea 1"_s + advice +
+                                                        u"El reloj no ha tomado ninguna línea.\n"_s;
     QTest::newRow("unanswered") << u"silent always after 20 on firmware"_s << 4
                                 << silent + twentyTaken;
     QTest::newRow("damaged answers")
@@ -322,7 +323,7 @@ void TestFirmwareCommand::clockThatMayHaveResetIsTold()
     HctctlProcess run;
     QCOMPARE(run.run(desk.arguments({u"--yes"_s, u"--reset"_s, u"--line"_s, u"115200"_s})), 4);
     const QString errors = run.errors();
-    QVERIFY2(errors.endsWith(u"El reloj tiene media imagen: ha tomado 2 de 3 líneas, y puede haber "
+    QVERIFY2(errors.endsWith(u"El reloj tiene media imagen: ha tomado 2 de 3 líneas. Puede haber "
                              "tomado la 3. Si se ha reiniciado, la tiene entera."_s +
                              howToGoOn),
              qPrintable(errors));

@@ -34,7 +34,7 @@ QString FirmwareSendJob::abandon()
 {
     m_transfer.interrupt();
     m_progress->end();
-    return linesTaken();
+    return linesTaken(NextLine::Unconfirmed);
 }
 
 void FirmwareSendJob::tellSent()
@@ -59,28 +59,30 @@ void FirmwareSendJob::fail()
         return;
     m_progress->end();
     const ExitStatus status = exitStatusOf(m_transfer.lastFailure());
+    const bool refused = status == ExitStatus::Refused;
     const QString reason =
-        status == ExitStatus::Refused
+        refused
             ? u"El reloj no acepta la línea %1: compruebe que el archivo es de este modelo."_s.arg(
                   m_taken + 1)
             : u"El reloj ha dejado de contestar: compruebe el cable."_s;
-    m_console.tell(reason + u' ' + linesTaken());
+    m_console.tell(reason + u' ' + linesTaken(refused ? NextLine::Refused : NextLine::Unconfirmed));
     emit finished(status);
 }
 
-QString FirmwareSendJob::linesTaken() const
+QString FirmwareSendJob::linesTaken(NextLine next) const
 {
     const int count = m_image.LineCount();
     if (m_taken == count)
         return u"El reloj ha tomado todas las líneas."_s;
+    if (m_taken == 0 && next == NextLine::Refused)
+        return u"El reloj no ha tomado ninguna línea."_s;
     QString sentence =
         m_taken == 0
             ? u"El reloj puede tener media imagen: no ha confirmado ninguna de las %1 líneas."_s
                   .arg(count)
-            : u"El reloj tiene media imagen: ha tomado %1 de %2 líneas, y puede haber tomado la %3."_s
-                  .arg(m_taken)
-                  .arg(count)
-                  .arg(m_taken + 1);
+            : u"El reloj tiene media imagen: ha tomado %1 de %2 líneas."_s.arg(m_taken).arg(count);
+    if (m_taken > 0 && next == NextLine::Unconfirmed)
+        sentence += u" Puede haber tomado la %1."_s.arg(m_taken + 1);
     if (m_reset && m_taken == count - 1)
         sentence += u" Si se ha reiniciado, la tiene entera."_s;
     return sentence +

@@ -24,8 +24,10 @@ public:
 private:
     void tellSent();
     void fail();
+    /// What is known of the line behind those that the clock has acknowledged.
+    enum class NextLine { Unconfirmed, Refused };
     /// What the clock has of the image, and how to go on.
-    QString linesTaken() const;
+    QString linesTaken(NextLine next) const;
 
     Session& m_session;
     Console& m_console;
