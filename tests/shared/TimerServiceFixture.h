@@ -6,6 +6,7 @@
 #include <QTest>
 
 #include <functional>
+#include <memory>
 
 /// A timer service that is on, whose ticks pass when the test says so.
 class TimerServiceFixture {
