@@ -28,6 +28,8 @@ AllowSkipFiles off
 !include MUI2.nsh
 !include WinVer.nsh
 !include FileFunc.nsh
+!include Sections.nsh
+!include search-path.nsh
 
 Name "${PRODUCT}"
 OutFile "${STAGE}/hct-setup.exe"
@@ -54,23 +56,14 @@ VIAddVersionKey /LANG=0 "LegalCopyright" "Contiene Qt (LGPL 3), véase LICENCIAS
 !define MULTIUSER_INSTALLMODEPAGE_TEXT_CURRENTUSER "Instalar solo para mí"
 !insertmacro MULTIUSER_PAGE_INSTALLMODE
 
+!define MUI_COMPONENTSPAGE_SMALLDESC
+!insertmacro MUI_PAGE_COMPONENTS
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
 !insertmacro MUI_PAGE_FINISH
 !insertmacro MUI_UNPAGE_CONFIRM
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE "Spanish"
-
-Function .onInit
-    ; What Qt 6.4 asks for.
-    ${IfNot} ${AtLeastWin10}
-    ${OrIfNot} ${AtLeastBuild} 17763
-        MessageBox MB_OK|MB_ICONSTOP "${PRODUCT} necesita Windows 10, versión 1809 o posterior." /SD IDOK
-        SetErrorLevel 2
-        Abort
-    ${EndIf}
-    !insertmacro MULTIUSER_INIT
-FunctionEnd
 
 Function un.onInit
     !insertmacro MULTIUSER_UNINIT
@@ -83,20 +76,22 @@ Function runProgram
 FunctionEnd
 
 ; A running program can neither be replaced nor deleted, so it must be closed before anything changes.
-!macro askToClose
-    tryAgain:
-    ${If} ${FileExists} "$INSTDIR\hct.exe"
+!macro askToClose PROGRAM
+    !define AGAIN "tryAgain${__LINE__}"
+    ${AGAIN}:
+    ${If} ${FileExists} "$INSTDIR\${PROGRAM}"
         ClearErrors
-        FileOpen $0 "$INSTDIR\hct.exe" a
+        FileOpen $0 "$INSTDIR\${PROGRAM}" a
         ${If} ${Errors}
             MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION \
-                "${PRODUCT} está abierto. Guarde lo que esté haciendo, ciérrelo y pulse Reintentar.$\r$\n$\r$\nSi no lo está, el archivo $INSTDIR\hct.exe no se puede modificar." \
-                /SD IDCANCEL IDRETRY tryAgain
+                "${PRODUCT} está abierto. Guarde lo que esté haciendo, ciérrelo y pulse Reintentar.$\r$\n$\r$\nSi no lo está, el archivo $INSTDIR\${PROGRAM} no se puede modificar." \
+                /SD IDCANCEL IDRETRY ${AGAIN}
             SetErrorLevel 2
             Abort
         ${EndIf}
         FileClose $0
     ${EndIf}
+    !undef AGAIN
 !macroend
 
 ; Removes the modem scripts that an installation brought and that nobody has changed since.
@@ -129,9 +124,11 @@ FunctionEnd
 !insertmacro removeScripts "un."
 
 Section
-    !insertmacro askToClose
+    !insertmacro askToClose "hct.exe"
+    !insertmacro askToClose "hctctl.exe"
     SetOutPath "$INSTDIR"
     File "${FILES}/hct.exe"
+    File "${FILES}/hctctl.exe"
     File "${STAGE}/hct.ico"
     SetOutPath "$INSTDIR\licencias"
     File "${FILES}/licencias/*.txt"
@@ -162,16 +159,46 @@ Section
     WriteRegDWORD SHCTX "${UNINSTALL_KEY}" "EstimatedSize" $0
 SectionEnd
 
+; Once chosen it stays over an update that does not choose it again; uninstalling takes it away.
+Section /o "Usar hctctl en cualquier consola" inSearchPath
+    Call addToSearchPath
+SectionEnd
+!insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN
+    !insertmacro MUI_DESCRIPTION_TEXT ${inSearchPath} "Añade la carpeta del programa a la variable Path, para que la orden hctctl se encuentre en cualquier consola y en las tareas programadas."
+!insertmacro MUI_FUNCTION_DESCRIPTION_END
+
+Function .onInit
+    ; What Qt 6.4 asks for.
+    ${IfNot} ${AtLeastWin10}
+    ${OrIfNot} ${AtLeastBuild} 17763
+        MessageBox MB_OK|MB_ICONSTOP "${PRODUCT} necesita Windows 10, versión 1809 o posterior." /SD IDOK
+        SetErrorLevel 2
+        Abort
+    ${EndIf}
+    !insertmacro MULTIUSER_INIT
+    ; A silent installation has no page on which to choose.
+    ${GetParameters} $0
+    ClearErrors
+    ${GetOptions} $0 "/PATH" $1
+    ${IfNot} ${Errors}
+        !insertmacro SelectSection ${inSearchPath}
+    ${EndIf}
+FunctionEnd
+
 ; Removes what the installer brought and nothing else. The operator's settings stay in the registry;
 ; scripts and programme files that were added or changed stay in their folders.
 Section "Uninstall"
-    !insertmacro askToClose
+    !insertmacro askToClose "hct.exe"
+    !insertmacro askToClose "hctctl.exe"
     Delete "$SMPROGRAMS\${PRODUCT}.lnk"
+    Call un.removeFromSearchPath
     Delete "$INSTDIR\hct.exe"
+    Delete "$INSTDIR\hctctl.exe"
     Delete "$INSTDIR\hct.ico"
     Delete "$INSTDIR\licencias\LICENCIAS.txt"
     Delete "$INSTDIR\licencias\LGPL-3.txt"
     Delete "$INSTDIR\licencias\GPL-3.txt"
+    Delete "$INSTDIR\licencias\CLI11-copyright.txt"
     Delete "$INSTDIR\licencias\Qt-copyright.txt"
     Delete "$INSTDIR\licencias\Qt-translations-copyright.txt"
     Delete "$INSTDIR\licencias\MinGW-copyright.txt"
