@@ -5,9 +5,37 @@
 
 #include <QRegularExpression>
 
+#ifdef Q_OS_WIN
+#include <QJsonDocument>
+
+#include <windows.h>
+#else
 #include <csignal>
+#endif
 
 using namespace Qt::StringLiterals;
+
+#ifdef Q_OS_WIN
+
+namespace {
+
+BOOL WINAPI goOn(DWORD /*event*/) { return TRUE; }
+
+/// Gives the test a console of its own, so that Ctrl+C reaches only what it has started.
+void takeConsole()
+{
+    static bool isTaken = false;
+    if (isTaken)
+        return;
+    isTaken = true;
+    FreeConsole();
+    AllocConsole();
+    SetConsoleCtrlHandler(goOn, TRUE);
+}
+
+} // namespace
+
+#endif
 
 HctctlProcess::~HctctlProcess()
 {
@@ -25,6 +53,9 @@ void HctctlProcess::useTerminal(const PseudoTerminal& terminal, const QList<int>
 
 void HctctlProcess::start(const QStringList& arguments)
 {
+#ifdef Q_OS_WIN
+    takeConsole();
+#endif
     m_process.start(QStringLiteral(HCTCTL), arguments);
 }
 
@@ -38,10 +69,21 @@ QString HctctlProcess::nextErrorLine()
     return line;
 }
 
+void HctctlProcess::interrupt()
+{
+#ifdef Q_OS_WIN
+    GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0);
+#else
+    ::kill(static_cast<pid_t>(m_process.processId()), SIGINT);
+#endif
+}
+
+#ifndef Q_OS_WIN
 void HctctlProcess::sendSignal(int number)
 {
     ::kill(static_cast<pid_t>(m_process.processId()), number);
 }
+#endif
 
 int HctctlProcess::exitStatus()
 {
@@ -55,6 +97,7 @@ int HctctlProcess::run(const QStringList& arguments)
     return exitStatus();
 }
 
+#ifndef Q_OS_WIN
 int HctctlProcess::runForOneLine(const QStringList& arguments)
 {
     m_process.start(u"bash"_s,
@@ -63,15 +106,29 @@ int HctctlProcess::runForOneLine(const QStringList& arguments)
                         arguments);
     return exitStatus();
 }
+#endif
+
+QString HctctlProcess::textOf(const QByteArray& bytes)
+{
+    QString text = QString::fromUtf8(bytes);
+#ifdef Q_OS_WIN
+    text.replace(u"\r\n"_s, u"\n"_s);
+#endif
+    return text;
+}
 
 QString readByAnotherProgram(const QString& json)
 {
+#ifdef Q_OS_WIN
+    return QString::fromUtf8(QJsonDocument::fromJson(json.toUtf8()).toJson(QJsonDocument::Compact));
+#else
     QProcess reader;
     reader.start(u"jq"_s, {u"--compact-output"_s, u"--sort-keys"_s, u"."_s});
     reader.write(json.toUtf8());
     reader.closeWriteChannel();
     return hasEnded(reader) ? QString::fromUtf8(reader.readAllStandardOutput()).trimmed()
                             : QString();
+#endif
 }
 
 QString withoutDifference(QString text)

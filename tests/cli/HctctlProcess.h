@@ -18,23 +18,33 @@ public:
     /// The next line on standard output; on standard error.
     QString nextLine();
     QString nextErrorLine();
+    /// Ctrl+C. On Windows it reaches every process of the test.
+    void interrupt();
+#ifndef Q_OS_WIN
     void sendSignal(int number);
+#endif
     /// Waits for its end; the exit status, -1 when it did not end by itself.
     int exitStatus();
     /// What has not been read by lines, after its end.
-    QString output() { return QString::fromUtf8(m_process.readAllStandardOutput()); }
-    QString errors() { return QString::fromUtf8(m_process.readAllStandardError()); }
+    QString output() { return textOf(m_process.readAllStandardOutput()); }
+    QString errors() { return textOf(m_process.readAllStandardError()); }
 
     /// Runs it to its end; the exit status.
     int run(const QStringList& arguments);
+#ifndef Q_OS_WIN
     /// Runs it to its end with a reader that goes away after the first line; the exit status.
     int runForOneLine(const QStringList& arguments);
+#endif
 
 private:
+    /// With lines that end with LF alone, on Windows too.
+    static QString textOf(const QByteArray& bytes);
+
     QProcess m_process;
 };
 
-/// Reads an object as another program does, and writes it with sorted keys.
+/// Reads an object with another program, and writes it with sorted keys. On Windows the test itself
+/// is that program.
 QString readByAnotherProgram(const QString& json);
 /// The texts without the number of seconds that the clock is ahead, which no test can know.
 QString withoutDifference(QString text);

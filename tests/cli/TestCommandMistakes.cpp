@@ -67,10 +67,19 @@ void TestCommandMistakes::mistakeIsTold_data()
                                << u"--wait: \"x\" no es un número de 1 a 3600."_s;
     QTest::newRow("station too high")
         << u"status --station 256"_s << u"--station: \"256\" no es un número de 0 a 255."_s;
+#ifdef Q_OS_WIN
+    QTest::newRow("COM number too high")
+        << u"status --port COM17"_s
+        << u"--port: \"COM17\" no es un puerto: indique COM1 a COM16."_s;
+    QTest::newRow("device of Linux")
+        << u"status --port /dev/ttyUSB0"_s
+        << u"--port: \"/dev/ttyUSB0\" no es un puerto: indique COM1 a COM16."_s;
+#else
     QTest::newRow("COM number too high")
         << u"status --port COM17"_s
         << u"--port: \"COM17\" no es un puerto: indique COM1 a COM16, o un dispositivo como "
            "/dev/ttyUSB0."_s;
+#endif
     QTest::newRow("speed") << u"status --line fast"_s
                            << u"--line: Velocidad no válida: \"fast\"."_s;
     QTest::newRow("parity") << u"status --line 9600,X"_s << u"--line: Paridad no válida: \"X\"."_s;

@@ -28,9 +28,13 @@ public:
     {
         writeLine((QStringList{u"start"_s} + options).join(u'\t'));
         for (;;) {
-            m_firstLine = nextLine();
-            if (m_firstLine.isEmpty() || m_firstLine.startsWith(u"/dev/pts/"_s))
+            const QString line = nextLine();
+            if (line.isEmpty())
                 return;
+            if (line.startsWith(u"/dev/pts/"_s)) {
+                m_firstLine = u"COM1"_s;
+                return;
+            }
         }
     }
     void writeLine(const QString& line) override
