@@ -9,9 +9,9 @@
 #include <unistd.h>
 #endif
 
-namespace {
-
 #ifdef Q_OS_WIN
+
+namespace {
 
 // What _isatty takes for a terminal may be another device, such as NUL.
 bool isConsole(HANDLE handle)
@@ -25,9 +25,9 @@ HANDLE handleOf(std::FILE* stream)
     return reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream)));
 }
 
-#endif
-
 } // namespace
+
+#endif
 
 bool writeText(std::FILE* stream, const QString& text)
 {

@@ -1,4 +1,5 @@
 #include "Processes.h"
+#include "RegistryEditor.h"
 #include "SimulatorProcess.h"
 
 #include <QJsonArray>
@@ -74,6 +75,7 @@ private slots:
     void stateIsReadOverAComPort();
     void portsAreListedWithTheirState();
     void portsAreATable();
+    void portIsDescribedAsByTheDeviceManager();
     void portInUseIsTold();
     void missingPortIsTold();
     void silenceIsTold();
@@ -152,6 +154,27 @@ void TestWindowsHctctl::portsAreATable()
     QCOMPARE(lines.first(),
              u"Puerto  Dispositivo  Estado  Descripción  Fabricante  Número de serie"_s);
     QVERIFY(lines.contains(u"COM7    COM7         en uso"_s));
+}
+
+void TestWindowsHctctl::portIsDescribedAsByTheDeviceManager()
+{
+    const QString adapters = u"HKLM\\SYSTEM\\CurrentControlSet\\Enum\\USB\\VID_FFFF&PID_0001"_s;
+    const QString adapter = adapters + u"\\A50285BI"_s;
+    const auto add = [](const QString& key, const char* name, const QString& text) {
+        RegistryEditor::add(key, QString::fromLatin1(name), u"REG_SZ"_s, text);
+    };
+    add(adapter, "ClassGUID", u"{4d36e978-e325-11ce-bfc1-08002be10318}"_s);
+    add(adapter, "DeviceDesc", u"USB Serial Port"_s);
+    add(adapter, "Mfg", u"Adapters Ltd"_s);
+    add(adapter + u"\\Device Parameters"_s, "PortName", u"COM7"_s);
+    const int status = run({u"ports"_s, u"--json"_s});
+    RegistryEditor::removeKey(adapters);
+    QCOMPARE(status, 0);
+    const QByteArray output = m_hctctl->readAllStandardOutput();
+    QVERIFY2(output.contains(R"({"description":"USB Serial Port","device":"COM7",)"
+                             R"("manufacturer":"Adapters Ltd","port":"COM7",)"
+                             R"("serialNumber":"A50285BI","state":"inUse"})"),
+             output.constData());
 }
 
 void TestWindowsHctctl::portInUseIsTold()
