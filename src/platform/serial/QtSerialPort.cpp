@@ -229,7 +229,7 @@ void QtSerialPort::writeWaiting()
     const Written written = writeToDriver(m_waiting);
     wipeFront(m_waiting, written.count);
     m_writable->setEnabled(!m_waiting.isEmpty());
-    if (written.hasFailed || isDeviceGone())
+    if (written.hasFailed)
         deviceGone();
 }
 

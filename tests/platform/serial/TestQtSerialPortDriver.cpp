@@ -26,6 +26,7 @@ private slots:
     void readingThatFailsForTheMomentIsTriedAgain();
     void writingThatFailsForTheMomentIsTriedAgain_data();
     void writingThatFailsForTheMomentIsTriedAgain();
+    void driverThatTakesNothingOfWhatWaitsIsNoReasonToClose();
     void restIsAsLongAsTheMissingBytes_data();
     void restIsAsLongAsTheMissingBytes();
     void closingEndsTheRest();
@@ -252,6 +253,20 @@ void TestQtSerialPortDriver::writingThatFailsForTheMomentIsTriedAgain()
     f.port.write("abc");
     QByteArray received = f.line.received();
     QTEST(received, "atOnce");
+    QTRY_COMPARE(received += f.line.received(), QByteArray("abc"));
+    QVERIFY(f.port.isOpen());
+}
+
+void TestQtSerialPortDriver::driverThatTakesNothingOfWhatWaitsIsNoReasonToClose()
+{
+    StandInDriver driver;
+    PortFixture f;
+    f.port.open();
+    driver.nextError = EAGAIN;
+    f.port.write("abc");
+    driver.nextError = StandInDriver::nothingTaken;
+    QTRY_COMPARE(driver.nextError, 0);
+    QByteArray received;
     QTRY_COMPARE(received += f.line.received(), QByteArray("abc"));
     QVERIFY(f.port.isOpen());
 }
