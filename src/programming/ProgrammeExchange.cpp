@@ -97,6 +97,7 @@ void ProgrammeExchange::giveUp()
     if (m_givingUp)
         return;
     m_givingUp = true;
+    m_registration->DesactivaCliente();
     const QPointer<ProgrammeExchange> self(this);
     emit failed();
     if (!self)
@@ -153,8 +154,7 @@ void ProgrammeExchange::mntLectFestVacacionais_Recibido(quint8 /*code*/, const Q
 {
     if (status != LinkStatus::Good)
         return refused(u"Fallo en lectura de festivos y vacaciones"_s, status);
-    m_state = State::Idle;
-    m_registration->DesactivaCliente();
+    becomeIdle();
     emit holidaysRead(ProgrammeMessages::holidaysOf(body));
 }
 
@@ -175,10 +175,16 @@ void ProgrammeExchange::mntProgFestVacacionais_Recibido(quint8 /*code*/, const Q
 {
     if (status != LinkStatus::Good)
         return refused(u"Fallo en escritura de festivos y vacaciones"_s, status);
-    m_state = State::Idle;
+    becomeIdle();
     m_partsAccepted = partCount;
     emit partAccepted(partCount - 1);
     emit sent();
+}
+
+void ProgrammeExchange::becomeIdle()
+{
+    m_state = State::Idle;
+    m_registration->DesactivaCliente();
 }
 
 void ProgrammeExchange::refused(const QString& what, LinkStatus status)

@@ -85,6 +85,8 @@ private:
     void mntLectFestVacacionais_Recibido(quint8 code, const QByteArray& body, LinkStatus status);
     void mntProgBloquesAvisos_Recibido(quint8 code, const QByteArray& body, LinkStatus status);
     void mntProgFestVacacionais_Recibido(quint8 code, const QByteArray& body, LinkStatus status);
+    /// The timer service sleeps on while there is nothing to exchange.
+    void becomeIdle();
     void refused(const QString& what, LinkStatus status);
     /// Into `state`, and out of it again without a connection.
     void begin(State state);

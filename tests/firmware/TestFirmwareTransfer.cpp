@@ -5,6 +5,8 @@
 #include <QSignalSpy>
 #include <QtTest>
 
+#include <functional>
+
 using namespace Qt::StringLiterals;
 
 /// The transfer without its window: bodies, acknowledgements, failures, ends.
@@ -37,6 +39,8 @@ private slots:
     void interruptionForgetsTheAnswerUnderWay();
     void disconnectionWaitsAndGoesOnWithTheSameLine();
     void startAnewBeginsWithTheFirstLine();
+    void idleTransferLeavesTheTimerServiceAsleep_data();
+    void idleTransferLeavesTheTimerServiceAsleep();
     void leavingGivesUpThePlaceInTheTimerService();
     void as32767LinesAreSent();
 };
@@ -424,6 +428,39 @@ void TestFirmwareTransfer::startAnewBeginsWithTheFirstLine()
     QCOMPARE(f.transfer.CurrentLine(), qint16{0});
     f.timeOut();
     QCOMPARE(f.sent(), first);
+}
+
+void TestFirmwareTransfer::idleTransferLeavesTheTimerServiceAsleep_data()
+{
+    using End = std::function<void(Fixture&)>;
+    QTest::addColumn<End>("reachEnd");
+    QTest::newRow("not begun") << End([](Fixture&) {});
+    QTest::newRow("sent") << End([](Fixture& f) {
+        f.transfer.start();
+        f.sent();
+        f.answerHex(good);
+        QCOMPARE(f.finished.size(), 1);
+    });
+    QTest::newRow("given up") << End([](Fixture& f) {
+        f.transfer.start();
+        f.fail(6);
+        QCOMPARE(f.failed.size(), 1);
+    });
+    QTest::newRow("interrupted") << End([](Fixture& f) {
+        f.transfer.start();
+        f.sent();
+        f.transfer.interrupt();
+        f.timeOut();
+    });
+}
+
+void TestFirmwareTransfer::idleTransferLeavesTheTimerServiceAsleep()
+{
+    QFETCH(std::function<void(Fixture&)>, reachEnd);
+    Fixture f(lineA + end);
+    reachEnd(f);
+    QCOMPARE(f.transfer.state(), State::Idle);
+    QCOMPARE(f.wakeUps(100), 0);
 }
 
 void TestFirmwareTransfer::leavingGivesUpThePlaceInTheTimerService()

@@ -2,6 +2,7 @@
 
 #include <QTest>
 
+#include <functional>
 #include <memory>
 
 using namespace Qt::StringLiterals;
@@ -31,6 +32,8 @@ private slots:
     void withoutAConnectionAReadingGivesUp();
     void newConnectionTakesASending();
     void stoppingAfterTheEndOfTheConnectionTellsNothing();
+    void idleExchangeLeavesTheTimerServiceAsleep_data();
+    void idleExchangeLeavesTheTimerServiceAsleep();
     void stoppedExchangeTakesNoAnswer_data();
     void stoppedExchangeTakesNoAnswer();
     void stoppingLeavesNothingBoundOrRegistered();
@@ -255,6 +258,42 @@ void TestProgrammeExchangeEnd::stoppingAfterTheEndOfTheConnectionTellsNothing()
     desk.exchange.stop();
     QCoreApplication::processEvents();
     QCOMPARE(desk.failed.count(), 0);
+}
+
+void TestProgrammeExchangeEnd::idleExchangeLeavesTheTimerServiceAsleep_data()
+{
+    using End = std::function<void(ExchangeDesk&)>;
+    QTest::addColumn<End>("end");
+    QTest::newRow("not begun") << End([](ExchangeDesk&) {});
+    QTest::newRow("holidays read") << End([](ExchangeDesk& desk) {
+        desk.reach(State::Opening);
+        desk.nextRequestBody();
+        desk.answer(samples::holidaysAnswer());
+        QCOMPARE(desk.holidaysRead.count(), 1);
+    });
+    QTest::newRow("sent") << End([](ExchangeDesk& desk) {
+        desk.reach(State::WritingHolidays);
+        desk.nextRequestBody();
+        desk.answerHex("cb00");
+        QCOMPARE(desk.sent.count(), 1);
+    });
+    QTest::newRow("given up") << End([](ExchangeDesk& desk) {
+        desk.reachGivingUp();
+        desk.tick();
+        QCOMPARE(desk.failed.count(), 1);
+    });
+}
+
+void TestProgrammeExchangeEnd::idleExchangeLeavesTheTimerServiceAsleep()
+{
+    QFETCH(std::function<void(ExchangeDesk&)>, end);
+    ExchangeDesk desk;
+    end(desk);
+    QVERIFY(desk.exchange.state() == State::Idle);
+    QCOMPARE(desk.wakeUps(100), 0);
+    // The next exchange begins on the next tick.
+    desk.exchange.send();
+    QCOMPARE(desk.nextRequestBody(), QByteArray(1, '\0'));
 }
 
 void TestProgrammeExchangeEnd::stoppedExchangeTakesNoAnswer_data()

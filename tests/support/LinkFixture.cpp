@@ -37,6 +37,15 @@ void LinkFixture::tick(int times)
     }
 }
 
+int LinkFixture::wakeUps(int ticks)
+{
+    int count = 0;
+    const QObject counting;
+    QObject::connect(&tmrCrono, &TickTimer::wake, &counting, [&] { ++count; });
+    tick(ticks);
+    return count;
+}
+
 bool LinkFixture::hasRequest()
 {
     collectRequests();

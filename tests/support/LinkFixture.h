@@ -49,6 +49,8 @@ struct LinkFixture {
     void disconnect();
     /// Ticks the timer of the timer service so often, or until it is switched off.
     void tick(int times = 1);
+    /// How often the timer service is woken in so many ticks.
+    int wakeUps(int ticks);
 
     /// Whether the program has sent a request that the test has not taken yet.
     bool hasRequest();

@@ -69,7 +69,8 @@ void frmSincronizacionReloxo::connectControls(Dialogs& dialogs)
     connect(cmdPC, &QPushButton::clicked, this, [this] { begin(ClockSetting::State::Automatic); });
     connect(cmdPechar, &QPushButton::clicked, this, [this] { closeWindow(CloseReason::Operator); });
     connect(&m_setting, &ClockSetting::accepted, this, [this] { closeWindow(CloseReason::Code); });
-    connect(&m_setting, &ClockSetting::gaveUp, this, [&dialogs] {
+    connect(&m_setting, &ClockSetting::gaveUp, this, [this, &dialogs] {
+        m_registration.DesactivaCliente();
         dialogs.tell(Dialogs::Icon::Critical, applicationTitle(),
                      u"No se han podido actualizar la fecha y la hora en el equipo.\n"
                      "Compruebe que no se ha interrumpido la comunicación y si lo\n"

@@ -94,6 +94,7 @@ private slots:
     void startDisablesTheButtons();
     void goodAnswerClosesTheWindow();
     void thirdFailureLeavesTheWindowOpenWithItsButtonsDisabled();
+    void windowWithoutASettingLeavesTheTimerServiceAsleep();
     void dateMadeValidAfterTheThirdFailureCanBeSent();
     void cancelClosesWithoutSending();
     void closingFromTheTitleBarDropsTheAnswer();
@@ -345,6 +346,15 @@ void TestClockWindow::thirdFailureLeavesTheWindowOpenWithItsButtonsDisabled()
     QVERIFY(window.form && window.form->isFormVisible());
     QCOMPARE(window.enabledButtons(), allDisabled());
     QVERIFY(window.form->closeWindow(MdiForm::CloseReason::Operator));
+}
+
+void TestClockWindow::windowWithoutASettingLeavesTheTimerServiceAsleep()
+{
+    Window window;
+    QCOMPARE(window.wakeUps(100), 0);
+    window.click(u"cmdEnviar"_s);
+    window.refuseThreeTimes();
+    QCOMPARE(window.wakeUps(100), 0);
 }
 
 void TestClockWindow::dateMadeValidAfterTheThirdFailureCanBeSent()
