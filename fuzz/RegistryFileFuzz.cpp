@@ -102,20 +102,20 @@ void checkSetFile(RegistryText& text, const QString& name, const RegistryValue& 
 
 } // namespace
 
-/// Any bytes are a registry file. They are kept unchanged. By the first byte of the input they are
-/// read as settings, or a value is set; the next bytes choose its name, type and bytes.
+/// Any bytes are a registry file. They are kept unchanged. By their number they are read as
+/// settings, or a value is set; the first bytes of the input choose its name, type and bytes.
 extern "C" int LLVMFuzzerTestOneInput(const quint8* bytes, std::size_t size)
 {
     Input input(bytes, size);
-    const quint8 choice = input.byte();
     const auto [name, value] = chosenBy(input);
     const QByteArray file = input.rest();
     RegistryText text(file);
     require(text.toBytes() == file);
-    switch (choice & 3) {
+    switch (file.size() % 8) {
     case 0: checkSettings(text); break;
-    case 1: checkSetTwice(text, name, value); break;
-    default: checkSetFile(text, name, value); break;
+    case 1:
+    case 2: checkSetFile(text, name, value); break;
+    default: checkSetTwice(text, name, value); break;
     }
     return 0;
 }
