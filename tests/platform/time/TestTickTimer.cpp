@@ -129,8 +129,8 @@ void TestTickTimer::itWakesOnceAndNotBeforeItsTick()
 {
     const qint64 tick = m_timer->now() + 30;
     qint64 woken = 0;
-    const QObject scope;
-    connect(m_timer.get(), &TickTimer::wake, &scope, [&] { woken = m_timer->now(); });
+    TickTimer& timer = *m_timer;
+    connect(&timer, &TickTimer::wake, this, [&] { woken = m_timer->now(); });
     m_timer->wakeAt(tick);
     QTRY_COMPARE(m_wakes->count(), 1);
     QVERIFY(woken >= tick);
@@ -148,8 +148,8 @@ void TestTickTimer::tickThatHasPassedWakesAtOnce()
 void TestTickTimer::wishDuringAWakeUpIsGranted()
 {
     QList<qint64> ticks;
-    const QObject scope;
-    connect(m_timer.get(), &TickTimer::wake, &scope, [&] {
+    TickTimer& timer = *m_timer;
+    connect(&timer, &TickTimer::wake, this, [&] {
         ticks.append(m_timer->now());
         m_timer->wakeAt(m_timer->now() + 1);
     });
@@ -218,8 +218,8 @@ void TestTickTimer::wakeUpOfAnotherTickIsNoReasonToSignal()
     m_timer->setEnabled(true);
     QThread::msleep(5);
     qint64 woken = 0;
-    const QObject scope;
-    connect(m_timer.get(), &TickTimer::wake, &scope, [&] { woken = m_timer->now(); });
+    TickTimer& timer = *m_timer;
+    connect(&timer, &TickTimer::wake, this, [&] { woken = m_timer->now(); });
     m_timer->wakeAt(tick);
     QTRY_COMPARE(m_wakes->count(), 1);
     QVERIFY(woken >= tick);
@@ -249,8 +249,8 @@ void TestTickTimer::qTimerRunsDuringTheWorkOfAWakeUpAndNotAfterIt()
     if (!qTimer)
         QSKIP("the timer of this system is no QTimer");
     bool runsMeanwhile = false;
-    const QObject scope;
-    connect(m_timer.get(), &TickTimer::wake, &scope, [&] {
+    TickTimer& timer = *m_timer;
+    connect(&timer, &TickTimer::wake, this, [&] {
         runsMeanwhile = qTimer->isActive();
         m_timer->sleep();
     });
