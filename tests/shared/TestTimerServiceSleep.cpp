@@ -17,6 +17,8 @@ private slots:
     void ticksThatNobodyIsDueOnWakeNobody();
     void ticksThatCameTooLateCountAsOne();
     void changeDuringALateTickComesBeforeIt();
+    void changeBesideALateTickDoesNotPutItOff_data();
+    void changeBesideALateTickDoesNotPutItOff();
     void ticksDuringALongCallDoNotCount();
     void sleepsOnTheTimerOfThisSystem();
 };
@@ -82,6 +84,29 @@ void TestTimerServiceSleep::changeDuringALateTickComesBeforeIt()
     QCOMPARE(m_calls, QList<int>{});
     fire(1);
     QCOMPARE(m_calls, QList<int>{2});
+}
+
+void TestTimerServiceSleep::changeBesideALateTickDoesNotPutItOff_data()
+{
+    QTest::addColumn<bool>("isSwitchedOn");
+    QTest::newRow("period of another client") << false;
+    QTest::newRow("switched on again") << true;
+}
+
+void TestTimerServiceSleep::changeBesideALateTickDoesNotPutItOff()
+{
+    QFETCH(bool, isSwitchedOn);
+    Client client(1, m_calls);
+    Client other(2, m_calls);
+    addActive(client, 10);
+    const qint16 second = addActive(other, 15);
+    m_timer->passUnnoticed(10);
+    if (isSwitchedOn)
+        m_crono->setTimerEnabled(true);
+    else
+        m_crono->CambiaPeriodo(second, 20);
+    m_timer->notice();
+    QCOMPARE(m_calls, QList<int>{1});
 }
 
 void TestTimerServiceSleep::ticksDuringALongCallDoNotCount()

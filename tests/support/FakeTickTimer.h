@@ -19,6 +19,8 @@ public:
 
     /// Ticks pass while no events run.
     void passUnnoticed(int ticks) { m_now += ticks; }
+    /// Events run again, and the tick that is due is told.
+    void notice() { expired(); }
 
     qint64 now() const override { return m_now; }
 

@@ -29,6 +29,7 @@ private slots:
     void driverThatTakesNothingOfWhatWaitsIsNoReasonToClose();
     void restIsAsLongAsTheMissingBytes_data();
     void restIsAsLongAsTheMissingBytes();
+    void bytesFasterThanTheLineAreNotRestedFor();
     void closingEndsTheRest();
 };
 
@@ -304,6 +305,21 @@ void TestQtSerialPortDriver::restIsAsLongAsTheMissingBytes()
     const auto* rest = f.port.findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
     QVERIFY(rest);
     QTEST(rest->interval(), "milliseconds");
+}
+
+void TestQtSerialPortDriver::bytesFasterThanTheLineAreNotRestedFor()
+{
+    PortFixture f;
+    f.port.setSettings(u"110,N,8,1"_s);
+    f.port.open();
+    f.port.setReceiveThreshold(500);
+    const auto* rest = f.port.findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
+    QVERIFY(rest);
+    f.port.write("?");
+    // They need 17 seconds on such a line.
+    QVERIFY(f.line.send(QByteArray(200, 'x')));
+    QTRY_COMPARE(f.port.inputCount(), 200);
+    QVERIFY(!rest->isActive());
 }
 
 void TestQtSerialPortDriver::closingEndsTheRest()

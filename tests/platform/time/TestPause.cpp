@@ -35,6 +35,7 @@ private slots:
     void waitThatIsNoNumberEndsAtOnce();
     void eventsWaitUntilThePauseIsOver();
     void eventsRunWhenTheyMay();
+    void longPauseLooksAtTheClockEverySecond();
     void realPauseLastsItsTimeAndBurnsNoCore_data();
     void realPauseLastsItsTimeAndBurnsNoCore();
     void clockOfDayIsFinerThanAMillisecond();
@@ -148,6 +149,12 @@ void TestPause::realPauseLastsItsTimeAndBurnsNoCore_data()
     QTest::addColumn<bool>("letEventsRun");
     QTest::newRow("thread held") << false;
     QTest::newRow("events run") << true;
+}
+
+void TestPause::longPauseLooksAtTheClockEverySecond()
+{
+    m_pause.Wait(2500ms, false);
+    QCOMPARE(m_sleeps.mid(0, 3), (QList<double>{1000, 1000, 500}));
 }
 
 void TestPause::realPauseLastsItsTimeAndBurnsNoCore()
