@@ -25,9 +25,10 @@ frmCrono::frmCrono(TickTimer& tmrCrono, const modGlobais& globais, std::function
 qint16 frmCrono::EngadeCliente(DeferredProcess& client, qint16 period)
 {
     const Change change(*this);
+    const qint16 atLeastOne = std::max<qint16>(period, 1);
     for (int attempt = 0; attempt <= std::numeric_limits<quint16>::max(); ++attempt) {
         m_lastId = static_cast<qint16>(m_lastId + 1);
-        if (m_lastId != 0 && m_clients.Add(period, &client, key(m_lastId)))
+        if (m_lastId != 0 && m_clients.Add(atLeastOne, &client, key(m_lastId)))
             return m_lastId;
     }
     return 0;
