@@ -41,7 +41,8 @@ int LinkFixture::wakeUps(int ticks)
 {
     int count = 0;
     const QObject counting;
-    QObject::connect(&tmrCrono, &TickTimer::wake, &counting, [&] { ++count; });
+    const TickTimer& timer = tmrCrono;
+    QObject::connect(&timer, &TickTimer::wake, &counting, [&] { ++count; });
     tick(ticks);
     return count;
 }

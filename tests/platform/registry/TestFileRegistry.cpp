@@ -57,7 +57,12 @@ int exitCode(pid_t process)
 /// What flock fails with, and how many times it does.
 int lockFailure = 0;
 int lockFailures = 0;
-std::function<void()> beforeLocking; // Runs once, before flock.
+/// Runs once, before flock.
+std::function<void()>& beforeLocking()
+{
+    static std::function<void()> function;
+    return function;
+}
 
 bool isLocked(const QString& path)
 {
@@ -72,7 +77,7 @@ bool isLocked(const QString& path)
 /// In the place of the system's function, for file systems that cannot lock.
 extern "C" int flock(int descriptor, int operation) noexcept
 {
-    if (const auto run = std::exchange(beforeLocking, nullptr))
+    if (const auto run = std::exchange(beforeLocking(), nullptr))
         run();
     if (lockFailures == 0)
         return static_cast<int>(syscall(SYS_flock, descriptor, operation));
@@ -415,7 +420,7 @@ void TestFileRegistry::lockFileThatIsALinkIsNotFollowed()
 void TestFileRegistry::lockFileThatHasGoneMeanwhileIsLockedAnew()
 {
     for (const bool anotherIsThere : {false, true}) {
-        beforeLocking = [&] {
+        beforeLocking() = [&] {
             // Not deleted: its number would be used again.
             QFile::rename(lockPath(), path() + u".gone"_s);
             if (anotherIsThere)
