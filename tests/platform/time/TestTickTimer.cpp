@@ -97,10 +97,12 @@ void TestTickTimer::initTestCase_data()
     QTest::addColumn<Maker>("make");
     QTest::newRow("on a QTimer") << Maker([] { return std::make_unique<QtTickTimer>(); });
     QTest::newRow("of this system") << Maker(makeTickTimer);
+#ifdef Q_OS_UNIX
     QTest::newRow("of this system without descriptors") << Maker([] {
         const NoDescriptors none;
         return makeTickTimer();
     });
+#endif
 }
 
 void TestTickTimer::init()
