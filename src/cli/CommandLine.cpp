@@ -20,6 +20,8 @@ constexpr int longestWait = 3600;
 CommandLine::CommandLine()
     : m_app("Maneja los relojes programadores de señales HCT-7200 y HCT-7300.", "hctctl")
 {
+    // On Windows it would take a path that begins with a slash for an option.
+    m_app.allow_windows_style_options(false);
     m_app.formatter(std::make_shared<SpanishHelp>());
     m_app.option_defaults()->group(SpanishHelp::optionGroup);
     m_app.set_help_flag("-h,--help", "Muestra esta ayuda")->group(SpanishHelp::optionGroup);

@@ -2,9 +2,11 @@
 #include "RegistryEditor.h"
 #include "SimulatorProcess.h"
 
+#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <optional>
@@ -73,6 +75,7 @@ private slots:
     void pipeGetsMistakesAsUtf8();
     void consoleGetsLettersWhateverItsCodePage();
     void stateIsReadOverAComPort();
+    void programmeIsReadIntoAFileWithASpanishPath();
     void portsAreListedWithTheirState();
     void portsAreATable();
     void portIsDescribedAsByTheDeviceManager();
@@ -129,6 +132,17 @@ void TestWindowsHctctl::stateIsReadOverAComPort()
     QCOMPARE(state.value(u"model"_s).toString(), u"HCT-7300"_s);
     QCOMPARE(state.value(u"time"_s).toString(), u"2026-11-21T16:06:36"_s);
     QCOMPARE(m_hctctl->readAllStandardError(), QByteArray());
+}
+
+void TestWindowsHctctl::programmeIsReadIntoAFileWithASpanishPath()
+{
+    const SimulatorProcess clock({u"--programme"_s, u"school"_s});
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"programación del año.hct"_s);
+    QCOMPARE(run({u"programme"_s, u"read"_s, path, u"--port"_s, u"COM1"_s}), 0);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(file.readAll().startsWith("--AVISOS 1--\r\n"));
 }
 
 void TestWindowsHctctl::portsAreListedWithTheirState()
