@@ -21,11 +21,11 @@ private slots:
 namespace {
 
 // Two seconds after the time of the block.
-const QDateTime moment(QDate(2026, 11, 21), QTime(9, 5, 5));
+QDateTime moment() { return {QDate(2026, 11, 21), QTime(9, 5, 5)}; }
 
 QByteArray jsonOf(const QByteArray& block)
 {
-    return QJsonDocument(StatusReport(block, moment).json()).toJson(QJsonDocument::Compact);
+    return QJsonDocument(StatusReport(block, moment()).json()).toJson(QJsonDocument::Compact);
 }
 
 } // namespace
@@ -67,13 +67,13 @@ void TestStatusReport::outputsHaveTheOrderOfTheWindows()
     QByteArray block = LinkFixture::fullBlock();
     block[2] = 0x04;
     QVERIFY(jsonOf(block).contains(R"("outputs":[true,false,false])"));
-    QCOMPARE(StatusReport(block, moment).outputsText(),
+    QCOMPARE(StatusReport(block, moment()).outputsText(),
              u"Avisos 1 encendido, Avisos 2 apagado, Avisos 3 apagado"_s);
 }
 
 void TestStatusReport::textHasALineForEachThing()
 {
-    QCOMPARE(StatusReport(LinkFixture::fullBlock(), moment).text(),
+    QCOMPARE(StatusReport(LinkFixture::fullBlock(), moment()).text(),
              u"Modelo:          HCT-7200\n"
              "Fecha:           sábado, 21 de noviembre de 2026\n"
              "Hora:            9:05:03 (2 s atrasado)\n"
@@ -95,7 +95,7 @@ void TestStatusReport::lineHasEverything()
 {
     QByteArray block = LinkFixture::fullBlock();
     block[218] = char(0x10);
-    QCOMPARE(StatusReport(block, moment).line(),
+    QCOMPARE(StatusReport(block, moment()).line(),
              u"sábado, 21 de noviembre de 2026; 9:05:03 (2 s atrasado); modo automático; "
              "Avisos 1 encendido, Avisos 2 apagado, Avisos 3 encendido; "
              "entradas activas: P1, Sensor; indicadores: -"_s);

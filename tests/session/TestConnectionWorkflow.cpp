@@ -51,7 +51,8 @@ private slots:
 void TestConnectionWorkflow::reasonOfAFailedIdentificationIsTold()
 {
     QList<LinkStatus> told;
-    connect(m_workflow.get(), &ConnectionWorkflow::identificationFailed, this,
+    ConnectionWorkflow& workflow = *m_workflow;
+    connect(&workflow, &ConnectionWorkflow::identificationFailed, this,
             [&told](LinkStatus status) { told += status; });
     connectToClock();
     m_fixture->timeOut();
@@ -62,7 +63,8 @@ void TestConnectionWorkflow::reasonOfAFailedIdentificationIsTold()
 void TestConnectionWorkflow::reasonOfFailedGeneralDataIsTold()
 {
     QList<LinkStatus> told;
-    connect(m_workflow.get(), &ConnectionWorkflow::generalDataFailed, this,
+    ConnectionWorkflow& workflow = *m_workflow;
+    connect(&workflow, &ConnectionWorkflow::generalDataFailed, this,
             [&told](LinkStatus status) { told += status; });
     identify();
     QByteArray refused = LinkFixture::fullBlock();
@@ -77,7 +79,8 @@ void TestConnectionWorkflow::reasonOfFailedGeneralDataIsTold()
 void TestConnectionWorkflow::generalDataIsTold()
 {
     QList<QByteArray> told;
-    connect(m_workflow.get(), &ConnectionWorkflow::generalDataReceived, this,
+    ConnectionWorkflow& workflow = *m_workflow;
+    connect(&workflow, &ConnectionWorkflow::generalDataReceived, this,
             [this, &told] { told += m_fixture->globais.GeneralData; });
     identify();
     QVERIFY(told.isEmpty());

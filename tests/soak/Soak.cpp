@@ -239,9 +239,9 @@ void Soak::happenLater(Moment moment)
 {
     // Mostly there is nothing.
     while (isLeftFor(moment)) {
-        const auto due = std::find_if(m_later.begin(), m_later.end(), [moment](const auto& event) {
-            return event.moment == moment;
-        });
+        const auto due =
+            std::find_if(m_later.cbegin(), m_later.cend(),
+                         [moment](const auto& event) { return event.moment == moment; });
         const LineEvent event = *due;
         m_later.erase(due);
         if (moment == Moment::AtStartByte || moment == Moment::AtRest)
