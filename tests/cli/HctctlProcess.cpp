@@ -1,7 +1,6 @@
 #include "HctctlProcess.h"
 
 #include "Processes.h"
-#include "PseudoTerminal.h"
 
 #include <QRegularExpression>
 
@@ -10,6 +9,8 @@
 
 #include <windows.h>
 #else
+#include "PseudoTerminal.h"
+
 #include <csignal>
 #endif
 
@@ -43,14 +44,6 @@ HctctlProcess::~HctctlProcess()
     hasEnded(m_process);
 }
 
-void HctctlProcess::useTerminal(const PseudoTerminal& terminal, const QList<int>& streams)
-{
-    m_process.setChildProcessModifier([device = terminal.nearEnd(), streams] {
-        for (const int stream : streams)
-            ::dup2(device, stream);
-    });
-}
-
 void HctctlProcess::start(const QStringList& arguments)
 {
 #ifdef Q_OS_WIN
@@ -79,6 +72,14 @@ void HctctlProcess::interrupt()
 }
 
 #ifndef Q_OS_WIN
+void HctctlProcess::useTerminal(const PseudoTerminal& terminal, const QList<int>& streams)
+{
+    m_process.setChildProcessModifier([device = terminal.nearEnd(), streams] {
+        for (const int stream : streams)
+            ::dup2(device, stream);
+    });
+}
+
 void HctctlProcess::sendSignal(int number)
 {
     ::kill(static_cast<pid_t>(m_process.processId()), number);

@@ -4,16 +4,20 @@
 #include <QString>
 #include <QStringList>
 
+#ifndef Q_OS_WIN
 class PseudoTerminal;
+#endif
 
 /// hctctl as a process of its own.
 class HctctlProcess {
 public:
     ~HctctlProcess();
 
+#ifndef Q_OS_WIN
     /// Before it starts: these of its streams become the terminal, for example STDIN_FILENO. What
     /// goes there cannot be read by lines nor as errors().
     void useTerminal(const PseudoTerminal& terminal, const QList<int>& streams);
+#endif
     void start(const QStringList& arguments);
     /// The next line on standard output; on standard error.
     QString nextLine();

@@ -17,10 +17,10 @@ constexpr int mostTicksToARequest = 100;
 
 Soak::Soak(quint32 seed) : m_dice(seed)
 {
-    for (const int lines : {1, 2, 7, 20}) {
+    for (const quint32 lines : {1U, 2U, 7U, 20U}) {
         QList<ExpectedSession::Line> image;
-        for (int line = 0; line < lines; ++line) {
-            const auto address = static_cast<quint32>(lines * 0x10000000 + line * 0x9010);
+        for (quint32 line = 0; line < lines; ++line) {
+            const quint32 address = lines * 0x10000000U + line * 0x9010U;
             image.append({address, QByteArray(1 + m_dice.below(32), static_cast<char>(line))});
         }
         m_images.append(image);
