@@ -48,10 +48,10 @@ void CommandLine::addOptions()
         ->check(validators::line());
     m_app.add_option("--station", m_options.station, "Estación del reloj")
         ->type_name("N")
-        ->check(validators::number(0, 255));
+        ->transform(validators::number(0, 255));
     m_app.add_option("--identification", m_options.identification, "Número de identificación")
         ->type_name("N")
-        ->check(validators::number(0, 255));
+        ->transform(validators::number(0, 255));
     m_app
         .add_option("--modem", m_texts.modem,
                     "Llama a este teléfono por el módem de la configuración")
@@ -62,7 +62,7 @@ void CommandLine::addOptions()
         .add_option("--wait", m_options.wait,
                     "Cuánto se intenta llegar al reloj (10 segundos; 90 por módem)")
         ->type_name("SECONDS")
-        ->check(validators::number(1, longestWait));
+        ->transform(validators::number(1, longestWait));
     m_app.add_flag("--json", m_options.json, "Da el resultado como un objeto JSON");
     m_app
         .add_option("--trace", m_texts.trace,

@@ -73,9 +73,8 @@ int carryOut(const Order& order, std::chrono::steady_clock::time_point programSt
         status = qToUnderlying((*alone)(console));
     else
         status = runWithClock(options, std::get<ClockAction>(order.action), console);
-    if (status == 0 && !console.hasWrittenAll()) {
-        console.tell(u"No se ha podido escribir el resultado."_s);
-        status = qToUnderlying(ExitStatus::Usage);
-    }
-    return status;
+    if (console.hasWrittenAll())
+        return status;
+    console.tell(u"No se ha podido escribir el resultado: compruebe el espacio del disco."_s);
+    return status == 0 ? qToUnderlying(ExitStatus::Usage) : status;
 }

@@ -37,13 +37,20 @@ CLI::Validator validators::makeValidator(const std::function<QString(const QStri
 
 CLI::Validator validators::number(int lowest, int highest)
 {
-    return makeValidator([lowest, highest](const QString& text) {
+    const auto check = [lowest, highest](std::string& given) {
+        const QString text = QString::fromStdString(given);
         bool isNumber = false;
         const int value = text.toInt(&isNumber);
-        return isNumber && value >= lowest && value <= highest
-                   ? QString()
-                   : u"\"%1\" no es un número de %2 a %3"_s.arg(text).arg(lowest).arg(highest);
-    });
+        if (!isNumber || value < lowest || value > highest)
+            return u"\"%1\" no es un número de %2 a %3"_s.arg(text)
+                .arg(lowest)
+                .arg(highest)
+                .toStdString();
+        // A number that begins with a zero would be read as an octal one.
+        given = std::to_string(value);
+        return std::string();
+    };
+    return CLI::Validator(check, "");
 }
 
 CLI::Validator validators::port() { return makeValidator(reasonOfPort); }

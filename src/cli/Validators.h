@@ -12,7 +12,8 @@ namespace validators {
 /// `reason` gives why a text is wrong, empty when it is right.
 CLI::Validator makeValidator(const std::function<QString(const QString& text)>& reason);
 
-/// A whole number of this range.
+/// A whole number of this range, for `transform`: it takes the zeros from its front, since CLI11
+/// would read it as octal.
 CLI::Validator number(int lowest, int highest);
 /// A COM number, or the path of a device where the system has such.
 CLI::Validator port();

@@ -50,6 +50,10 @@ std::optional<QByteArray> WholeFile::read(const QString& path, qint64 maximum)
 
 bool WholeFile::replace(const QString& path, const QByteArray& bytes)
 {
+    // A device or a pipe would be lost: a file would take its place.
+    const QFileInfo target(path);
+    if (target.exists() && !target.isFile())
+        return false;
     QSaveFile file(path);
     // Flush explicitly: commit would not notice that the disk is full.
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush() &&

@@ -102,9 +102,9 @@ void TestReachingTheClock::wrongIdentificationIsTold()
 void TestReachingTheClock::identificationAndStationCanBeGiven()
 {
     const SimulatorProcess clock(
-        {u"--identification"_s, u"35"_s, u"--station"_s, u"7"_s, u"--frozen"_s});
+        {u"--identification"_s, u"35"_s, u"--station"_s, u"10"_s, u"--frozen"_s});
     HctctlProcess hctctl;
-    QCOMPARE(hctctl.run({u"status"_s, u"--identification"_s, u"35"_s, u"--station"_s, u"7"_s,
+    QCOMPARE(hctctl.run({u"status"_s, u"--identification"_s, u"35"_s, u"--station"_s, u"010"_s,
                          u"--port"_s, clock.device()}),
              0);
 }

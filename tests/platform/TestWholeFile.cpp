@@ -42,6 +42,7 @@ private slots:
     void whatIsNoFileIsNotRead();
     void fileThatFailsIsNotRead();
     void longerFileIsReplaced();
+    void whatIsNoFileIsNotReplaced();
     void fullDiskLeavesTheOldFile_data();
     void fullDiskLeavesTheOldFile();
     void folderIsSyncedAfterTheRename();
@@ -104,6 +105,16 @@ void TestWholeFile::longerFileIsReplaced()
     const QString path = writeFile(folder.filePath(u"a"_s), QByteArray(100'000, 'x'));
     QVERIFY(WholeFile::replace(path, "new"));
     QCOMPARE(contentsOf(path), QByteArray("new"));
+}
+
+void TestWholeFile::whatIsNoFileIsNotReplaced()
+{
+    const QTemporaryDir folder;
+    QVERIFY(!WholeFile::replace(folder.path(), "new"));
+    const QString pipe = folder.filePath(u"pipe"_s);
+    QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    QVERIFY(!WholeFile::replace(pipe, "new"));
+    QVERIFY(QFileInfo::exists(pipe) && !QFileInfo(pipe).isFile());
 }
 
 void TestWholeFile::fullDiskLeavesTheOldFile_data()

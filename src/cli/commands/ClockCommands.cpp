@@ -51,7 +51,7 @@ void addClockCommands(CommandLine& commandLine)
     verb.add_option("--if-off-by", options->ifOffBy,
                     "Solo si la diferencia es de tantos segundos o más")
         ->type_name("SECONDS")
-        ->check(validators::number(0, largestDifference));
+        ->transform(validators::number(0, largestDifference));
     commandLine.runsWithClock(verb, [options](Session& session, Console& console) {
         ClockSetJob::Wish wish;
         if (!options->at.empty())
