@@ -69,7 +69,7 @@ public:
 
 signals:
     void holidaysRead(const HolidayTable& table);
-    /// The clock has accepted part 0 to 3 of the programme.
+    /// The clock has accepted a piece of the programme: `part` is 0 to 3.
     void partAccepted(int part);
     void sent();
     /// After too many failed answers, or without a connection. Never emitted inside readHolidays,

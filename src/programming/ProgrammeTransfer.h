@@ -44,7 +44,7 @@ public:
 
 signals:
     void opened();
-    /// The clock has accepted part 0 to 3, see ProgrammeExchange::partCount.
+    /// The clock has accepted a piece: `part` is 0 to 3, see ProgrammeExchange::partCount.
     void partAccepted(int part);
     void sent();
     void wasReadBack();
