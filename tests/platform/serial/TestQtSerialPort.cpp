@@ -114,7 +114,6 @@ private slots:
     void restOfAnAnswerArrivesAfterTheRest();
     void newRequestIsNotKeptFromItsAnswerByTheRest();
     void bytesThatTheReaderNeedsDoNotWakeTheProgramOneByOne();
-    void portThatIsLostDuringARestTellsIt();
     void bytesFasterThanTheLineLetNoRestFollow();
     void openingForgetsThatBytesWereFasterThanTheLine();
     void bytesOfALateAnswerAreNotFasterThanTheLine();
@@ -324,21 +323,6 @@ void TestQtSerialPort::bytesThatTheReaderNeedsDoNotWakeTheProgramOneByOne()
     const int wakeUps = wakeUpsOf99Bytes(f.line);
     QVERIFY2(wakeUps >= 0 && wakeUps < 99, QByteArray::number(wakeUps));
     QTRY_COMPARE(f.port.inputCount(), 99);
-}
-
-void TestQtSerialPort::portThatIsLostDuringARestTellsIt()
-{
-    PortFixture f;
-    f.port.setSettings(u"110,N,8,1"_s);
-    f.port.open();
-    f.port.setReceiveThreshold(500);
-    QSignalSpy lost(&f.port, &SerialPort::lost);
-    QVERIFY(f.line.send("x"));
-    QTRY_COMPARE(f.port.inputCount(), 1);
-
-    f.line.vanish();
-    QTRY_COMPARE(lost.count(), 1);
-    QVERIFY(!f.port.isOpen());
 }
 
 void TestQtSerialPort::bytesFasterThanTheLineLetNoRestFollow()
