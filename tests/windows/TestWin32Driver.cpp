@@ -2,7 +2,9 @@
 #include "PortNames.h"
 #include "Win32SerialPort.h"
 
+#include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
 
 #include <numeric>
 #include <vector>
@@ -13,12 +15,16 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr int patience = 30000;
+
 /// What the driver does otherwise than that of COM5.
 struct Driver {
     /// The speed that it takes instead; 0 for the one that it is told.
     DWORD speed = 0;
     /// It accepts writes and ends none, not even when they are cancelled.
     bool hangs = false;
+    /// How many calls that would end with bytes end without any, as those whose bytes were cleared.
+    int brokenCalls = 0;
     /// The bytes of the writes that it has not ended.
     std::vector<QByteArrayView> kept;
     /// In milliseconds, each wait that it was asked for.
@@ -53,6 +59,19 @@ BOOL WINAPI writeFile(HANDLE file, const void* bytes, DWORD count, DWORD* writte
     return FALSE;
 }
 
+BOOL WINAPI getOverlappedResult(HANDLE file, OVERLAPPED* overlapped, DWORD* count, BOOL waits)
+{
+    static const auto system =
+        systemFunction<decltype(&getOverlappedResult)>("GetOverlappedResult");
+    const BOOL done = system(file, overlapped, count, waits);
+    if (!done || driver.brokenCalls == 0)
+        return done;
+    --driver.brokenCalls;
+    *count = 0;
+    SetLastError(ERROR_BROKEN_PIPE);
+    return FALSE;
+}
+
 DWORD WINAPI waitForSingleObject(HANDLE object, DWORD milliseconds)
 {
     static const auto system =
@@ -69,9 +88,11 @@ DWORD WINAPI waitForSingleObject(HANDLE object, DWORD milliseconds)
 extern "C" {
 extern decltype(&getCommState) const __imp_GetCommState;
 extern decltype(&writeFile) const __imp_WriteFile;
+extern decltype(&getOverlappedResult) const __imp_GetOverlappedResult;
 extern decltype(&waitForSingleObject) const __imp_WaitForSingleObject;
 decltype(&getCommState) const __imp_GetCommState = &getCommState;
 decltype(&writeFile) const __imp_WriteFile = &writeFile;
+decltype(&getOverlappedResult) const __imp_GetOverlappedResult = &getOverlappedResult;
 decltype(&waitForSingleObject) const __imp_WaitForSingleObject = &waitForSingleObject;
 }
 
@@ -84,11 +105,15 @@ private slots:
     void speedThatTheDriverTookIsChecked();
     void closingWaitsOnceForAllWrites();
     void writesThatDoNotEndAreOverwritten();
+    void readThatEndsWithoutItsByteDoesNotLoseThePort();
+    void portWhoseReadsAllEndWithoutAByteIsLost();
 
 private:
     MemoryRegistry m_registry;
     PortNames m_names{m_registry};
     std::unique_ptr<Win32SerialPort> m_port;
+    /// The other end of its line.
+    std::unique_ptr<Win32SerialPort> m_far;
 };
 
 void TestWin32Driver::init()
@@ -96,6 +121,10 @@ void TestWin32Driver::init()
     driver = Driver();
     m_port = std::make_unique<Win32SerialPort>(m_names);
     m_port->setPortNumber(5);
+    m_far = std::make_unique<Win32SerialPort>(m_names);
+    m_far->setPortNumber(6);
+    m_far->open();
+    QVERIFY2(m_far->isOpen(), qPrintable(m_far->openError()));
 }
 
 void TestWin32Driver::speedThatTheDriverTookIsChecked_data()
@@ -146,6 +175,33 @@ void TestWin32Driver::writesThatDoNotEndAreOverwritten()
     // The driver may still use their memory, so it is never freed.
     QCOMPARE(driver.kept[0].toByteArray(), QByteArray(14, '\0'));
     QCOMPARE(driver.kept[1].toByteArray(), QByteArray(4, '\0'));
+}
+
+void TestWin32Driver::readThatEndsWithoutItsByteDoesNotLoseThePort()
+{
+    m_port->open();
+    QVERIFY2(m_port->isOpen(), qPrintable(m_port->openError()));
+    QSignalSpy lost(m_port.get(), &SerialPort::lost);
+    driver.brokenCalls = 1;
+    m_far->write("x");
+    QTRY_COMPARE_WITH_TIMEOUT(driver.brokenCalls, 0, patience);
+    m_far->write("abc");
+    QTRY_COMPARE_WITH_TIMEOUT(m_port->inputCount(), 3, patience);
+    QCOMPARE(m_port->read(), "abc"_ba);
+    QVERIFY(lost.isEmpty());
+}
+
+void TestWin32Driver::portWhoseReadsAllEndWithoutAByteIsLost()
+{
+    m_port->open();
+    QVERIFY2(m_port->isOpen(), qPrintable(m_port->openError()));
+    QSignalSpy lost(m_port.get(), &SerialPort::lost);
+    driver.brokenCalls = 1000;
+    QTimer writing;
+    connect(&writing, &QTimer::timeout, this, [this] { m_far->write("x"); });
+    writing.start(1);
+    QTRY_VERIFY_WITH_TIMEOUT(!m_port->isOpen(), patience);
+    QCOMPARE(lost.count(), 1);
 }
 
 QTEST_GUILESS_MAIN(TestWin32Driver)

@@ -269,9 +269,13 @@ void Win32SerialPort::readFinished()
 {
     if (!isOpen() || !m_isReading || !m_read->isFinished())
         return;
+    // A read whose byte is cleared meanwhile ends without one, and wine calls that a broken pipe.
     DWORD count = 0;
-    if (GetOverlappedResult(m_handle, &m_read->overlapped, &count, FALSE))
+    if (GetOverlappedResult(m_handle, &m_read->overlapped, &count, FALSE) ||
+        GetLastError() == ERROR_BROKEN_PIPE) {
         m_arrived = m_read->bytes.left(static_cast<qsizetype>(count));
+        m_emptyReads = count == 0 ? m_emptyReads + 1 : 0;
+    }
     m_isReading = false;
     handOverLater();
 }
@@ -291,8 +295,6 @@ void Win32SerialPort::handOver()
     reapWrites();
     std::optional<QByteArray> bytes = std::exchange(m_arrived, std::nullopt);
     const bool isThere = bytes && fetchWaiting(*bytes);
-    if (isThere)
-        m_emptyReads = bytes->isEmpty() ? m_emptyReads + 1 : 0;
     if (!isThere || m_emptyReads > mostEmptyReads || !startRead())
         deviceGone();
     else
