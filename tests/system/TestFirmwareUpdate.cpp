@@ -167,10 +167,10 @@ void TestFirmwareUpdate::imageArrivesByteForByteWhateverSpoilsTheAnswers()
 {
     QStringList faults;
     for (const char* fault :
-         {"length times 2 after 10", "length -2 times 5 after 20", "doubled times 20 after 30",
+         {"length times 2 after 10", "length -2 times 4 after 20", "doubled times 20 after 30",
           "joined times 20 after 60", "joined dd02 times 20 after 90",
-          "changed 4 times 2 after 120", "changed 5 times 5 after 130",
-          "changed 6 times 5 after 140", "changed 7 xor 2 times 5 after 150",
+          "changed 4 times 2 after 120", "changed 5 times 4 after 130",
+          "changed 6 times 4 after 140", "changed 7 xor 2 times 4 after 150",
           "stray -2000 times 20 after 160"})
         faults += {u"--fault"_s, QString::fromLatin1(fault) + u" on firmware"_s};
     FirmwareDesk s(m_folder, faults);
