@@ -22,6 +22,7 @@ Chosen chosenBy(Input& input)
     static const QStringList names = {u"Estacion"_s, u"estacion"_s, QString(), u"a\\\"b"_s};
     const quint8 choice = input.byte();
     QByteArray bytes;
+    bytes.reserve(8);
     for (int i = choice >> 4 & 7; i > 0; --i)
         bytes.append(static_cast<char>(input.byte()));
     switch (choice >> 2 & 3) {
@@ -71,11 +72,10 @@ QList<std::pair<QString, std::optional<RegistryValue>>> othersThan(const QString
                                                                    const RegistryText& text)
 {
     QList<std::pair<QString, std::optional<RegistryValue>>> values;
-    const QString folded = name.toCaseFolded();
     for (const QString& each : text.valueNames(key)) {
         const auto value = text.value(key, each);
         require(value.has_value());
-        if (each.toCaseFolded() != folded)
+        if (each.compare(name, Qt::CaseInsensitive) != 0)
             values.append({each, value});
     }
     return values;

@@ -14,7 +14,7 @@ QString ending(qsizetype size) { return size == 2 ? u"\r\n"_s : size == 1 ? u"\n
 
 } // namespace
 
-EncodedLines::EncodedLines(const QByteArray& file)
+EncodedLines::EncodedLines(const QByteArray& file) : m_file(file)
 {
     struct Mark {
         QByteArray bytes;
@@ -49,6 +49,7 @@ void EncodedLines::readBytes(QByteArrayView content)
     if (m_mark.isEmpty() && content.first(firstEnd < 0 ? content.size() : firstEnd).trimmed() ==
                                 QByteArrayView("REGEDIT4"))
         m_encoding = Encoding::Ansi;
+    m_lines.reserve(content.count('\n') + 1);
     while (!content.isEmpty()) {
         const qsizetype newline = content.indexOf('\n');
         const QByteArrayView line = newline < 0 ? content : content.first(newline + 1);
@@ -56,33 +57,33 @@ void EncodedLines::readBytes(QByteArrayView content)
         const qsizetype endingSize = line.endsWith("\r\n") ? 2 : newline < 0 ? 0 : 1;
         const QByteArrayView text = line.chopped(endingSize);
         const bool readAsAnsi = isAnsi() || !text.isValidUtf8();
-        m_lines.append({line.toByteArray(),
-                        readAsAnsi ? AnsiText::toUnicode(text) : QString::fromUtf8(text),
-                        ending(endingSize)});
+        appendLine(line, readAsAnsi ? AnsiText::toUnicode(text) : QString::fromUtf8(text),
+                   endingSize);
     }
 }
 
 void EncodedLines::readUnits(QByteArrayView content)
 {
     const qsizetype high = m_encoding == Encoding::Utf16BigEndian ? 0 : 1;
-    qsizetype start = 0;
-    QString text;
-    const auto endLine = [&](qsizetype end) {
-        const qsizetype endingSize = text.endsWith(u"\r\n") ? 2 : text.endsWith(u'\n') ? 1 : 0;
-        m_lines.append({content.sliced(start, end - start).toByteArray(), text.chopped(endingSize),
-                        ending(endingSize)});
+    const qsizetype unitCount = content.size() / 2;
+    QString text(unitCount, Qt::Uninitialized);
+    for (qsizetype unit = 0; unit < unitCount; ++unit)
+        text[unit] = QChar(uchar(content[2 * unit + 1 - high]), uchar(content[2 * unit + high]));
+    for (qsizetype start = 0; start < unitCount;) {
+        const qsizetype newline = text.indexOf(u'\n', start);
+        const qsizetype end = newline < 0 ? unitCount : newline + 1;
+        const QStringView line = QStringView(text).sliced(start, end - start);
+        const qsizetype endingSize = line.endsWith(u"\r\n") ? 2 : newline < 0 ? 0 : 1;
+        appendLine(content.sliced(2 * start, 2 * line.size()), line.chopped(endingSize).toString(),
+                   endingSize);
         start = end;
-        text.clear();
-    };
-    const qsizetype whole = content.size() - content.size() % 2;
-    for (qsizetype at = 0; at < whole; at += 2) {
-        text += QChar(uchar(content[at + 1 - high]), uchar(content[at + high]));
-        if (text.back() == u'\n')
-            endLine(at + 2);
     }
-    if (start < whole)
-        endLine(whole);
-    m_rest = content.sliced(whole).toByteArray();
+    m_rest = content.sliced(2 * unitCount).toByteArray();
+}
+
+void EncodedLines::appendLine(QByteArrayView bytes, const QString& text, qsizetype endingSize)
+{
+    m_lines.append({QByteArray::fromRawData(bytes.data(), bytes.size()), text, ending(endingSize)});
 }
 
 void EncodedLines::replace(qsizetype first, qsizetype count, const QStringList& texts)
@@ -100,9 +101,11 @@ void EncodedLines::replace(qsizetype first, qsizetype count, const QStringList& 
 QByteArray EncodedLines::toBytes() const
 {
     QByteArray bytes = m_mark;
+    bytes.reserve(m_file.size());
     for (const Line& line : m_lines)
         bytes += line.bytes;
-    return bytes + m_rest;
+    bytes += m_rest;
+    return bytes;
 }
 
 QByteArray EncodedLines::encode(const QString& text) const

@@ -13,7 +13,7 @@
 class EncodedLines {
 public:
     struct Line {
-        /// As in the file, with the line's ending.
+        /// As in the file, with the line's ending. Refers to the file's bytes until it is changed.
         QByteArray bytes;
         QString text;
         /// "\n", "\r\n", or nothing at the end of the file.
@@ -35,12 +35,17 @@ private:
 
     void readBytes(QByteArrayView content);
     void readUnits(QByteArrayView content);
+    void appendLine(QByteArrayView bytes, const QString& text, qsizetype endingSize);
     QByteArray encode(const QString& text) const;
     QString lineEnding() const;
 
+    /// Keeps the bytes that the lines refer to.
+    QByteArray m_file;
     Encoding m_encoding = Encoding::Utf8;
     QByteArray m_mark;
     QList<Line> m_lines;
     /// Half a UTF-16 unit at the end of a truncated file.
     QByteArray m_rest;
 };
+
+Q_DECLARE_TYPEINFO(EncodedLines::Line, Q_RELOCATABLE_TYPE);

@@ -64,19 +64,23 @@ std::optional<QString> takeQuoted(Cursor& at, bool overLines)
     QString result;
     for (;;) {
         const QStringView rest = at.rest();
-        if (rest.isEmpty()) {
+        const auto isSpecial = [](QChar c) { return c == u'"' || c == u'\\'; };
+        const auto special = std::find_if(rest.begin(), rest.end(), isSpecial);
+        result += rest.first(special - rest.begin());
+        if (special == rest.end()) {
             result += at.lines[at.line].ending;
             if (!overLines || !at.nextLine())
                 return std::nullopt;
             continue;
         }
-        ++at.column;
-        if (rest.front() == u'"')
+        at.column += special - rest.begin() + 1;
+        if (*special == u'"')
             return result;
-        const bool escape = rest.startsWith(u"\\\\") || rest.startsWith(u"\\\"");
+        // A "\" stands for itself unless one of these follows.
+        const bool escape = special + 1 < rest.end() && isSpecial(special[1]);
+        result += special[escape ? 1 : 0];
         if (escape)
             ++at.column;
-        result += escape ? rest[1] : rest.front();
     }
 }
 
@@ -128,6 +132,7 @@ std::optional<RegistryValue> takeBytes(Cursor& at, bool ansi)
     }
     if (isText(value.type) && !ansi) {
         QString text;
+        text.reserve(value.bytes.size() / 2);
         for (qsizetype i = 0; i + 1 < value.bytes.size(); i += 2)
             text += QChar(uchar(value.bytes[i]), uchar(value.bytes[i + 1]));
         value.bytes = AnsiText::fromUnicode(text);
@@ -141,9 +146,8 @@ std::optional<RegistryValue> takeDword(Cursor& at)
     const auto number = hexadecimal(at.rest().left(comment).trimmed(), 8);
     if (!number)
         return std::nullopt;
-    RegistryValue value{RegistryValue::Dword, {}};
-    for (int shift = 0; shift < 32; shift += 8)
-        value.bytes += static_cast<char>(*number >> shift & 0xFF);
+    RegistryValue value{RegistryValue::Dword, QByteArray(4, Qt::Uninitialized)};
+    qToLittleEndian(*number, value.bytes.data());
     return value;
 }
 

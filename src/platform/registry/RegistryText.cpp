@@ -1,7 +1,8 @@
 #include "RegistryText.h"
 
-#include <QHash>
 #include <QMap>
+
+#include <map>
 
 using namespace Qt::StringLiterals;
 
@@ -9,12 +10,22 @@ namespace {
 
 using Kind = RegistryStatement::Kind;
 
-QString folded(const QString& text) { return text.toCaseFolded(); }
+/// Whether two keys or names are the same.
+bool alike(const QString& a, const QString& b) { return a.compare(b, Qt::CaseInsensitive) == 0; }
 
-/// Whether deleting the key `deleted` deletes `key` too. Both are case folded.
-bool covers(const QString& deleted, const QString& key)
+struct CaseInsensitiveOrder {
+    bool operator()(const QString& a, const QString& b) const
+    {
+        return a.compare(b, Qt::CaseInsensitive) < 0;
+    }
+};
+
+/// Whether the statement deletes `key`, or a key that contains it.
+bool deletes(const RegistryStatement& statement, const QString& key)
 {
-    return key == deleted || (key.startsWith(deleted) && key[deleted.size()] == u'\\');
+    const QString& deleted = statement.name;
+    return statement.kind == Kind::KeyDeletion && key.startsWith(deleted, Qt::CaseInsensitive) &&
+           (key.size() == deleted.size() || key[deleted.size()] == u'\\');
 }
 
 } // namespace
@@ -29,26 +40,24 @@ void RegistryText::parse()
         RegistryStatement statement =
             RegistryStatement::read(m_file.lines(), line, m_file.isAnsi());
         if (statement.kind == Kind::Key)
-            key = folded(statement.name);
+            key = statement.name;
         else if (statement.kind == Kind::KeyDeletion)
             key.clear();
         const qsizetype lineCount = statement.lineCount;
-        if (statement.kind == Kind::KeyDeletion)
-            m_statements.append({statement, line, folded(statement.name), {}});
-        else if (statement.kind != Kind::Nothing && !key.isEmpty())
-            m_statements.append({statement, line, key, folded(statement.name)});
+        if (statement.kind == Kind::KeyDeletion ||
+            (statement.kind != Kind::Nothing && !key.isEmpty()))
+            m_statements.append({std::move(statement), line, key});
         line += lineCount;
     }
 }
 
-const RegistryText::Placed* RegistryText::find(const QString& foldedKey, const QString& name) const
+const RegistryText::Placed* RegistryText::find(const QString& key, const QString& name) const
 {
-    const QString foldedName = folded(name);
     for (auto placed = m_statements.rbegin(); placed != m_statements.rend(); ++placed) {
         const RegistryStatement& statement = placed->statement;
-        if (statement.kind == Kind::KeyDeletion && covers(placed->key, foldedKey))
+        if (deletes(statement, key))
             return nullptr;
-        if (placed->key != foldedKey || placed->name != foldedName)
+        if (!alike(statement.name, name) || !alike(placed->key, key))
             continue;
         if (statement.kind == Kind::Value)
             return &*placed;
@@ -60,26 +69,28 @@ const RegistryText::Placed* RegistryText::find(const QString& foldedKey, const Q
 
 std::optional<RegistryValue> RegistryText::value(const QString& key, const QString& name) const
 {
-    const Placed* placed = find(folded(key), name);
+    const Placed* placed = find(key, name);
     return placed ? std::optional(placed->statement.value) : std::nullopt;
 }
 
 QStringList RegistryText::valueNames(const QString& key) const
 {
-    const QString foldedKey = folded(key);
+    // The line of each name, and the names by their lines.
+    std::map<QString, qsizetype, CaseInsensitiveOrder> places;
     QMap<qsizetype, QString> names;
-    QHash<QString, qsizetype> places;
-    for (const auto& [statement, line, statementKey, name] : m_statements) {
-        if (statement.kind == Kind::KeyDeletion && covers(statementKey, foldedKey)) {
+    for (const auto& [statement, line, statementKey] : m_statements) {
+        if (deletes(statement, key)) {
             names.clear();
             places.clear();
-        } else if (statementKey != foldedKey) {
+        } else if (!alike(statementKey, key)) {
             continue;
-        } else if (statement.kind == Kind::Value && !places.contains(name)) {
+        } else if (statement.kind == Kind::Value && places.emplace(statement.name, line).second) {
             names.insert(line, statement.name);
-            places.insert(name, line);
-        } else if (statement.kind == Kind::ValueDeletion && places.contains(name)) {
-            names.remove(places.take(name));
+        } else if (statement.kind == Kind::ValueDeletion) {
+            if (const auto place = places.find(statement.name); place != places.end()) {
+                names.remove(place->second);
+                places.erase(place);
+            }
         }
     }
     return names.values();
@@ -87,8 +98,7 @@ QStringList RegistryText::valueNames(const QString& key) const
 
 void RegistryText::setValue(const QString& key, const QString& name, const RegistryValue& value)
 {
-    const QString foldedKey = folded(key);
-    if (const Placed* placed = find(foldedKey, name)) {
+    if (const Placed* placed = find(key, name)) {
         const RegistryStatement& statement = placed->statement;
         if (statement.value == value)
             return;
@@ -97,7 +107,7 @@ void RegistryText::setValue(const QString& key, const QString& name, const Regis
         return parse();
     }
     QStringList lines = RegistryStatement::write(name, value, m_file.isAnsi());
-    qsizetype place = endOfSection(foldedKey);
+    qsizetype place = endOfSection(key);
     if (place < 0) {
         place = m_file.lines().size();
         lines.prepend(u'[' + key + u']');
@@ -112,12 +122,12 @@ void RegistryText::setValue(const QString& key, const QString& name, const Regis
 
 /// The line after the last statement of the last section of a key; -1 when it has no section, or
 /// was deleted after it.
-qsizetype RegistryText::endOfSection(const QString& foldedKey) const
+qsizetype RegistryText::endOfSection(const QString& key) const
 {
     for (auto placed = m_statements.rbegin(); placed != m_statements.rend(); ++placed) {
-        if (placed->statement.kind == Kind::KeyDeletion && covers(placed->key, foldedKey))
+        if (deletes(placed->statement, key))
             return -1;
-        if (placed->statement.kind != Kind::KeyDeletion && placed->key == foldedKey)
+        if (alike(placed->key, key))
             return placed->line + placed->statement.lineCount;
     }
     return -1;

@@ -30,15 +30,13 @@ private:
     struct Placed {
         RegistryStatement statement;
         qsizetype line = 0;
-        /// The key of the statement, case folded; empty after a damaged key line.
+        /// The key whose section it is in; empty if the statement deletes a key.
         QString key;
-        /// Case folded, too.
-        QString name;
     };
 
     void parse();
-    const Placed* find(const QString& foldedKey, const QString& name) const;
-    qsizetype endOfSection(const QString& foldedKey) const;
+    const Placed* find(const QString& key, const QString& name) const;
+    qsizetype endOfSection(const QString& key) const;
 
     EncodedLines m_file;
     QList<Placed> m_statements;

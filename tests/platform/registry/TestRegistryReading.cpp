@@ -47,6 +47,7 @@ private slots:
     void encodingIsRecognised();
     void lineThatIsNotUtf8IsReadAsAnsi();
     void keysAndNamesAreAlikeInAnyCase();
+    void namesOfDifferentLettersAreNotAlike();
     void laterLineWins();
     void deletedValueIsGone();
     void deletedKeyIsGone();
@@ -196,6 +197,14 @@ void TestRegistryReading::keysAndNamesAreAlikeInAnyCase()
     const RegistryText text("[hkey_current_user\\SOFTWARE\\quorvex\\Lurimat\\DIRECTO]\n"
                             "\"PUERTO\"=\"3\"\n");
     QCOMPARE(text.value(key, u"Puerto"_s)->bytes, QByteArray("3\0", 2));
+}
+
+void TestRegistryReading::namesOfDifferentLettersAreNotAlike()
+{
+    const QByteArray file = withKey("\"Stra\xC3\x9F"
+                                    "e\"=\"1\"\n");
+    QCOMPARE(bytesOf(file, u"strasse"_s), QByteArray("(none)"));
+    QCOMPARE(bytesOf(file, u"STRAßE"_s), QByteArray("1\0", 2));
 }
 
 void TestRegistryReading::laterLineWins()
