@@ -98,16 +98,13 @@ QStringList RegistryText::valueNames(const QString& key) const
 
 void RegistryText::setValue(const QString& key, const QString& name, const RegistryValue& value)
 {
-    if (const Placed* placed = find(key, name)) {
-        const RegistryStatement& statement = placed->statement;
-        if (statement.value == value)
-            return;
-        m_file.replace(placed->line, statement.lineCount,
-                       RegistryStatement::write(statement.name, value, m_file.isAnsi()));
-        return parse();
-    }
-    QStringList lines = RegistryStatement::write(name, value, m_file.isAnsi());
-    qsizetype place = endOfSection(key);
+    const Placed* before = find(key, name);
+    if (before && before->statement.value == value)
+        return;
+    QStringList lines =
+        RegistryStatement::write(before ? before->statement.name : name, value, m_file.isAnsi());
+    const qsizetype valueLines = lines.size();
+    qsizetype place = before ? before->line : endOfSection(key);
     if (place < 0) {
         place = m_file.lines().size();
         lines.prepend(u'[' + key + u']');
@@ -116,7 +113,13 @@ void RegistryText::setValue(const QString& key, const QString& name, const Regis
         else if (!m_file.lines().last().text.trimmed().isEmpty())
             lines.prepend(u""_s);
     }
-    m_file.replace(place, 0, lines);
+    m_file.replace(place, before ? before->statement.lineCount : 0, lines);
+    parse();
+    const Placed* after = find(key, name);
+    if (after && after->line == place + lines.size() - valueLines)
+        return;
+    // A text above goes on in the new lines. What follows the quote in this comment damages it.
+    m_file.replace(place, 0, {u";\"The text above has no closing quote"_s});
     parse();
 }
 

@@ -21,7 +21,8 @@ public:
 
     /// Sets a value in its line; a new one at the end of its key, with a new key at the end of the
     /// file. A line that already reads as `value` stays as it is: it may have characters that the
-    /// ANSI code page lacks.
+    /// ANSI code page lacks. Where a text above without a closing quote would take in the new
+    /// line, a comment keeps them apart.
     void setValue(const QString& key, const QString& name, const RegistryValue& value);
 
     QByteArray toBytes() const { return m_file.toBytes(); }

@@ -41,6 +41,8 @@ private slots:
     void valueAfterADeletionIsSetBelowIt();
     void encodingOfAStumpIsThatOfTheFileItGrowsInto_data();
     void encodingOfAStumpIsThatOfTheFileItGrowsInto();
+    void valueBelowATextWithoutItsEndIsNoPartOfThatText_data();
+    void valueBelowATextWithoutItsEndIsNoPartOfThatText();
 };
 
 void TestRegistryWriting::newFileHasHeaderKeyAndValue()
@@ -265,6 +267,39 @@ void TestRegistryWriting::encodingOfAStumpIsThatOfTheFileItGrowsInto()
     const auto value = anew.value(key, u"v"_s);
     QVERIFY(value.has_value());
     QCOMPARE(value->bytes, QByteArray("a\rb\0", 4));
+}
+
+void TestRegistryWriting::valueBelowATextWithoutItsEndIsNoPartOfThatText_data()
+{
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<quint32>("type");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QByteArray>("after");
+    const QByteArray section = "[HKEY_CURRENT_USER\\Software\\A]\n";
+    const QByteArray open = "\"t\"=\"no end\n";
+    const QByteArray guard = ";\"The text above has no closing quote\n";
+    QTest::newRow("bytes in place of a text")
+        << section + open + "@=\"\"\nb\"\n"
+        << 3U << QByteArray("\1") << section + open + guard + "@=hex:01\nb\"\n";
+    QTest::newRow("bytes that another line has, too")
+        << section + "@=hex:01\n" + open + "@=\"\"\nb\"\n"
+        << 3U << QByteArray("\1") << section + "@=hex:01\n" + open + guard + "@=hex:01\nb\"\n";
+    QTest::newRow("text that begins like a comment")
+        << section + open + "@=dword:00000001\n"
+        << 1U << QByteArray("; a", 4) << section + open + guard + "@=\"; a\"\n";
+    QTest::newRow("text that ends the other")
+        << section + open + "@=dword:00000001\n"
+        << 1U << QByteArray("a", 2) << section + open + "@=\"a\"\n";
+}
+
+void TestRegistryWriting::valueBelowATextWithoutItsEndIsNoPartOfThatText()
+{
+    QFETCH(QByteArray, before);
+    QFETCH(quint32, type);
+    QFETCH(QByteArray, bytes);
+    RegistryText registry(before);
+    registry.setValue(key, u""_s, {type, bytes});
+    QTEST(registry.toBytes(), "after");
 }
 
 QTEST_GUILESS_MAIN(TestRegistryWriting)
