@@ -39,6 +39,7 @@ private:
 QByteArray asRecords(const QByteArray& input)
 {
     QByteArray text;
+    text.reserve(4 * input.size());
     for (qsizetype at = 0; at + 4 <= input.size();) {
         const auto type = static_cast<quint8>(input[at]);
         const auto length = static_cast<quint8>(input[at + 1]);
@@ -48,8 +49,8 @@ QByteArray asRecords(const QByteArray& input)
         for (const char byte : record)
             sum += byte;
         record.append(static_cast<char>(-sum));
-        text += QByteArray((type >> 3) & 1, ' ') + ':' + record.toHex() +
-                ((type & 0x10) != 0 ? "\r" : "") + ((type & 0x20) != 0 ? " \n" : "\n");
+        text.append((type >> 3) & 1, ' ').append(':').append(record.toHex());
+        text.append((type & 0x10) != 0 ? "\r" : "").append((type & 0x20) != 0 ? " \n" : "\n");
         at += 4 + length;
     }
     return text;
@@ -68,8 +69,8 @@ QByteArray recordIn(std::string_view line)
     });
     if (line.size() % 2 != 1 || line.front() != ':' || !isHex)
         return {};
-    const QByteArray record =
-        QByteArray::fromHex(QByteArray(line.data(), static_cast<qsizetype>(line.size())));
+    const QByteArray record = QByteArray::fromHex(
+        QByteArray::fromRawData(line.data(), static_cast<qsizetype>(line.size())));
     int sum = 0;
     for (const char byte : record)
         sum += byte;

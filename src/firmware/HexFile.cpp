@@ -199,7 +199,10 @@ HexFile::Outcome HexFile::conclude(Outcome outcome, const QString& path)
 
 void HexFile::clear()
 {
-    m_lines.assign(tableStep + 1, HexLine());
+    m_lines.resize(tableStep + 1);
+    // Those from the count on are empty.
+    const auto used = std::min(static_cast<std::size_t>(m_lineCount), m_lines.size());
+    std::fill_n(m_lines.begin(), used, HexLine());
     m_data.release();
     m_lineCount = 0;
     m_linearBase = 0;
