@@ -7,13 +7,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-/// Shells and service managers expect this sum of a program that a signal has ended.
-constexpr int signalBase = 128;
-
-} // namespace
-
 ClockRun::ClockRun(Session& session, Console& console, const CommonOptions& options,
                    MakeJob makeJob)
     : m_session(session),
@@ -32,9 +25,7 @@ void ClockRun::begin()
 {
     m_job = m_makeJob(m_session, m_console);
     // Later: the job is in the midst of an answer of the link.
-    connect(
-        m_job.get(), &ClockJob::finished, this,
-        [this](ExitStatus status) { end(qToUnderlying(status)); }, Qt::QueuedConnection);
+    connect(m_job.get(), &ClockJob::finished, this, &ClockRun::end, Qt::QueuedConnection);
     m_job->begin();
 }
 
@@ -42,16 +33,16 @@ void ClockRun::interrupt(int signalNumber)
 {
     if (m_job && m_job->isEndless()) {
         m_job->abandon();
-        return end(qToUnderlying(ExitStatus::Done));
+        return end(ExitStatus::Done);
     }
     abandon(u"Interrumpido."_s);
-    end(signalBase + signalNumber);
+    end(endedBySignal(signalNumber));
 }
 
 void ClockRun::fail(ExitStatus status, const QString& reason)
 {
     abandon(reason);
-    end(qToUnderlying(status));
+    end(status);
 }
 
 void ClockRun::abandon(const QString& why)
@@ -62,11 +53,11 @@ void ClockRun::abandon(const QString& why)
     m_console.tell(left.isEmpty() ? why : why + u' ' + left);
 }
 
-void ClockRun::end(int exitStatus)
+void ClockRun::end(ExitStatus status)
 {
     if (m_over)
         return;
     m_over = true;
     m_session.workflow().unload();
-    emit ended(exitStatus);
+    emit ended(status);
 }

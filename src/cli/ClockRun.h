@@ -28,14 +28,14 @@ public:
 
 signals:
     /// With the exit status of the program. The connection is over.
-    void ended(int exitStatus);
+    void ended(ExitStatus status);
 
 private:
     void begin();
     void fail(ExitStatus status, const QString& reason);
     /// Ends the job early; `why` and what the clock has not taken are told.
     void abandon(const QString& why);
-    void end(int exitStatus);
+    void end(ExitStatus status);
 
     Session& m_session;
     Console& m_console;

@@ -1,12 +1,11 @@
 #include "CommandLine.h"
 
+#include "Console.h"
 #include "SpanishHelp.h"
-#include "StandardStreams.h"
 #include "Validators.h"
 
 #include <QStringList>
 
-#include <cstdio>
 #include <sstream>
 
 using namespace Qt::StringLiterals;
@@ -67,7 +66,8 @@ void CommandLine::addOptions()
     m_app
         .add_option("--trace", m_texts.trace,
                     "Escribe en FILE, para el servicio técnico, lo que pasa por la línea")
-        ->type_name("FILE");
+        ->type_name("FILE")
+        ->check(validators::fileName());
     m_app.add_flag("--quiet", m_options.quiet, "Solo dice el resultado y lo que falla");
 }
 
@@ -87,7 +87,17 @@ CLI::App& CommandLine::addGroup(const char* name, const char* description)
     return group;
 }
 
-std::variant<Order, int> CommandLine::read(const QStringList& arguments)
+void CommandLine::addFile(CLI::App& verb, const char* name, std::string& path,
+                          const char* description)
+{
+    verb.add_option(name, path, description)
+        ->type_name("")
+        ->required()
+        ->check(validators::fileName());
+    m_files[&verb].push_back(&path);
+}
+
+std::variant<Order, ExitStatus> CommandLine::read(const QStringList& arguments)
 {
     // The parser takes them from the end.
     std::vector<std::string> reversed;
@@ -97,9 +107,10 @@ std::variant<Order, int> CommandLine::read(const QStringList& arguments)
         m_app.parse(reversed);
     } catch (const CLI::Success& success) {
         std::ostringstream text;
-        const int status = m_app.exit(success, text, text);
-        writeText(stdout, QString::fromStdString(text.str()));
-        return status;
+        m_app.exit(success, text, text);
+        Console console(Console::Form::Text, Console::Notes::Shown);
+        console.print(QString::fromStdString(text.str()).chopped(1));
+        return console.finalStatus(ExitStatus::Done);
     } catch (const CLI::ParseError& error) {
         return tellMistake(error);
     }
@@ -109,19 +120,21 @@ std::variant<Order, int> CommandLine::read(const QStringList& arguments)
     m_options.trace = QString::fromStdString(m_texts.trace);
     Order order;
     order.options = m_options;
-    order.action = m_actions.at(chosenVerb());
+    const CLI::App* verb = chosenVerb();
+    for (const std::string* path : m_files[verb])
+        order.files += QString::fromStdString(*path);
+    order.action = m_actions.at(verb);
     return order;
 }
 
-int CommandLine::tellMistake(const CLI::ParseError& error) const
+ExitStatus CommandLine::tellMistake(const CLI::ParseError& error) const
 {
     QStringList unknown;
     for (const std::string& word : m_app.remaining(true))
         unknown += QString::fromStdString(word);
-    const QString sentence =
-        SpanishHelp::failure(error, unknown) + u"\nLa ayuda se ve con: hctctl --help\n"_s;
-    writeText(stderr, sentence);
-    return qToUnderlying(ExitStatus::Usage);
+    Console console(Console::Form::Text, Console::Notes::Shown);
+    return console.refuse(SpanishHelp::failure(error, unknown) +
+                          u"\nLa ayuda se ve con: hctctl --help"_s);
 }
 
 const CLI::App* CommandLine::chosenVerb() const

@@ -23,6 +23,10 @@ public:
     /// A group of commands. It does nothing itself.
     CLI::App& addGroup(const char* name, const char* description);
 
+    /// An argument of a command that names a file, and cannot be omitted. `path` lives as long as
+    /// what the command does.
+    void addFile(CLI::App& verb, const char* name, std::string& path, const char* description);
+
     /// What a command does when it is given: without a clock, or with one. What the action uses of
     /// the command's options it must own.
     void runsAlone(const CLI::App& verb, AloneAction action)
@@ -37,11 +41,11 @@ public:
 
     /// The order that the arguments give (without the program's name), or the exit status when
     /// there is nothing to do: help or version, which are printed, or a mistake, which is told.
-    std::variant<Order, int> read(const QStringList& arguments);
+    std::variant<Order, ExitStatus> read(const QStringList& arguments);
 
 private:
     void addOptions();
-    int tellMistake(const CLI::ParseError& error) const;
+    ExitStatus tellMistake(const CLI::ParseError& error) const;
     /// The command that was given.
     const CLI::App* chosenVerb() const;
 
@@ -55,4 +59,5 @@ private:
         std::string trace;
     } m_texts;
     std::map<const CLI::App*, decltype(Order::action)> m_actions;
+    std::map<const CLI::App*, std::vector<const std::string*>> m_files;
 };

@@ -38,6 +38,14 @@ bool Console::print(const QJsonObject& object, const QString& text)
     return isJson() ? print(object) : print(text);
 }
 
+ExitStatus Console::finalStatus(ExitStatus status)
+{
+    if (!m_failed)
+        return status;
+    tell(u"No se ha podido escribir el resultado: compruebe el espacio del disco."_s);
+    return status == ExitStatus::Done ? ExitStatus::Usage : status;
+}
+
 void Console::note(const QString& text)
 {
     if (!isQuiet())
@@ -45,6 +53,12 @@ void Console::note(const QString& text)
 }
 
 void Console::tell(const QString& text) { writeText(stderr, text + u'\n'); }
+
+ExitStatus Console::refuse(const QString& reason)
+{
+    tell(reason);
+    return ExitStatus::Usage;
+}
 
 std::optional<bool> Console::confirm(const QString& question)
 {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ExitStatus.h"
+
 #include <QJsonObject>
 #include <QString>
 
@@ -25,13 +27,16 @@ public:
     bool print(const QJsonObject& object);
     /// The result in the form that the user wants.
     bool print(const QJsonObject& object, const QString& text);
-    /// Whether every result has been written. A pipe that its reader has closed is no failure.
-    bool hasWrittenAll() const { return !m_failed; }
+    /// The exit status of a program that would end with `status`: a result that could not be
+    /// written is told, and no success. A pipe that its reader has closed is no failure.
+    ExitStatus finalStatus(ExitStatus status);
 
     /// A sentence about what is going on.
     void note(const QString& text);
     /// A sentence that is always told, such as the reason of a failure.
     void tell(const QString& text);
+    /// Tells why the command is not carried out; the status for that.
+    ExitStatus refuse(const QString& reason);
     /// Asks on standard error for a yes or no and waits for the line of the answer; nothing when
     /// standard input is no terminal. What is not a yes is a no.
     static std::optional<bool> confirm(const QString& question);

@@ -16,6 +16,10 @@ enum class ExitStatus {
     Silent = 4,
 };
 
+/// How it ends after a signal, as shells and service managers expect of a program that one has
+/// ended.
+constexpr ExitStatus endedBySignal(int number) { return static_cast<ExitStatus>(128 + number); }
+
 /// How it ends after a request that failed with `status`.
 inline ExitStatus exitStatusOf(LinkStatus status)
 {

@@ -1,6 +1,7 @@
 #include "Order.h"
 
 #include "Console.h"
+#include "SameFile.h"
 #include "Spanish.h"
 #include "StatusLog.h"
 #include "SystemEnvironment.h"
@@ -29,12 +30,12 @@ PortNames::Variables variablesWith(const QString& devicePath)
     };
 }
 
-int runWithClock(const CommonOptions& options, const ClockAction& action, Console& console)
+ExitStatus runWithClock(const CommonOptions& options, const ClockAction& action, Console& console)
 {
     const ExitStatus readiness =
         action.precondition ? action.precondition(console) : ExitStatus::Done;
     if (readiness != ExitStatus::Done)
-        return qToUnderlying(readiness);
+        return readiness;
     SystemEnvironment system(variablesWith(options.devicePath()));
     NoLog log;
     Session session(system.environment(), log);
@@ -45,36 +46,35 @@ int runWithClock(const CommonOptions& options, const ClockAction& action, Consol
     const TerminationSignals termination;
     QObject::connect(&termination, &TerminationSignals::arrived, &run, &ClockRun::interrupt);
     QObject::connect(
-        &run, &ClockRun::ended, qApp, [](int status) { QCoreApplication::exit(status); },
+        &run, &ClockRun::ended, qApp,
+        [](ExitStatus status) { QCoreApplication::exit(qToUnderlying(status)); },
         Qt::QueuedConnection);
     QMetaObject::invokeMethod(&run, &ClockRun::start, Qt::QueuedConnection);
-    return QCoreApplication::exec();
+    return static_cast<ExitStatus>(QCoreApplication::exec());
 }
 
 } // namespace
 
-int carryOut(const Order& order, std::chrono::steady_clock::time_point programStart)
+ExitStatus carryOut(const Order& order, std::chrono::steady_clock::time_point programStart)
 {
     const CommonOptions& options = order.options;
     Console console(options.json ? Console::Form::Json : Console::Form::Text,
                     options.quiet ? Console::Notes::Quiet : Console::Notes::Shown);
     QTranslator toolkit;
     speakSpanish(toolkit);
+    for (const QString& file : order.files)
+        if (isSameFile(options.trace, file))
+            return console.refuse(
+                u"La traza sustituiría %1, que es un archivo de la orden: indique "
+                "otro con --trace."_s.arg(file));
     std::optional<TraceFile> trace;
     if (!options.trace.isEmpty()) {
         trace.emplace(options.trace, programStart);
-        if (!trace->isOpen()) {
-            console.tell(trace->error());
-            return qToUnderlying(ExitStatus::Usage);
-        }
+        if (!trace->isOpen())
+            return console.refuse(trace->error() + u" Indique otro archivo con --trace."_s);
     }
-    int status = 0;
-    if (const auto* alone = std::get_if<AloneAction>(&order.action))
-        status = qToUnderlying((*alone)(console));
-    else
-        status = runWithClock(options, std::get<ClockAction>(order.action), console);
-    if (console.hasWrittenAll())
-        return status;
-    console.tell(u"No se ha podido escribir el resultado: compruebe el espacio del disco."_s);
-    return status == 0 ? qToUnderlying(ExitStatus::Usage) : status;
+    const auto* alone = std::get_if<AloneAction>(&order.action);
+    return console.finalStatus(
+        alone ? (*alone)(console)
+              : runWithClock(options, std::get<ClockAction>(order.action), console));
 }

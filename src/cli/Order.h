@@ -3,6 +3,8 @@
 #include "ClockRun.h"
 #include "CommonOptions.h"
 
+#include <QStringList>
+
 #include <functional>
 #include <variant>
 
@@ -19,9 +21,11 @@ struct ClockAction {
 /// A command with its options, as it was read from the command line.
 struct Order {
     CommonOptions options;
+    /// Those that the command names as its arguments. The trace must be another.
+    QStringList files;
     std::variant<AloneAction, ClockAction> action;
 };
 
-/// Carries it out, in an event loop if it needs a clock; the exit status of the program. Needs the
+/// Carries it out, in an event loop if it needs a clock; how the program ends. Needs the
 /// application object. The trace counts from `programStart`.
-int carryOut(const Order& order, std::chrono::steady_clock::time_point programStart);
+ExitStatus carryOut(const Order& order, std::chrono::steady_clock::time_point programStart);

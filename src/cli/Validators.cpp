@@ -63,6 +63,13 @@ CLI::Validator validators::line()
     });
 }
 
+CLI::Validator validators::fileName()
+{
+    return makeValidator([](const QString& text) {
+        return text.isEmpty() ? u"falta el nombre del archivo"_s : QString();
+    });
+}
+
 CLI::Validator validators::telephone()
 {
     return makeValidator([](const QString& text) {

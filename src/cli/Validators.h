@@ -19,6 +19,8 @@ CLI::Validator number(int lowest, int highest);
 CLI::Validator port();
 /// "9600", "9600,N", "9600,N,8" or "9600,N,8,1".
 CLI::Validator line();
+/// The name of a file, whether there is one or not.
+CLI::Validator fileName();
 /// A telephone number as a modem takes it.
 CLI::Validator telephone();
 

@@ -6,6 +6,7 @@
 #include <io.h>
 #include <windows.h>
 #else
+#include <fcntl.h>
 #include <unistd.h>
 #endif
 
@@ -39,6 +40,17 @@ bool writeText(std::FILE* stream, const QString& text)
     const QByteArray bytes = text.toUtf8();
     const auto size = static_cast<std::size_t>(bytes.size());
     return std::fwrite(bytes.constData(), 1, size, stream) == size && std::fflush(stream) == 0;
+}
+
+void occupyClosedStreams()
+{
+#ifndef Q_OS_WIN
+    for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream)
+        // The lowest free number is that of the stream. It is opened for what is never done with
+        // it, so that a result still cannot be written to a closed standard output.
+        if (::fcntl(stream, F_GETFD) < 0)
+            ::open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+#endif
 }
 
 bool isTerminal(std::FILE* stream)

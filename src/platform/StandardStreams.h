@@ -9,5 +9,10 @@
 /// letters of its own code page.
 bool writeText(std::FILE* stream, const QString& text);
 
+/// Gives standard streams that are closed a descriptor on which every operation fails. Otherwise a
+/// file or port that is opened later would take their number, and get what is written to them. Call
+/// it first of all. Windows needs no such thing.
+void occupyClosedStreams();
+
 /// Whether a user sees at once what is written to the stream.
 bool isTerminal(std::FILE* stream);

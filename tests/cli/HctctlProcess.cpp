@@ -99,12 +99,9 @@ int HctctlProcess::run(const QStringList& arguments)
 }
 
 #ifndef Q_OS_WIN
-int HctctlProcess::runForOneLine(const QStringList& arguments)
+int HctctlProcess::runInShell(const QString& script, const QStringList& arguments)
 {
-    m_process.start(u"bash"_s,
-                    QStringList{u"-c"_s, u"\"$0\" \"$@\" | head -n 1; exit ${PIPESTATUS[0]}"_s,
-                                QStringLiteral(HCTCTL)} +
-                        arguments);
+    m_process.start(u"bash"_s, QStringList{u"-c"_s, script, QStringLiteral(HCTCTL)} + arguments);
     return exitStatus();
 }
 #endif

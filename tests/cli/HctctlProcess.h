@@ -36,8 +36,9 @@ public:
     /// Runs it to its end; the exit status.
     int run(const QStringList& arguments);
 #ifndef Q_OS_WIN
-    /// Runs it to its end with a reader that goes away after the first line; the exit status.
-    int runForOneLine(const QStringList& arguments);
+    /// Runs it to its end by a script of bash, in which it is "$0" and its arguments are "$@"; the
+    /// exit status.
+    int runInShell(const QString& script, const QStringList& arguments);
 #endif
 
 private:

@@ -67,6 +67,8 @@ private slots:
     void alarmsThatTheFileLacksGo();
     void badFileAsksNothingOfTheClock_data();
     void badFileAsksNothingOfTheClock();
+    void fileThatCannotBeReadIsTold_data();
+    void fileThatCannotBeReadIsTold();
     void impossibleDateOfAClockCanBeWrittenBack();
     void clockThatKeepsSomethingElseIsTold();
     void refusedPartIsTold();
@@ -247,7 +249,9 @@ void TestProgrammeCommands::badFileAsksNothingOfTheClock_data()
     QTest::newRow("hour 24")
         << lines.text()
         << u"Hora del aviso 1 de la salida 1: 24 no está entre 0 y 23 (línea 4)"_s + advice;
-    QTest::newRow("no regular file") << QByteArray() << u"no se puede leer el archivo"_s;
+    QTest::newRow("too long")
+        << ProgrammeLines().text() + QByteArray(1024 * 1024, ' ')
+        << u"El archivo es demasiado largo: solo se lee su primer mebibyte"_s + advice;
 }
 
 void TestProgrammeCommands::badFileAsksNothingOfTheClock()
@@ -255,15 +259,35 @@ void TestProgrammeCommands::badFileAsksNothingOfTheClock()
     QFETCH(QByteArray, text);
     QFETCH(QString, reason);
     SchoolDesk desk;
-    const bool isFile = reason != u"no se puede leer el archivo"_s;
-    const QString path = isFile ? writeFile(desk.path(), text) : u"/dev/zero"_s;
+    writeFile(desk.path(), text);
     for (const QString& verb : {u"write"_s, u"verify"_s}) {
         HctctlProcess run;
-        run.start(desk.arguments({verb, path}));
+        run.start(desk.arguments({verb, desk.path()}));
         QCOMPARE(run.exitStatus(), 2);
-        QCOMPARE(run.errors(), u"%1: %2.\nLa ayuda se ve con: hctctl --help\n"_s.arg(path, reason));
+        QCOMPARE(run.errors(), u"%1: %2.\n"_s.arg(desk.path(), reason));
     }
     QCOMPARE(desk.clock.state(u"answered"_s), u"0"_s);
+}
+
+// The file is looked for before the port.
+void TestProgrammeCommands::fileThatCannotBeReadIsTold_data()
+{
+    QTest::addColumn<QString>("verb");
+    QTest::addColumn<QString>("path");
+    for (const char* verb : {"write", "verify"})
+        for (const char* path : {"/no/hay.hct", "/dev/zero", "/"})
+            QTest::addRow("%s %s", verb, path)
+                << QString::fromLatin1(verb) << QString::fromLatin1(path);
+}
+
+void TestProgrammeCommands::fileThatCannotBeReadIsTold()
+{
+    QFETCH(QString, verb);
+    QFETCH(QString, path);
+    HctctlProcess run;
+    QCOMPARE(run.run({u"--port"_s, u"/dev/no-such-port"_s, u"programme"_s, verb, path}), 2);
+    QCOMPARE(run.errors(),
+             u"%1: no se puede leer el archivo; compruebe el nombre y los permisos.\n"_s.arg(path));
 }
 
 void TestProgrammeCommands::impossibleDateOfAClockCanBeWrittenBack()

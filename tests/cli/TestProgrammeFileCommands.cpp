@@ -278,7 +278,8 @@ void TestProgrammeFileCommands::missingFileIsTold()
     run.start(QStringList{u"programme"_s} + words);
     QCOMPARE(run.exitStatus(), 2);
     QCOMPARE(run.output(), QString());
-    QCOMPARE(run.errors(), u"/no/hay.hct: no se puede leer el archivo.\n"_s);
+    QCOMPARE(run.errors(),
+             u"/no/hay.hct: no se puede leer el archivo; compruebe el nombre y los permisos.\n"_s);
 }
 
 void TestProgrammeFileCommands::wrongUsageIsTold_data()

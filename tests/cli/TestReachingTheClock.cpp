@@ -203,7 +203,9 @@ void TestReachingTheClock::traceThatCannotBeWrittenIsTold()
 {
     HctctlProcess hctctl;
     QCOMPARE(hctctl.run({u"--trace"_s, u"/dev/null/trace"_s, u"status"_s}), 2);
-    QVERIFY(hctctl.errors().startsWith(u"No se puede escribir la traza en /dev/null/trace ("_s));
+    const QString errors = hctctl.errors();
+    QVERIFY(errors.startsWith(u"No se puede escribir la traza en /dev/null/trace ("_s));
+    QVERIFY(errors.endsWith(u"). Indique otro archivo con --trace.\n"_s));
 }
 
 QTEST_GUILESS_MAIN(TestReachingTheClock)

@@ -46,19 +46,17 @@ ExitStatus prepare(SendOptions& options, Console& console)
 {
     const QString path = QString::fromStdString(options.file);
     const QString refusal = refusalOf(options.image.LoadHexFile(path), options.image);
-    if (!refusal.isEmpty()) {
-        console.tell(u"%1: %2."_s.arg(path, refusal));
-        return ExitStatus::Usage;
-    }
+    if (!refusal.isEmpty())
+        return console.refuse(u"%1: %2."_s.arg(path, refusal));
     if (options.withoutQuestion)
         return ExitStatus::Done;
     const auto answer = Console::confirm(questionAbout(options));
     if (answer.value_or(false))
         return ExitStatus::Done;
-    console.tell(answer ? u"No se ha enviado nada."_s
-                        : u"No se puede preguntar sin terminal, y no se ha enviado nada; para "
-                          "enviar sin pregunta, indique --yes."_s);
-    return ExitStatus::Usage;
+    return console.refuse(
+        answer ? u"No se ha enviado nada."_s
+               : u"No se puede preguntar sin terminal, y no se ha enviado nada; para "
+                 "enviar sin pregunta, indique --yes."_s);
 }
 
 } // namespace
@@ -69,7 +67,7 @@ void addFirmwareCommands(CommandLine& commandLine)
     CLI::App& send =
         commandLine.addVerb(group, "send", "Envía al reloj el firmware de un archivo Intel HEX");
     const auto options = std::make_shared<SendOptions>();
-    send.add_option("FILE", options->file, "Archivo de firmware (.hex)")->type_name("")->required();
+    commandLine.addFile(send, "FILE", options->file, "Archivo de firmware (.hex)");
     send.add_flag("--reset", options->reset,
                   "Tras el envío el reloj borra toda su memoria y se reinicia");
     send.add_flag("--yes", options->withoutQuestion,

@@ -1,5 +1,6 @@
 #include "CommandLine.h"
 #include "Commands.h"
+#include "Console.h"
 #include "ProgrammeFileCommands.h"
 #include "ProgrammeInput.h"
 #include "ProgrammeReadJob.h"
@@ -19,21 +20,20 @@ CLI::App& addTransferVerb(CommandLine& commandLine, CLI::App& group, const char*
                           const char* description, const std::shared_ptr<TransferOptions>& options)
 {
     CLI::App& verb = commandLine.addVerb(group, name, description);
-    verb.add_option("FILE", options->file, "Archivo de configuración (.hct)")
-        ->type_name("")
-        ->required();
+    commandLine.addFile(verb, "FILE", options->file, "Archivo de configuración (.hct)");
     return verb;
 }
 
 /// Reads the file before anything is asked of the clock.
-void takesInput(CLI::App& verb, const std::shared_ptr<TransferOptions>& options)
+AloneAction inputOf(const std::shared_ptr<TransferOptions>& options)
 {
-    verb.callback([options] {
+    return [options](Console& console) {
         const ProgrammeInput input(QString::fromStdString(options->file));
         if (const auto refusal = input.refusal())
-            throw CLI::ValidationError(options->file, refusal->toStdString());
+            return console.refuse(*refusal);
         options->text = input.text();
-    });
+        return ExitStatus::Done;
+    };
 }
 
 } // namespace
@@ -52,19 +52,23 @@ void addProgrammeCommands(CommandLine& commandLine)
     CLI::App& write = addTransferVerb(commandLine, group, "write",
                                       "Envía un archivo al reloj y lo comprueba", options);
     write.add_flag("--no-verify", options->withoutVerification, "No comprueba lo enviado");
-    takesInput(write, options);
-    commandLine.runsWithClock(write, [options](Session& session, Console& console) {
-        using Verification = ProgrammeWriteJob::Verification;
-        return std::make_unique<ProgrammeWriteJob>(
-            session, console, options->text,
-            options->withoutVerification ? Verification::Omitted : Verification::Wanted);
-    });
+    commandLine.runsWithClock(
+        write,
+        [options](Session& session, Console& console) {
+            using Verification = ProgrammeWriteJob::Verification;
+            return std::make_unique<ProgrammeWriteJob>(
+                session, console, options->text,
+                options->withoutVerification ? Verification::Omitted : Verification::Wanted);
+        },
+        inputOf(options));
 
-    CLI::App& verify = addTransferVerb(commandLine, group, "verify",
-                                       "Compara un archivo con el programa del reloj", options);
-    takesInput(verify, options);
-    commandLine.runsWithClock(verify, [options](Session& session, Console& console) {
-        return std::make_unique<ProgrammeVerifyJob>(session, console, options->text);
-    });
+    const CLI::App& verify = addTransferVerb(
+        commandLine, group, "verify", "Compara un archivo con el programa del reloj", options);
+    commandLine.runsWithClock(
+        verify,
+        [options](Session& session, Console& console) {
+            return std::make_unique<ProgrammeVerifyJob>(session, console, options->text);
+        },
+        inputOf(options));
     addProgrammeFileCommands(commandLine, group);
 }

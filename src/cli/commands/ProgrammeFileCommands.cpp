@@ -24,9 +24,7 @@ CLI::App& addFileVerb(CommandLine& commandLine, CLI::App& group, const char* nam
                       const char* description, const std::shared_ptr<FileOptions>& options)
 {
     CLI::App& verb = commandLine.addVerb(group, name, description);
-    verb.add_option("FILE", options->file, "Archivo de configuración (.hct)")
-        ->type_name("")
-        ->required();
+    commandLine.addFile(verb, "FILE", options->file, "Archivo de configuración (.hct)");
     verb.add_option("--model", options->model,
                     "Modelo del reloj; si no, el que parece por el archivo")
         ->type_name("7200|7300")
@@ -56,12 +54,6 @@ ClockModel modelOf(const FileOptions& options, const QList<QByteArray>& texts, C
     return model;
 }
 
-ExitStatus refuse(Console& console, const ProgrammeInput& input, const QString& reason)
-{
-    console.tell(u"%1: %2."_s.arg(input.path(), reason));
-    return ExitStatus::Usage;
-}
-
 QString lineOf(const ProgrammeCheck::Problem& problem)
 {
     const QString text = problem.kind == ProgrammeCheck::Problem::Kind::Doubtful
@@ -74,7 +66,7 @@ ExitStatus checkFile(const FileOptions& options, Console& console)
 {
     const ProgrammeInput input(pathIn(options.file));
     if (!input.isReadable())
-        return refuse(console, input, *input.refusal());
+        return console.refuse(*input.refusal());
     const ClockModel model = modelOf(options, {input.text()}, console);
     const auto problems = ProgrammeCheck::problemsOf(input.text(), model);
     const bool good = !ProgrammeCheck::hasErrors(problems);
@@ -94,7 +86,7 @@ ExitStatus showFile(const FileOptions& options, Console& console)
 {
     const ProgrammeInput input(pathIn(options.file));
     if (!input.isReadable())
-        return refuse(console, input, *input.refusal());
+        return console.refuse(*input.refusal());
     const ClockModel model = modelOf(options, {input.text()}, console);
     if (ProgrammeCheck::hasErrors(ProgrammeCheck::problemsOf(input.text(), model)))
         console.tell(
@@ -112,7 +104,7 @@ ExitStatus compareFiles(const FileOptions& options, Console& console)
     const ProgrammeInput after(pathIn(options.otherFile));
     for (const ProgrammeInput* input : {&before, &after})
         if (const auto refusal = input->refusal())
-            return refuse(console, *input, *refusal);
+            return console.refuse(*refusal);
     const ClockModel model = modelOf(options, {before.text(), after.text()}, console);
     const auto entries =
         ProgrammeDifference::between(ProgrammeFile::programmeIn(before.text(), model),
@@ -144,9 +136,7 @@ void addProgrammeFileCommands(CommandLine& commandLine, CLI::App& group)
                           [options](Console& console) { return showFile(*options, console); });
     CLI::App& diff = addFileVerb(commandLine, group, "diff",
                                  "Dice en qué difieren los programas de dos archivos", options);
-    diff.add_option("OTHER", options->otherFile, "El archivo con que se compara")
-        ->type_name("")
-        ->required();
+    commandLine.addFile(diff, "OTHER", options->otherFile, "El archivo con que se compara");
     commandLine.runsAlone(diff,
                           [options](Console& console) { return compareFiles(*options, console); });
 }

@@ -19,7 +19,8 @@ std::optional<QString> ProgrammeInput::refusal() const
 {
     using Problem = ProgrammeCheck::Problem;
     if (!m_isReadable)
-        return u"no se puede leer el archivo"_s;
+        return u"%1: no se puede leer el archivo; compruebe el nombre y los permisos."_s.arg(
+            m_path);
     // What is misread is so for both models.
     const QList<Problem> problems =
         ProgrammeCheck::problemsOf(m_text, ProgrammeFile::likelyModel(m_text));
@@ -28,7 +29,7 @@ std::optional<QString> ProgrammeInput::refusal() const
     });
     if (first == problems.end())
         return std::nullopt;
-    return u"%1 (línea %2); con \"programme check\" se ve todo lo que no está bien"_s
-        .arg(first->text.chopped(1))
-        .arg(first->line);
+    const QString place = first->line == 0 ? QString() : u" (línea %1)"_s.arg(first->line);
+    return u"%1: %2%3; con \"programme check\" se ve todo lo que no está bien."_s.arg(
+        m_path, first->text.chopped(1), place);
 }

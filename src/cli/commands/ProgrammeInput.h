@@ -17,8 +17,8 @@ public:
     bool isReadable() const { return m_isReadable; }
     /// One byte more than ProgrammeFile::maximumBytes at most.
     const QByteArray& text() const { return m_text; }
-    /// Why it must neither be sent nor compared, in Spanish without a full stop: it cannot be read,
-    /// or not as it is written. Nothing when it is good.
+    /// Why it must neither be sent nor compared, in Spanish: it cannot be read, or not as it is
+    /// written. Nothing when it is good.
     std::optional<QString> refusal() const;
 
 private:
