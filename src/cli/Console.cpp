@@ -1,10 +1,10 @@
 #include "Console.h"
 
 #include "StandardStreams.h"
+#include "TerminalLine.h"
 
 #include <QJsonDocument>
-#include <QStringList>
-#include <QTextStream>
+#include <QRegularExpression>
 
 #include <cerrno>
 #include <csignal>
@@ -60,16 +60,21 @@ ExitStatus Console::refuse(const QString& reason)
     return ExitStatus::Usage;
 }
 
-std::optional<bool> Console::confirm(const QString& question)
+Console::Answer Console::confirm(const QString& question)
 {
     if (!::isTerminal(stdin))
-        return std::nullopt;
+        return {Answer::Kind::NobodyAsked};
     writeText(stderr, question + u" [s/N] "_s);
-    const QString answer = QTextStream(stdin).readLine();
-    // The end of the input leaves the cursor behind the question.
-    if (answer.isNull())
+    const TerminalLine line = readTerminalLine();
+    // The cursor is behind the question.
+    if (!line.isComplete)
         writeText(stderr, u"\n"_s);
-    return QStringList{u"s"_s, u"si"_s, u"sí"_s}.contains(answer.trimmed().toLower());
+    if (line.signalNumber != 0)
+        return {Answer::Kind::Interrupted, line.signalNumber};
+    // A terminal that is not in UTF-8 has other bytes for the accent.
+    static const QRegularExpression yes(u"^(s|si|s[^\\x00-\\x7f]|y|yes)$"_s,
+                                        QRegularExpression::CaseInsensitiveOption);
+    return {yes.match(line.text).hasMatch() ? Answer::Kind::Yes : Answer::Kind::No};
 }
 
 void Console::showLine(const QString& text)

@@ -5,8 +5,6 @@
 #include <QJsonObject>
 #include <QString>
 
-#include <optional>
-
 /// Standard output, for results only, and standard error, for everything else. Texts are written in
 /// UTF-8 and at once. When the reader of the results is gone, `print` fails and the program goes
 /// on.
@@ -15,6 +13,14 @@ public:
     enum class Form { Text, Json };
     /// Quiet: notes are dropped, errors are not.
     enum class Notes { Shown, Quiet };
+
+    /// What came of a question. Nobody is asked when standard input is no terminal.
+    struct Answer {
+        enum class Kind { Yes, No, NobodyAsked, Interrupted };
+        Kind kind;
+        /// That interrupted it.
+        int signalNumber = 0;
+    };
 
     Console(Form form, Notes notes);
 
@@ -37,9 +43,9 @@ public:
     void tell(const QString& text);
     /// Tells why the command is not carried out; the status for that.
     ExitStatus refuse(const QString& reason);
-    /// Asks on standard error for a yes or no and waits for the line of the answer; nothing when
-    /// standard input is no terminal. What is not a yes is a no.
-    static std::optional<bool> confirm(const QString& question);
+    /// Asks on standard error for a yes or no and waits for the line of the answer. What is not a
+    /// yes is a no.
+    static Answer confirm(const QString& question);
     /// Replaces the last line of the terminal, see isTerminal. Without a text the line is empty.
     void showLine(const QString& text);
     /// Whether standard error is a terminal, on which lines can be replaced.

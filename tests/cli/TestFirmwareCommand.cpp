@@ -117,6 +117,7 @@ private slots:
     void withoutATerminalConsentIsNeeded();
     void answerDecides_data();
     void answerDecides();
+    void signalAtTheQuestionSendsNothing_data();
     void signalAtTheQuestionSendsNothing();
     void questionTellsOfTheReset();
     void terminalShowsTheProgress();
@@ -346,6 +347,11 @@ void TestFirmwareCommand::answerDecides_data()
     QTest::addColumn<bool>("isYes");
     QTest::newRow("s") << QByteArray("s\n") << u"s\r\n"_s << true;
     QTest::newRow("Sí") << QByteArray("Sí\n") << u"Sí\r\n"_s << true;
+    QTest::newRow("SI") << QByteArray("SI\n") << u"SI\r\n"_s << true;
+    QTest::newRow("sí in Latin-1") << QByteArray("s\xed\n") << u"s\ufffd\r\n"_s << true;
+    QTest::newRow("y") << QByteArray("y\n") << u"y\r\n"_s << true;
+    QTest::newRow("salir") << QByteArray("salir\n") << u"salir\r\n"_s << false;
+    QTest::newRow("sa") << QByteArray("sa\n") << u"sa\r\n"_s << false;
     QTest::newRow("n") << QByteArray("n\n") << u"n\r\n"_s << false;
     QTest::newRow("nothing") << QByteArray("\n") << u"\r\n"_s << false;
     QTest::newRow("end of the input") << QByteArray("\4") << u"\r\n"_s << false;
@@ -372,8 +378,17 @@ void TestFirmwareCommand::answerDecides()
     QCOMPARE(desk.clock.state(u"answered"_s) == u"0", !isYes);
 }
 
+void TestFirmwareCommand::signalAtTheQuestionSendsNothing_data()
+{
+    QTest::addColumn<int>("signalNumber");
+    QTest::newRow("SIGINT") << SIGINT;
+    QTest::newRow("SIGTERM") << SIGTERM;
+    QTest::newRow("SIGHUP") << SIGHUP;
+}
+
 void TestFirmwareCommand::signalAtTheQuestionSendsNothing()
 {
+    QFETCH(int, signalNumber);
     FirmwareDesk desk;
     PseudoTerminal terminal;
     HctctlProcess run;
@@ -381,8 +396,13 @@ void TestFirmwareCommand::signalAtTheQuestionSendsNothing()
     run.start(desk.arguments({}));
     QString shown;
     QTRY_VERIFY((shown += QString::fromUtf8(terminal.received())).endsWith(desk.question()));
-    run.sendSignal(SIGINT);
-    QCOMPARE(run.exitStatus(), -1);
+    // Not yet a line.
+    QVERIFY(terminal.send("s"));
+    QTRY_VERIFY((shown += QString::fromUtf8(terminal.received())).endsWith(u" s"_s));
+    run.sendSignal(signalNumber);
+    QCOMPARE(run.exitStatus(), 128 + signalNumber);
+    QCOMPARE(QString::fromUtf8(terminal.received()),
+             u"\r\nInterrumpido. No se ha enviado nada.\r\n"_s);
     QCOMPARE(desk.clock.state(u"answered"_s), u"0"_s);
 }
 

@@ -41,6 +41,22 @@ QString questionAbout(const SendOptions& options)
                .arg(erasure);
 }
 
+/// Done for a yes.
+ExitStatus consent(Console::Answer answer, Console& console)
+{
+    using Kind = Console::Answer::Kind;
+    switch (answer.kind) {
+    case Kind::Yes: return ExitStatus::Done;
+    case Kind::No: return console.refuse(u"No se ha enviado nada."_s);
+    case Kind::NobodyAsked:
+        return console.refuse(u"No se puede preguntar sin terminal, y no se ha enviado nada; para "
+                              "enviar sin pregunta, indique --yes."_s);
+    case Kind::Interrupted: break;
+    }
+    console.tell(u"Interrumpido. No se ha enviado nada."_s);
+    return endedBySignal(answer.signalNumber);
+}
+
 /// Loads the file, and asks whether to send it.
 ExitStatus prepare(SendOptions& options, Console& console)
 {
@@ -50,13 +66,7 @@ ExitStatus prepare(SendOptions& options, Console& console)
         return console.refuse(u"%1: %2."_s.arg(path, refusal));
     if (options.withoutQuestion)
         return ExitStatus::Done;
-    const auto answer = Console::confirm(questionAbout(options));
-    if (answer.value_or(false))
-        return ExitStatus::Done;
-    return console.refuse(
-        answer ? u"No se ha enviado nada."_s
-               : u"No se puede preguntar sin terminal, y no se ha enviado nada; para "
-                 "enviar sin pregunta, indique --yes."_s);
+    return consent(Console::confirm(questionAbout(options)), console);
 }
 
 } // namespace
