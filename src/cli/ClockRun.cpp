@@ -35,7 +35,9 @@ void ClockRun::interrupt(int signalNumber)
         m_job->abandon();
         return end(ExitStatus::Done);
     }
-    abandon(u"Interrumpido."_s);
+    abandon(m_job ? u"Interrumpido."_s
+                  : u"Interrumpido: el reloj no ha contestado todavía, y no se ha cambiado nada en "
+                    "él."_s);
     end(endedBySignal(signalNumber));
 }
 

@@ -133,8 +133,17 @@ ExitStatus CommandLine::tellMistake(const CLI::ParseError& error) const
     for (const std::string& word : m_app.remaining(true))
         unknown += QString::fromStdString(word);
     Console console(Console::Form::Text, Console::Notes::Shown);
-    return console.refuse(SpanishHelp::failure(error, unknown) +
-                          u"\nLa ayuda se ve con: hctctl --help"_s);
+    return console.refuse(SpanishHelp::failure(error, unknown) + u"\nLa ayuda se ve con: "_s +
+                          helpFor(SpanishHelp::nameIn(error)));
+}
+
+QString CommandLine::helpFor(const QString& word) const
+{
+    QString words;
+    if (!m_app.get_option_no_throw(word.toStdString()))
+        for (const CLI::App* verb = chosenVerb(); verb != &m_app; verb = verb->get_parent())
+            words.prepend(QString::fromStdString(verb->get_name()) + u' ');
+    return u"hctctl %1--help"_s.arg(words);
 }
 
 const CLI::App* CommandLine::chosenVerb() const

@@ -46,6 +46,9 @@ public:
 private:
     void addOptions();
     ExitStatus tellMistake(const CLI::ParseError& error) const;
+    /// What to type for the help that tells of this word: an option that all commands have, or
+    /// anything else of the command.
+    QString helpFor(const QString& word) const;
     /// The command that was given.
     const CLI::App* chosenVerb() const;
 

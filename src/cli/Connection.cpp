@@ -50,7 +50,7 @@ void Connection::attempt()
     const SerialPort& port =
         m_throughModem ? m_session.link().modemPort() : m_session.link().directPort();
     if (!port.isOpen())
-        fail(ExitStatus::Port, port.openError());
+        fail(ExitStatus::Port, port.openError() + u" Los puertos se ven con: hctctl ports"_s);
 }
 
 void Connection::attemptEnded()

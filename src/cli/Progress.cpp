@@ -48,7 +48,9 @@ QString Progress::text(const QString& what, int done, int total, std::chrono::se
         u"%1: %2 % (%3 de %4)"_s.arg(what).arg(100 * qint64{done} / total).arg(done).arg(total);
     if (left == std::chrono::seconds::zero())
         return share;
-    if (left < std::chrono::minutes(1))
-        return share + u", quedan %1 s"_s.arg(left.count());
-    return share + u", quedan %1 min"_s.arg(std::chrono::ceil<std::chrono::minutes>(left).count());
+    const bool inSeconds = left < std::chrono::minutes(1);
+    const auto count =
+        inSeconds ? left.count() : std::chrono::ceil<std::chrono::minutes>(left).count();
+    return u"%1, %2 %3 %4"_s.arg(share, count == 1 ? u"queda"_s : u"quedan"_s,
+                                 QString::number(count), inSeconds ? u"s"_s : u"min"_s);
 }

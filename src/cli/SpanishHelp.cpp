@@ -8,9 +8,6 @@ namespace {
 
 constexpr std::size_t columnWidth = 34;
 
-/// The name at the beginning of a message such as "--port: 1 required TEXT missing".
-QString nameIn(const QString& message) { return message.section(u' ', 0, 0).remove(u':'); }
-
 } // namespace
 
 SpanishHelp::SpanishHelp()
@@ -37,11 +34,16 @@ std::string SpanishHelp::make_help(const CLI::App* app, std::string name,
     return page + make_footer(app);
 }
 
+QString SpanishHelp::nameIn(const CLI::ParseError& error)
+{
+    return QString::fromUtf8(error.what()).section(u' ', 0, 0).remove(u':');
+}
+
 QString SpanishHelp::failure(const CLI::ParseError& error, const QStringList& unknown)
 {
     const QString kind = QString::fromStdString(error.get_name());
     const QString message = QString::fromUtf8(error.what());
-    const QString name = nameIn(message);
+    const QString name = nameIn(error);
     if (!unknown.isEmpty())
         return u"No se entiende \"%1\"."_s.arg(unknown.join(u' '));
     if (kind == u"ValidationError")

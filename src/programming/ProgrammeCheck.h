@@ -11,11 +11,11 @@ namespace ProgrammeCheck {
 
 using Problem = ProgrammeProblem;
 
-/// All problems, in the order of their lines: headers with another text; lines that are missing,
-/// too many, no whole number, or out of range; alarms of one block with the same time; dates that
-/// no calendar has or that are half set; periods without start or end; modes that the HCT-7200 does
-/// not have. Give it one byte more than ProgrammeFile::maximumBytes, if there are so many: a longer
-/// file is an error.
+/// All problems, in the order of their lines: a byte order mark; headers with another text; lines
+/// that are missing, too many, no whole number, or out of range; alarms of one block with the same
+/// time; dates that no calendar has or that are half set; periods without start or end; modes that
+/// the HCT-7200 does not have. Give it one byte more than ProgrammeFile::maximumBytes, if there are
+/// so many: a longer file is an error.
 QList<Problem> problemsOf(QByteArrayView text, ClockModel model);
 
 /// Whether one of them is more than a warning.

@@ -29,6 +29,18 @@ QString shown(QByteArrayView text)
 
 } // namespace
 
+StrictLines::StrictLines(QByteArrayView text) : m_rest(text)
+{
+    constexpr QByteArrayView mark("\xef\xbb\xbf");
+    if (!text.startsWith(mark))
+        return;
+    m_rest = text.sliced(mark.size());
+    note(ProblemKind::Doubtful, 1,
+         u"El archivo empieza con una marca de UTF-8 (BOM), que no se ve y sobra: guárdelo sin "
+         u"ella. "
+         "El programa se lee bien."_s);
+}
+
 std::optional<QByteArrayView> StrictLines::next()
 {
     ++m_line;

@@ -10,7 +10,9 @@
 /// Reads the lines of a configuration file one after the other and notes what is wrong with each.
 class StrictLines {
 public:
-    explicit StrictLines(QByteArrayView text) : m_rest(text) {}
+    /// A byte order mark of UTF-8 is a warning: the headers, of which it would be a part, are
+    /// recognised by position.
+    explicit StrictLines(QByteArrayView text);
 
     /// Passes a header line. Another text is a warning: headers are recognised by position.
     void header(QByteArrayView expected);

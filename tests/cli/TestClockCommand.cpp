@@ -108,7 +108,9 @@ void TestClockCommand::clockWithoutADateIsToBeSet()
     hctctl.start({u"clock"_s, u"set"_s, u"--if-off-by"_s, u"60"_s, u"--port"_s, clock.device()});
     // The simulated clock goes on showing day 45.
     QCOMPARE(hctctl.exitStatus(), 1);
-    QCOMPARE(hctctl.errors(), u"El reloj ha aceptado la hora, pero muestra otra.\n"_s);
+    QCOMPARE(hctctl.errors(),
+             u"El reloj ha aceptado la hora, pero muestra otra: si al repetir la orden "
+             "sigue igual, avise al servicio técnico.\n"_s);
 }
 
 void TestClockCommand::refusalIsTold()
@@ -117,7 +119,9 @@ void TestClockCommand::refusalIsTold()
     HctctlProcess hctctl;
     QCOMPARE(hctctl.run({u"clock"_s, u"set"_s, u"--port"_s, clock.device()}), 1);
     QCOMPARE(hctctl.output(), QString());
-    QCOMPARE(hctctl.errors(), u"El reloj no acepta la fecha y la hora.\n"_s);
+    QCOMPARE(hctctl.errors(),
+             u"El reloj no acepta la fecha y la hora: si al repetir la orden sigue "
+             "igual, avise al servicio técnico.\n"_s);
 }
 
 void TestClockCommand::silenceIsTold()
@@ -141,7 +145,9 @@ void TestClockCommand::clockThatShowsAnotherTimeIsTold()
     HctctlProcess hctctl;
     QCOMPARE(hctctl.run({u"clock"_s, u"set"_s, u"--port"_s, clock.device()}), 1);
     QCOMPARE(hctctl.output(), QString());
-    QCOMPARE(hctctl.errors(), u"El reloj ha aceptado la hora, pero muestra otra.\n"_s);
+    QCOMPARE(hctctl.errors(),
+             u"El reloj ha aceptado la hora, pero muestra otra: si al repetir la orden "
+             "sigue igual, avise al servicio técnico.\n"_s);
 }
 
 // The first two attempts get no answer: the time sent is that of the third, a second later or more.

@@ -55,60 +55,78 @@ void TestCommandMistakes::mistakeIsTold_data()
 {
     QTest::addColumn<QString>("arguments");
     QTest::addColumn<QString>("told");
-    QTest::newRow("nothing") << u""_s << u"Falta la orden."_s;
-    QTest::newRow("group without a command") << u"clock"_s << u"Falta la orden."_s;
-    QTest::newRow("unknown command") << u"start"_s << u"No se entiende \"start\"."_s;
-    QTest::newRow("unknown option") << u"status --fast"_s << u"No se entiende \"--fast\"."_s;
-    QTest::newRow("word too many") << u"status now"_s << u"No se entiende \"now\"."_s;
-    QTest::newRow("option without a value") << u"status --wait"_s << u"Falta el valor de --wait."_s;
+    QTest::addColumn<QString>("help");
+    QTest::newRow("nothing") << u""_s << u"Falta la orden."_s << u"hctctl --help"_s;
+    QTest::newRow("group without a command")
+        << u"clock"_s << u"Falta la orden."_s << u"hctctl clock --help"_s;
+    QTest::newRow("unknown command")
+        << u"start"_s << u"No se entiende \"start\"."_s << u"hctctl --help"_s;
+    QTest::newRow("unknown option")
+        << u"status --fast"_s << u"No se entiende \"--fast\"."_s << u"hctctl status --help"_s;
+    QTest::newRow("word too many")
+        << u"status now"_s << u"No se entiende \"now\"."_s << u"hctctl status --help"_s;
+    QTest::newRow("option without a value")
+        << u"status --wait"_s << u"Falta el valor de --wait."_s << u"hctctl --help"_s;
     QTest::newRow("option twice") << u"status --wait 1 --wait 2"_s
-                                  << u"--wait lleva un solo valor."_s;
+                                  << u"--wait lleva un solo valor."_s << u"hctctl --help"_s;
     QTest::newRow("no number") << u"status --wait x"_s
-                               << u"--wait: \"x\" no es un número de 1 a 3600."_s;
+                               << u"--wait: \"x\" no es un número de 1 a 3600."_s
+                               << u"hctctl --help"_s;
     QTest::newRow("station too high")
-        << u"status --station 256"_s << u"--station: \"256\" no es un número de 0 a 255."_s;
+        << u"status --station 256"_s << u"--station: \"256\" no es un número de 0 a 255."_s
+        << u"hctctl --help"_s;
 #ifdef Q_OS_WIN
     QTest::newRow("COM number too high")
-        << u"status --port COM17"_s
-        << u"--port: \"COM17\" no es un puerto: indique COM1 a COM16."_s;
+        << u"status --port COM17"_s << u"--port: \"COM17\" no es un puerto: indique COM1 a COM16."_s
+        << u"hctctl --help"_s;
     QTest::newRow("device of Linux")
         << u"status --port /dev/ttyUSB0"_s
-        << u"--port: \"/dev/ttyUSB0\" no es un puerto: indique COM1 a COM16."_s;
+        << u"--port: \"/dev/ttyUSB0\" no es un puerto: indique COM1 a COM16."_s
+        << u"hctctl --help"_s;
 #else
     QTest::newRow("COM number too high")
         << u"status --port COM17"_s
         << u"--port: \"COM17\" no es un puerto: indique COM1 a COM16, o un dispositivo como "
-           "/dev/ttyUSB0."_s;
+           "/dev/ttyUSB0."_s
+        << u"hctctl --help"_s;
 #endif
-    QTest::newRow("speed") << u"status --line fast"_s
-                           << u"--line: Velocidad no válida: \"fast\"."_s;
-    QTest::newRow("parity") << u"status --line 9600,X"_s << u"--line: Paridad no válida: \"X\"."_s;
+    QTest::newRow("speed") << u"status --line fast"_s << u"--line: Velocidad no válida: \"fast\"."_s
+                           << u"hctctl --help"_s;
+    QTest::newRow("parity") << u"status --line 9600,X"_s << u"--line: Paridad no válida: \"X\"."_s
+                            << u"hctctl --help"_s;
     QTest::newRow("port and modem")
-        << u"status --port COM1 --modem 600"_s << u"--port y --modem no pueden ir juntas."_s;
+        << u"status --port COM1 --modem 600"_s << u"--port y --modem no pueden ir juntas."_s
+        << u"hctctl --help"_s;
     QTest::newRow("telephone number")
-        << u"status --modem home"_s << u"--modem: \"home\" no es un número de teléfono."_s;
+        << u"status --modem home"_s << u"--modem: \"home\" no es un número de teléfono."_s
+        << u"hctctl --help"_s;
     QTest::newRow("no date") << u"clock set --at 2026-02-30T00:00:00"_s
                              << u"--at: \"2026-02-30T00:00:00\" no es una fecha con hora como "
-                                "2026-11-21T16:06:36."_s;
+                                "2026-11-21T16:06:36."_s
+                             << u"hctctl clock set --help"_s;
     QTest::newRow("year that the clock does not have")
         << u"clock set --at 2090-01-01T00:00:00"_s
-        << u"--at: el reloj solo admite los años 1990 a 2089."_s;
+        << u"--at: el reloj solo admite los años 1990 a 2089."_s << u"hctctl clock set --help"_s;
     QTest::newRow("output that does not exist")
-        << u"outputs 4=on"_s << u"SWITCH: \"4=on\" no es auto, ni una salida como 1=on o 2=off."_s;
+        << u"outputs 4=on"_s << u"SWITCH: \"4=on\" no es auto, ni una salida como 1=on o 2=off."_s
+        << u"hctctl outputs --help"_s;
     QTest::newRow("output twice") << u"outputs 1=on 1=off"_s
-                                  << u"SWITCH: las salidas se contradicen."_s;
+                                  << u"SWITCH: las salidas se contradicen."_s
+                                  << u"hctctl outputs --help"_s;
     QTest::newRow("automatic and by hand")
-        << u"outputs 1=on auto"_s << u"SWITCH: las salidas se contradicen."_s;
+        << u"outputs 1=on auto"_s << u"SWITCH: las salidas se contradicen."_s
+        << u"hctctl outputs --help"_s;
 }
 
 void TestCommandMistakes::mistakeIsTold()
 {
     QFETCH(QString, arguments);
     QFETCH(QString, told);
+    QFETCH(QString, help);
     HctctlProcess hctctl;
     QCOMPARE(hctctl.run(arguments.split(u' ', Qt::SkipEmptyParts)), 2);
     QCOMPARE(hctctl.output(), QString());
-    QCOMPARE(hctctl.errors(), told + u"\nLa ayuda se ve con: hctctl --help\n"_s);
+    QCOMPARE(hctctl.errors(), u"%1\nLa ayuda se ve con: %2\n"_s.arg(told, help));
 }
 
 QTEST_GUILESS_MAIN(TestCommandMistakes)

@@ -120,6 +120,7 @@ private slots:
     void signalAtTheQuestionSendsNothing_data();
     void signalAtTheQuestionSendsNothing();
     void questionTellsOfTheReset();
+    void oneLineIsNoPlural();
     void terminalShowsTheProgress();
     void quietTerminalShowsNone();
 };
@@ -269,7 +270,7 @@ void TestFirmwareCommand::brokenTransferTellsWhatTheClockHas_data()
     QTest::newRow("unanswered from the first line")
         << u"silent always on firmware"_s << 4
         << silent +
-               u"El reloj puede tener media imagen: no ha confirmado ninguna de las 60 "
+               u"El reloj puede tener media imagen: no ha confirmado ninguna línea, de 60 "
                "líneas."_s +
                howToGoOn;
 }
@@ -418,6 +419,20 @@ void TestFirmwareCommand::questionTellsOfTheReset()
         u" (60 líneas), y el reloj borrará toda su memoria, también su programa. Si se "));
 }
 
+void TestFirmwareCommand::oneLineIsNoPlural()
+{
+    const FirmwareDesk desk({}, 1);
+    PseudoTerminal terminal;
+    HctctlProcess run;
+    run.useTerminal(terminal, {STDIN_FILENO});
+    QVERIFY(terminal.send("s\n"));
+    QCOMPARE(run.run(desk.arguments({})), 0);
+    const QString errors = run.errors();
+    QVERIFY2(errors.contains(u"reloj.hex (1 línea). Si se "), qPrintable(errors));
+    QVERIFY2(errors.endsWith(u"El firmware se ha enviado al HCT-7200: 1 línea.\n"),
+             qPrintable(errors));
+}
+
 void TestFirmwareCommand::terminalShowsTheProgress()
 {
     const FirmwareDesk desk({}, 4);
@@ -425,14 +440,15 @@ void TestFirmwareCommand::terminalShowsTheProgress()
     HctctlProcess run;
     run.useTerminal(terminal, {STDERR_FILENO});
     QCOMPARE(run.run(desk.arguments()), 0);
-    static const QRegularExpression seconds(u"quedan [0-9]+ s"_s);
-    QCOMPARE(linesOn(QString::fromUtf8(terminal.received()).replace(seconds, u"quedan N s"_s)),
-             QStringList({u"Enviando firmware: 0 % (0 de 4)"_s,
-                          u"Enviando firmware: 25 % (1 de 4), quedan N s"_s,
-                          u"Enviando firmware: 50 % (2 de 4), quedan N s"_s,
-                          u"Enviando firmware: 75 % (3 de 4), quedan N s"_s,
-                          u"Enviando firmware: 100 % (4 de 4)"_s,
-                          u"El firmware se ha enviado al HCT-7200: 4 líneas."_s}));
+    static const QRegularExpression seconds(u"quedan? [0-9]+ s"_s);
+    QCOMPARE(
+        linesOn(QString::fromUtf8(terminal.received())).replaceInStrings(seconds, u"quedan N s"_s),
+        QStringList({u"Enviando firmware: 0 % (0 de 4)"_s,
+                     u"Enviando firmware: 25 % (1 de 4), quedan N s"_s,
+                     u"Enviando firmware: 50 % (2 de 4), quedan N s"_s,
+                     u"Enviando firmware: 75 % (3 de 4), quedan N s"_s,
+                     u"Enviando firmware: 100 % (4 de 4)"_s,
+                     u"El firmware se ha enviado al HCT-7200: 4 líneas."_s}));
 }
 
 void TestFirmwareCommand::quietTerminalShowsNone()

@@ -11,6 +11,7 @@ using namespace Qt::StringLiterals;
 class TestInterruption : public QObject {
     Q_OBJECT
 private slots:
+    void interruptedSearchIsTold_data();
     void interruptedSearchIsTold();
     void terminatedSearchIsTold();
     void interruptedCommandTellsWhatIsLeft_data();
@@ -21,25 +22,37 @@ private slots:
 namespace {
 
 /// Starts a search that nobody answers; the clock does not.
-void search(HctctlProcess& hctctl, const SimulatorProcess& silentClock)
+void search(HctctlProcess& hctctl, const SimulatorProcess& silentClock,
+            const QStringList& command = {u"status"_s})
 {
-    hctctl.start({u"status"_s, u"--wait"_s, u"600"_s, u"--line"_s, u"115200"_s, u"--port"_s,
-                  silentClock.device()});
+    hctctl.start(command + QStringList{u"--wait"_s, u"600"_s, u"--line"_s, u"115200"_s, u"--port"_s,
+                                       silentClock.device()});
     QCOMPARE(hctctl.nextErrorLine(),
              u"El reloj no contesta por %1; se sigue intentando."_s.arg(silentClock.device()));
 }
 
 } // namespace
 
+void TestInterruption::interruptedSearchIsTold_data()
+{
+    QTest::addColumn<QStringList>("command");
+    QTest::newRow("status") << QStringList{u"status"_s};
+    QTest::newRow("status --watch") << QStringList{u"status"_s, u"--watch"_s};
+    QTest::newRow("clock set") << QStringList{u"clock"_s, u"set"_s};
+}
+
 void TestInterruption::interruptedSearchIsTold()
 {
+    QFETCH(QStringList, command);
     const SimulatorProcess clock({u"--fault"_s, u"silent always"_s});
     HctctlProcess hctctl;
-    search(hctctl, clock);
+    search(hctctl, clock, command);
     hctctl.interrupt();
     QCOMPARE(hctctl.exitStatus(), 130);
     QCOMPARE(hctctl.output(), QString());
-    QCOMPARE(hctctl.errors(), u"Interrumpido.\n"_s);
+    QCOMPARE(hctctl.errors(),
+             u"Interrumpido: el reloj no ha contestado todavía, y no se ha cambiado nada en "
+             "él.\n"_s);
 }
 
 void TestInterruption::terminatedSearchIsTold()
@@ -52,7 +65,9 @@ void TestInterruption::terminatedSearchIsTold()
     search(hctctl, clock);
     hctctl.sendSignal(SIGTERM);
     QCOMPARE(hctctl.exitStatus(), 143);
-    QCOMPARE(hctctl.errors(), u"Interrumpido.\n"_s);
+    QCOMPARE(hctctl.errors(),
+             u"Interrumpido: el reloj no ha contestado todavía, y no se ha cambiado nada en "
+             "él.\n"_s);
 #endif
 }
 
@@ -61,10 +76,10 @@ void TestInterruption::interruptedCommandTellsWhatIsLeft_data()
     QTest::addColumn<QString>("requests");
     QTest::addColumn<QStringList>("command");
     QTest::addColumn<QString>("told");
-    QTest::newRow("clock set") << u"on clock"_s
-                               << QStringList{u"clock"_s, u"set"_s, u"--at"_s,
-                                              u"2030-01-01T00:00:00"_s}
-                               << u"Interrumpido. El reloj no ha confirmado la hora.\n"_s;
+    QTest::newRow("clock set")
+        << u"on clock"_s << QStringList{u"clock"_s, u"set"_s, u"--at"_s, u"2030-01-01T00:00:00"_s}
+        << u"Interrumpido. El reloj no ha confirmado la hora; la que tiene se ve "
+           "con: hctctl status\n"_s;
     QTest::newRow("outputs") << u"after 1 on mode"_s << QStringList{u"outputs"_s, u"1=on"_s}
                              << u"Interrumpido. El reloj puede haber quedado en modo manual; para "
                                 "volver al automático: hctctl outputs auto\n"_s;

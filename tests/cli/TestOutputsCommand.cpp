@@ -112,9 +112,10 @@ void TestOutputsCommand::refusalIsTold()
     HctctlProcess hctctl;
     QCOMPARE(hctctl.run({u"outputs"_s, u"1=on"_s, u"--port"_s, clock.device()}), 1);
     QCOMPARE(hctctl.output(), QString());
-    QCOMPARE(hctctl.errors(),
-             u"El reloj no acepta la orden para sus salidas. El reloj puede haber quedado en modo "
-             "manual; para volver al automático: hctctl outputs auto\n"_s);
+    QCOMPARE(
+        hctctl.errors(),
+        u"El reloj no acepta la orden para sus salidas: si al repetirla sigue igual, avise al "
+        "servicio técnico. El reloj puede haber quedado en modo manual; para volver al automático: hctctl outputs auto\n"_s);
 }
 
 void TestOutputsCommand::silenceIsTold()
@@ -127,7 +128,7 @@ void TestOutputsCommand::silenceIsTold()
     QCOMPARE(hctctl.output(), QString());
     QCOMPARE(hctctl.errors(),
              u"El reloj ha dejado de contestar: compruebe el cable. El reloj puede "
-             "seguir en modo manual.\n"_s);
+             "seguir en modo manual; para volver al automático: hctctl outputs auto\n"_s);
 }
 
 QTEST_GUILESS_MAIN(TestOutputsCommand)

@@ -71,9 +71,8 @@ private slots:
     void fileThatCannotBeReadIsTold();
     void impossibleDateOfAClockCanBeWrittenBack();
     void clockThatKeepsSomethingElseIsTold();
-    void refusedPartIsTold();
-    void unansweredPartIsTold();
-    void portLostInMidWriteTellsWhatTheClockHas();
+    void brokenWriteTellsWhatTheClockHas_data();
+    void brokenWriteTellsWhatTheClockHas();
     void portLostInMidReadSavesNothing();
     void interruptedWriteTellsWhatTheClockHas_data();
     void interruptedWriteTellsWhatTheClockHas();
@@ -219,7 +218,8 @@ void TestProgrammeCommands::fileThatMustNotBeSentIsRefusedAsInTheWindow()
     QCOMPARE(run.exitStatus(), 2);
     QCOMPARE(run.errors(),
              u"Error en el bloque de avisos 3. Está intentando programar múltiples avisos\n"
-             "para las 0:0 horas.\n"_s);
+             "para las 0:0 horas.\n"
+             "No se ha enviado nada; con \"programme check\" se ve en qué líneas está.\n"_s);
     QCOMPARE(desk.firstAlarm(), u"e9c0"_s);
     QCOMPARE(desk.clock.requestCount(block), 0);
 }
@@ -312,47 +312,44 @@ void TestProgrammeCommands::clockThatKeepsSomethingElseIsTold()
     QCOMPARE(run.output(), u"Salida 1: quitado 8:59 lunes y martes\n"
                            "Salida 1: añadido 9:00 lunes a viernes\n"_s);
     QCOMPARE(run.errors(), u"El reloj no tiene el programa del archivo: arriba está lo que "
-                           "cambia del archivo al reloj.\n"_s);
+                           "cambia del archivo al reloj. Repita la orden; si sigue igual, avise "
+                           "al servicio técnico.\n"_s);
 }
 
-void TestProgrammeCommands::refusedPartIsTold()
+void TestProgrammeCommands::brokenWriteTellsWhatTheClockHas_data()
 {
-    SchoolDesk desk({u"--fault"_s, u"refuse always after 1 on block"_s});
+    QTest::addColumn<QString>("fault");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QString>("told");
+    const QString partsAfterOne =
+        u" El reloj ha tomado: salida 1. Sin confirmar: salida 2. Sin enviar: salida 3, festivos y "
+        "vacaciones. Repita la orden para completarlo.\n"_s;
+    QTest::newRow("refused") << u"refuse always after 1 on block"_s << 1
+                             << u"El reloj no acepta la orden: si al repetirla sigue igual, avise "
+                                "al servicio técnico."_s +
+                                    partsAfterOne;
+    QTest::newRow("unanswered")
+        << u"silent always on block"_s << 4
+        << u"El reloj ha dejado de contestar: compruebe el cable. Sin confirmar: salida 1. Sin "
+           "enviar: salida 2, salida 3, festivos y vacaciones. Repita la orden para completarlo.\n"_s;
+    QTest::newRow("port lost") << u"vanish 600000 after 1 on block"_s << 3
+                               << u"Se ha perdido el puerto PORT: compruebe que el adaptador está "
+                                  "conectado y repita la orden."_s +
+                                      partsAfterOne;
+}
+
+void TestProgrammeCommands::brokenWriteTellsWhatTheClockHas()
+{
+    QFETCH(QString, fault);
+    QFETCH(int, status);
+    QFETCH(QString, told);
+    SchoolDesk desk({u"--fault"_s, fault});
     HctctlProcess run;
     run.start(desk.arguments({u"write"_s, desk.changedFile()}));
-    QCOMPARE(run.exitStatus(), 1);
+    QCOMPARE(run.exitStatus(), status);
     QCOMPARE(run.output(), QString());
-    QCOMPARE(
-        run.errors(),
-        u"El reloj no acepta la orden. El reloj ha tomado: salida 1. Sin confirmar: salida "
-        "2. Sin enviar: salida 3, festivos y vacaciones. Repita la orden para completarlo.\n"_s);
+    QCOMPARE(run.errors(), told.replace(u"PORT"_s, desk.clock.device()));
     QCOMPARE(desk.firstAlarm(), u"c83b"_s);
-}
-
-void TestProgrammeCommands::unansweredPartIsTold()
-{
-    SchoolDesk desk({u"--fault"_s, u"silent always on block"_s});
-    HctctlProcess run;
-    run.start(desk.arguments({u"write"_s, desk.changedFile()}));
-    QCOMPARE(run.exitStatus(), 4);
-    QCOMPARE(run.errors(),
-             u"El reloj ha dejado de contestar: compruebe el cable. Sin confirmar: salida 1. Sin "
-             "enviar: salida 2, salida 3, festivos y vacaciones. Repita la orden para "
-             "completarlo.\n"_s);
-}
-
-void TestProgrammeCommands::portLostInMidWriteTellsWhatTheClockHas()
-{
-    SchoolDesk desk({u"--fault"_s, u"vanish 600000 after 1 on block"_s});
-    HctctlProcess run;
-    run.start(desk.arguments({u"write"_s, desk.changedFile()}));
-    QCOMPARE(run.exitStatus(), 3);
-    QCOMPARE(run.output(), QString());
-    QCOMPARE(
-        run.errors(),
-        u"Se ha perdido el puerto %1: compruebe que el adaptador está conectado y repita la "
-        "orden. El reloj ha tomado: salida 1. Sin confirmar: salida 2. Sin enviar: salida 3, "
-        "festivos y vacaciones. Repita la orden para completarlo.\n"_s.arg(desk.clock.device()));
 }
 
 void TestProgrammeCommands::portLostInMidReadSavesNothing()
@@ -397,7 +394,7 @@ void TestProgrammeCommands::interruptedVerificationTellsThatAllIsSent()
     run.sendSignal(SIGINT);
     QCOMPARE(run.exitStatus(), 128 + SIGINT);
     QCOMPARE(run.errors(), u"Interrumpido. El reloj ha tomado todo el programa, pero no se ha "
-                           "podido comprobar.\n"_s);
+                           "podido comprobar; para comprobarlo: hctctl programme verify\n"_s);
 }
 
 void TestProgrammeCommands::verifyOfTheSameProgrammeIsGood_data() { readSavesTheProgramme_data(); }
@@ -433,6 +430,8 @@ void TestProgrammeCommands::verifyListsTheDifferences()
                            "Salida 2: cambiado el modo, antes 2, ahora 0\n"
                            "Salida 2: quitado 7:00 vacaciones\n"
                            "Vacaciones: quitado 07/07 a 31/07\n"_s);
+    QCOMPARE(run.errors(), u"El reloj no tiene el programa del archivo: arriba está lo que cambia "
+                           "del archivo al reloj. Para enviárselo: hctctl programme write\n"_s);
 }
 
 void TestProgrammeCommands::verifyListsTheDifferencesAsJson()

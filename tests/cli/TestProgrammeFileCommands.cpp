@@ -19,6 +19,7 @@ private slots:
     void goodFileIsGood();
     void everyProblemIsToldWithItsLine();
     void warningIsNoFailure();
+    void byteOrderMarkIsAWarning();
     void problemsAreJson();
     void modelDecidesWhatIsChecked();
     void likelyModelIsTold();
@@ -88,6 +89,18 @@ void TestProgrammeFileCommands::warningIsNoFailure()
     QCOMPARE(run.output(), u"Línea 298: advertencia: Aquí debe estar la cabecera --FESTIVOS-- y "
                            "dice «Festivos».\n"
                            "El archivo sirve para un HCT-7200.\n"_s);
+}
+
+void TestProgrammeFileCommands::byteOrderMarkIsAWarning()
+{
+    m_lines.all[0].prepend("\xef\xbb\xbf");
+    HctctlProcess run;
+    run.start({u"programme"_s, u"check"_s, u"--model"_s, u"7200"_s, save(u"a.hct"_s, m_lines)});
+    QCOMPARE(run.exitStatus(), 0);
+    QCOMPARE(run.output(),
+             u"Línea 1: advertencia: El archivo empieza con una marca de UTF-8 (BOM), "
+             "que no se ve y sobra: guárdelo sin ella. El programa se lee bien.\n"
+             "El archivo sirve para un HCT-7200.\n"_s);
 }
 
 void TestProgrammeFileCommands::problemsAreJson()
@@ -288,6 +301,7 @@ void TestProgrammeFileCommands::wrongUsageIsTold_data()
     QTest::addColumn<QString>("message");
     QTest::newRow("no command") << QStringList{} << u"Falta la orden."_s;
     QTest::newRow("no file") << QStringList{u"check"_s} << u"Falta FILE."_s;
+    QTest::newRow("no file to send") << QStringList{u"write"_s} << u"Falta FILE."_s;
     QTest::newRow("one file to compare") << QStringList{u"diff"_s, u"a.hct"_s} << u"Falta OTHER."_s;
     QTest::newRow("no such model") << QStringList{u"show"_s, u"a.hct"_s, u"--model"_s, u"7400"_s}
                                    << u"--model: \"7400\" no es un modelo: indique 7200 o 7300."_s;
@@ -302,7 +316,9 @@ void TestProgrammeFileCommands::wrongUsageIsTold()
     HctctlProcess run;
     run.start(QStringList{u"programme"_s} + words);
     QCOMPARE(run.exitStatus(), 2);
-    QCOMPARE(run.errors(), message + u"\nLa ayuda se ve con: hctctl --help\n"_s);
+    const QString verb = words.isEmpty() ? QString() : words.front() + u' ';
+    QCOMPARE(run.errors(),
+             message + u"\nLa ayuda se ve con: hctctl programme %1--help\n"_s.arg(verb));
 }
 
 QTEST_GUILESS_MAIN(TestProgrammeFileCommands)

@@ -36,7 +36,8 @@ void TestReachingTheClock::missingPortIsTold()
     QCOMPARE(hctctl.run({u"status"_s, u"--port"_s, u"/dev/none"_s}), 3);
     QCOMPARE(hctctl.output(), QString());
     QCOMPARE(hctctl.errors(),
-             u"No existe /dev/none: compruebe que el adaptador está conectado.\n"_s);
+             u"No existe /dev/none: compruebe que el adaptador está conectado. Los puertos se ven "
+             "con: hctctl ports\n"_s);
 }
 
 void TestReachingTheClock::portInUseIsTold()
@@ -48,7 +49,9 @@ void TestReachingTheClock::portInUseIsTold()
     HctctlProcess hctctl;
     QCOMPARE(hctctl.run({u"status"_s, u"--port"_s, clock.device()}), 3);
     QCOMPARE(hctctl.output(), QString());
-    QCOMPARE(hctctl.errors(), clock.device() + u" está en uso por otro programa.\n"_s);
+    QCOMPARE(hctctl.errors(), clock.device() +
+                                  u" está en uso por otro programa. Los puertos se ven con: hctctl "
+                                  "ports\n"_s);
 }
 
 void TestReachingTheClock::silenceIsTold()
@@ -162,7 +165,8 @@ void TestReachingTheClock::portThatIsLostIsTold_data()
     QTest::newRow("before the clock has answered")
         << u"vanish 0 on identification"_s << QStringList{u"status"_s} << QString();
     QTest::newRow("clock set") << u"vanish 0 on clock"_s << QStringList{u"clock"_s, u"set"_s}
-                               << u" El reloj no ha confirmado la hora."_s;
+                               << u" El reloj no ha confirmado la hora; la que tiene se ve con: "
+                                  "hctctl status"_s;
     QTest::newRow("outputs, before the first command")
         << u"vanish 0 on mode"_s << QStringList{u"outputs"_s, u"1=on"_s}
         << u" No se ha conmutado ninguna salida."_s;

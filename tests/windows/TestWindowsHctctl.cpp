@@ -196,7 +196,7 @@ void TestWindowsHctctl::portInUseIsTold()
     QCOMPARE(run({u"status"_s, u"--port"_s, u"COM7"_s}), 3);
     QCOMPARE(m_hctctl->readAllStandardOutput(), QByteArray());
     QCOMPARE(QString::fromUtf8(m_hctctl->readAllStandardError()),
-             u"COM7 está en uso por otro programa.\r\n"_s);
+             u"COM7 está en uso por otro programa. Los puertos se ven con: hctctl ports\r\n"_s);
 }
 
 void TestWindowsHctctl::missingPortIsTold()
@@ -204,7 +204,8 @@ void TestWindowsHctctl::missingPortIsTold()
     QCOMPARE(run({u"status"_s, u"--port"_s, u"com16"_s}), 3);
     QCOMPARE(m_hctctl->readAllStandardOutput(), QByteArray());
     QCOMPARE(QString::fromUtf8(m_hctctl->readAllStandardError()),
-             u"No existe COM16: compruebe que el adaptador está conectado.\r\n"_s);
+             u"No existe COM16: compruebe que el adaptador está conectado. Los puertos se ven con: "
+             "hctctl ports\r\n"_s);
 }
 
 void TestWindowsHctctl::silenceIsTold()

@@ -51,8 +51,9 @@ QString ClockSetJob::abandon()
 {
     const bool taken = m_accepted.isValid();
     stop();
-    return taken ? u"El reloj ha aceptado la hora, pero no se ha podido comprobar."_s
-                 : u"El reloj no ha confirmado la hora."_s;
+    return (taken ? u"El reloj ha aceptado la hora, pero no se ha podido comprobar"_s
+                  : u"El reloj no ha confirmado la hora"_s) +
+           u"; la que tiene se ve con: hctctl status"_s;
 }
 
 bool ClockSetJob::isToBeSet() const
@@ -73,7 +74,8 @@ void ClockSetJob::fail(LinkStatus status)
     stop();
     m_console.tell(
         exitStatusOf(status) == ExitStatus::Refused
-            ? u"El reloj no acepta la fecha y la hora."_s
+            ? u"El reloj no acepta la fecha y la hora: si al repetir la orden sigue igual, avise "
+              "al servicio técnico."_s
             : u"El reloj ha dejado de contestar y no ha confirmado la hora: compruebe el "
               "cable y repita la orden."_s);
     emit finished(exitStatusOf(status));
@@ -84,7 +86,8 @@ void ClockSetJob::verify()
     stop();
     const auto after = secondsAhead();
     if (!after || qAbs(*after) > toleranceAfterSetting) {
-        m_console.tell(u"El reloj ha aceptado la hora, pero muestra otra."_s);
+        m_console.tell(u"El reloj ha aceptado la hora, pero muestra otra: si al repetir la orden "
+                       "sigue igual, avise al servicio técnico."_s);
         return emit finished(ExitStatus::Refused);
     }
     tell(true, m_before ? u"El reloj se ha puesto en hora; estaba %1."_s.arg(

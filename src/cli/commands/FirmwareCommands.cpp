@@ -34,11 +34,10 @@ QString questionAbout(const SendOptions& options)
 {
     const QString erasure =
         options.reset ? u", y el reloj borrará toda su memoria, también su programa"_s : QString();
-    return u"Se va a cambiar el firmware del reloj por el de %1 (%2 líneas)%3. Si se interrumpe, "
-           "el reloj se queda con media imagen. ¿Enviarlo?"_s
-               .arg(QString::fromStdString(options.file))
-               .arg(options.image.LineCount())
-               .arg(erasure);
+    return u"Se va a cambiar el firmware del reloj por el de %1 (%2)%3. Si se interrumpe, "
+           "el reloj se queda con media imagen. ¿Enviarlo?"_s.arg(
+               QString::fromStdString(options.file),
+               FirmwareSendJob::linesText(options.image.LineCount()), erasure);
 }
 
 /// Done for a yes.

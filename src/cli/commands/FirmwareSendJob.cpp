@@ -24,6 +24,11 @@ FirmwareSendJob::FirmwareSendJob(Session& session, Console& console, const HexFi
     connect(&m_transfer, &FirmwareTransfer::failed, this, &FirmwareSendJob::fail);
 }
 
+QString FirmwareSendJob::linesText(int count)
+{
+    return count == 1 ? u"1 línea"_s : u"%1 líneas"_s.arg(count);
+}
+
 void FirmwareSendJob::begin()
 {
     m_progress.emplace(m_console, u"Enviando firmware"_s, m_image.LineCount());
@@ -42,7 +47,7 @@ void FirmwareSendJob::tellSent()
     const QString model =
         ProgrammeTexts::modelName(StatusBlock(m_session.globais().GeneralData).model());
     QString sentence =
-        u"El firmware se ha enviado al %1: %2 líneas."_s.arg(model).arg(m_image.LineCount());
+        u"El firmware se ha enviado al %1: %2."_s.arg(model, linesText(m_image.LineCount()));
     if (m_reset)
         sentence += u" El reloj borra su memoria y se reinicia."_s;
     m_progress->end(sentence);
@@ -78,9 +83,10 @@ QString FirmwareSendJob::linesTaken(NextLine next) const
         return u"El reloj no ha tomado ninguna línea."_s;
     QString sentence =
         m_taken == 0
-            ? u"El reloj puede tener media imagen: no ha confirmado ninguna de las %1 líneas."_s
-                  .arg(count)
-            : u"El reloj tiene media imagen: ha tomado %1 de %2 líneas."_s.arg(m_taken).arg(count);
+            ? u"El reloj puede tener media imagen: no ha confirmado ninguna línea, de %1."_s.arg(
+                  linesText(count))
+            : u"El reloj tiene media imagen: ha tomado %1 de %2."_s.arg(m_taken).arg(
+                  linesText(count));
     if (m_taken > 0 && next == NextLine::Unconfirmed)
         sentence += u" Puede haber tomado la %1."_s.arg(m_taken + 1);
     if (m_reset && m_taken == count - 1)

@@ -18,6 +18,9 @@ public:
     /// `image` has lines and outlives this.
     FirmwareSendJob(Session& session, Console& console, const HexFile& image, Reset reset);
 
+    /// "1 línea", "60 líneas".
+    static QString linesText(int count);
+
     void begin() override;
     QString abandon() override;
 

@@ -45,11 +45,10 @@ void OutputsJob::begin()
 QString OutputsJob::abandon()
 {
     m_control.stop();
-    if (m_wish.action == Action::GiveBack)
-        return u"El reloj puede seguir en modo manual."_s;
-    return m_switching ? u"El reloj puede haber quedado en modo manual; para volver al automático: "
-                         "hctctl outputs auto"_s
-                       : u"No se ha conmutado ninguna salida."_s;
+    if (m_wish.action != Action::GiveBack && !m_switching)
+        return u"No se ha conmutado ninguna salida."_s;
+    return u"El reloj puede %1 en modo manual; para volver al automático: hctctl outputs auto"_s
+        .arg(m_switching ? u"haber quedado"_s : u"seguir"_s);
 }
 
 void OutputsJob::showState()
@@ -78,7 +77,9 @@ void OutputsJob::stateRead(quint8 restBits)
     }
     tell(m_switching, states);
     if (!isAsWished)
-        m_console.tell(u"El reloj no ha conmutado las salidas como se le ha pedido."_s);
+        m_console.tell(
+            u"El reloj no ha conmutado las salidas como se le ha pedido: si al repetir la "
+            "orden sigue igual, avise al servicio técnico."_s);
     finish(isAsWished ? ExitStatus::Done : ExitStatus::Refused);
 }
 
@@ -95,9 +96,11 @@ void OutputsJob::requestFailed(LinkStatus status)
     if (++m_failures < mostFailures)
         return;
     const ExitStatus exitStatus = exitStatusOf(status);
-    const QString reason = exitStatus == ExitStatus::Refused
-                               ? u"El reloj no acepta la orden para sus salidas."_s
-                               : u"El reloj ha dejado de contestar: compruebe el cable."_s;
+    const QString reason =
+        exitStatus == ExitStatus::Refused
+            ? u"El reloj no acepta la orden para sus salidas: si al repetirla sigue "
+              "igual, avise al servicio técnico."_s
+            : u"El reloj ha dejado de contestar: compruebe el cable."_s;
     m_console.tell(reason + u' ' + abandon());
     finish(exitStatus);
 }

@@ -32,15 +32,18 @@ void ProgrammeJob::fail()
     if (!m_session.link().isConnected())
         return;
     const ExitStatus status = exitStatusOf(m_transfer.lastFailure());
-    const QString reason = status == ExitStatus::Refused
-                               ? u"El reloj no acepta la orden."_s
-                               : u"El reloj ha dejado de contestar: compruebe el cable."_s;
+    const QString reason =
+        status == ExitStatus::Refused
+            ? u"El reloj no acepta la orden: si al repetirla sigue igual, avise al "
+              "servicio técnico."_s
+            : u"El reloj ha dejado de contestar: compruebe el cable."_s;
     const QString left = giveUp();
     m_console.tell(left.isEmpty() ? reason : reason + u' ' + left);
     finish(status);
 }
 
-void ProgrammeJob::tellDifferences(const Programme& wanted, const QString& good)
+void ProgrammeJob::tellDifferences(const Programme& wanted, const QString& good,
+                                   const QString& advice)
 {
     const auto entries =
         ProgrammeDifference::between(wanted, m_transfer.held(), m_transfer.model());
@@ -56,7 +59,8 @@ void ProgrammeJob::tellDifferences(const Programme& wanted, const QString& good)
         return finish(ExitStatus::Done);
     }
     m_console.tell(u"El reloj no tiene el programa del archivo: arriba está lo que cambia del "
-                   "archivo al reloj."_s);
+                   "archivo al reloj. "_s +
+                   advice);
     finish(ExitStatus::Refused);
 }
 

@@ -23,8 +23,8 @@ protected:
     /// nothing to say.
     virtual QString giveUp() { return {}; }
     /// Ends the job, and tells what the file has and the clock has not. `good` is told when there
-    /// is no difference.
-    void tellDifferences(const Programme& wanted, const QString& good);
+    /// is no difference, and `advice` when there is one.
+    void tellDifferences(const Programme& wanted, const QString& good, const QString& advice);
     void finish(ExitStatus status);
 
     Console& console() { return m_console; }

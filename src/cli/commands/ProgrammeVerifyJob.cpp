@@ -11,5 +11,6 @@ ProgrammeVerifyJob::ProgrammeVerifyJob(Session& session, Console& console, const
 void ProgrammeVerifyJob::opened()
 {
     tellDifferences(ProgrammeFile::programmeIn(m_text, transfer().model()),
-                    u"El reloj tiene el programa del archivo."_s);
+                    u"El reloj tiene el programa del archivo."_s,
+                    u"Para enviárselo: hctctl programme write"_s);
 }

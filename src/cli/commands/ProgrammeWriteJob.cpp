@@ -14,7 +14,8 @@ ProgrammeWriteJob::ProgrammeWriteJob(Session& session, Console& console, const Q
     connect(&transfer(), &ProgrammeTransfer::sent, this, &ProgrammeWriteJob::sent);
     connect(&transfer(), &ProgrammeTransfer::wasReadBack, this, [this] {
         tellDifferences(transfer().programme(),
-                        u"El programa se ha enviado, y el reloj lo tiene."_s);
+                        u"El programa se ha enviado, y el reloj lo tiene."_s,
+                        u"Repita la orden; si sigue igual, avise al servicio técnico."_s);
     });
 }
 
@@ -22,6 +23,8 @@ void ProgrammeWriteJob::opened()
 {
     if (const auto violation = transfer().load(m_text)) {
         console().tell(QString(violation->text).remove(u'\r'));
+        console().tell(
+            u"No se ha enviado nada; con \"programme check\" se ve en qué líneas está."_s);
         return finish(ExitStatus::Usage);
     }
     m_step = Step::Sending;
@@ -50,5 +53,6 @@ QString ProgrammeWriteJob::giveUp()
     case Step::Sending: return transfer().partsTaken() + u" Repita la orden para completarlo."_s;
     case Step::Verifying: break;
     }
-    return u"El reloj ha tomado todo el programa, pero no se ha podido comprobar."_s;
+    return u"El reloj ha tomado todo el programa, pero no se ha podido comprobar; para "
+           "comprobarlo: hctctl programme verify"_s;
 }
