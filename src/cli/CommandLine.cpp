@@ -14,6 +14,18 @@ namespace {
 
 constexpr int longestWait = 3600;
 
+/// The parser would take the next word as the value of "--port=".
+void refuseMissingValues(const QStringList& arguments)
+{
+    for (const QString& argument : arguments) {
+        if (argument == u"--")
+            return;
+        if (argument.startsWith(u"--") && argument.indexOf(u'=') == argument.size() - 1)
+            throw CLI::ArgumentMismatch(argument.chopped(1).toStdString() + ": value missing",
+                                        CLI::ExitCodes::ArgumentMismatch);
+    }
+}
+
 } // namespace
 
 CommandLine::CommandLine()
@@ -104,6 +116,7 @@ std::variant<Order, ExitStatus> CommandLine::read(const QStringList& arguments)
     for (auto argument = arguments.crbegin(); argument != arguments.crend(); ++argument)
         reversed.push_back(argument->toStdString());
     try {
+        refuseMissingValues(arguments);
         m_app.parse(reversed);
     } catch (const CLI::Success& success) {
         std::ostringstream text;

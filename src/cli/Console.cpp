@@ -12,6 +12,19 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// Names of files and devices could give orders to the terminal.
+QString withoutControls(QString text)
+{
+    for (QChar& character : text)
+        if (character.category() == QChar::Other_Control && character != u'\n')
+            character = u'?';
+    return text;
+}
+
+} // namespace
+
 Console::Console(Form form, Notes notes) : m_form(form), m_notes(notes)
 {
 #ifdef Q_OS_UNIX
@@ -21,7 +34,9 @@ Console::Console(Form form, Notes notes) : m_form(form), m_notes(notes)
 #endif
 }
 
-bool Console::print(const QString& line)
+bool Console::print(const QString& line) { return writeResult(withoutControls(line)); }
+
+bool Console::writeResult(const QString& line)
 {
     const bool written = writeText(stdout, line + u'\n');
     m_failed |= !written && errno != EPIPE;
@@ -30,7 +45,7 @@ bool Console::print(const QString& line)
 
 bool Console::print(const QJsonObject& object)
 {
-    return print(QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)));
+    return writeResult(QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)));
 }
 
 bool Console::print(const QJsonObject& object, const QString& text)
@@ -52,7 +67,7 @@ void Console::note(const QString& text)
         tell(text);
 }
 
-void Console::tell(const QString& text) { writeText(stderr, text + u'\n'); }
+void Console::tell(const QString& text) { writeText(stderr, withoutControls(text) + u'\n'); }
 
 ExitStatus Console::refuse(const QString& reason)
 {
@@ -64,7 +79,7 @@ Console::Answer Console::confirm(const QString& question)
 {
     if (!::isTerminal(stdin))
         return {Answer::Kind::NobodyAsked};
-    writeText(stderr, question + u" [s/N] "_s);
+    writeText(stderr, withoutControls(question) + u" [s/N] "_s);
     const TerminalLine line = readTerminalLine();
     // The cursor is behind the question.
     if (!line.isComplete)

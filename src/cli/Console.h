@@ -6,8 +6,8 @@
 #include <QString>
 
 /// Standard output, for results only, and standard error, for everything else. Texts are written in
-/// UTF-8 and at once. When the reader of the results is gone, `print` fails and the program goes
-/// on.
+/// UTF-8 and at once, their control characters as question marks, except in objects. When the
+/// reader of the results is gone, `print` fails and the program goes on.
 class Console {
 public:
     enum class Form { Text, Json };
@@ -52,6 +52,8 @@ public:
     bool isTerminal() const;
 
 private:
+    bool writeResult(const QString& line);
+
     const Form m_form;
     const Notes m_notes;
     bool m_failed = false;

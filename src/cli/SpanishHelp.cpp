@@ -1,5 +1,6 @@
 #include "SpanishHelp.h"
 
+#include <QRegularExpression>
 #include <QStringList>
 
 using namespace Qt::StringLiterals;
@@ -36,7 +37,8 @@ std::string SpanishHelp::make_help(const CLI::App* app, std::string name,
 
 QString SpanishHelp::nameIn(const CLI::ParseError& error)
 {
-    return QString::fromUtf8(error.what()).section(u' ', 0, 0).remove(u':');
+    static const QRegularExpression words(u"^(Could not convert: )?([^ :]*)"_s);
+    return words.match(QString::fromUtf8(error.what())).captured(2);
 }
 
 QString SpanishHelp::failure(const CLI::ParseError& error, const QStringList& unknown)
@@ -51,6 +53,8 @@ QString SpanishHelp::failure(const CLI::ParseError& error, const QStringList& un
     if (kind == u"ArgumentMismatch")
         return message.endsWith(u"missing"_s) ? u"Falta el valor de %1."_s.arg(name)
                                               : u"%1 lleva un solo valor."_s.arg(name);
+    if (kind == u"ConversionError")
+        return u"%1 no lleva ningún valor."_s.arg(name);
     if (kind == u"ExcludesError")
         return u"%1 y %2 no pueden ir juntas."_s.arg(name, message.section(u' ', -1));
     if (kind == u"RequiredError" && message.startsWith(u"A subcommand"_s))

@@ -16,7 +16,7 @@ public:
     std::string make_help(const CLI::App* app, std::string name,
                           CLI::AppFormatMode mode) const override;
 
-    /// The name at the beginning of a message such as "--port: 1 required TEXT missing".
+    /// The name in a message such as "--port: 1 required TEXT missing".
     static QString nameIn(const CLI::ParseError& error);
     /// A sentence about a failure of the parser. `unknown` are the words that it did not
     /// understand.

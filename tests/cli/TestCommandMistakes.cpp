@@ -69,6 +69,8 @@ void TestCommandMistakes::mistakeIsTold_data()
         << u"status --wait"_s << u"Falta el valor de --wait."_s << u"hctctl --help"_s;
     QTest::newRow("option twice") << u"status --wait 1 --wait 2"_s
                                   << u"--wait lleva un solo valor."_s << u"hctctl --help"_s;
+    QTest::newRow("value of an option that takes none")
+        << u"--json=x ports"_s << u"--json no lleva ningún valor."_s << u"hctctl --help"_s;
     QTest::newRow("no number") << u"status --wait x"_s
                                << u"--wait: \"x\" no es un número de 1 a 3600."_s
                                << u"hctctl --help"_s;

@@ -22,6 +22,7 @@ private slots:
     void traceBesideTheFileIsWritten();
     void nameThatIsEmptyIsRefused_data();
     void nameThatIsEmptyIsRefused();
+    void nameCannotGiveOrdersToTheTerminal();
     void nameThatIsNotUtf8IsRefused_data();
     void nameThatIsNotUtf8IsRefused();
 
@@ -104,6 +105,9 @@ void TestFileArguments::nameThatIsEmptyIsRefused_data()
     QTest::newRow("trace") << QStringList{u"ports"_s, u"--trace"_s, QString()} << trace;
     QTest::newRow("trace, in one word")
         << QStringList{u"ports"_s, u"--trace="_s} << u"Falta el valor de --trace."_s;
+    // It would take the next word.
+    QTest::newRow("trace, before a command")
+        << QStringList{u"--trace="_s, u"ports"_s} << u"Falta el valor de --trace."_s;
     for (const char* verb : {"check", "show", "read", "write", "verify"})
         QTest::newRow(verb) << QStringList{u"programme"_s, QString::fromLatin1(verb), QString()}
                             << file;
@@ -121,7 +125,17 @@ void TestFileArguments::nameThatIsEmptyIsRefused()
     HctctlProcess hctctl;
     QCOMPARE(hctctl.run(arguments), 2);
     QCOMPARE(hctctl.output(), QString());
-    QVERIFY(hctctl.errors().startsWith(told + u'\n'));
+    const QString errors = hctctl.errors();
+    QVERIFY2(errors.startsWith(told + u'\n'), qPrintable(errors));
+}
+
+void TestFileArguments::nameCannotGiveOrdersToTheTerminal()
+{
+    HctctlProcess hctctl;
+    QCOMPARE(hctctl.run({u"programme"_s, u"check"_s, u"/no/\x1b[2J\u009b1mñ.hct"_s}), 2);
+    QCOMPARE(hctctl.errors(),
+             u"/no/?[2J?1mñ.hct: no se puede leer el archivo; compruebe el nombre y los "
+             "permisos.\n"_s);
 }
 
 void TestFileArguments::nameThatIsNotUtf8IsRefused_data()

@@ -394,7 +394,7 @@ void TestProgrammeCommands::interruptedVerificationTellsThatAllIsSent()
     run.sendSignal(SIGINT);
     QCOMPARE(run.exitStatus(), 128 + SIGINT);
     QCOMPARE(run.errors(), u"Interrumpido. El reloj ha tomado todo el programa, pero no se ha "
-                           "podido comprobar; para comprobarlo: hctctl programme verify\n"_s);
+                           "podido comprobar; para comprobarlo: hctctl programme verify FILE\n"_s);
 }
 
 void TestProgrammeCommands::verifyOfTheSameProgrammeIsGood_data() { readSavesTheProgramme_data(); }
@@ -430,8 +430,9 @@ void TestProgrammeCommands::verifyListsTheDifferences()
                            "Salida 2: cambiado el modo, antes 2, ahora 0\n"
                            "Salida 2: quitado 7:00 vacaciones\n"
                            "Vacaciones: quitado 07/07 a 31/07\n"_s);
-    QCOMPARE(run.errors(), u"El reloj no tiene el programa del archivo: arriba está lo que cambia "
-                           "del archivo al reloj. Para enviárselo: hctctl programme write\n"_s);
+    QCOMPARE(run.errors(),
+             u"El reloj no tiene el programa del archivo: arriba está lo que cambia "
+             "del archivo al reloj. Para enviárselo: hctctl programme write FILE\n"_s);
 }
 
 void TestProgrammeCommands::verifyListsTheDifferencesAsJson()

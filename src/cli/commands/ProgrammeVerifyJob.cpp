@@ -12,5 +12,5 @@ void ProgrammeVerifyJob::opened()
 {
     tellDifferences(ProgrammeFile::programmeIn(m_text, transfer().model()),
                     u"El reloj tiene el programa del archivo."_s,
-                    u"Para enviárselo: hctctl programme write"_s);
+                    u"Para enviárselo: hctctl programme write FILE"_s);
 }

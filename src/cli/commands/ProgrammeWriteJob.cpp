@@ -54,5 +54,5 @@ QString ProgrammeWriteJob::giveUp()
     case Step::Verifying: break;
     }
     return u"El reloj ha tomado todo el programa, pero no se ha podido comprobar; para "
-           "comprobarlo: hctctl programme verify"_s;
+           "comprobarlo: hctctl programme verify FILE"_s;
 }
