@@ -2,6 +2,7 @@
 
 #include "StandardStreams.h"
 #include "TerminalLine.h"
+#include "TerminationSignals.h"
 
 #include <QJsonDocument>
 #include <QRegularExpression>
@@ -79,8 +80,10 @@ Console::Answer Console::confirm(const QString& question)
 {
     if (!::isTerminal(stdin))
         return {Answer::Kind::NobodyAsked};
+    // Before the question: who reads it may answer with a signal at once.
+    const TerminationSignals termination;
     writeText(stderr, withoutControls(question) + u" [s/N] "_s);
-    const TerminalLine line = readTerminalLine();
+    const TerminalLine line = readTerminalLine(termination);
     // The cursor is behind the question.
     if (!line.isComplete)
         writeText(stderr, u"\n"_s);

@@ -9,12 +9,11 @@
 #include <cerrno>
 #include <unistd.h>
 
-TerminalLine readTerminalLine()
+TerminalLine readTerminalLine(const TerminationSignals& termination)
 {
     TerminalLine line;
     QByteArray typed;
     QEventLoop loop;
-    const TerminationSignals termination;
     QObject::connect(&termination, &TerminationSignals::arrived, &loop, [&](int number) {
         line.signalNumber = number;
         loop.quit();

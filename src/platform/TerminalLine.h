@@ -2,6 +2,8 @@
 
 #include <QString>
 
+class TerminationSignals;
+
 /// What a user has typed at the terminal of standard input.
 struct TerminalLine {
     /// Without the end of the line. Letters beyond ASCII are right in UTF-8 and, whatever its code
@@ -13,7 +15,6 @@ struct TerminalLine {
     int signalNumber = 0;
 };
 
-/// Waits until a line is complete, the input ends, or a signal arrives, see TerminationSignals: no
-/// object of that class may exist. Lets events run, except on Windows. Needs the application
-/// object. The settings of the terminal stay as they are.
-TerminalLine readTerminalLine();
+/// Waits until a line is complete, the input ends, or a signal arrives. Lets events run, except on
+/// Windows. Needs the application object. The settings of the terminal stay as they are.
+TerminalLine readTerminalLine(const TerminationSignals& termination);

@@ -8,11 +8,10 @@
 
 #include <windows.h>
 
-TerminalLine readTerminalLine()
+TerminalLine readTerminalLine(const TerminationSignals& termination)
 {
     TerminalLine line;
     QEventLoop loop;
-    const TerminationSignals termination;
     QObject::connect(&termination, &TerminationSignals::arrived, &loop, [&](int number) {
         line.signalNumber = number;
         loop.quit();

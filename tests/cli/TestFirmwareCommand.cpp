@@ -382,14 +382,17 @@ void TestFirmwareCommand::answerDecides()
 void TestFirmwareCommand::signalAtTheQuestionSendsNothing_data()
 {
     QTest::addColumn<int>("signalNumber");
-    QTest::newRow("SIGINT") << SIGINT;
-    QTest::newRow("SIGTERM") << SIGTERM;
-    QTest::newRow("SIGHUP") << SIGHUP;
+    QTest::addColumn<QByteArray>("typed");
+    QTest::newRow("SIGINT") << SIGINT << QByteArray();
+    QTest::newRow("SIGINT within an answer") << SIGINT << QByteArray("sal");
+    QTest::newRow("SIGTERM") << SIGTERM << QByteArray();
+    QTest::newRow("SIGHUP") << SIGHUP << QByteArray();
 }
 
 void TestFirmwareCommand::signalAtTheQuestionSendsNothing()
 {
     QFETCH(int, signalNumber);
+    QFETCH(QByteArray, typed);
     FirmwareDesk desk;
     PseudoTerminal terminal;
     HctctlProcess run;
@@ -397,9 +400,9 @@ void TestFirmwareCommand::signalAtTheQuestionSendsNothing()
     run.start(desk.arguments({}));
     QString shown;
     QTRY_VERIFY((shown += QString::fromUtf8(terminal.received())).endsWith(desk.question()));
-    // Not yet a line.
-    QVERIFY(terminal.send("s"));
-    QTRY_VERIFY((shown += QString::fromUtf8(terminal.received())).endsWith(u" s"_s));
+    QVERIFY(terminal.send(typed));
+    const QString asked = desk.question() + QString::fromUtf8(typed);
+    QTRY_VERIFY((shown += QString::fromUtf8(terminal.received())).endsWith(asked));
     run.sendSignal(signalNumber);
     QCOMPARE(run.exitStatus(), 128 + signalNumber);
     QCOMPARE(QString::fromUtf8(terminal.received()),
@@ -441,14 +444,14 @@ void TestFirmwareCommand::terminalShowsTheProgress()
     run.useTerminal(terminal, {STDERR_FILENO});
     QCOMPARE(run.run(desk.arguments()), 0);
     static const QRegularExpression seconds(u"quedan? [0-9]+ s"_s);
-    QCOMPARE(
-        linesOn(QString::fromUtf8(terminal.received())).replaceInStrings(seconds, u"quedan N s"_s),
-        QStringList({u"Enviando firmware: 0 % (0 de 4)"_s,
-                     u"Enviando firmware: 25 % (1 de 4), quedan N s"_s,
-                     u"Enviando firmware: 50 % (2 de 4), quedan N s"_s,
-                     u"Enviando firmware: 75 % (3 de 4), quedan N s"_s,
-                     u"Enviando firmware: 100 % (4 de 4)"_s,
-                     u"El firmware se ha enviado al HCT-7200: 4 líneas."_s}));
+    QStringList lines = linesOn(QString::fromUtf8(terminal.received()));
+    lines.replaceInStrings(seconds, u"quedan N s"_s);
+    QCOMPARE(lines, QStringList({u"Enviando firmware: 0 % (0 de 4)"_s,
+                                 u"Enviando firmware: 25 % (1 de 4), quedan N s"_s,
+                                 u"Enviando firmware: 50 % (2 de 4), quedan N s"_s,
+                                 u"Enviando firmware: 75 % (3 de 4), quedan N s"_s,
+                                 u"Enviando firmware: 100 % (4 de 4)"_s,
+                                 u"El firmware se ha enviado al HCT-7200: 4 líneas."_s}));
 }
 
 void TestFirmwareCommand::quietTerminalShowsNone()
