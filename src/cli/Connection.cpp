@@ -50,7 +50,11 @@ void Connection::attempt()
     const SerialPort& port =
         m_throughModem ? m_session.link().modemPort() : m_session.link().directPort();
     if (!port.isOpen())
-        fail(ExitStatus::Port, port.openError() + u" Los puertos se ven con: hctctl ports"_s);
+        fail(ExitStatus::Port,
+             port.openError() +
+                 (m_throughModem ? u" El puerto y la línea del módem se eligen con hct."_s
+                                 : u" Otro puerto u otra línea se indican con --port y --line; los "
+                                   "puertos se ven con: hctctl ports"_s));
 }
 
 void Connection::attemptEnded()

@@ -8,6 +8,13 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+const QString otherPort = u" Otro puerto u otra línea se indican con --port y --line; los puertos "
+                          "se ven con: hctctl ports\n"_s;
+
+} // namespace
+
 /// How hctctl reaches a clock, and what it tells when it does not. `status` stands for every
 /// command.
 class TestReachingTheClock : public QObject {
@@ -36,8 +43,7 @@ void TestReachingTheClock::missingPortIsTold()
     QCOMPARE(hctctl.run({u"status"_s, u"--port"_s, u"/dev/none"_s}), 3);
     QCOMPARE(hctctl.output(), QString());
     QCOMPARE(hctctl.errors(),
-             u"No existe /dev/none: compruebe que el adaptador está conectado. Los puertos se ven "
-             "con: hctctl ports\n"_s);
+             u"No existe /dev/none: compruebe que el adaptador está conectado."_s + otherPort);
 }
 
 void TestReachingTheClock::portInUseIsTold()
@@ -49,9 +55,7 @@ void TestReachingTheClock::portInUseIsTold()
     HctctlProcess hctctl;
     QCOMPARE(hctctl.run({u"status"_s, u"--port"_s, clock.device()}), 3);
     QCOMPARE(hctctl.output(), QString());
-    QCOMPARE(hctctl.errors(), clock.device() +
-                                  u" está en uso por otro programa. Los puertos se ven con: hctctl "
-                                  "ports\n"_s);
+    QCOMPARE(hctctl.errors(), clock.device() + u" está en uso por otro programa."_s + otherPort);
 }
 
 void TestReachingTheClock::silenceIsTold()

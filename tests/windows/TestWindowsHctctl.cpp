@@ -17,6 +17,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+const QString otherPort = u" Otro puerto u otra línea se indican con --port y --line; los puertos "
+                          "se ven con: hctctl ports\r\n"_s;
+
 /// A console, and a screen of it that nobody sees.
 class Screen {
 public:
@@ -196,7 +199,7 @@ void TestWindowsHctctl::portInUseIsTold()
     QCOMPARE(run({u"status"_s, u"--port"_s, u"COM7"_s}), 3);
     QCOMPARE(m_hctctl->readAllStandardOutput(), QByteArray());
     QCOMPARE(QString::fromUtf8(m_hctctl->readAllStandardError()),
-             u"COM7 está en uso por otro programa. Los puertos se ven con: hctctl ports\r\n"_s);
+             u"COM7 está en uso por otro programa."_s + otherPort);
 }
 
 void TestWindowsHctctl::missingPortIsTold()
@@ -204,8 +207,7 @@ void TestWindowsHctctl::missingPortIsTold()
     QCOMPARE(run({u"status"_s, u"--port"_s, u"com16"_s}), 3);
     QCOMPARE(m_hctctl->readAllStandardOutput(), QByteArray());
     QCOMPARE(QString::fromUtf8(m_hctctl->readAllStandardError()),
-             u"No existe COM16: compruebe que el adaptador está conectado. Los puertos se ven con: "
-             "hctctl ports\r\n"_s);
+             u"No existe COM16: compruebe que el adaptador está conectado."_s + otherPort);
 }
 
 void TestWindowsHctctl::silenceIsTold()
