@@ -1,6 +1,7 @@
 #include "ApplicationEnd.h"
 #include "Program.h"
 #include "Spanish.h"
+#include "StandardStreams.h"
 #include "SystemEnvironment.h"
 #include "TraceFile.h"
 #include "WidgetDialogs.h"
@@ -71,6 +72,7 @@ void tellError(const QString& text)
 int main(int argc, char* argv[])
 {
     const auto programStart = std::chrono::steady_clock::now();
+    occupyClosedStreams();
     nameApplication();
     QTranslator toolkit;
     if (asksForText(argc, argv)) {

@@ -1,5 +1,7 @@
+#include "Files.h"
 #include "Processes.h"
 
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -11,6 +13,7 @@ private slots:
     void versionIsTold();
     void helpIsTold();
     void unknownOptionIsRefused();
+    void traceNeverTakesThePlaceOfAStream();
 
 private:
     void run(const QString& option);
@@ -54,6 +57,28 @@ void TestCommandLine::unknownOptionIsRefused()
     run(u"--nonsense"_s);
     QCOMPARE(m_program.exitCode(), 1);
     QVERIFY(m_program.readAllStandardError().contains("nonsense"));
+}
+
+// The toolkit tells on standard error which fonts it has found. What it opens before takes the
+// place of standard input.
+void TestCommandLine::traceNeverTakesThePlaceOfAStream()
+{
+#ifdef Q_OS_WIN
+    QSKIP("Windows gives no numbers of streams to files.");
+#else
+    const QTemporaryDir folder;
+    const QString trace = folder.filePath(u"trace"_s);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+    environment.insert(u"QT_LOGGING_RULES"_s, u"qt.*.debug=true"_s);
+    m_program.setProcessEnvironment(environment);
+    m_program.start(
+        u"bash"_s, {u"-c"_s, u"exec \"$0\" --trace \"$1\" <&- 2>&-"_s, QStringLiteral(HCT), trace});
+    QTRY_VERIFY(contentsOf(trace).contains(" hct 2.0.1, Qt "));
+    m_program.terminate();
+    QVERIFY(hasEnded(m_program));
+    QCOMPARE(contentsOf(trace).count('\n'), 1);
+#endif
 }
 
 QTEST_GUILESS_MAIN(TestCommandLine)
