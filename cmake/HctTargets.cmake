@@ -56,11 +56,15 @@ function(hct_library name)
     endforeach()
     target_link_libraries(${name} PUBLIC ${arg_LINK} PRIVATE hct_flags)
     if(HCT_COVERAGE)
-        # The program throws nothing. Without the branches that clean up after an exception, and those
-        # for a static variable that two threads initialise, what counts is what the source says.
-        target_compile_options(${name} PRIVATE -fno-exceptions -fno-threadsafe-statics)
+        # Without the branches that clean up after an exception, and those for a static variable that two
+        # threads initialise, what counts is what the source says. Only CLI11 throws.
+        target_compile_options(${name} PRIVATE -fno-threadsafe-statics)
+        if(NOT CLI11::CLI11 IN_LIST arg_LINK)
+            target_compile_options(${name} PRIVATE -fno-exceptions)
+        endif()
     endif()
-    if(HCT_TESTS AND NOT WIN32)
+    # The header of the others cannot be used where exceptions are compiled differently.
+    if(HCT_TESTS AND NOT WIN32 AND NOT (HCT_COVERAGE AND CLI11::CLI11 IN_LIST arg_LINK))
         hct_precompile(${name})
     endif()
 endfunction()
