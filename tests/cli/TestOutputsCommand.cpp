@@ -18,6 +18,7 @@ private slots:
     void outputsAreGivenBack();
     void refusalIsTold();
     void silenceIsTold();
+    void clockThatIsStillInManualModeIsTold();
 };
 
 namespace {
@@ -129,6 +130,21 @@ void TestOutputsCommand::silenceIsTold()
     QCOMPARE(hctctl.errors(),
              u"El reloj ha dejado de contestar: compruebe el cable. El reloj puede "
              "seguir en modo manual; para volver al automático: hctctl outputs auto\n"_s);
+}
+
+void TestOutputsCommand::clockThatIsStillInManualModeIsTold()
+{
+    SimulatorProcess clock({u"--fault"_s, u"silent always on mode"_s});
+    clock.command(u"outputs 0x04"_s);
+    HctctlProcess hctctl;
+    QCOMPARE(hctctl.run(
+                 {u"outputs"_s, u"2=on"_s, u"--line"_s, u"115200"_s, u"--port"_s, clock.device()}),
+             4);
+    QCOMPARE(hctctl.output(), QString());
+    QCOMPARE(hctctl.errors(),
+             u"El reloj ha dejado de contestar: compruebe el cable. No se ha conmutado ninguna "
+             "salida. "_s +
+                 manualWarning);
 }
 
 QTEST_GUILESS_MAIN(TestOutputsCommand)

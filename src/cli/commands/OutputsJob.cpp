@@ -19,6 +19,15 @@ constexpr int mostFailures = 3;
 /// 1".
 constexpr int bitOf(int number) { return RemoteControl::outputCount - number; }
 
+/// Until it is given back, its programme rings no bell.
+const QString& manualWarning()
+{
+    static const QString text =
+        u"El reloj queda en modo manual y no sigue su programa; para volver al automático: hctctl "
+        "outputs auto"_s;
+    return text;
+}
+
 } // namespace
 
 OutputsJob::OutputsJob(Session& session, Console& console, const Wish& wish)
@@ -45,8 +54,11 @@ void OutputsJob::begin()
 QString OutputsJob::abandon()
 {
     m_control.stop();
-    if (m_wish.action != Action::GiveBack && !m_switching)
-        return u"No se ha conmutado ninguna salida."_s;
+    if (m_wish.action != Action::GiveBack && !m_switching) {
+        const QString untouched = u"No se ha conmutado ninguna salida."_s;
+        const bool manual = StatusBlock(m_session.globais().GeneralData).isRemoteControlled();
+        return manual ? untouched + u' ' + manualWarning() : untouched;
+    }
     return u"El reloj puede %1 en modo manual; para volver al automático: hctctl outputs auto"_s
         .arg(m_switching ? u"haber quedado"_s : u"seguir"_s);
 }
@@ -117,10 +129,8 @@ void OutputsJob::tell(bool manual, const States& states)
     }
     m_console.print({{u"mode"_s, manual ? u"manual"_s : u"automatic"_s}, {u"outputs"_s, outputs}},
                     lines.join(u'\n'));
-    // Until it is given back, its programme rings no bell.
     if (manual)
-        m_console.tell(u"El reloj queda en modo manual y no sigue su programa; para volver al "
-                       "automático: hctctl outputs auto"_s);
+        m_console.tell(manualWarning());
 }
 
 void OutputsJob::finish(ExitStatus status)
