@@ -41,13 +41,14 @@ __hctctl_ports() {
     __hctctl_choose "${ports[*]}" "$2"
 }
 
-# Outputs to be switched, after the previous word. 1=on comes as three words.
+# Outputs to be switched, after the command and the previous word. 1=on comes as three words.
 __hctctl_outputs() {
-    case $2 in
-    [123]) __hctctl_choose 'on off' "$1" ;;
-    auto) ;;
-    outputs) __hctctl_choose 'auto 1=on 1=off 2=on 2=off 3=on 3=off' "$1" ;;
-    *) __hctctl_choose '1=on 1=off 2=on 2=off 3=on 3=off' "$1" ;;
+    local outputs='1=on 1=off 2=on 2=off 3=on 3=off'
+    case $2:$3 in
+    outputs\ auto:*) ;;
+    *:[123]) __hctctl_choose 'on off' "$1" ;;
+    outputs:*) __hctctl_choose "auto $outputs" "$1" ;;
+    *) __hctctl_choose "$outputs" "$1" ;;
     esac
 }
 
@@ -85,7 +86,7 @@ _hctctl() {
     clock) __hctctl_choose set "$word" ;;
     programme) __hctctl_choose 'read write verify check show diff' "$word" ;;
     firmware) __hctctl_choose send "$word" ;;
-    outputs*) __hctctl_outputs "$word" "$previous" ;;
+    outputs*) __hctctl_outputs "$word" "$command" "$previous" ;;
     programme\ *) __hctctl_files .hct "$word" ;;
     'firmware send') __hctctl_files .hex "$word" ;;
     esac
