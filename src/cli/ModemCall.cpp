@@ -17,8 +17,9 @@ ModemCall::ModemCall(ModemControl& modem, const QString& number) : m_modem(modem
 void ModemCall::commandFailed(LinkState phase)
 {
     if (phase == LinkState::Initialisation)
-        emit failed(ExitStatus::Port, u"El módem no responde: revise las conexiones y, con hct, la "
-                                      "configuración del módem."_s);
+        emit failed(ExitStatus::Silent,
+                    u"El módem no responde: revise las conexiones y, con hct, la "
+                    "configuración del módem."_s);
     else if (m_busy)
         emit failed(
             ExitStatus::Silent,

@@ -41,7 +41,7 @@ void TestModemNumber::failureIsTold_data()
                                 "compruebe el número o inténtelo más tarde.\n"_s;
     QTest::newRow("call refused, as without the PIN")
         << QStringList{u"--dial"_s, u"error"_s} << 4 << failed;
-    QTest::newRow("no modem") << QStringList{u"--modem-silent"_s} << 3
+    QTest::newRow("no modem") << QStringList{u"--modem-silent"_s} << 4
                               << u"El módem no responde: revise las conexiones y, con hct, la "
                                  "configuración del módem.\n"_s;
 }
