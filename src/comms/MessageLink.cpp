@@ -247,12 +247,19 @@ void MessageLink::huntHeader(SerialPort& port)
         if (!header)
             continue;
         m_header = *header;
+        m_headerCame = std::chrono::steady_clock::now();
         setState(LinkState::Body);
         port.setReceiveThreshold(m_header.bytesToCome());
         takeBody(port);
         return;
     }
     port.awaitBytes(m_hunter.bytesToCome());
+}
+
+std::chrono::milliseconds MessageLink::sinceHeader() const
+{
+    using namespace std::chrono;
+    return duration_cast<milliseconds>(steady_clock::now() - m_headerCame);
 }
 
 void MessageLink::takeBody(SerialPort& port)

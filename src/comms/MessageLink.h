@@ -65,6 +65,10 @@ public:
     /// A command phase of the modem: no request may be sent meanwhile.
     bool isModemPhase() const;
 
+    /// How long ago the header of the last answer came. The rest of a long answer takes seconds on
+    /// a slow line.
+    std::chrono::milliseconds sinceHeader() const;
+
     /// Whether no request may be sent now: one awaits its answer, or the modem has the line.
     bool isOccupied() const { return Ocupado() || isModemPhase(); }
 
@@ -134,6 +138,7 @@ private:
     bool m_connected = false;
     frame::HeaderHunter m_hunter;
     frame::Header m_header;
+    std::chrono::steady_clock::time_point m_headerCame;
     quint8 m_receivedCode = 0;
     QByteArray m_receivedData;
     /// Ticks of the timer that go before the one that ends the wait.

@@ -14,6 +14,7 @@ private slots:
     void clockTakesTheComputersTime();
     void clockTakesAGivenTime();
     void clockThatIsRightIsLeftAlone();
+    void clockThatIsRightIsLeftAloneOnASlowLine();
     void clockThatIsRightIsNoNewsForAQuietCommand();
     void clockThatIsOffIsSet();
     void clockWithoutADateIsToBeSet();
@@ -76,6 +77,18 @@ void TestClockCommand::clockThatIsRightIsLeftAlone()
                          clock.device()}),
              0);
     QVERIFY(hctctl.output().startsWith(u"{\"changed\":false,\"secondsAhead\":"_s));
+}
+
+// Its answer takes 4 seconds, which the clock is not behind.
+void TestClockCommand::clockThatIsRightIsLeftAloneOnASlowLine()
+{
+    const SimulatorProcess clock({u"--pace"_s, u"600"_s});
+    HctctlProcess hctctl;
+    QCOMPARE(hctctl.run({u"clock"_s, u"set"_s, u"--if-off-by"_s, u"3"_s, u"--json"_s, u"--line"_s,
+                         u"600"_s, u"--port"_s, clock.device()}),
+             0);
+    const QString output = hctctl.output();
+    QVERIFY2(output.startsWith(u"{\"changed\":false,\"secondsAhead\":"_s), qPrintable(output));
 }
 
 void TestClockCommand::clockThatIsRightIsNoNewsForAQuietCommand()

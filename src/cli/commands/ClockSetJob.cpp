@@ -98,7 +98,7 @@ void ClockSetJob::verify()
 
 std::optional<qint64> ClockSetJob::secondsAhead() const
 {
-    QDateTime now = m_session.environment().clock.now();
+    QDateTime now = clocktime::ofAnswer(m_session);
     if (m_wish.at)
         now = m_accepted.isValid() ? m_wish.at->addMSecs(m_accepted.msecsTo(now)) : *m_wish.at;
     return clocktime::secondsAhead(StatusBlock(m_session.globais().GeneralData), now);
@@ -106,7 +106,7 @@ std::optional<qint64> ClockSetJob::secondsAhead() const
 
 void ClockSetJob::tell(bool changed, const QString& text)
 {
-    const QDateTime now = m_session.environment().clock.now();
+    const QDateTime now = clocktime::ofAnswer(m_session);
     const QJsonObject status = StatusReport(m_session.globais().GeneralData, now).json();
     const QJsonObject result{{u"changed"_s, changed},
                              {u"time"_s, status[u"time"_s]},

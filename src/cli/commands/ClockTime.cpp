@@ -1,5 +1,7 @@
 #include "ClockTime.h"
 
+#include "ClockOfDay.h"
+#include "Session.h"
 #include "modUtilidades.h"
 
 #include <QTimeZone>
@@ -15,6 +17,11 @@ std::optional<QDateTime> clocktime::ofClock(const StatusBlock& block)
     if (!date.isValid() || !time.isValid())
         return std::nullopt;
     return QDateTime(date, time, QTimeZone::utc());
+}
+
+QDateTime clocktime::ofAnswer(Session& session)
+{
+    return session.environment().clock.now().addMSecs(-session.link().sinceHeader().count());
 }
 
 QDateTime clocktime::onTheWall(const QDateTime& moment)

@@ -1,6 +1,6 @@
 #include "StatusJob.h"
 
-#include "ClockOfDay.h"
+#include "ClockTime.h"
 #include "Console.h"
 #include "Session.h"
 #include "StatusReport.h"
@@ -27,7 +27,7 @@ QString StatusJob::abandon()
 
 void StatusJob::tellState()
 {
-    const StatusReport report(m_session.globais().GeneralData, m_session.environment().clock.now());
+    const StatusReport report(m_session.globais().GeneralData, clocktime::ofAnswer(m_session));
     QJsonObject state = report.json();
     const QJsonObject whole = state;
     state.remove(u"secondsAhead"_s);
