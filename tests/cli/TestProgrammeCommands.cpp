@@ -60,6 +60,7 @@ private slots:
     void writeSendsAndVerifies_data();
     void writeSendsAndVerifies();
     void writeKeepsDurationsAndModesOfTheHct7200();
+    void fileOfTheOtherModelIsSentWithAWarning();
     void writeTellsWhatItDidAsJson();
     void writeWithoutVerificationReadsNothingBack();
     void fileThatMustNotBeSentIsRefusedAsInTheWindow_data();
@@ -180,6 +181,21 @@ void TestProgrammeCommands::writeKeepsDurationsAndModesOfTheHct7200()
     QCOMPARE(desk.clock.state(u"block2.duration"_s), u"5"_s);
     QCOMPARE(desk.clock.state(u"block2.mode"_s), u"1"_s);
     QCOMPARE(desk.firstAlarm(), u"0000"_s);
+}
+
+void TestProgrammeCommands::fileOfTheOtherModelIsSentWithAWarning()
+{
+    const SchoolDesk desk;
+    ProgrammeLines lines;
+    lines.block(2, 1) = "2";
+    HctctlProcess run;
+    run.start(desk.arguments({u"write"_s, writeFile(desk.path(), lines.text())}));
+    QCOMPARE(run.exitStatus(), 0);
+    QCOMPARE(run.errors(),
+             u"El archivo parece de un HCT-7300, porque hay modos mayores que 1: en este HCT-7200 "
+             "sus avisos pueden sonar otros días; cuáles se ve con: hctctl programme show --model "
+             "7200 FILE\n"
+             "El programa se ha enviado, y el reloj lo tiene.\n"_s);
 }
 
 void TestProgrammeCommands::writeTellsWhatItDidAsJson()

@@ -1,6 +1,7 @@
 #include "ProgrammeWriteJob.h"
 
 #include "Console.h"
+#include "ProgrammeFile.h"
 #include "ProgrammeTexts.h"
 
 using namespace Qt::StringLiterals;
@@ -27,6 +28,13 @@ void ProgrammeWriteJob::opened()
             u"No se ha enviado nada; con \"programme check\" se ve en qué líneas está."_s);
         return finish(ExitStatus::Usage);
     }
+    // The two models have other days in the same numbers.
+    if (transfer().model() == ClockModel::Hct7200 &&
+        ProgrammeFile::likelyModel(m_text) == ClockModel::Hct7300)
+        console().tell(
+            u"El archivo parece de un HCT-7300, porque hay modos mayores que 1: en este HCT-7200 "
+            "sus avisos pueden sonar otros días; cuáles se ve con: hctctl programme show --model "
+            "7200 FILE"_s);
     m_step = Step::Sending;
     m_progress.emplace(console(), u"Enviando el programa"_s, ProgrammeExchange::partCount);
     transfer().send();
