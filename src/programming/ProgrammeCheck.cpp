@@ -1,6 +1,7 @@
 #include "ProgrammeCheck.h"
 
 #include "AlarmEncoding.h"
+#include "CalendarDate.h"
 #include "ProgrammeFile.h"
 #include "ProgrammeRules.h"
 #include "ProgrammeTexts.h"
@@ -79,12 +80,6 @@ void noteClashes(StrictLines& lines, const CheckedBlock& checked, int number)
     }
 }
 
-bool isInCalendar(int day, int month)
-{
-    constexpr std::array<int, 12> lengths{31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    return day <= lengths[static_cast<std::size_t>(month - 1)];
-}
-
 enum class DateState { Unreadable, Unused, Used };
 
 /// Reads a date and notes what is wrong with it. `whose` is "del festivo 3".
@@ -96,15 +91,11 @@ DateState checkDate(StrictLines& lines, const QString& whose)
         return DateState::Unreadable;
     if (*day == 0 && *month == 0)
         return DateState::Unused;
-    if (*day == 0)
-        lines.note(Problem::Kind::Impossible, lines.line() - 1,
-                   u"Fecha %1: tiene mes y no tiene día."_s.arg(whose));
-    else if (*month == 0)
-        lines.note(Problem::Kind::Impossible, lines.line(),
-                   u"Fecha %1: tiene día y no tiene mes."_s.arg(whose));
-    else if (!isInCalendar(*day, *month))
-        lines.note(Problem::Kind::Impossible, lines.line() - 1,
-                   u"Fecha %1: el %2 no existe."_s.arg(whose, ProgrammeTexts::date(*day, *month)));
+    const QString fault = CalendarDate::faultOf(*day, *month);
+    const bool lacksMonth = *month == 0;
+    if (!fault.isEmpty())
+        lines.note(Problem::Kind::Impossible, lacksMonth ? lines.line() : lines.line() - 1,
+                   u"Fecha %1: %2."_s.arg(whose, fault));
     return DateState::Used;
 }
 

@@ -1,5 +1,7 @@
 #include "ProgrammeRules.h"
 
+#include "ProgrammeTexts.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -9,20 +11,18 @@ namespace ProgrammeRules {
 
 namespace {
 
-std::optional<Violation> firstClash(const AlarmBlock& block, int number)
+Violation violationOf(const Clash& clash, const AlarmBlock& block, int number)
 {
-    const std::vector<Clash> found = clashes(block);
-    if (found.empty())
-        return std::nullopt;
-    const int later = found.front().second;
-    const Alarm& alarm = block.Alarms[static_cast<std::size_t>(later)];
+    const Alarm& alarm = block.Alarms[static_cast<std::size_t>(clash.second)];
     // Without leading zeros: 08:05 is written 8:5. This is intentional.
     const QString text =
         u"Error en el bloque de avisos %1. Está intentando programar múltiples avisos\r\n"
         "para las %2:%3 horas."_s.arg(number + 1)
             .arg(alarm.Hour)
             .arg(alarm.Minute);
-    return Violation{Violation::Kind::Clash, number, later, text};
+    const QString reason = u"A la misma hora que el aviso %1, las %2."_s.arg(clash.first + 1)
+                               .arg(ProgrammeTexts::time(alarm));
+    return {Violation::Kind::Clash, number, clash.second, text, reason, clash.first};
 }
 
 bool carriesSpecialDays(const Alarm& alarm)
@@ -39,31 +39,31 @@ bool carriesSingleWorkingDays(const Alarm& alarm)
     return days.isActive() && !days.onAllWorkingDays();
 }
 
-QString restrictionText(quint8 mode, const QString& what)
+/// What an active alarm has and the mode does not allow, in one line; empty when it has none.
+QString forbiddenDays(const Alarm& alarm, quint8 mode)
 {
-    return u"   No se ha podido realizar la configuración del equipo.\r\n"
-           "     En el Modo de Avisos %1, no se puede programar:\r\n%2"_s.arg(mode)
-               .arg(what);
+    if (mode <= 1 && carriesSpecialDays(alarm))
+        return u"Sabados, Domingos, Festivos ni Vacaciones."_s;
+    if ((mode == 2 || mode == 3) && carriesSingleWorkingDays(alarm))
+        return u"días sueltos entre lunes y viernes."_s;
+    return {};
 }
 
-std::optional<Violation> firstRestriction(const AlarmBlock& block, int number)
+std::optional<Violation> restrictionOf(const AlarmBlock& block, int number, int index)
 {
-    for (int index = 0; index < AlarmBlock::alarmCount; ++index) {
-        const Alarm& alarm = block.Alarms[static_cast<std::size_t>(index)];
-        if (!alarm.isActive())
-            continue;
-        if (block.Mode <= 1 && carriesSpecialDays(alarm))
-            return Violation{
-                Violation::Kind::ModeRestriction, number, index,
-                restrictionText(block.Mode,
-                                u"          Sabados, Domingos, Festivos ni Vacaciones."_s)};
-        if ((block.Mode == 2 || block.Mode == 3) && carriesSingleWorkingDays(alarm))
-            return Violation{
-                Violation::Kind::ModeRestriction, number, index,
-                restrictionText(block.Mode,
-                                u"                 días sueltos entre lunes y viernes."_s)};
-    }
-    return std::nullopt;
+    // The box begins its last line with blanks, more of them for the shorter text.
+    constexpr int blanksOfSpecialDays = 10;
+    constexpr int blanksOfSingleDays = 17;
+    const QString days = forbiddenDays(block.Alarms[static_cast<std::size_t>(index)], block.Mode);
+    if (days.isEmpty())
+        return std::nullopt;
+    const QString rule = u"En el Modo de Avisos %1, no se puede programar:"_s.arg(block.Mode);
+    const QString blanks(block.Mode <= 1 ? blanksOfSpecialDays : blanksOfSingleDays, u' ');
+    return Violation{
+        Violation::Kind::ModeRestriction, number, index,
+        u"   No se ha podido realizar la configuración del equipo.\r\n     %1\r\n%2%3"_s.arg(
+            rule, blanks, days),
+        rule + u' ' + days};
 }
 
 bool comesBefore(const Alarm& second, const Alarm& first)
@@ -116,18 +116,29 @@ std::vector<Clash> clashes(const AlarmBlock& block)
     return found;
 }
 
+std::vector<Violation> violations(const Programme& programme, ClockModel model)
+{
+    std::vector<Violation> found;
+    for (int number = 0; number < Programme::blockCount; ++number) {
+        const AlarmBlock& block = programme.blocks[static_cast<std::size_t>(number)];
+        for (const Clash& clash : clashes(block))
+            found.push_back(violationOf(clash, block, number));
+    }
+    if (model == ClockModel::Hct7200)
+        return found;
+    for (int number = 0; number < Programme::blockCount; ++number) {
+        const AlarmBlock& block = programme.blocks[static_cast<std::size_t>(number)];
+        for (int index = 0; index < AlarmBlock::alarmCount; ++index)
+            if (auto restriction = restrictionOf(block, number, index))
+                found.push_back(*std::move(restriction));
+    }
+    return found;
+}
+
 std::optional<Violation> firstViolation(const Programme& programme, ClockModel model)
 {
-    for (int number = 0; number < Programme::blockCount; ++number)
-        if (auto clash = firstClash(programme.blocks[static_cast<std::size_t>(number)], number))
-            return clash;
-    if (model == ClockModel::Hct7200)
-        return std::nullopt;
-    for (int number = 0; number < Programme::blockCount; ++number)
-        if (auto found =
-                firstRestriction(programme.blocks[static_cast<std::size_t>(number)], number))
-            return found;
-    return std::nullopt;
+    std::vector<Violation> found = violations(programme, model);
+    return found.empty() ? std::nullopt : std::optional(std::move(found.front()));
 }
 
 quint8 shownMode(quint8 mode, ClockModel model)

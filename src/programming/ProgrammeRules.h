@@ -22,6 +22,10 @@ struct Violation {
     int alarm;
     /// For the operator, in Spanish; lines are separated by CR LF.
     QString text;
+    /// The same in one line, for an alarm that is not to be sent now.
+    QString reason;
+    /// For a clash, the earlier alarm, 0 to 31; otherwise -1.
+    int earlier = -1;
 };
 
 /// Two active alarms of one block with the same time, 0 to 31 each.
@@ -35,8 +39,10 @@ struct Clash {
 /// All pairs, in the order of their first and then of their second alarm.
 std::vector<Clash> clashes(const AlarmBlock& block);
 
-/// The first violation: clashes in all blocks first, then mode restrictions, which only the
-/// HCT-7300 has.
+/// All violations, one for each clash and each restricted alarm: clashes in all blocks first, then
+/// mode restrictions, which only the HCT-7300 has.
+std::vector<Violation> violations(const Programme& programme, ClockModel model);
+/// The first of them.
 std::optional<Violation> firstViolation(const Programme& programme, ClockModel model);
 
 /// The mode that the programming window keeps of a block which it has shown. That of the HCT-7200
