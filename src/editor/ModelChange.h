@@ -1,0 +1,16 @@
+#pragma once
+
+#include "Programme.h"
+
+#include <QStringList>
+
+/// What becomes of a programme when it is meant for the other model.
+namespace ModelChange {
+
+/// What would be lost or would not be obeyed, one sentence each, in Spanish. Empty when nothing is.
+QStringList losses(const Programme& programme, ClockModel to);
+
+/// The programme without the flags that the model does not have. All else stays.
+Programme converted(const Programme& programme, ClockModel to);
+
+} // namespace ModelChange
