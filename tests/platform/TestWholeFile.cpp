@@ -1,4 +1,5 @@
 #include "Files.h"
+#include "FullDisk.h"
 #include "OrdinaryUser.h"
 #include "WholeFile.h"
 
@@ -8,9 +9,7 @@
 #include <QTest>
 
 #include <cerrno>
-#include <csignal>
 #include <functional>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -51,26 +50,6 @@ private slots:
     void folderThatIsNotSyncedIsToldUnlessItsFileSystemCannot();
     void fileInAFolderThatCannotBeWrittenIsLeftAsItWas();
     void fileInAFolderThatCannotBeListedIsReplaced();
-};
-
-/// While it exists, no file of the process can grow beyond 100 bytes, as on a full disk.
-class FullDisk {
-public:
-    FullDisk()
-    {
-        // Writes then fail instead.
-        std::signal(SIGXFSZ, SIG_IGN);
-        ::getrlimit(RLIMIT_FSIZE, &m_usual);
-        const rlimit full{100, m_usual.rlim_max};
-        if (::setrlimit(RLIMIT_FSIZE, &full) != 0)
-            qFatal("cannot limit how large files may be");
-    }
-    ~FullDisk() { ::setrlimit(RLIMIT_FSIZE, &m_usual); }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-private:
-    rlimit m_usual{};
 };
 
 void TestWholeFile::fileIsReadUpToTheBound()
