@@ -7,6 +7,7 @@ using namespace Qt::StringLiterals;
 using enum DayFlag;
 using ProgrammeRules::firstViolation;
 using ProgrammeRules::Violation;
+using ProgrammeRules::violations;
 
 constexpr auto hct7200 = ClockModel::Hct7200;
 constexpr auto hct7300 = ClockModel::Hct7300;
@@ -28,6 +29,8 @@ private slots:
     void otherModesHaveNoRestriction();
     void hct7200HasNoRestriction();
     void restrictionNamesTheModeOfTheFirstBlockThatBreaksIt();
+    void everyViolationIsTold();
+    void violationIsToldInOneLine();
     void blockWithoutActiveAlarmCountsOne();
     void fullBlockCountsThirtyThree();
     void alarmWithoutDaysIsClearedAndGoesToTheEnd();
@@ -200,6 +203,40 @@ void TestProgrammeRules::restrictionNamesTheModeOfTheFirstBlockThatBreaksIt()
              u"   No se ha podido realizar la configuración del equipo.\r\n"
              "     En el Modo de Avisos 1, no se puede programar:\r\n"
              "          Sabados, Domingos, Festivos ni Vacaciones."_s);
+}
+
+void TestProgrammeRules::everyViolationIsTold()
+{
+    Programme programme;
+    programme.blocks[0].Alarms[7] = samples::alarm(9, 0, {Saturday});
+    programme.blocks[2].Alarms[4] = samples::alarm(9, 0, {Monday});
+    programme.blocks[2].Alarms[6] = samples::alarm(9, 0, {OnVacation});
+    QStringList found;
+    for (const Violation& violation : violations(programme, hct7300))
+        found += u"%1 %2 %3 %4"_s.arg(qToUnderlying(violation.kind))
+                     .arg(violation.block)
+                     .arg(violation.alarm)
+                     .arg(violation.earlier);
+    QCOMPARE(found, (QStringList{u"0 2 6 4"_s, u"1 0 7 -1"_s, u"1 2 6 -1"_s}));
+    QCOMPARE(violations(programme, hct7200).size(), 1U);
+}
+
+void TestProgrammeRules::violationIsToldInOneLine()
+{
+    Programme programme;
+    programme.blocks[0].Alarms[2] = samples::onWorkingDays(8, 5);
+    programme.blocks[0].Alarms[3] = samples::onWorkingDays(8, 5);
+    QCOMPARE(firstViolation(programme, hct7300)->reason,
+             u"A la misma hora que el aviso 3, las 8:05."_s);
+    programme.blocks[0].Alarms[3] = samples::alarm(9, 0, {Sunday});
+    QCOMPARE(firstViolation(programme, hct7300)->reason,
+             u"En el Modo de Avisos 0, no se puede programar: Sabados, Domingos, Festivos ni "
+             "Vacaciones."_s);
+    programme.blocks[0].Mode = 3;
+    programme.blocks[0].Alarms[3] = samples::alarm(9, 0, {Monday});
+    QCOMPARE(firstViolation(programme, hct7300)->reason,
+             u"En el Modo de Avisos 3, no se puede programar: días sueltos entre lunes y "
+             "viernes."_s);
 }
 
 void TestProgrammeRules::blockWithoutActiveAlarmCountsOne()
