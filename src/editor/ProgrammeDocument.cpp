@@ -85,6 +85,12 @@ ProgrammeDocument::ProgrammeDocument(ClockModel model, QObject* parent)
             [this](bool clean) { emit modifiedChanged(!clean); });
 }
 
+ProgrammeDocument::~ProgrammeDocument()
+{
+    // The stack tells that it is being emptied.
+    m_undoStack.disconnect(this);
+}
+
 void ProgrammeDocument::edit(const Programme& after)
 {
     const State state = edited(after);

@@ -20,6 +20,9 @@ class ProgrammeDocument : public QObject {
 public:
     /// A new programme, without alarms and without a file.
     explicit ProgrammeDocument(ClockModel model, QObject* parent = nullptr);
+    /// Emits nothing.
+    ~ProgrammeDocument() override;
+    Q_DISABLE_COPY_MOVE(ProgrammeDocument)
 
     const Programme& programme() const { return m_state.programme; }
     ClockModel model() const { return m_state.model; }
