@@ -1,17 +1,15 @@
 #include "ModelChange.h"
 
+#include "AlarmEncoding.h"
 #include "ProgrammeTexts.h"
 
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
 
-namespace {
+namespace ModelChange {
 
-QString counted(int count, const QString& one, const QString& several)
-{
-    return count == 1 ? one : several.arg(count);
-}
+namespace {
 
 bool hasSpecialDays(const Alarm& alarm)
 {
@@ -19,35 +17,55 @@ bool hasSpecialDays(const Alarm& alarm)
                        [](bool on) { return on; });
 }
 
-QStringList lossesOfTheHct7200(const AlarmBlock& block, const QString& output)
+/// "un aviso pierde …" or "3 avisos pierden …"; empty for none.
+QString alarmsThatLose(qsizetype count, const QString& what)
 {
-    QStringList losses;
-    const auto special =
-        static_cast<int>(std::count_if(block.Alarms.begin(), block.Alarms.end(), hasSpecialDays));
-    if (special > 0)
-        losses.append(
-            u"%1: %2"_s.arg(output, counted(special,
-                                            u"un aviso pierde sábado, domingo, festivos y "
-                                            "vacaciones."_s,
-                                            u"%1 avisos pierden sábado, domingo, festivos y "
-                                            "vacaciones."_s)));
+    if (count == 0)
+        return {};
+    return count == 1 ? u"un aviso pierde "_s + what
+                      : u"%1 avisos pierden %2"_s.arg(count).arg(what);
+}
+
+QStringList lossesForTheHct7200(const AlarmBlock& block)
+{
+    QStringList losses{
+        alarmsThatLose(std::count_if(block.Alarms.begin(), block.Alarms.end(), hasSpecialDays),
+                       u"sábado, domingo, festivos o vacaciones."_s)};
+    if (block.Mode > 1)
+        losses.append(u"el HCT-7200 no tiene el modo %1."_s.arg(block.Mode));
+    losses.removeAll(QString());
     return losses;
+}
+
+QStringList lossesForTheHct7300(const AlarmBlock& block)
+{
+    const AlarmEncoding& encoding = AlarmEncoding::of(ClockModel::Hct7300);
+    const auto losesDays = [&](const Alarm& alarm) {
+        return encoding.decode(encoding.encode(alarm, block.Mode), block.Mode) != alarm;
+    };
+    const QString alarms =
+        alarmsThatLose(std::count_if(block.Alarms.begin(), block.Alarms.end(), losesDays),
+                       u"sus días sueltos entre lunes y viernes."_s);
+    return alarms.isEmpty() ? QStringList()
+                            : QStringList{u"en el modo %1, %2"_s.arg(block.Mode).arg(alarms)};
 }
 
 } // namespace
 
-QStringList ModelChange::losses(const Programme& programme, ClockModel to)
+QStringList losses(const Programme& programme, ClockModel to)
 {
     QStringList found;
-    if (to == ClockModel::Hct7300)
-        return found;
-    for (int number = 0; number < Programme::blockCount; ++number)
-        found += lossesOfTheHct7200(programme.blocks[static_cast<std::size_t>(number)],
-                                    ProgrammeTexts::output(number));
+    for (int number = 0; number < Programme::blockCount; ++number) {
+        const AlarmBlock& block = programme.blocks[static_cast<std::size_t>(number)];
+        const QStringList ofBlock =
+            to == ClockModel::Hct7200 ? lossesForTheHct7200(block) : lossesForTheHct7300(block);
+        for (const QString& loss : ofBlock)
+            found.append(u"%1: %2"_s.arg(ProgrammeTexts::output(number), loss));
+    }
     return found;
 }
 
-Programme ModelChange::converted(const Programme& programme, ClockModel to)
+Programme converted(const Programme& programme, ClockModel to)
 {
     Programme converted = programme;
     for (AlarmBlock& block : converted.blocks)
@@ -55,3 +73,5 @@ Programme ModelChange::converted(const Programme& programme, ClockModel to)
             std::fill(alarm.flags.begin() + dayFlagsOf(to), alarm.flags.end(), false);
     return converted;
 }
+
+} // namespace ModelChange

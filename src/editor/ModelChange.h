@@ -7,7 +7,7 @@
 /// What becomes of a programme when it is meant for the other model.
 namespace ModelChange {
 
-/// What would be lost or would not be obeyed, one sentence each, in Spanish. Empty when nothing is.
+/// What would be lost or would not be obeyed, one sentence for each output and reason, in Spanish.
 QStringList losses(const Programme& programme, ClockModel to);
 
 /// The programme without the flags that the model does not have. All else stays.

@@ -1,0 +1,78 @@
+#include "ModelChange.h"
+#include "ProgrammeSamples.h"
+
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using enum DayFlag;
+
+constexpr auto hct7200 = ClockModel::Hct7200;
+constexpr auto hct7300 = ClockModel::Hct7300;
+
+class TestModelChange : public QObject {
+    Q_OBJECT
+private slots:
+    void workingDaysSurviveBothWays();
+    void specialDaysAreLostForTheHct7200();
+    void modesThatTheHct7200LacksAreTold();
+    void daysThatTheModeForbidsAreToldForTheHct7300();
+    void durationsAndModesStay();
+};
+
+void TestModelChange::workingDaysSurviveBothWays()
+{
+    Programme programme;
+    programme.blocks[0].Alarms[0] = samples::alarm(9, 0, {Monday, Friday});
+    for (const ClockModel model : {hct7200, hct7300}) {
+        QCOMPARE(ModelChange::losses(programme, model), QStringList());
+        QVERIFY(ModelChange::converted(programme, model) == programme);
+    }
+}
+
+void TestModelChange::specialDaysAreLostForTheHct7200()
+{
+    Programme programme;
+    programme.blocks[0].Alarms[0] = samples::alarm(9, 0, {Monday, Sunday});
+    programme.blocks[1].Alarms[0] = samples::alarm(9, 0, {Saturday});
+    programme.blocks[1].Alarms[1] = samples::alarm(9, 0, {OnHoliday, OnVacation});
+    QCOMPARE(
+        ModelChange::losses(programme, hct7200),
+        (QStringList{u"Salida 1: un aviso pierde sábado, domingo, festivos o vacaciones."_s,
+                     u"Salida 2: 2 avisos pierden sábado, domingo, festivos o vacaciones."_s}));
+    const Programme converted = ModelChange::converted(programme, hct7200);
+    QVERIFY(converted.blocks[0].Alarms[0] == samples::alarm(9, 0, {Monday}));
+    QVERIFY(converted.blocks[1].Alarms[0] == samples::alarm(9, 0, {}));
+}
+
+void TestModelChange::modesThatTheHct7200LacksAreTold()
+{
+    Programme programme;
+    programme.blocks[0].Mode = 1;
+    programme.blocks[2].Mode = 2;
+    QCOMPARE(ModelChange::losses(programme, hct7200),
+             QStringList{u"Salida 3: el HCT-7200 no tiene el modo 2."_s});
+}
+
+void TestModelChange::daysThatTheModeForbidsAreToldForTheHct7300()
+{
+    Programme programme;
+    programme.blocks[0].Mode = 1;
+    programme.blocks[0].Alarms[0] = samples::alarm(9, 0, {Monday});
+    programme.blocks[1].Mode = 4;
+    programme.blocks[1].Alarms[0] = samples::alarm(9, 0, {Monday});
+    programme.blocks[1].Alarms[1] = samples::onWorkingDays(10, 0);
+    QCOMPARE(ModelChange::losses(programme, hct7300),
+             QStringList{u"Salida 2: en el modo 4, un aviso pierde sus días sueltos entre lunes y "
+                         "viernes."_s});
+}
+
+void TestModelChange::durationsAndModesStay()
+{
+    Programme programme;
+    programme.blocks[0].Duration = 7;
+    programme.blocks[0].Mode = 4;
+    QVERIFY(ModelChange::converted(programme, hct7200) == programme);
+}
+
+QTEST_GUILESS_MAIN(TestModelChange)
+#include "TestModelChange.moc"
