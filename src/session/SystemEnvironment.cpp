@@ -1,15 +1,14 @@
 #include "SystemEnvironment.h"
 
 #include "PreciseTimer.h"
+#include "SystemRegistry.h"
 #include "SystemTickTimer.h"
 
 #include <QDir>
 
 #ifdef Q_OS_WIN
-#include "Win32Registry.h"
 #include "Win32SerialPort.h"
 #else
-#include "FileRegistry.h"
 #include "QtSerialPort.h"
 #endif
 
@@ -17,15 +16,8 @@ namespace {
 
 #ifdef Q_OS_WIN
 using MachinePort = Win32SerialPort;
-
-std::unique_ptr<Registry> machineRegistry() { return std::make_unique<Win32Registry>(); }
 #else
 using MachinePort = QtSerialPort;
-
-std::unique_ptr<Registry> machineRegistry()
-{
-    return std::make_unique<FileRegistry>(FileRegistry::defaultPath());
-}
 #endif
 
 // The current directory, not that of the executable: modem scripts are looked for where the program
@@ -41,7 +33,7 @@ QString currentDirectory()
 } // namespace
 
 SystemEnvironment::SystemEnvironment(const PortNames::Variables& variables)
-    : m_registry(machineRegistry()),
+    : m_registry(systemRegistry()),
       m_portNames(variables ? PortNames(*m_registry, variables) : PortNames(*m_registry)),
       m_commSerie(std::make_unique<MachinePort>(m_portNames)),
       m_commModem(std::make_unique<MachinePort>(m_portNames)),
