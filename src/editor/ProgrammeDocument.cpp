@@ -139,22 +139,18 @@ ProgrammeDocument::OpenResult ProgrammeDocument::open(const QString& path, Clock
     const QList<ProgrammeProblem> problems = ProgrammeCheck::problemsOf(*bytes, model);
     const Programme programme = ProgrammeFile::programmeIn(
         bytes->first(std::min(bytes->size(), ProgrammeFile::maximumBytes)), model);
-    begin({programme, model, path, hashOf(*bytes), ProgrammeCheck::isMisread(problems)});
+    begin({programme, model, path, hashOf(*bytes), ProgrammeCheck::isMisread(problems)}, true);
     return {{}, problems};
 }
 
-void ProgrammeDocument::recover(const UnsavedWork& work)
-{
-    begin(work);
-    m_undoStack.resetClean();
-}
+void ProgrammeDocument::recover(const UnsavedWork& work) { begin(work, false); }
 
 UnsavedWork ProgrammeDocument::unsavedWork() const
 {
     return {m_state.programme, m_state.model, m_path, m_fileHash, m_isMisread};
 }
 
-void ProgrammeDocument::begin(const UnsavedWork& work)
+void ProgrammeDocument::begin(const UnsavedWork& work, bool isSaved)
 {
     m_state = {work.programme, work.model};
     m_path = work.path;
@@ -162,7 +158,10 @@ void ProgrammeDocument::begin(const UnsavedWork& work)
     m_isMisread = work.isMisread;
     finishTyping();
     m_undoStack.clear();
-    m_undoStack.setClean();
+    if (isSaved)
+        m_undoStack.setClean();
+    else
+        m_undoStack.resetClean();
     emit fileChanged();
     emit changed();
 }

@@ -102,7 +102,7 @@ private:
     State edited(const Programme& after) const;
     void push(const State& after, const QString& name, const QString& mergeKey);
     /// Forgets all steps.
-    void begin(const UnsavedWork& work);
+    void begin(const UnsavedWork& work, bool isSaved);
     std::optional<SaveResult> objection(const QString& path) const;
 
     State m_state;
