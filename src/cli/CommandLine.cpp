@@ -33,7 +33,9 @@ CommandLine::CommandLine()
 {
     // On Windows it would take a path that begins with a slash for an option.
     m_app.allow_windows_style_options(false);
-    m_app.formatter(std::make_shared<SpanishHelp>());
+    m_app.formatter(std::make_shared<SpanishHelp>(
+        "La ayuda de cada orden se ve con ella, como en: hctctl clock set --help\n",
+        "Las opciones comunes a todas las órdenes se ven con: hctctl --help\n"));
     m_app.option_defaults()->group(SpanishHelp::optionGroup);
     m_app.set_help_flag("-h,--help", "Muestra esta ayuda")->group(SpanishHelp::optionGroup);
     m_app.set_version_flag("--version", "hctctl " HCT_VERSION, "Muestra la versión")

@@ -4,14 +4,15 @@
 
 #include <QString>
 
-/// What hctctl says about its usage, in Spanish: the help pages, and what is wrong with a command
-/// line. Its groups are `optionGroup` and `verbGroup`.
+/// What a program says about its usage, in Spanish: the help pages, and what is wrong with a
+/// command line. Its groups are `optionGroup` and `verbGroup`.
 class SpanishHelp final : public CLI::Formatter {
 public:
     static constexpr const char* optionGroup = "Opciones";
     static constexpr const char* verbGroup = "Órdenes";
 
-    SpanishHelp();
+    /// Sentences below the help of the program itself, and below that of its commands.
+    explicit SpanishHelp(std::string hintOfProgram = {}, std::string hintOfCommands = {});
 
     std::string make_help(const CLI::App* app, std::string name,
                           CLI::AppFormatMode mode) const override;
@@ -21,4 +22,8 @@ public:
     /// A sentence about a failure of the parser. `unknown` are the words that it did not
     /// understand.
     static QString failure(const CLI::ParseError& error, const QStringList& unknown);
+
+private:
+    const std::string m_hintOfProgram;
+    const std::string m_hintOfCommands;
 };

@@ -11,7 +11,8 @@ constexpr std::size_t columnWidth = 34;
 
 } // namespace
 
-SpanishHelp::SpanishHelp()
+SpanishHelp::SpanishHelp(std::string hintOfProgram, std::string hintOfCommands)
+    : m_hintOfProgram(std::move(hintOfProgram)), m_hintOfCommands(std::move(hintOfCommands))
 {
     column_width(columnWidth);
     label("Usage", "Uso");
@@ -29,10 +30,7 @@ std::string SpanishHelp::make_help(const CLI::App* app, std::string name,
     std::string page = make_description(app) + make_usage(app, std::move(name)) +
                        make_positionals(app) + make_groups(app, mode) +
                        make_subcommands(app, mode) + '\n';
-    page += app->get_parent()
-                ? "Las opciones comunes a todas las órdenes se ven con: hctctl --help\n"
-                : "La ayuda de cada orden se ve con ella, como en: hctctl clock set --help\n";
-    return page + make_footer(app);
+    return page + (app->get_parent() ? m_hintOfCommands : m_hintOfProgram) + make_footer(app);
 }
 
 QString SpanishHelp::nameIn(const CLI::ParseError& error)
