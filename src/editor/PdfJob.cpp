@@ -1,0 +1,53 @@
+#include "PdfJob.h"
+
+#include "EditorCommandLine.h"
+#include "ModelProposal.h"
+#include "ProgrammeCheck.h"
+#include "ProgrammeDocument.h"
+#include "RecentFiles.h"
+#include "StandardStreams.h"
+#include "WallSheet.h"
+
+#include <QFileInfo>
+
+#include <cstdio>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The one given, or that of the last time, or the name of the file.
+QString titleOf(const QString& path, const EditorOrder& order, const RecentFiles& recent)
+{
+    if (order.title)
+        return *order.title;
+    const auto known = recent.find(path);
+    return known && !known->wallTitle.isEmpty() ? known->wallTitle
+                                                : QFileInfo(path).completeBaseName();
+}
+
+void tellProblems(const QString& path, const QList<ProgrammeProblem>& problems)
+{
+    for (const ProgrammeProblem& problem : problems)
+        writeText(stderr, u"%1, línea %2: %3\n"_s.arg(path).arg(problem.line).arg(problem.text));
+}
+
+} // namespace
+
+int PdfJob::run(const EditorOrder& order, const RecentFiles& recent)
+{
+    const QString path = order.files.constFirst();
+    ProgrammeDocument document(order.model.value_or(ModelProposal::of(path, recent)));
+    const auto opened = document.open(path, document.model());
+    tellProblems(path, opened.problems);
+    QString failure = opened.failure;
+    if (ProgrammeCheck::isMisread(opened.problems))
+        failure = u"No se escribe la hoja, porque faltarían valores que no se pueden leer."_s;
+    if (failure.isEmpty())
+        failure = WallSheet(document.programme(), document.model(), titleOf(path, order, recent))
+                      .writePdf(*order.pdf);
+    if (failure.isEmpty())
+        return 0;
+    writeText(stderr, failure + u'\n');
+    return EditorCommandLine::failure;
+}

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "Programme.h"
+
+#include <QRectF>
+#include <QString>
+
+#include <vector>
+
+class QPagedPaintDevice;
+class QPainter;
+
+/// A programme as a sheet of paper for the wall: its title, the week as a picture, the times of
+/// each output, holidays and vacation periods. It is one page; on small paper the lists are a
+/// second one. All lengths are in points (1/72 inch).
+class WallSheet {
+public:
+    WallSheet(const Programme& programme, ClockModel model, const QString& title);
+
+    /// Paints all pages with the device's paper and margins.
+    void paint(QPagedPaintDevice& device) const;
+    /// A4. Replaces the file whole or not at all; why it could not be written, in Spanish, or
+    /// empty.
+    QString writePdf(const QString& path) const;
+
+    /// `area` is that within the margins.
+    int pageCount(const QSizeF& area) const;
+    /// `page` is 0 or 1.
+    void paintPage(QPainter& painter, const QRectF& area, int page) const;
+
+private:
+    struct Line {
+        QString time;
+        QString days;
+    };
+    /// The list of an output: its active alarms in the order of their times.
+    struct Column {
+        /// Duration and mode, where the programme decides them.
+        QString note;
+        std::vector<Line> lines;
+    };
+
+    /// The largest with which all lists have room, in points.
+    int textSize(qreal width) const;
+    qreal columnsHeight(int textSize) const;
+    qreal listsHeight(qreal width) const;
+    /// The area that is left below.
+    QRectF paintTitle(QPainter& painter, const QRectF& area) const;
+    void paintWeek(QPainter& painter, const QRectF& area) const;
+    void paintLists(QPainter& painter, const QRectF& area) const;
+    void paintColumn(QPainter& painter, const QRectF& area, int block, int textSize) const;
+
+    const Programme m_programme;
+    const ClockModel m_model;
+    const QString m_title;
+    std::vector<Column> m_columns;
+    /// "Festivos: 01/05, 12/10"
+    QString m_holidays;
+    QString m_vacations;
+};
