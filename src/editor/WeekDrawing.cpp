@@ -1,6 +1,7 @@
 #include "WeekDrawing.h"
 
 #include "ProgrammeTexts.h"
+#include "WeekMarkPainter.h"
 
 #include <QPainter>
 
@@ -21,20 +22,6 @@ QString timeText(int minute)
     alarm.Hour = static_cast<quint8>(minute / minutesOfHour);
     alarm.Minute = static_cast<quint8>(minute % minutesOfHour);
     return ProgrammeTexts::time(alarm);
-}
-
-void drawShape(QPainter& painter, const QRectF& place, int block, const QColor& colour)
-{
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(colour);
-    if (block == 0)
-        painter.drawEllipse(place);
-    else if (block == 1)
-        painter.drawRect(place.adjusted(place.width() * 0.05, place.height() * 0.05,
-                                        -place.width() * 0.05, -place.height() * 0.05));
-    else
-        painter.drawPolygon(
-            QPolygonF{{place.center().x(), place.top()}, place.bottomRight(), place.bottomLeft()});
 }
 
 /// The first hours that have a text, if not all have room for one.
@@ -58,8 +45,9 @@ void drawHours(QPainter& painter, const WeekPicture& picture, const WeekDrawing:
         if ((hour - picture.firstHour()) % every != 0 || hour == picture.endHour())
             continue;
         painter.setPen(look.text);
-        painter.drawText(QRectF(0, y, first.left() - space, metrics.height()),
-                         Qt::AlignRight | Qt::AlignTop, timeText(hour * minutesOfHour));
+        painter.drawText(
+            QRectF(0, y - metrics.height() / 2, first.left() - space, metrics.height()),
+            Qt::AlignRight | Qt::AlignVCenter, timeText(hour * minutesOfHour));
     }
 }
 
@@ -79,36 +67,6 @@ void drawColumns(QPainter& painter, const WeekPicture& picture, const WeekDrawin
         painter.drawText(QRectF(place.left(), place.top() - above, place.width(), above),
                          Qt::AlignCenter, hasRoom ? name : name.first(3));
     }
-}
-
-void drawMark(QPainter& painter, const WeekPicture::Mark& mark, const WeekDrawing::Look& look)
-{
-    const QFontMetricsF metrics = metricsOf(painter);
-    const QRectF place = mark.rect.adjusted(1, 0.5, -1, -0.5);
-    const QColor colour = WeekDrawing::outputColour(mark.block, look.isDark);
-    // Nothing behind it shines through.
-    painter.setPen(QPen(colour, 1));
-    painter.setBrush(look.background);
-    painter.drawRoundedRect(place, 3, 3);
-    QColor tint = colour;
-    tint.setAlphaF(0.25F);
-    painter.setBrush(tint);
-    painter.drawRoundedRect(place, 3, 3);
-
-    const QString text = timeText(mark.minute);
-    const qreal textWidth = metrics.horizontalAdvance(text);
-    const qreal size = metrics.ascent() * 0.7;
-    const qreal space = size * 0.35;
-    const bool hasText = textWidth + 2 * space <= place.width();
-    const bool hasShape = !hasText || size + textWidth + 3 * space <= place.width();
-    if (hasShape)
-        drawShape(painter, QRectF(place.left() + space, place.center().y() - size / 2, size, size),
-                  mark.block, colour);
-    if (!hasText)
-        return;
-    painter.setPen(look.text);
-    painter.drawText(place.adjusted(hasShape ? size + 2 * space : space, 0, 0, 0),
-                     Qt::AlignVCenter | Qt::AlignLeft | Qt::TextDontClip, text);
 }
 
 } // namespace
@@ -133,8 +91,10 @@ void WeekDrawing::draw(QPainter& painter, const WeekPicture& picture, const Look
 {
     drawHours(painter, picture, look);
     drawColumns(painter, picture, look);
-    for (const WeekPicture::Mark& mark : picture.marks())
-        drawMark(painter, mark, look);
+    WeekMarkPainter::Colours colours;
+    for (int block = 0; block < Programme::blockCount; ++block)
+        colours[static_cast<std::size_t>(block)] = outputColour(block, look.isDark);
+    WeekMarkPainter(painter, colours, look.text, look.background).draw(picture.marks());
 }
 
 qreal WeekDrawing::drawLegend(QPainter& painter, const QPointF& position, int block,
@@ -142,9 +102,10 @@ qreal WeekDrawing::drawLegend(QPainter& painter, const QPointF& position, int bl
 {
     const QFontMetricsF metrics = metricsOf(painter);
     const qreal size = metrics.ascent() * 0.8;
-    drawShape(painter,
-              QRectF(position.x(), position.y() + (metrics.height() - size) / 2, size, size), block,
-              outputColour(block, look.isDark));
+    QPainterPath shape;
+    WeekMarkPainter::addShape(
+        shape, {position.x(), position.y() + (metrics.height() - size) / 2, size, size}, block);
+    painter.fillPath(shape, outputColour(block, look.isDark));
     const QString name = ProgrammeTexts::output(block);
     const qreal width = metrics.horizontalAdvance(name);
     painter.setPen(look.text);
