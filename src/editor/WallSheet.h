@@ -1,11 +1,9 @@
 #pragma once
 
-#include "Programme.h"
+#include "WallLists.h"
 
 #include <QRectF>
 #include <QString>
-
-#include <vector>
 
 class QPagedPaintDevice;
 class QPainter;
@@ -29,32 +27,12 @@ public:
     void paintPage(QPainter& painter, const QRectF& area, int page) const;
 
 private:
-    struct Line {
-        QString time;
-        QString days;
-    };
-    /// The list of an output: its active alarms in the order of their times.
-    struct Column {
-        /// Duration and mode, where the programme decides them.
-        QString note;
-        std::vector<Line> lines;
-    };
-
-    /// The largest with which all lists have room, in points.
-    int textSize(qreal width) const;
-    qreal columnsHeight(int textSize) const;
-    qreal listsHeight(qreal width) const;
     /// The area that is left below.
     QRectF paintTitle(QPainter& painter, const QRectF& area) const;
     void paintWeek(QPainter& painter, const QRectF& area) const;
-    void paintLists(QPainter& painter, const QRectF& area) const;
-    void paintColumn(QPainter& painter, const QRectF& area, int block, int textSize) const;
 
     const Programme m_programme;
     const ClockModel m_model;
     const QString m_title;
-    std::vector<Column> m_columns;
-    /// "Festivos: 01/05, 12/10"
-    QString m_holidays;
-    QString m_vacations;
+    const WallLists m_lists;
 };

@@ -28,7 +28,7 @@ private slots:
     void timesAreInOrder();
     void alarmsWithoutDaysAreLeftOut();
     void durationAndModeAreThoseOfTheHct7300Only();
-    void datesAreListed();
+    void datesAreListedInTheOrderOfTheCalendar();
     void smallPaperHasASecondPageForTheLists();
     void fileIsReplacedWholeOrNotAtAll();
 
@@ -153,15 +153,16 @@ void TestWallSheet::durationAndModeAreThoseOfTheHct7300Only()
     QVERIFY(!textOf(programme, hct7200).contains(u"duración"));
 }
 
-void TestWallSheet::datesAreListed()
+void TestWallSheet::datesAreListedInTheOrderOfTheCalendar()
 {
     Programme programme;
-    programme.table.holidays[3] = {1, 5};
-    programme.table.holidays[9] = {12, 10};
-    programme.table.vacations[7] = {23, 12, 7, 1};
+    programme.table.holidays[3] = {12, 10};
+    programme.table.holidays[9] = {1, 5};
+    programme.table.vacations[6] = {23, 12, 7, 1};
+    programme.table.vacations[7] = {1, 7, 31, 8};
     const QString text = textOf(programme, hct7200);
     QVERIFY(text.contains(u"Festivos: 01/05, 12/10"));
-    QVERIFY(text.contains(u"Períodos de vacaciones: 23/12 a 07/01"));
+    QVERIFY(text.contains(u"Períodos de vacaciones: 01/07 a 31/08, 23/12 a 07/01"));
 }
 
 void TestWallSheet::smallPaperHasASecondPageForTheLists()
