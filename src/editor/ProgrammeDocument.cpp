@@ -190,7 +190,8 @@ ProgrammeDocument::SaveResult ProgrammeDocument::saveAs(const QString& path,
 
 std::optional<ProgrammeDocument::SaveResult> ProgrammeDocument::objection(const QString& path) const
 {
-    if (m_path.isEmpty() || QFileInfo(path) != QFileInfo(m_path))
+    // Files that do not exist compare equal, and nothing is lost there.
+    if (m_path.isEmpty() || !QFileInfo::exists(path) || QFileInfo(path) != QFileInfo(m_path))
         return std::nullopt;
     if (isChangedOutside())
         return SaveResult{

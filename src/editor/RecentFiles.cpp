@@ -63,11 +63,14 @@ std::optional<File> fileOf(const QString& text)
     return file;
 }
 
-QList<File>::iterator findIn(QList<File>& files, const QString& path)
+/// -1 when the file is not among them.
+qsizetype indexIn(const QList<File>& files, const QString& path)
 {
-    return std::find_if(files.begin(), files.end(), [wanted = absolute(path)](const File& file) {
-        return isSame(file.path, wanted);
-    });
+    const auto found =
+        std::find_if(files.begin(), files.end(), [wanted = absolute(path)](const File& file) {
+            return isSame(file.path, wanted);
+        });
+    return found == files.end() ? -1 : found - files.begin();
 }
 
 } // namespace
@@ -80,7 +83,7 @@ QList<File> RecentFiles::files() const
         if (!modRexistro::readValue(m_registry, root, key(), valueName(index), text, true))
             continue;
         const auto file = fileOf(text);
-        if (file && findIn(files, file->path) == files.end())
+        if (file && indexIn(files, file->path) < 0)
             files.append(*file);
     }
     return files;
@@ -88,39 +91,36 @@ QList<File> RecentFiles::files() const
 
 std::optional<File> RecentFiles::find(const QString& path) const
 {
-    QList<File> known = files();
-    const auto found = findIn(known, path);
-    return found == known.end() ? std::nullopt : std::optional(*found);
+    const QList<File> known = files();
+    const qsizetype index = indexIn(known, path);
+    return index < 0 ? std::nullopt : std::optional(known[index]);
 }
 
 bool RecentFiles::add(const QString& path, ClockModel model)
 {
     QList<File> known = files();
-    File file{absolute(path), model, {}};
-    if (const auto found = findIn(known, path); found != known.end()) {
-        file.wallTitle = found->wallTitle;
-        known.erase(found);
-    }
-    known.prepend(file);
+    const qsizetype index = indexIn(known, path);
+    const QString title = index < 0 ? QString() : known.takeAt(index).wallTitle;
+    known.prepend({absolute(path), model, title});
     return write(known.mid(0, mostFiles));
 }
 
 bool RecentFiles::setWallTitle(const QString& path, const QString& title)
 {
     QList<File> known = files();
-    const auto found = findIn(known, path);
-    if (found == known.end())
+    const qsizetype index = indexIn(known, path);
+    if (index < 0)
         return false;
-    found->wallTitle = title;
+    known[index].wallTitle = title;
     return write(known);
 }
 
 bool RecentFiles::remove(const QString& path)
 {
     QList<File> known = files();
-    const auto found = findIn(known, path);
-    if (found != known.end())
-        known.erase(found);
+    const qsizetype index = indexIn(known, path);
+    if (index >= 0)
+        known.removeAt(index);
     return write(known);
 }
 

@@ -33,6 +33,7 @@ private slots:
     void fileWrittenAgainWithTheSameBytesIsUnchanged();
     void otherNameOfTheSameFileIsTheSameFile();
     void removedFileIsSavedAnew();
+    void removedMisreadFileIsSavedElsewhereWithoutPermission();
     void recoveredWorkNoticesAChangedFile();
 
 private:
@@ -271,6 +272,15 @@ void TestDocumentFiles::removedFileIsSavedAnew()
     QVERIFY(QFile::remove(path));
     QVERIFY(document.save().isSaved());
     QCOMPARE(contentsOf(path), ProgrammeLines().text());
+}
+
+void TestDocumentFiles::removedMisreadFileIsSavedElsewhereWithoutPermission()
+{
+    const QString path = writeFile(inFolder(u"m.hct"_s), misreadText());
+    ProgrammeDocument document(ClockModel::Hct7200);
+    QVERIFY(document.open(path, ClockModel::Hct7200).isOpen());
+    QVERIFY(QFile::remove(path));
+    QVERIFY(document.saveAs(inFolder(u"m2.hct"_s)).isSaved());
 }
 
 void TestDocumentFiles::recoveredWorkNoticesAChangedFile()
