@@ -139,7 +139,9 @@ ProgrammeDocument::OpenResult ProgrammeDocument::open(const QString& path, Clock
     const QList<ProgrammeProblem> problems = ProgrammeCheck::problemsOf(*bytes, model);
     const Programme programme = ProgrammeFile::programmeIn(
         bytes->first(std::min(bytes->size(), ProgrammeFile::maximumBytes)), model);
-    begin({programme, model, path, hashOf(*bytes), ProgrammeCheck::isMisread(problems)}, true);
+    begin({programme, model, QFileInfo(path).absoluteFilePath(), hashOf(*bytes),
+           ProgrammeCheck::isMisread(problems)},
+          true);
     return {{}, problems};
 }
 
@@ -180,7 +182,7 @@ ProgrammeDocument::SaveResult ProgrammeDocument::saveAs(const QString& path,
             return *found;
     if (!ProgrammeFile::save(path, m_state.programme, m_state.model))
         return {SaveResult::Outcome::Failed, FileFailure::ofWriting(path)};
-    m_path = path;
+    m_path = QFileInfo(path).absoluteFilePath();
     m_fileHash = hashOf(ProgrammeFile::text(m_state.programme, m_state.model));
     m_isMisread = false;
     m_undoStack.setClean();

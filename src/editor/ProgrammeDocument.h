@@ -41,7 +41,7 @@ public:
     void finishTyping() { ++m_typing; }
 
     bool isModified() const { return !m_undoStack.isClean(); }
-    /// Empty while there is no file.
+    /// Absolute; empty while there is no file.
     const QString& path() const { return m_path; }
     /// "colegio.hct"; "Sin título" while there is no file.
     QString name() const;

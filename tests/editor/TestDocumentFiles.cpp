@@ -25,6 +25,7 @@ private slots:
     void savedDocumentIsUnmodifiedUntilTheStepIsUndone();
     void savingEndsTheTyping();
     void everyFileIsTold();
+    void pathIsAbsolute();
     void fileThatCannotBeReadChangesNothing();
     void problemsOfAFileAreTold();
     void misreadFileIsNotReplacedWithoutPermission();
@@ -173,6 +174,21 @@ void TestDocumentFiles::everyFileIsTold()
     QCOMPARE(document.path(), inFolder(u"d.hct"_s));
     QVERIFY(document.open(inFolder(u"d.hct"_s), ClockModel::Hct7300).isOpen());
     QCOMPARE(files.size(), 2);
+}
+
+void TestDocumentFiles::pathIsAbsolute()
+{
+    const QString before = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(m_folder.path()));
+    ProgrammeDocument document(ClockModel::Hct7300);
+    const bool saved = document.saveAs(u"relative.hct"_s).isSaved();
+    const QString savedPath = document.path();
+    const bool opened = document.open(u"relative.hct"_s, ClockModel::Hct7300).isOpen();
+    QVERIFY(QDir::setCurrent(before));
+    QVERIFY(saved && opened);
+    QVERIFY(QFileInfo(savedPath) == QFileInfo(inFolder(u"relative.hct"_s)));
+    QCOMPARE(document.path(), savedPath);
+    QVERIFY(QDir::isAbsolutePath(savedPath));
 }
 
 void TestDocumentFiles::fileThatCannotBeReadChangesNothing()

@@ -25,6 +25,7 @@ private slots:
     void titleIsOnThePageAndInTheFile();
     void longTitleIsShortened();
     void daysAreBehindTheTimes();
+    void markOfEachDayHasItsTime();
     void timesAreInOrder();
     void alarmsWithoutDaysAreLeftOut();
     void durationAndModeAreThoseOfTheHct7300Only();
@@ -129,6 +130,14 @@ void TestWallSheet::daysAreBehindTheTimes()
                                 hct7300);
     QVERIFY(text.contains(u"9:05 lun, mié y fest"));
     QVERIFY(text.contains(u"10:00 lun a vie"));
+}
+
+void TestWallSheet::markOfEachDayHasItsTime()
+{
+    // In the columns of three days, and in the list.
+    QCOMPARE(textOf(programmeOf({samples::alarm(9, 5, {Monday, Tuesday, OnVacation})}), hct7300)
+                 .count(u"9:05"),
+             4);
 }
 
 void TestWallSheet::timesAreInOrder()
