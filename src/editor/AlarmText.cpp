@@ -24,6 +24,11 @@ std::optional<Time> timeIn(const QString& cell)
     // A point needs two digits behind it: 9.5 may be nine and a half.
     static const QRegularExpression pattern(
         u"^(\\d{1,2}) ?(?:[:h] ?(\\d{1,2})|\\.(\\d\\d))(?:[:.]00)? ?(?:(a|p)\\.? ?m\\.?|h\\.?)?$"_s);
+    const auto first = std::find_if_not(cell.begin(), cell.end(),
+                                        [](QChar character) { return character.isSpace(); });
+    // Most cells are none: these need no search.
+    if (first == cell.end() || !first->isDigit())
+        return std::nullopt;
     const QRegularExpressionMatch match = pattern.match(DayWords::plain(cell));
     if (!match.hasMatch())
         return std::nullopt;
