@@ -35,7 +35,15 @@ Recovery::Recovery(ProgrammeDocument& document, const QString& folder, IntervalT
 Recovery::~Recovery()
 {
     m_timer.setEnabled(false);
-    remove();
+    if (!m_isKept)
+        remove();
+}
+
+void Recovery::keep()
+{
+    m_isKept = true;
+    if (m_isPending)
+        write();
 }
 
 void Recovery::noteChange()

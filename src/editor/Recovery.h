@@ -24,6 +24,9 @@ public:
     ~Recovery() override;
     Q_DISABLE_COPY_MOVE(Recovery)
 
+    /// Writes what is not written yet, and leaves the file when this object ends.
+    void keep();
+
 signals:
     /// The file could not be written, for the first time since it last could.
     void failed();
@@ -43,5 +46,6 @@ private:
     /// Tells other programs that the owner of the file is alive.
     std::optional<QLockFile> m_lock;
     bool m_isPending = false;
+    bool m_isKept = false;
     bool m_hasFailed = false;
 };

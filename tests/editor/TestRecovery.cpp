@@ -25,6 +25,7 @@ private slots:
     void savingRemovesTheFile();
     void undoingAllRemovesTheFile();
     void closingRemovesTheFile();
+    void keptFileHasTheLastEditAndStays();
     void recoveredDocumentIsWrittenBeforeItIsEdited();
     void everythingIsWritten();
     void folderThatCannotBeWrittenIsToldOnce();
@@ -129,6 +130,15 @@ void TestRecovery::closingRemovesTheFile()
     m_recovery.reset();
     QCOMPARE(filesIn(u"*"_s), QStringList());
     QVERIFY(!m_timer->isRunning());
+}
+
+void TestRecovery::keptFileHasTheLastEditAndStays()
+{
+    edit(8);
+    edit(9);
+    m_recovery->keep();
+    m_recovery.reset();
+    QCOMPARE(writtenHour(), 9);
 }
 
 void TestRecovery::recoveredDocumentIsWrittenBeforeItIsEdited()
