@@ -13,6 +13,12 @@ public:
     }
 
     void setValues(int first, int second) { NumberField::setValues({first, second}); }
+    /// The same, unless it has these values: then what is being typed goes on.
+    void updateValues(int first, int second)
+    {
+        if (value(0) != first || value(1) != second)
+            setValues(first, second);
+    }
     /// Shows the numbers in grey: they have no effect at present.
     void setDimmed(bool dimmed)
     {

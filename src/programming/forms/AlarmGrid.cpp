@@ -1,5 +1,6 @@
 #include "AlarmGrid.h"
 
+#include "RowNumber.h"
 #include "TextUpDown.h"
 #include "WidgetDescription.h"
 
@@ -8,7 +9,9 @@
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPainter>
+#include <QScopedValueRollback>
 #include <QShortcut>
 
 #include <algorithm>
@@ -66,14 +69,18 @@ AlarmGrid::AlarmGrid(ClockModel model, QWidget* parent)
             [this](QWidget*, QWidget* now) { focusChanged(now); });
     auto* repeat = new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_D), this);
     repeat->setContext(Qt::WidgetWithChildrenShortcut);
-    connect(repeat, &QShortcut::activated, this, &AlarmGrid::repeatDaysOfRowAbove);
+    connect(repeat, &QShortcut::activated, this, &AlarmGrid::repeatDays);
 }
+
+// A row that has the focus loses it when the rows no longer exist.
+AlarmGrid::~AlarmGrid() { disconnect(qApp, nullptr, this, nullptr); }
 
 void AlarmGrid::setAlarms(const AlarmBlock& block)
 {
+    const QScopedValueRollback showing(m_isShowing, true);
     for (std::size_t row = 0; row < m_rows.size(); ++row) {
         const Alarm& alarm = block.Alarms[row];
-        m_rows[row].txtHora->setValues(alarm.Hour, alarm.Minute);
+        m_rows[row].txtHora->updateValues(alarm.Hour, alarm.Minute);
         for (std::size_t day = 0; day < m_rows[row].days.size(); ++day)
             m_rows[row].days[day]->setChecked(alarm.flags[day]);
     }
@@ -100,14 +107,12 @@ void AlarmGrid::addRow(int index)
     const QString number = QString::number(index + 1);
 
     Row row;
-    row.lblOrde = new QLabel(number, this);
+    row.lblOrde = new RowNumber(index + 1, this);
     row.lblOrde->setObjectName(indexed(u"lblOrde"_s, index));
-    row.lblOrde->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     row.txtHora = new TextUpDown({{0, 23, 2, u"Hora del aviso %1"_s.arg(number)},
                                   {0, 59, 2, u"Minuto del aviso %1"_s.arg(number)}},
                                  u':', this);
     row.txtHora->setObjectName(indexed(u"txtHora"_s, index));
-    setHint(*row.txtHora, u"Hora y minuto del aviso %1 del bloque"_s.arg(number));
     row.lblOrde->setBuddy(row.txtHora);
     grid->addWidget(row.lblOrde, gridRow, firstColumn);
     grid->addWidget(row.txtHora, gridRow, firstColumn + 1);
@@ -116,19 +121,29 @@ void AlarmGrid::addRow(int index)
         grid->addWidget(row.days.back(), gridRow, firstColumn + 2 + day, Qt::AlignCenter);
     }
     row.txtHora->setDimmed(true);
+    connect(row.txtHora, &TextUpDown::valuesChanged, this, [this] {
+        if (!m_isShowing)
+            clearSelection();
+        tellEdited();
+    });
     m_rows.push_back(std::move(row));
+    describeRow(index);
 }
 
 QCheckBox* AlarmGrid::addDay(int index, int day)
 {
     auto* check = new QCheckBox(this);
     describe(*check, indexed(text(textOf(day).control), index),
-             u"%1, aviso %2"_s.arg(text(textOf(day).name)).arg(index + 1),
-             text(textOf(day).toolTip));
+             u"%1, aviso %2"_s.arg(text(textOf(day).name)).arg(index + 1));
     check->installEventFilter(this);
-    connect(check, &QCheckBox::toggled, this, [this, index] { dimIfInactive(index); });
+    connect(check, &QCheckBox::toggled, this, [this, index] {
+        dimIfInactive(index);
+        tellEdited();
+    });
     return check;
 }
+
+QString AlarmGrid::dayHint(int day) { return text(textOf(day).toolTip); }
 
 void AlarmGrid::addCaptions()
 {
@@ -184,23 +199,39 @@ bool AlarmGrid::event(QEvent* event)
 void AlarmGrid::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
-    QColor marked = palette().color(QPalette::Highlight);
-    marked.setAlphaF(0.22F);
-    for (int row = 0; row < AlarmBlock::alarmCount; ++row) {
-        const QRect band = rowRect(row);
-        if (row % 2 != 0)
-            painter.fillRect(band, palette().alternateBase());
-        if (row != m_focusRow)
-            continue;
-        painter.fillRect(band, marked);
-        painter.fillRect(QRect(band.topLeft(), QSize(3, band.height())), palette().highlight());
-    }
+    for (int row = 0; row < AlarmBlock::alarmCount; ++row)
+        paintRow(painter, row, rowRect(row));
+}
+
+void AlarmGrid::paintRow(QPainter& painter, int row, const QRect& band) const
+{
+    const auto wash = [&](QColor colour, float alpha) {
+        colour.setAlphaF(alpha);
+        painter.fillRect(band, colour);
+    };
+    const Rows selected = selectedRows();
+    if (row % 2 != 0)
+        painter.fillRect(band, palette().alternateBase());
+    if (!m_rows[static_cast<std::size_t>(row)].lblOrde->reason().isEmpty())
+        wash(RowNumber::markColour(palette()), 0.16F);
+    if (row >= selected.first && row <= selected.last)
+        wash(palette().color(QPalette::Highlight), 0.30F);
+    if (row != m_focusRow)
+        return;
+    wash(palette().color(QPalette::Highlight), 0.22F);
+    painter.fillRect(QRect(band.topLeft(), QSize(3, band.height())), palette().highlight());
 }
 
 bool AlarmGrid::eventFilter(QObject* watched, QEvent* event)
 {
-    // In a check box the arrows would go through all check boxes; here they go by row and day.
+    if (event->type() == QEvent::MouseButtonPress)
+        clearSelection();
     if (event->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(watched, event);
+    if (pressSelectionKey(*static_cast<QKeyEvent*>(event)))
+        return true;
+    // In a check box the arrows would go through all check boxes; here they go by row and day.
+    if (!qobject_cast<QCheckBox*>(watched))
         return QWidget::eventFilter(watched, event);
     const Place place = placeOf(qobject_cast<QWidget*>(watched));
     switch (static_cast<QKeyEvent*>(event)->key()) {
@@ -238,6 +269,9 @@ void AlarmGrid::focusChanged(QWidget* now)
         if (changed >= 0)
             update(rowRect(changed));
     m_focusRow = row;
+    // Not while the focus is elsewhere: menus and boxes act on the selection.
+    if (row >= 0 && row != m_current)
+        clearSelection();
 }
 
 AlarmGrid::Place AlarmGrid::placeOf(const QWidget* widget) const
@@ -268,15 +302,38 @@ void AlarmGrid::moveTo(Place place)
         row.txtHora->setFieldFocus(0, Qt::OtherFocusReason);
 }
 
-void AlarmGrid::repeatDaysOfRowAbove()
+void AlarmGrid::repeatDays()
 {
-    const int row = placeOf(QApplication::focusWidget()).row;
-    if (row < 1)
-        return;
-    const Row& above = m_rows[static_cast<std::size_t>(row - 1)];
-    const Row& here = m_rows[static_cast<std::size_t>(row)];
-    for (std::size_t day = 0; day < here.days.size(); ++day)
-        here.days[day]->setChecked(above.days[day]->isChecked());
+    const Rows rows = chosenRows();
+    if (rows.count() > 1)
+        repeatDaysOf(rows.first, {rows.first + 1, rows.last});
+    else if (rows.first > 0)
+        repeatDaysOf(rows.first - 1, rows);
+}
+
+void AlarmGrid::repeatDaysOf(int source, const Rows& rows)
+{
+    const auto& days = m_rows[static_cast<std::size_t>(source)].days;
+    bool isChange = false;
+    {
+        // Told once, not once a day.
+        const QScopedValueRollback showing(m_isShowing, true);
+        for (int row = rows.first; row <= rows.last; ++row) {
+            const auto& here = m_rows[static_cast<std::size_t>(row)].days;
+            for (std::size_t day = 0; day < here.size(); ++day) {
+                isChange = isChange || here[day]->isChecked() != days[day]->isChecked();
+                here[day]->setChecked(days[day]->isChecked());
+            }
+        }
+    }
+    if (isChange)
+        tellEdited();
+}
+
+void AlarmGrid::tellEdited()
+{
+    if (!m_isShowing)
+        emit edited();
 }
 
 void AlarmGrid::dimIfInactive(int index)

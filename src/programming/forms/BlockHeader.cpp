@@ -8,6 +8,7 @@
 #include <QCheckBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QScopedValueRollback>
 
 using namespace Qt::StringLiterals;
 
@@ -88,13 +89,22 @@ Hct7300Header::Hct7300Header(QWidget* parent) : BlockHeader(parent)
     addCaptioned(u"Modo:"_s, txtModo);
     addCaptioned(u"Tiempo:"_s, txtDuracion);
     row()->addStretch();
+    for (TextUpDown* field : {txtModo, txtDuracion})
+        connect(field, &TextUpDown::valuesChanged, this, [this] {
+            if (!m_isShowing)
+                emit edited();
+        });
 }
 
 void Hct7300Header::setBlock(const AlarmBlock& block, int number, quint8 statusMode)
 {
     BlockHeader::setBlock(block, number, statusMode);
-    txtModo->setValue(0, block.Mode);
-    txtDuracion->setValue(0, block.Duration);
+    const QScopedValueRollback showing(m_isShowing, true);
+    // A field that has its value already keeps what is being typed.
+    if (txtModo->value() != block.Mode)
+        txtModo->setValue(0, block.Mode);
+    if (txtDuracion->value() != block.Duration)
+        txtDuracion->setValue(0, block.Duration);
 }
 
 void Hct7300Header::storeBlock(AlarmBlock& block) const

@@ -20,6 +20,10 @@ public:
 
     static BlockHeader* make(ClockModel model, QWidget* parent);
 
+signals:
+    /// The operator or assistive software has changed mode or duration; setBlock never does.
+    void edited();
+
 protected:
     explicit BlockHeader(QWidget* parent);
 
@@ -60,4 +64,5 @@ public:
 private:
     TextUpDown* txtModo;
     TextUpDown* txtDuracion;
+    bool m_isShowing = false;
 };

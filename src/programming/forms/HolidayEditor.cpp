@@ -1,6 +1,7 @@
 #include "HolidayEditor.h"
 
 #include "FollowingScroll.h"
+#include "RowNumber.h"
 #include "TextUpDown.h"
 #include "WidgetDescription.h"
 
@@ -9,6 +10,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QScopedValueRollback>
 
 #include <algorithm>
 
@@ -19,14 +21,6 @@ namespace {
 constexpr int datesAColumn = 8;
 
 quint8 part(const TextUpDown* date, int field) { return static_cast<quint8>(date->value(field)); }
-
-QLabel* numberLabel(int number, TextUpDown* buddy)
-{
-    auto* label = new QLabel(QString::number(number));
-    label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    label->setBuddy(buddy);
-    return label;
-}
 
 } // namespace
 
@@ -54,12 +48,13 @@ HolidayEditor::HolidayEditor(QWidget* parent) : QFrame(parent)
 
 void HolidayEditor::setTable(const HolidayTable& table)
 {
+    const QScopedValueRollback showing(m_isShowing, true);
     for (std::size_t index = 0; index < txtFest.size(); ++index)
-        txtFest[index]->setValues(table.holidays[index].Day, table.holidays[index].Month);
+        txtFest[index]->updateValues(table.holidays[index].Day, table.holidays[index].Month);
     for (std::size_t index = 0; index < txtVacacIni.size(); ++index) {
         const VacationPeriod& period = table.vacations[index];
-        txtVacacIni[index]->setValues(period.StartDay, period.StartMonth);
-        txtVacacFin[index]->setValues(period.EndDay, period.EndMonth);
+        txtVacacIni[index]->updateValues(period.StartDay, period.StartMonth);
+        txtVacacFin[index]->updateValues(period.EndDay, period.EndMonth);
     }
 }
 
@@ -75,6 +70,31 @@ HolidayTable HolidayEditor::table() const
 }
 
 void HolidayEditor::focusFirst() { focusDate(0); }
+
+void HolidayEditor::reserveMarks()
+{
+    for (RowNumber* number : m_numbers)
+        number->reserveMark();
+}
+
+void HolidayEditor::setReasons(const QStringList& holidays, const QStringList& vacations)
+{
+    for (int row = 0; row < HolidayTable::holidayCount; ++row)
+        setReason(row, holidays.value(row), {txtFest[static_cast<std::size_t>(row)]});
+    for (int row = 0; row < HolidayTable::vacationCount; ++row) {
+        const auto period = static_cast<std::size_t>(row);
+        setReason(HolidayTable::holidayCount + row, vacations.value(row),
+                  {txtVacacIni[period], txtVacacFin[period]});
+    }
+}
+
+void HolidayEditor::setReason(int number, const QString& reason,
+                              std::initializer_list<TextUpDown*> dates)
+{
+    m_numbers[static_cast<std::size_t>(number)]->setReason(reason);
+    for (TextUpDown* date : dates)
+        setHint(*date, reason);
+}
 
 void HolidayEditor::keyPressEvent(QKeyEvent* event)
 {
@@ -113,7 +133,7 @@ QGroupBox* HolidayEditor::makeHolidays()
         txtFest.push_back(date);
         const int row = 1 + index % datesAColumn;
         const int column = 2 * (index / datesAColumn);
-        grid->addWidget(numberLabel(index + 1, date), row, column);
+        grid->addWidget(addNumber(index + 1, date), row, column);
         grid->addWidget(date, row, column + 1);
     }
     for (const int column : {1, 3})
@@ -134,11 +154,19 @@ QGroupBox* HolidayEditor::makeVacations()
                                       u"de inicio del período vacacional "_s + period));
         txtVacacFin.push_back(addDate(indexed(u"txtVacacFin"_s, index),
                                       u"de fin del período vacacional "_s + period));
-        grid->addWidget(numberLabel(index + 1, txtVacacIni.back()), index + 1, 0);
+        grid->addWidget(addNumber(index + 1, txtVacacIni.back()), index + 1, 0);
         grid->addWidget(txtVacacIni.back(), index + 1, 1);
         grid->addWidget(txtVacacFin.back(), index + 1, 2);
     }
     return fraPerVacacionais;
+}
+
+RowNumber* HolidayEditor::addNumber(int number, TextUpDown* buddy)
+{
+    auto* label = new RowNumber(number, this);
+    label->setBuddy(buddy);
+    m_numbers.push_back(label);
+    return label;
 }
 
 TextUpDown* HolidayEditor::addDate(const QString& name, const QString& what)
@@ -147,8 +175,11 @@ TextUpDown* HolidayEditor::addDate(const QString& name, const QString& what)
         new TextUpDown({{0, 31, 2, u"Día "_s + what}, {0, 12, 2, u"Mes "_s + what}}, u'/', this);
     date->setObjectName(name);
     date->setDimmed(true);
-    connect(date, &TextUpDown::valuesChanged, this,
-            [date] { date->setDimmed(date->value(0) == 0 && date->value(1) == 0); });
+    connect(date, &TextUpDown::valuesChanged, this, [this, date] {
+        date->setDimmed(date->value(0) == 0 && date->value(1) == 0);
+        if (!m_isShowing)
+            emit edited();
+    });
     m_dates.push_back(date);
     return date;
 }
