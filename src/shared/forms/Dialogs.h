@@ -14,7 +14,19 @@ struct FileRequest {
     /// only if no file has exactly that name.
     QString defaultExtension;
     /// The folder shown first; the system's choice when empty.
-    QString directory;
+    QString directory = {};
+    /// The name proposed for saving.
+    QString fileName = {};
+    /// The filter proposed, counted from 0.
+    int filter = 0;
+};
+
+/// What a file dialog was left with.
+struct ChosenFile {
+    /// Empty when cancelled.
+    QString path;
+    /// Counted from 0.
+    int filter = 0;
 };
 
 /// Message boxes, the input box and the file dialogs. The program asks the operator only through

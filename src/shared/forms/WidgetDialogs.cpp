@@ -14,6 +14,8 @@
 #include <QPushButton>
 #include <QRegularExpression>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -116,17 +118,33 @@ private:
     QString m_extension;
 };
 
-QString chooseFile(const QPointer<QFileDialog>& dialog, const FileRequest& request)
+// The toolkit's dialog gives the caption, that of the system the whole filter.
+int chosenFilter(const QFileDialog& dialog, const QStringList& captions)
 {
+    const QString chosen = dialog.selectedNameFilter();
+    const qsizetype index =
+        std::max(captions.indexOf(chosen), toolkitFilters(captions).indexOf(chosen));
+    return static_cast<int>(std::max<qsizetype>(index, 0));
+}
+
+ChosenFile chooseFile(const QPointer<QFileDialog>& dialog, const FileRequest& request)
+{
+    const QStringList filters = toolkitFilters(request.filters);
     dialog->setOption(QFileDialog::HideNameFilterDetails);
-    if (!request.filters.isEmpty())
-        dialog->setNameFilters(toolkitFilters(request.filters));
+    if (!filters.isEmpty())
+        dialog->setNameFilters(filters);
+    if (request.filter > 0)
+        dialog->selectNameFilter(filters.value(request.filter));
     if (!request.directory.isEmpty())
         dialog->setDirectory(request.directory);
+    if (!request.fileName.isEmpty())
+        dialog->selectFile(request.fileName);
     const bool accepted = dialog->exec() == QDialog::Accepted;
-    const QStringList chosen = dialog && accepted ? dialog->selectedFiles() : QStringList();
+    ChosenFile chosen;
+    if (dialog && accepted)
+        chosen = {dialog->selectedFiles().value(0), chosenFilter(*dialog, request.filters)};
     delete dialog;
-    return chosen.value(0);
+    return chosen;
 }
 
 } // namespace
@@ -169,6 +187,11 @@ std::optional<QString> WidgetDialogs::askText(const QString& title, const QStrin
 
 QString WidgetDialogs::openFile(const FileRequest& request)
 {
+    return openFileByFilter(request).path;
+}
+
+ChosenFile WidgetDialogs::openFileByFilter(const FileRequest& request)
+{
     return chooseFile(new OpenDialog(owner(), titleOr(request.title), request.defaultExtension),
                       request);
 }
@@ -179,5 +202,20 @@ QString WidgetDialogs::saveFile(const FileRequest& request)
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setFileMode(QFileDialog::AnyFile);
     dialog->setDefaultSuffix(request.defaultExtension);
-    return chooseFile(dialog, request);
+    return chooseFile(dialog, request).path;
+}
+
+int WidgetDialogs::choose(Icon icon, const QString& title, const QString& text,
+                          const QStringList& buttons)
+{
+    const QPointer<QMessageBox> box = makeBox(icon, title, text);
+    QList<QAbstractButton*> made;
+    for (const QString& caption : buttons)
+        made.append(box->addButton(caption, QMessageBox::ActionRole));
+    box->setDefaultButton(static_cast<QPushButton*>(made.first()));
+    box->setEscapeButton(made.last());
+    box->exec();
+    const qsizetype pressed = box ? made.indexOf(box->clickedButton()) : -1;
+    delete box;
+    return static_cast<int>(pressed < 0 ? made.size() - 1 : pressed);
 }
