@@ -1,11 +1,15 @@
 #include "EditorCommandLine.h"
+#include "EditorProgram.h"
 #include "PdfJob.h"
+#include "PreciseTimer.h"
 #include "RecentFiles.h"
+#include "RecoveryFolder.h"
 #include "Spanish.h"
-#include "StandardStreams.h"
 #include "SystemRegistry.h"
+#include "TerminationSignals.h"
+#include "WidgetEditorDialogs.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QTranslator>
 
 using namespace Qt::StringLiterals;
@@ -36,6 +40,35 @@ int runWithoutDisplay(int argc, char** argv)
     return PdfJob::run(std::get<EditorOrder>(read), RecentFiles(*registry));
 }
 
+int runWithWindows(int argc, char** argv)
+{
+    const QApplication application(argc, argv);
+    QGuiApplication::setDesktopFileName(u"hct-editor"_s);
+    QTranslator toolkit;
+    speakSpanish(toolkit);
+    const auto read = EditorCommandLine::read(QCoreApplication::arguments().mid(1));
+    if (const int* status = std::get_if<int>(&read))
+        return *status;
+
+    const auto registry = systemRegistry();
+    WidgetEditorDialogs dialogs;
+    EditorProgram program({dialogs, *registry, RecoveryFolder::path(),
+                           [] { return std::make_unique<PreciseTimer>(); }});
+    const TerminationSignals termination;
+    QObject::connect(&termination, &TerminationSignals::arrived, &program, [&program] {
+        program.keepUnsavedWork();
+        // exit and not quit: with quit an open dialog could refuse.
+        QCoreApplication::exit();
+    });
+    QObject::connect(
+        qApp, &QGuiApplication::commitDataRequest, &program,
+        [&program](QSessionManager& session) { program.endSession(session); },
+        Qt::DirectConnection);
+    const auto& order = std::get<EditorOrder>(read);
+    program.start(order.files, order.model);
+    return QCoreApplication::exec();
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -44,6 +77,5 @@ int main(int argc, char* argv[])
     QCoreApplication::setApplicationVersion(QStringLiteral(HCT_VERSION));
     if (EditorCommandLine::needsNoDisplay(wordsOf(argc, argv)))
         return runWithoutDisplay(argc, argv);
-    writeText(stderr, u"Falta --pdf.\n"_s);
-    return EditorCommandLine::failure;
+    return runWithWindows(argc, argv);
 }

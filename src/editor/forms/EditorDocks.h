@@ -1,0 +1,47 @@
+#pragma once
+
+#include "Programme.h"
+#include "ProgrammeProblem.h"
+#include "RowList.h"
+
+#include <QObject>
+
+#include <optional>
+
+class ProgrammeDocument;
+class QDockWidget;
+class QMainWindow;
+
+/// The panels below the pages: what is wrong, and what differs from another file.
+class EditorDocks final : public QObject {
+    Q_OBJECT
+public:
+    /// Both are hidden at first.
+    EditorDocks(ProgrammeDocument& document, QMainWindow& window);
+
+    QDockWidget& problems() { return *m_problemsDock; }
+    QDockWidget& comparison() { return *m_comparisonDock; }
+
+    /// What could not be read of the file; shown above what is wrong with the programme.
+    void setReadingProblems(const QList<ProgrammeProblem>& problems);
+    /// `name` is that of the other file. Shows the panel.
+    void compareWith(const QString& name, const Programme& other);
+
+signals:
+    void chosen(const RowList::Target& target);
+
+private:
+    QDockWidget* addDock(QMainWindow& window, const QString& name, const QString& title,
+                         RowList* list);
+    void refresh();
+    void showProblems();
+    void showDifferences();
+
+    ProgrammeDocument& m_document;
+    RowList* m_problems;
+    RowList* m_differences;
+    QDockWidget* m_problemsDock;
+    QDockWidget* m_comparisonDock;
+    QList<ProgrammeProblem> m_reading;
+    std::optional<Programme> m_other;
+};

@@ -1,0 +1,54 @@
+#include "WallPrinting.h"
+
+#include "EditorDialogs.h"
+#include "ProgrammeDocument.h"
+#include "WallSheet.h"
+
+#include <QFileInfo>
+#include <QPrinter>
+
+using namespace Qt::StringLiterals;
+
+WallPrinting::WallPrinting(const ProgrammeDocument& document, EditorDialogs& dialogs,
+                           const std::function<QString()>& title, QObject* parent)
+    : QObject(parent), m_document(document), m_dialogs(dialogs), m_title(title)
+{}
+
+QString WallPrinting::name() const
+{
+    const QString title = m_title();
+    return title.isEmpty() ? QFileInfo(m_document.name()).completeBaseName() : title;
+}
+
+WallSheet WallPrinting::sheet() const
+{
+    return {m_document.programme(), m_document.model(), name()};
+}
+
+void WallPrinting::print()
+{
+    m_dialogs.print(name(), [sheet = sheet()](QPrinter& printer) { sheet.paint(printer); });
+}
+
+void WallPrinting::preview()
+{
+    m_dialogs.preview(name(), [sheet = sheet()](QPrinter& printer) { sheet.paint(printer); });
+}
+
+void WallPrinting::savePdf()
+{
+    FileRequest request;
+    request.title = u"Guardar como PDF"_s;
+    request.filters = {u"Documentos PDF (*.pdf)"_s};
+    request.defaultExtension = u"pdf"_s;
+    request.directory = QFileInfo(m_document.path()).path();
+    request.fileName = QFileInfo(m_document.name()).completeBaseName() + u".pdf"_s;
+    const QString path = m_dialogs.saveFile(request);
+    if (path.isEmpty())
+        return;
+    const QString failure = sheet().writePdf(path);
+    if (failure.isEmpty())
+        emit told(u"Guardado en %1."_s.arg(path));
+    else
+        m_dialogs.tell(Dialogs::Icon::Critical, editorTitle(), failure);
+}
