@@ -32,7 +32,6 @@ EditorDocks::EditorDocks(ProgrammeDocument& document, QMainWindow& window)
       m_problemsDock(addDock(window, u"docProblemas"_s, u"Problemas"_s, m_problems)),
       m_comparisonDock(addDock(window, u"docComparacion"_s, u"Comparación"_s, m_differences))
 {
-    window.tabifyDockWidget(m_problemsDock, m_comparisonDock);
     m_problemsDock->hide();
     m_comparisonDock->hide();
     connect(&m_document, &ProgrammeDocument::changed, this, &EditorDocks::refresh);

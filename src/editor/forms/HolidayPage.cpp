@@ -1,7 +1,8 @@
 #include "HolidayPage.h"
 
-#include "HolidayEdits.h"
 #include "HolidayEditor.h"
+#include "HolidayEdits.h"
+#include "PictureScroll.h"
 #include "ProgrammeMarks.h"
 #include "YearView.h"
 
@@ -11,7 +12,7 @@
 using namespace Qt::StringLiterals;
 
 HolidayPage::HolidayPage(QWidget* parent)
-    : QWidget(parent), m_year(new YearView(this)), m_fields(new HolidayEditor(this))
+    : QWidget(parent), m_year(new YearView), m_fields(new HolidayEditor(this))
 {
     m_fields->reserveMarks();
     auto* hint = new QLabel(u"Haga clic en un día para ponerlo o quitarlo como festivo. Arrastre "
@@ -22,7 +23,7 @@ HolidayPage::HolidayPage(QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(hint);
-    layout->addWidget(m_year, 1);
+    layout->addWidget(new PictureScroll(*m_year, this), 1);
     layout->addWidget(m_fields);
     connect(m_fields, &HolidayEditor::edited, this,
             [this] { emit edited(m_fields->table(), QString()); });
@@ -62,8 +63,8 @@ void HolidayPage::toggleHoliday(const YearPicture::Date& date)
     if (const auto table = HolidayEdits::withHolidayToggled(m_fields->table(), date))
         emit edited(*table, QString());
     else
-        emit refused(u"No queda sitio: los %1 festivos están ocupados."_s.arg(
-            HolidayTable::holidayCount));
+        emit refused(
+            u"No queda sitio: los %1 festivos están ocupados."_s.arg(HolidayTable::holidayCount));
 }
 
 void HolidayPage::addPeriod(const YearPicture::Date& from, const YearPicture::Date& to)

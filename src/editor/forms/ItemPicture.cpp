@@ -24,6 +24,7 @@ void ItemPicture::setCurrentItem(int item)
         return;
     m_current = item;
     update();
+    emit currentItemChanged();
     tellFocus();
 }
 

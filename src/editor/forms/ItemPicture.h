@@ -23,6 +23,9 @@ public:
     int currentItem() const { return m_current; }
     void setCurrentItem(int item);
 
+signals:
+    void currentItemChanged();
+
 protected:
     /// To be called when there are other items. The current one stays, if it exists.
     void itemsChanged();

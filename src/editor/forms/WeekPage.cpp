@@ -1,7 +1,7 @@
 #include "WeekPage.h"
 
-#include "FollowingScroll.h"
 #include "OutputLegend.h"
+#include "PictureScroll.h"
 #include "WeekView.h"
 #include "WidgetDescription.h"
 
@@ -31,11 +31,10 @@ WeekPage::WeekPage(QWidget* parent)
     head->addWidget(caption);
     head->addWidget(m_title, 1);
     head->addWidget(new OutputLegend(this));
-    auto* scroll = new FollowingScroll(*m_view, this);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(head);
-    layout->addWidget(scroll, 1);
+    layout->addWidget(new PictureScroll(*m_view, this), 1);
     connect(m_title, &QLineEdit::editingFinished, this, &WeekPage::sheetTitleEdited);
     connect(m_view, &WeekView::alarmChosen, this, &WeekPage::alarmChosen);
 }

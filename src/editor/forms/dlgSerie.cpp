@@ -1,5 +1,6 @@
 #include "dlgSerie.h"
 
+#include "FollowingScroll.h"
 #include "ProgrammeTexts.h"
 #include "TextUpDown.h"
 #include "WidgetDescription.h"
@@ -7,7 +8,6 @@
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
-#include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
@@ -19,7 +19,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int minutesOfHour = 60;
-constexpr int daysARow = 5;
 
 QString capitalised(QString text)
 {
@@ -38,7 +37,6 @@ dlgSerie::dlgSerie(const AlarmBlock& block, ClockModel model, QWidget* owner)
     lblHoras = new QLabel(this);
     lblHoras->setObjectName(u"lblHoras"_s);
     lblHoras->setWordWrap(true);
-    lblHoras->setMinimumWidth(fontMetrics().averageCharWidth() * 50);
     lblProblemas = new QLabel(this);
     lblProblemas->setObjectName(u"lblProblemas"_s);
     lblProblemas->setWordWrap(true);
@@ -49,12 +47,17 @@ dlgSerie::dlgSerie(const AlarmBlock& block, ClockModel model, QWidget* owner)
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
+    auto* fields = new QWidget;
+    auto* groups = new QHBoxLayout(fields);
+    groups->setContentsMargins(0, 0, 0, 0);
+    groups->addWidget(makeTimes());
+    groups->addWidget(makeDays(dayFlagsOf(model)));
+    auto* scroll = new FollowingScroll(*fields, this);
+    scroll->setFrameShape(QFrame::NoFrame);
     auto* layout = new QVBoxLayout(this);
-    layout->addWidget(makeTimes());
-    layout->addWidget(makeDays(dayFlagsOf(model)));
+    layout->addWidget(scroll, 1);
     layout->addWidget(lblHoras);
     layout->addWidget(lblProblemas);
-    layout->addStretch();
     layout->addWidget(buttons);
     showPlan();
     txtPrimero->setFocus();
@@ -101,15 +104,16 @@ QSpinBox* dlgSerie::addNumber(const QString& name, const QString& accessibleName
 QWidget* dlgSerie::makeDays(int dayCount)
 {
     auto* group = new QGroupBox(u"Días"_s, this);
-    auto* grid = new QGridLayout(group);
+    auto* column = new QVBoxLayout(group);
     for (int day = 0; day < dayCount; ++day) {
         auto* check = new QCheckBox(capitalised(ProgrammeTexts::day(day)), group);
         check->setObjectName(indexed(u"chkDia"_s, day));
         check->setChecked(day < workingDayCount);
         connect(check, &QCheckBox::toggled, this, &dlgSerie::showPlan);
-        grid->addWidget(check, day / daysARow, day % daysARow);
+        column->addWidget(check);
         m_days.push_back(check);
     }
+    column->addStretch();
     return group;
 }
 
