@@ -2,6 +2,10 @@
 
 #include "ItemPicture.h"
 
+#include <QScreen>
+
+#include <algorithm>
+
 PictureScroll::PictureScroll(ItemPicture& picture, QWidget* parent)
     : QScrollArea(parent), m_picture(picture)
 {
@@ -16,6 +20,13 @@ QSize PictureScroll::sizeHint() const
 {
     const int frame = 2 * frameWidth();
     return m_picture.sizeHint() + QSize(frame, frame);
+}
+
+QSize PictureScroll::minimumSizeHint() const
+{
+    const int wanted = m_picture.minimumSizeHint().height() + 2 * frameWidth();
+    return {QScrollArea::minimumSizeHint().width(),
+            std::min(wanted, screen()->availableSize().height() / 3)};
 }
 
 void PictureScroll::showCurrentItem()

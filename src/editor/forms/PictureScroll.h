@@ -12,6 +12,8 @@ public:
     explicit PictureScroll(ItemPicture& picture, QWidget* parent = nullptr);
 
     QSize sizeHint() const override;
+    /// Room for the whole picture, if it needs no more than a third of the screen.
+    QSize minimumSizeHint() const override;
 
 private:
     void showCurrentItem();

@@ -136,6 +136,7 @@ void ProgrammePages::refresh()
     if (isOtherModel)
         makeBlockPage();
     const Programme& programme = m_document.programme();
+    m_week->setProgramme(programme, m_document.model());
     const ProgrammeMarks marks(programme, m_document.model());
     const int block = shownBlock();
     if (block >= 0) {
@@ -147,7 +148,6 @@ void ProgrammePages::refresh()
         m_holidays->showMarks(marks);
         m_stack->setCurrentWidget(m_holidays);
     } else {
-        m_week->setProgramme(programme, m_document.model());
         m_stack->setCurrentWidget(m_week);
     }
     if (hadFocus)

@@ -55,7 +55,8 @@ frmEditor::frmEditor(ClockModel model, CountingDialogs& dialogs)
             [this] { emit sheetTitleEdited(sheetTitle()); });
     showFile();
     showState();
-    resize(startSize());
+    resize(0, 0);
+    growToPages();
     m_pages->goTo(ProgrammeMarks::Place::Alarm, 0, 0);
 }
 
@@ -84,14 +85,18 @@ void frmEditor::makeStatusBar()
     statusBar()->addPermanentWidget(m_modelLabel);
 }
 
-QSize frmEditor::startSize() const
+void frmEditor::growToPages()
 {
+    if (isMaximized() || isFullScreen())
+        return;
     // By itself a window gets two thirds of the screen at most; this one needs more.
     QSize size = sizeHint();
     // The panels at the bottom make the rows scroll.
     size.rwidth() += style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
     const QScreen* on = screen();
-    return on ? size.boundedTo(on->availableSize() * 0.94) : size;
+    if (on)
+        size = size.boundedTo(on->availableSize() * 0.94);
+    resize(size.expandedTo(this->size()));
 }
 
 bool frmEditor::isUntouched() const
@@ -111,6 +116,7 @@ bool frmEditor::open(const QString& path, ClockModel model)
     for (const ProgrammeProblem& problem : result.problems)
         if (problem.kind != ProgrammeProblem::Kind::Impossible)
             misread.append(problem);
+    growToPages();
     m_docks->setReadingProblems(misread);
     if (!misread.isEmpty())
         m_notice->showNotice(u"No todo el archivo se ha podido leer como está escrito."_s,
@@ -250,6 +256,7 @@ void frmEditor::changeModel(ClockModel model)
             {u"Ca&mbiar"_s, u"&Cancelar"_s}) == 0;
     if (isAgreed)
         m_document->changeModel(model);
+    growToPages();
     m_menus->update();
 }
 

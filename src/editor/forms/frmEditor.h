@@ -61,7 +61,8 @@ private:
 
     void build();
     void makeStatusBar();
-    QSize startSize() const;
+    /// Makes room for all pages, as far as the screen has it.
+    void growToPages();
     void showFile();
     void showState();
     void undo();
