@@ -69,9 +69,9 @@ void EditorMenus::makeFile()
     });
     menu.addSeparator();
     add(menu, u"mnuGuardar"_s, u"&Guardar"_s, QKeySequence::keyBindings(QKeySequence::Save),
-        [this] { m_window.m_files->save(); });
+        [this] { m_window.save(&DocumentFiles::save); });
     add(menu, u"mnuGuardarComo"_s, u"G&uardar como..."_s, {Qt::CTRL | Qt::SHIFT | Qt::Key_S},
-        [this] { m_window.m_files->saveAs(); });
+        [this] { m_window.save(&DocumentFiles::saveAs); });
     add(menu, u"mnuComparar"_s, u"Co&mparar con otro archivo..."_s, {},
         [this] { m_window.compare(); });
     menu.addSeparator();
@@ -90,10 +90,11 @@ void EditorMenus::makeEdit()
 {
     RowCommands& rows = *m_window.m_rows;
     m_edit = m_window.menuBar()->addMenu(u"&Edición"_s);
-    m_undo = add(*m_edit, u"mnuDeshacer"_s, {}, {Qt::CTRL | Qt::Key_Z}, [this] { m_window.undo(); });
-    m_redo = add(*m_edit, u"mnuRehacer"_s, {},
-                 {Qt::CTRL | Qt::Key_Y, Qt::CTRL | Qt::SHIFT | Qt::Key_Z},
-                 [this] { m_window.redo(); });
+    m_undo =
+        add(*m_edit, u"mnuDeshacer"_s, {}, {Qt::CTRL | Qt::Key_Z}, [this] { m_window.undo(); });
+    m_redo =
+        add(*m_edit, u"mnuRehacer"_s, {}, {Qt::CTRL | Qt::Key_Y, Qt::CTRL | Qt::SHIFT | Qt::Key_Z},
+            [this] { m_window.redo(); });
     m_edit->addSeparator();
     addForRows(u"mnuCortar"_s, u"Cor&tar avisos"_s, {Qt::CTRL | Qt::Key_X},
                [&rows] { rows.cut(); });
@@ -101,8 +102,8 @@ void EditorMenus::makeEdit()
                [&rows] { rows.copy(); });
     addForRows(u"mnuPegar"_s, u"&Pegar avisos"_s, {Qt::CTRL | Qt::Key_V},
                [&rows] { rows.paste(); });
-    addForRows(u"mnuInsertar"_s, u"&Insertar avisos copiados"_s,
-               {Qt::CTRL | Qt::SHIFT | Qt::Key_V}, [&rows] { rows.insert(); });
+    addForRows(u"mnuInsertar"_s, u"&Insertar avisos copiados"_s, {Qt::CTRL | Qt::SHIFT | Qt::Key_V},
+               [&rows] { rows.insert(); });
     addForRows(u"mnuEliminar"_s, u"&Eliminar avisos"_s, {Qt::Key_Delete},
                [&rows] { rows.remove(); });
     addForRows(u"mnuElegirTodos"_s, u"Eleg&ir todos"_s, {Qt::CTRL | Qt::Key_A},
@@ -145,11 +146,10 @@ void EditorMenus::makeView()
     QMenu& menu = *m_window.menuBar()->addMenu(u"&Ver"_s);
     m_tabs = new QActionGroup(this);
     for (int tab = 0; tab < ProgrammePages::tabCount; ++tab) {
-        QAction* action =
-            add(menu, u"mnuVer%1"_s.arg(tab + 1),
-                u"&%1 %2"_s.arg(tab + 1).arg(ProgrammePages::tabName(tab)),
-                {QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + tab))},
-                [this, tab] { m_window.m_pages->showTab(tab); });
+        QAction* action = add(menu, u"mnuVer%1"_s.arg(tab + 1),
+                              u"&%1 %2"_s.arg(tab + 1).arg(ProgrammePages::tabName(tab)),
+                              {QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + tab))},
+                              [this, tab] { m_window.m_pages->showTab(tab); });
         action->setCheckable(true);
         m_tabs->addAction(action);
     }

@@ -65,6 +65,10 @@ void EditorProgram::connectWindow(frmEditor& window)
 {
     connect(&window, &frmEditor::newRequested, this, &EditorProgram::openNew);
     connect(&window, &frmEditor::openRequested, this, [this, &window] { openByDialog(window); });
+    connect(&window, &frmEditor::filesDropped, this, [this, &window](const QStringList& paths) {
+        for (const QString& path : paths)
+            open(path, ModelProposal::of(path, m_recent), &window);
+    });
     connect(&window, &frmEditor::quitRequested, this, &EditorProgram::quit);
     connect(&window, &frmEditor::closed, this, [this, &window] { forget(window); });
     connect(&window, &frmEditor::recentMenuOpened, this,
@@ -146,6 +150,7 @@ void EditorProgram::open(const QString& path, ClockModel model, frmEditor* from)
     }
     const bool isReused = from && from->isUntouched();
     frmEditor& window = isReused ? *from : addWindow(model);
+    takeTitle(window, path);
     const bool isOpen = window.open(QFileInfo(path).absoluteFilePath(), model);
     if (isOpen)
         window.show();
@@ -160,13 +165,15 @@ void EditorProgram::noteFile(frmEditor& window)
     const QString path = window.document().path();
     if (path.isEmpty())
         return;
-    const auto known = m_recent.find(path);
     m_recent.add(path, window.document().model());
-    // A title that was typed before the programme had this name goes with it.
-    if (!window.sheetTitle().isEmpty())
-        m_recent.setWallTitle(path, window.sheetTitle());
-    else if (known)
-        window.setSheetTitle(known->wallTitle);
+    // The title goes with the programme to another name.
+    m_recent.setWallTitle(path, window.sheetTitle());
+}
+
+void EditorProgram::takeTitle(frmEditor& window, const QString& path)
+{
+    const auto known = m_recent.find(path);
+    window.setSheetTitle(known ? known->wallTitle : QString());
 }
 
 void EditorProgram::fillRecent(QMenu& menu, frmEditor& from)
@@ -214,6 +221,7 @@ void EditorProgram::recover(RecoveryFolder::Abandoned abandoned)
     const auto free = std::find_if(m_open.begin(), m_open.end(),
                                    [](const Open& open) { return open.window->isUntouched(); });
     frmEditor& window = free == m_open.end() ? addWindow(abandoned.work.model) : *free->window;
+    takeTitle(window, abandoned.work.path);
     window.recover(abandoned.work);
     window.show();
     // The window keeps a copy of its own by now.

@@ -56,6 +56,8 @@ private:
     std::optional<ClockModel> agreedModel(const QString& path, ClockModel chosen);
     frmEditor* windowOf(const QString& path) const;
     void noteFile(frmEditor& window);
+    /// The title that the sheet of this file had last time.
+    void takeTitle(frmEditor& window, const QString& path);
     void fillRecent(QMenu& menu, frmEditor& from);
     void offerUnsavedWork();
     void recover(RecoveryFolder::Abandoned abandoned);

@@ -1,5 +1,6 @@
 #include "frmEditor.h"
 
+#include "AlarmGrid.h"
 #include "ChangedPlace.h"
 #include "CountingDialogs.h"
 #include "DocumentFiles.h"
@@ -18,8 +19,10 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDockWidget>
+#include <QDropEvent>
 #include <QFileInfo>
 #include <QLabel>
+#include <QMimeData>
 #include <QPushButton>
 #include <QScreen>
 #include <QStatusBar>
@@ -42,6 +45,7 @@ frmEditor::frmEditor(ClockModel model, CountingDialogs& dialogs)
 {
     setObjectName(u"frmEditor"_s);
     setAttribute(Qt::WA_DeleteOnClose);
+    setAcceptDrops(true);
     build();
     makeStatusBar();
     connect(m_document, &ProgrammeDocument::changed, this, &frmEditor::showState);
@@ -50,6 +54,7 @@ frmEditor::frmEditor(ClockModel model, CountingDialogs& dialogs)
     connect(m_docks, &EditorDocks::chosen, this, &frmEditor::goTo);
     connect(m_rows, &RowCommands::told, this, &frmEditor::showMessage);
     connect(m_paper, &WallPrinting::told, this, &frmEditor::showMessage);
+    connect(m_pages, &ProgrammePages::selectionChanged, this, &frmEditor::showSelection);
     connect(m_pages, &ProgrammePages::refused, this, &frmEditor::showMessage);
     connect(&m_pages->week(), &WeekPage::sheetTitleEdited, this,
             [this] { emit sheetTitleEdited(sheetTitle()); });
@@ -74,6 +79,8 @@ void frmEditor::build()
 
 void frmEditor::makeStatusBar()
 {
+    m_selection = new QLabel(this);
+    m_selection->setObjectName(u"lblElegidos"_s);
     m_modelLabel = new QLabel(this);
     m_modelLabel->setObjectName(u"lblModelo"_s);
     m_problemCount = new QPushButton(this);
@@ -81,8 +88,20 @@ void frmEditor::makeStatusBar()
     m_problemCount->setFlat(true);
     setHint(*m_problemCount, u"Muestra los problemas en una lista"_s);
     connect(m_problemCount, &QPushButton::clicked, this, &frmEditor::showProblems);
+    statusBar()->addWidget(m_selection);
     statusBar()->addPermanentWidget(m_problemCount);
     statusBar()->addPermanentWidget(m_modelLabel);
+}
+
+void frmEditor::showSelection()
+{
+    const AlarmGrid::Rows rows = m_pages->grid().selectedRows();
+    if (rows.isEmpty())
+        m_selection->clear();
+    else if (rows.count() == 1)
+        m_selection->setText(u"Elegido: aviso %1"_s.arg(rows.first + 1));
+    else
+        m_selection->setText(u"Elegidos: avisos %1 a %2"_s.arg(rows.first + 1).arg(rows.last + 1));
 }
 
 void frmEditor::growToPages()
@@ -158,6 +177,22 @@ void frmEditor::changeEvent(QEvent* event)
         noticeChangeOutside();
 }
 
+void frmEditor::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (event->mimeData()->hasUrls() && !m_dialogs.isAsking())
+        event->acceptProposedAction();
+}
+
+void frmEditor::dropEvent(QDropEvent* event)
+{
+    QStringList paths;
+    for (const QUrl& url : event->mimeData()->urls())
+        if (url.isLocalFile())
+            paths.append(url.toLocalFile());
+    event->acceptProposedAction();
+    emit filesDropped(paths);
+}
+
 void frmEditor::noticeChangeOutside()
 {
     if (m_isChangeOutsideTold || !m_document->isChangedOutside())
@@ -177,6 +212,12 @@ void frmEditor::openAgain()
                          {u"&Abrir de nuevo"_s, u"&Cancelar"_s}) == 0;
     if (isAgreed)
         open(m_document->path(), m_document->model());
+}
+
+void frmEditor::save(bool (DocumentFiles::*how)())
+{
+    if ((m_files->*how)())
+        showMessage(u"Guardado en %1."_s.arg(m_document->path()));
 }
 
 QString frmEditor::sheetTitle() const { return m_pages->week().sheetTitle(); }
@@ -201,6 +242,8 @@ void frmEditor::showFile()
 
 void frmEditor::showState()
 {
+    // Another model has other rows.
+    showSelection();
     m_modelLabel->setText(ProgrammeTexts::modelName(m_document->model()));
     const ProgrammeMarks marks(m_document->programme(), m_document->model());
     m_problemCount->setText(marks.countText());

@@ -47,6 +47,7 @@ signals:
     void quitRequested();
     void recentMenuOpened(QMenu& menu);
     void sheetTitleEdited(const QString& title);
+    void filesDropped(const QStringList& paths);
     void closed();
 
 public slots:
@@ -55,15 +56,19 @@ public slots:
 protected:
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     friend class EditorMenus;
 
     void build();
     void makeStatusBar();
+    void showSelection();
     /// Makes room for all pages, as far as the screen has it.
     void growToPages();
     void showFile();
+    void save(bool (DocumentFiles::*how)());
     void showState();
     void undo();
     void redo();
@@ -86,6 +91,7 @@ private:
     NoticeBar* m_notice;
     EditorDocks* m_docks;
     EditorMenus* m_menus;
+    QLabel* m_selection = nullptr;
     QLabel* m_modelLabel = nullptr;
     QPushButton* m_problemCount = nullptr;
     bool m_mayClose = false;

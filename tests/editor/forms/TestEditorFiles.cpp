@@ -3,9 +3,11 @@
 #include "ProgrammeLines.h"
 
 #include <QDockWidget>
+#include <QDropEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMimeData>
 #include <QPushButton>
 #include <QTreeWidget>
 
@@ -56,6 +58,9 @@ private slots:
     void quittingIsRefusedByOneWindow();
     void recentFilesAreInTheMenu();
     void titleOfTheSheetBelongsToItsFile();
+    void clearedTitleOfTheSheetStaysCleared();
+    void sheetKeepsItsTitleUnderAnotherName();
+    void droppedFileIsOpened();
     void comparisonListsDifferences();
     void comparisonGoesToItsRow();
     void pdfIsWritten();
@@ -373,6 +378,49 @@ void TestEditorFiles::titleOfTheSheetBelongsToItsFile()
     again.registry.values = w.registry.values;
     again.program.open(w.path(u"a.hct"_s), hct7200, again.window);
     QCOMPARE(again.window->sheetTitle(), u"Timbres"_s);
+}
+
+void TestEditorFiles::clearedTitleOfTheSheetStaysCleared()
+{
+    EditorFixture w;
+    w.write(w.path(u"a.hct"_s), fileWithHour("9"));
+    w.program.open(w.path(u"a.hct"_s), hct7200, w.window);
+    w.window->setSheetTitle(u"Timbres"_s);
+    w.choose(u"mnuGuardar"_s);
+    w.find<QLineEdit>(u"txtTitulo"_s)->clear();
+    w.choose(u"mnuGuardar"_s);
+    QCOMPARE(w.window->sheetTitle(), QString());
+    EditorFixture again;
+    again.registry.values = w.registry.values;
+    again.program.open(w.path(u"a.hct"_s), hct7200, again.window);
+    QCOMPARE(again.window->sheetTitle(), QString());
+}
+
+void TestEditorFiles::sheetKeepsItsTitleUnderAnotherName()
+{
+    EditorFixture w;
+    w.window->setSheetTitle(u"Timbres"_s);
+    w.dialogs.files = {{w.path(u"b.hct"_s), 0}};
+    w.choose(u"mnuGuardar"_s);
+    QCOMPARE(w.message(), u"Guardado en %1."_s.arg(w.path(u"b.hct"_s)));
+    EditorFixture again;
+    again.registry.values = w.registry.values;
+    again.program.open(w.path(u"b.hct"_s), hct7200, again.window);
+    QCOMPARE(again.window->sheetTitle(), u"Timbres"_s);
+}
+
+void TestEditorFiles::droppedFileIsOpened()
+{
+    EditorFixture w;
+    w.write(w.path(u"a.hct"_s), fileWithHour("9"));
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(w.path(u"a.hct"_s))});
+    QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(w.window, &enter);
+    QVERIFY(enter.isAccepted());
+    QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(w.window, &drop);
+    QCOMPARE(w.window->document().name(), u"a.hct"_s);
 }
 
 void TestEditorFiles::comparisonListsDifferences()

@@ -20,6 +20,7 @@ class TestEditorRows : public QObject {
     Q_OBJECT
 private slots:
     void copyByKeyTakesTheSelectedRows();
+    void selectedRowsAreTold();
     void copyByKeyInAFieldTakesItsTime();
     void pasteByKeyPutsRowsOverTheSelectedOnes();
     void pasteInAFieldTakesATime();
@@ -53,6 +54,18 @@ void TestEditorRows::copyByKeyTakesTheSelectedRows()
     w.clickNumber(0);
     w.press(Qt::Key_C, Qt::ControlModifier);
     QCOMPARE(clipboard(), u"9:05\tlunes\n"_s);
+}
+
+void TestEditorRows::selectedRowsAreTold()
+{
+    EditorFixture w;
+    const auto* label = w.find<QLabel>(u"lblElegidos"_s);
+    w.clickNumber(2);
+    QCOMPARE(label->text(), u"Elegido: aviso 3"_s);
+    w.clickNumber(5, Qt::ShiftModifier);
+    QCOMPARE(label->text(), u"Elegidos: avisos 3 a 6"_s);
+    w.showTab(1);
+    QCOMPARE(label->text(), QString());
 }
 
 void TestEditorRows::copyByKeyInAFieldTakesItsTime()
