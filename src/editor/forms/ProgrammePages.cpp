@@ -23,19 +23,14 @@ ProgrammePages::ProgrammePages(ProgrammeDocument& document, QWidget* parent)
       m_stack(new QStackedWidget(this)),
       m_keys(new FieldKeys([this] { return !grid().selectedRows().isEmpty(); }, this)),
       m_blockModel(document.model()),
-      m_holidays(new HolidayPage),
       m_week(new WeekPage)
 {
     makeTabs();
-    m_stack->addWidget(m_holidays);
     m_stack->addWidget(m_week);
-    m_keys->watch(*m_holidays);
     makeBlockPage();
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_tabs);
     layout->addWidget(m_stack, 1);
-    connect(m_holidays, &HolidayPage::edited, this, &ProgrammePages::takeTable);
-    connect(m_holidays, &HolidayPage::refused, this, &ProgrammePages::refused);
     connect(m_week, &WeekPage::alarmChosen, this,
             [this](int block, int row) { goTo(ProgrammeMarks::Place::Alarm, block, row); });
     connect(&m_document, &ProgrammeDocument::changed, this, &ProgrammePages::refresh);
@@ -93,6 +88,15 @@ void ProgrammePages::makeBlockPage()
     delete before;
 }
 
+void ProgrammePages::makeHolidayPage()
+{
+    m_holidays = new HolidayPage;
+    m_stack->addWidget(m_holidays);
+    m_keys->watch(*m_holidays);
+    connect(m_holidays, &HolidayPage::edited, this, &ProgrammePages::takeTable);
+    connect(m_holidays, &HolidayPage::refused, this, &ProgrammePages::refused);
+}
+
 int ProgrammePages::currentTab() const { return m_tabs->currentIndex(); }
 
 void ProgrammePages::showTab(int tab) { m_tabs->setCurrentIndex(tab); }
@@ -144,14 +148,21 @@ void ProgrammePages::refresh()
         m_block->showMarks(marks, block);
         m_stack->setCurrentWidget(m_block);
     } else if (currentTab() == holidayTab) {
-        m_holidays->setTable(programme.table);
-        m_holidays->showMarks(marks);
-        m_stack->setCurrentWidget(m_holidays);
+        showHolidays(marks);
     } else {
         m_stack->setCurrentWidget(m_week);
     }
     if (hadFocus)
         focusShown();
+}
+
+void ProgrammePages::showHolidays(const ProgrammeMarks& marks)
+{
+    if (!m_holidays)
+        makeHolidayPage();
+    m_holidays->setTable(m_document.programme().table);
+    m_holidays->showMarks(marks);
+    m_stack->setCurrentWidget(m_holidays);
 }
 
 void ProgrammePages::takeBlock()

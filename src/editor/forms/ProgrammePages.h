@@ -51,6 +51,8 @@ private:
     void makeTabs();
     void addTabShortcut(const QKeySequence& keys, int by);
     void makeBlockPage();
+    void makeHolidayPage();
+    void showHolidays(const ProgrammeMarks& marks);
     void refresh();
     void takeBlock();
     void takeTable(const HolidayTable& table, const QString& step);
@@ -62,6 +64,7 @@ private:
     FieldKeys* m_keys;
     BlockPage* m_block = nullptr;
     ClockModel m_blockModel;
-    HolidayPage* m_holidays;
+    /// Made when it is first shown: half of the fields of the window are in it.
+    HolidayPage* m_holidays = nullptr;
     WeekPage* m_week;
 };
