@@ -1,16 +1,16 @@
 #include "EditorMenus.h"
 
 #include "AlarmGrid.h"
-#include "DocumentFiles.h"
 #include "EditorDocks.h"
+#include "ProgrammeDocument.h"
 #include "ProgrammePages.h"
 #include "ProgrammeTexts.h"
 #include "RowCommands.h"
 #include "WallPrinting.h"
-#include "frmEditor.h"
 
 #include <QActionGroup>
 #include <QDockWidget>
+#include <QMainWindow>
 #include <QMenuBar>
 
 #include <array>
@@ -23,15 +23,15 @@ constexpr std::array models{ClockModel::Hct7200, ClockModel::Hct7300};
 
 } // namespace
 
-EditorMenus::EditorMenus(frmEditor& window) : QObject(&window), m_window(window)
+EditorMenus::EditorMenus(QMainWindow& window, const Parts& parts)
+    : QObject(&window), m_window(window), m_parts(parts)
 {
     makeFile();
     makeEdit();
     makeView();
     makeHelp();
-    const ProgrammePages& pages = *window.m_pages;
-    connect(&pages, &ProgrammePages::tabChanged, this, &EditorMenus::update);
-    connect(&pages, &ProgrammePages::rowMenuRequested, this, &EditorMenus::openRowMenu);
+    connect(&parts.pages, &ProgrammePages::tabChanged, this, &EditorMenus::update);
+    connect(&parts.pages, &ProgrammePages::rowMenuRequested, this, &EditorMenus::openRowMenu);
 }
 
 QAction* EditorMenus::add(QMenu& menu, const QString& name, const QString& text,
@@ -58,43 +58,41 @@ void EditorMenus::makeFile()
     for (const ClockModel model : models)
         m_newFor.append(add(newMenu, u"mnuNuevo"_s + ProgrammeTexts::modelName(model),
                             u"Para el &"_s + ProgrammeTexts::modelName(model), {},
-                            [this, model] { emit m_window.newRequested(model); }));
+                            [this, model] { emit newRequested(model); }));
     add(menu, u"mnuAbrir"_s, u"&Abrir..."_s, QKeySequence::keyBindings(QKeySequence::Open),
-        [this] { emit m_window.openRequested(); });
+        [this] { emit openRequested(); });
     QMenu& recent = *menu.addMenu(u"Abrir &reciente"_s);
     recent.setObjectName(u"mnuReciente"_s);
     connect(&recent, &QMenu::aboutToShow, this, [this, &recent] {
         recent.clear();
-        emit m_window.recentMenuOpened(recent);
+        emit recentMenuOpened(recent);
     });
     menu.addSeparator();
     add(menu, u"mnuGuardar"_s, u"&Guardar"_s, QKeySequence::keyBindings(QKeySequence::Save),
-        [this] { m_window.save(&DocumentFiles::save); });
+        [this] { emit saveRequested(); });
     add(menu, u"mnuGuardarComo"_s, u"G&uardar como..."_s, {Qt::CTRL | Qt::SHIFT | Qt::Key_S},
-        [this] { m_window.save(&DocumentFiles::saveAs); });
+        [this] { emit saveAsRequested(); });
     add(menu, u"mnuComparar"_s, u"Co&mparar con otro archivo..."_s, {},
-        [this] { m_window.compare(); });
+        [this] { emit compareRequested(); });
     menu.addSeparator();
-    add(menu, u"mnuVistaPrevia"_s, u"&Vista previa..."_s, {},
-        [this] { m_window.m_paper->preview(); });
+    add(menu, u"mnuVistaPrevia"_s, u"&Vista previa..."_s, {}, [this] { m_parts.paper.preview(); });
     add(menu, u"mnuImprimir"_s, u"&Imprimir..."_s, QKeySequence::keyBindings(QKeySequence::Print),
-        [this] { m_window.m_paper->print(); });
-    add(menu, u"mnuPdf"_s, u"Guardar como &PDF..."_s, {}, [this] { m_window.m_paper->savePdf(); });
+        [this] { m_parts.paper.print(); });
+    add(menu, u"mnuPdf"_s, u"Guardar como &PDF..."_s, {}, [this] { m_parts.paper.savePdf(); });
     menu.addSeparator();
     add(menu, u"mnuCerrar"_s, u"&Cerrar"_s, {Qt::CTRL | Qt::Key_W}, [this] { m_window.close(); });
-    add(menu, u"mnuSalir"_s, u"&Salir"_s, {Qt::CTRL | Qt::Key_Q},
-        [this] { emit m_window.quitRequested(); });
+    add(menu, u"mnuSalir"_s, u"&Salir"_s, {Qt::CTRL | Qt::Key_Q}, [this] { emit quitRequested(); });
 }
 
 void EditorMenus::makeEdit()
 {
-    RowCommands& rows = *m_window.m_rows;
+    RowCommands& rows = m_parts.rows;
     m_edit = m_window.menuBar()->addMenu(u"&Edición"_s);
-    m_undo =
-        add(*m_edit, u"mnuDeshacer"_s, {}, {Qt::CTRL | Qt::Key_Z}, [this] { m_window.undo(); });
+    m_undo = add(*m_edit, u"mnuDeshacer"_s, {}, {Qt::CTRL | Qt::Key_Z},
+                 [this] { emit undoRequested(); });
     m_redo =
         add(*m_edit, u"mnuRehacer"_s, {}, {Qt::CTRL | Qt::Key_Y, Qt::CTRL | Qt::SHIFT | Qt::Key_Z},
-            [this] { m_window.redo(); });
+            [this] { emit redoRequested(); });
     m_edit->addSeparator();
     addForRows(u"mnuCortar"_s, u"Cor&tar avisos"_s, {Qt::CTRL | Qt::Key_X},
                [&rows] { rows.cut(); });
@@ -124,7 +122,7 @@ void EditorMenus::makeCopyTo()
     m_copyTo = m_edit->addMenu(u"Copiar los avisos &a"_s);
     for (int block = 0; block < Programme::blockCount; ++block)
         add(*m_copyTo, u"mnuCopiarA%1"_s.arg(block + 1), u"Salida &%1"_s.arg(block + 1), {},
-            [this, block] { m_window.m_rows->copyToOutput(block); });
+            [this, block] { m_parts.rows.copyToOutput(block); });
 }
 
 void EditorMenus::makeModels()
@@ -135,7 +133,7 @@ void EditorMenus::makeModels()
     for (const ClockModel model : models) {
         QAction* action = add(menu, u"mnuModelo"_s + ProgrammeTexts::modelName(model),
                               u"&"_s + ProgrammeTexts::modelName(model), {},
-                              [this, model] { m_window.changeModel(model); });
+                              [this, model] { emit modelChosen(model); });
         action->setCheckable(true);
         m_models->addAction(action);
     }
@@ -149,39 +147,39 @@ void EditorMenus::makeView()
         QAction* action = add(menu, u"mnuVer%1"_s.arg(tab + 1),
                               u"&%1 %2"_s.arg(tab + 1).arg(ProgrammePages::tabName(tab)),
                               {QKeySequence(Qt::CTRL | Qt::Key(Qt::Key_1 + tab))},
-                              [this, tab] { m_window.m_pages->showTab(tab); });
+                              [this, tab] { m_parts.pages.showTab(tab); });
         action->setCheckable(true);
         m_tabs->addAction(action);
     }
     menu.addSeparator();
-    QAction* problems = m_window.m_docks->problems().toggleViewAction();
+    QAction* problems = m_parts.docks.problems().toggleViewAction();
     problems->setShortcut(Qt::CTRL | Qt::SHIFT | Qt::Key_P);
     menu.addAction(problems);
-    menu.addAction(m_window.m_docks->comparison().toggleViewAction());
+    menu.addAction(m_parts.docks.comparison().toggleViewAction());
 }
 
 void EditorMenus::makeHelp()
 {
     QMenu& menu = *m_window.menuBar()->addMenu(u"A&yuda"_s);
-    add(menu, u"mnuAcerca"_s, u"&Acerca del editor"_s, {}, [this] { m_window.showAbout(); });
+    add(menu, u"mnuAcerca"_s, u"&Acerca del editor"_s, {}, [this] { emit aboutRequested(); });
 }
 
 void EditorMenus::update()
 {
-    QUndoStack& steps = m_window.document().undoStack();
+    QUndoStack& steps = m_parts.document.undoStack();
     m_undo->setText((u"&Deshacer "_s + steps.undoText()).trimmed());
     m_undo->setEnabled(steps.canUndo());
     m_redo->setText((u"&Rehacer "_s + steps.redoText()).trimmed());
     m_redo->setEnabled(steps.canRedo());
-    const int shown = m_window.m_pages->shownBlock();
+    const int shown = m_parts.pages.shownBlock();
     for (QAction* action : std::as_const(m_forRows))
         action->setEnabled(shown >= 0);
     m_copyTo->setEnabled(shown >= 0);
     const QList<QAction*> outputs = m_copyTo->actions();
     for (int block = 0; block < outputs.size(); ++block)
         outputs[block]->setEnabled(block != shown);
-    m_tabs->actions().at(m_window.m_pages->currentTab())->setChecked(true);
-    const auto current = m_window.document().model() == ClockModel::Hct7200 ? 0 : 1;
+    m_tabs->actions().at(m_parts.pages.currentTab())->setChecked(true);
+    const auto current = m_parts.document.model() == ClockModel::Hct7200 ? 0 : 1;
     m_models->actions().at(current)->setChecked(true);
     for (int index = 0; index < m_newFor.size(); ++index)
         m_newFor[index]->setShortcuts(index == current

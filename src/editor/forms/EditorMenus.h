@@ -8,20 +8,47 @@
 
 class QAction;
 class QActionGroup;
+class EditorDocks;
+class ProgrammeDocument;
+class ProgrammePages;
+class QMainWindow;
 class QMenu;
-class frmEditor;
+class RowCommands;
+class WallPrinting;
 
-/// The menus of an editor window.
+/// The menus of an editor window. What concerns rows, pages, panels and paper they do themselves;
+/// they tell what else the operator wants.
 class EditorMenus final : public QObject {
     Q_OBJECT
 public:
+    struct Parts {
+        ProgrammeDocument& document;
+        ProgrammePages& pages;
+        RowCommands& rows;
+        EditorDocks& docks;
+        WallPrinting& paper;
+    };
+
     /// `window` becomes the owner.
-    explicit EditorMenus(frmEditor& window);
+    EditorMenus(QMainWindow& window, const Parts& parts);
 
     /// Enables, names and ticks what depends on the document and on the page shown.
     void update();
     /// The entries for rows, at this place of the screen.
     void openRowMenu(const QPoint& globalPosition);
+
+signals:
+    void newRequested(ClockModel model);
+    void openRequested();
+    void recentMenuOpened(QMenu& menu);
+    void saveRequested();
+    void saveAsRequested();
+    void compareRequested();
+    void quitRequested();
+    void undoRequested();
+    void redoRequested();
+    void modelChosen(ClockModel model);
+    void aboutRequested();
 
 private:
     void makeFile();
@@ -36,7 +63,8 @@ private:
     QAction* addForRows(const QString& name, const QString& text, const QList<QKeySequence>& keys,
                         const std::function<void()>& run);
 
-    frmEditor& m_window;
+    QMainWindow& m_window;
+    const Parts m_parts;
     QMenu* m_edit = nullptr;
     QMenu* m_copyTo = nullptr;
     QAction* m_undo = nullptr;

@@ -1,8 +1,8 @@
 #include "ItemPicture.h"
 
-#include "AccessiblePicture.h"
 #include "WidgetDescription.h"
 
+#include <QAccessible>
 #include <QHelpEvent>
 #include <QPainter>
 #include <QToolTip>
@@ -11,7 +11,6 @@
 
 ItemPicture::ItemPicture(QWidget* parent) : QWidget(parent)
 {
-    AccessiblePicture::install();
     setFocusPolicy(Qt::StrongFocus);
     setBackgroundRole(QPalette::Base);
     setAutoFillBackground(true);

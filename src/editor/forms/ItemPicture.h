@@ -4,7 +4,7 @@
 
 /// A picture made of items that can be pointed at, chosen by keys, and read by assistive software,
 /// which has it as a list. One item is the current one; it has a frame while the picture has the
-/// focus.
+/// focus. A class that inherits from it installs AccessiblePicture.
 class ItemPicture : public QWidget {
     Q_OBJECT
 public:

@@ -1,5 +1,6 @@
 #include "WeekView.h"
 
+#include "AccessiblePicture.h"
 #include "ProgrammeTexts.h"
 #include "WeekDrawing.h"
 #include "WidgetDescription.h"
@@ -15,6 +16,7 @@ using namespace Qt::StringLiterals;
 
 WeekView::WeekView(QWidget* parent) : ItemPicture(parent)
 {
+    AccessiblePicture::install();
     describe(*this, u"picSemana"_s, u"Semana"_s);
     setAccessibleDescription(u"Flechas: de un aviso a otro. Intro: ir a su fila."_s);
     setMouseTracking(true);

@@ -1,5 +1,6 @@
 #include "YearView.h"
 
+#include "AccessiblePicture.h"
 #include "WidgetDescription.h"
 
 #include <QContextMenuEvent>
@@ -22,6 +23,7 @@ constexpr int daysOfYear = 366;
 YearView::YearView(QWidget* parent)
     : ItemPicture(parent), m_picture(std::in_place, m_table, QRectF())
 {
+    AccessiblePicture::install();
     describe(*this, u"picAno"_s, u"Año"_s);
     setAccessibleDescription(
         u"Espacio: poner o quitar un festivo. Mayúsculas y flechas, y luego Intro: período de "

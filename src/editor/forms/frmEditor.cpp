@@ -29,6 +29,8 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 frmEditor::frmEditor(ClockModel model, CountingDialogs& dialogs)
@@ -41,13 +43,14 @@ frmEditor::frmEditor(ClockModel model, CountingDialogs& dialogs)
           *m_document, dialogs, [this] { return sheetTitle(); }, this)),
       m_notice(new NoticeBar),
       m_docks(new EditorDocks(*m_document, *this)),
-      m_menus(new EditorMenus(*this))
+      m_menus(new EditorMenus(*this, {*m_document, *m_pages, *m_rows, *m_docks, *m_paper}))
 {
     setObjectName(u"frmEditor"_s);
     setAttribute(Qt::WA_DeleteOnClose);
     setAcceptDrops(true);
     build();
     makeStatusBar();
+    connectMenus();
     connect(m_document, &ProgrammeDocument::changed, this, &frmEditor::showState);
     connect(m_document, &ProgrammeDocument::modifiedChanged, this, &QWidget::setWindowModified);
     connect(m_document, &ProgrammeDocument::fileChanged, this, &frmEditor::showFile);
@@ -93,6 +96,22 @@ void frmEditor::makeStatusBar()
     statusBar()->addPermanentWidget(m_modelLabel);
 }
 
+void frmEditor::connectMenus()
+{
+    using Menus = EditorMenus;
+    connect(m_menus, &Menus::newRequested, this, &frmEditor::newRequested);
+    connect(m_menus, &Menus::openRequested, this, &frmEditor::openRequested);
+    connect(m_menus, &Menus::recentMenuOpened, this, &frmEditor::recentMenuOpened);
+    connect(m_menus, &Menus::quitRequested, this, &frmEditor::quitRequested);
+    connect(m_menus, &Menus::saveRequested, this, [this] { save(&DocumentFiles::save); });
+    connect(m_menus, &Menus::saveAsRequested, this, [this] { save(&DocumentFiles::saveAs); });
+    connect(m_menus, &Menus::compareRequested, this, &frmEditor::compare);
+    connect(m_menus, &Menus::undoRequested, this, &frmEditor::undo);
+    connect(m_menus, &Menus::redoRequested, this, &frmEditor::redo);
+    connect(m_menus, &Menus::modelChosen, this, &frmEditor::changeModel);
+    connect(m_menus, &Menus::aboutRequested, this, &frmEditor::showAbout);
+}
+
 void frmEditor::showSelection()
 {
     const AlarmGrid::Rows rows = m_pages->grid().selectedRows();
@@ -110,6 +129,9 @@ void frmEditor::growToPages()
         return;
     // By itself a window gets two thirds of the screen at most; this one needs more.
     QSize size = sizeHint();
+    // The page of the year is made later; it needs so many lines of text.
+    constexpr int linesOfTheYear = 46;
+    size.setHeight(std::max(size.height(), linesOfTheYear * fontMetrics().lineSpacing()));
     // The panels at the bottom make the rows scroll.
     size.rwidth() += style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
     const QScreen* on = screen();

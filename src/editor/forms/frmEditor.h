@@ -60,10 +60,9 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
-    friend class EditorMenus;
-
     void build();
     void makeStatusBar();
+    void connectMenus();
     void showSelection();
     /// Makes room for all pages, as far as the screen has it.
     void growToPages();
