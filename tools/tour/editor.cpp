@@ -107,7 +107,7 @@ bool walk(EditorProgram& program, const QDir& folder)
         const QString path = files.filePath(u"colegio-%1.hct"_s.arg(name));
         isGood = ProgrammeFile::save(path, school(model), model) && isGood;
         program.open(path, model);
-        EditorTour tour(*program.windows().last(), folder, u"editor-%1-"_s.arg(name));
+        EditorTour tour(*program.windows().constLast(), folder, u"editor-%1-"_s.arg(name));
         isGood = tour.savePictures() && isGood;
     }
     return isGood;

@@ -130,7 +130,7 @@ void frmEditor::growToPages()
     // By itself a window gets two thirds of the screen at most; this one needs more.
     QSize size = sizeHint();
     // The page of the year is made later; it needs so many lines of text.
-    constexpr int linesOfTheYear = 46;
+    constexpr int linesOfTheYear = 50;
     size.setHeight(std::max(size.height(), linesOfTheYear * fontMetrics().lineSpacing()));
     // The panels at the bottom make the rows scroll.
     size.rwidth() += style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);

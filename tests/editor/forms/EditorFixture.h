@@ -24,7 +24,7 @@ struct EditorFixture {
                            std::optional<ClockModel> model = std::nullopt)
     {
         program.start(paths, model);
-        window = program.windows().first();
+        window = program.windows().constFirst();
         active = QTest::qWaitForWindowActive(window);
         // Unsaved work is offered as soon as events run.
         QCoreApplication::processEvents();

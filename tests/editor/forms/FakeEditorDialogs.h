@@ -3,6 +3,7 @@
 #include "EditorDialogs.h"
 
 #include <QList>
+#include <QPrinter>
 
 /// Records what is asked and gives the answers that the test has prepared.
 class FakeEditorDialogs final : public EditorDialogs {
@@ -16,6 +17,8 @@ public:
     QList<FileRequest> fileRequests;
     QStringList printed;
     QStringList previewed;
+    /// The PDF file that stands for the printer's paper; none when empty.
+    QString paper;
 
     /// The next answers. The default is the last button, or cancelled.
     QList<int> answers;
@@ -39,9 +42,16 @@ public:
         runMeanwhile();
         return answers.isEmpty() ? static_cast<int>(buttons.size()) - 1 : answers.takeFirst();
     }
-    void print(const QString& documentName, const Drawing&) override
+    void print(const QString& documentName, const Drawing& draw) override
     {
         printed.append(documentName);
+        if (paper.isEmpty())
+            return;
+        QPrinter printer(QPrinter::HighResolution);
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(paper);
+        printer.setPageSize(QPageSize(QPageSize::A4));
+        draw(printer);
     }
     void preview(const QString& documentName, const Drawing&) override
     {

@@ -65,6 +65,7 @@ private slots:
     void comparisonGoesToItsRow();
     void pdfIsWritten();
     void printsUnderTheTitleOfTheSheet();
+    void printsOnePage();
 };
 
 void TestEditorFiles::savedFileIsWhatTheControlProgramWrites()
@@ -204,7 +205,7 @@ void TestEditorFiles::openingAsksWhenTheFileWasOpenedOtherwise()
     EditorFixture w;
     w.write(w.path(u"a.hct"_s), fileWithHour("9"));
     w.program.open(w.path(u"a.hct"_s), hct7300);
-    w.program.windows().last()->close();
+    w.program.windows().constLast()->close();
     w.dialogs.files = {{w.path(u"a.hct"_s), 0}};
     w.choose(u"mnuAbrir"_s);
     QCOMPARE(w.dialogs.boxes.value(0).text,
@@ -352,13 +353,13 @@ void TestEditorFiles::recentFilesAreInTheMenu()
     auto* menu = w.find<QMenu>(u"mnuReciente"_s);
     emit menu->aboutToShow();
     QCOMPARE(menu->actions().size(), 1);
-    QVERIFY(menu->actions().first()->text().startsWith(u"&1 a&&b.hct ("_s));
+    QVERIFY(menu->actions().constFirst()->text().startsWith(u"&1 a&&b.hct ("_s));
     w.window->close();
     EditorFixture again;
     again.registry.values = w.registry.values;
     menu = again.find<QMenu>(u"mnuReciente"_s);
     emit menu->aboutToShow();
-    menu->actions().first()->trigger();
+    menu->actions().constFirst()->trigger();
     QCOMPARE(again.window->document().model(), hct7300);
     QCOMPARE(again.window->document().name(), u"a&b.hct"_s);
 }
@@ -470,6 +471,15 @@ void TestEditorFiles::printsUnderTheTitleOfTheSheet()
     w.choose(u"mnuImprimir"_s);
     QCOMPARE(w.dialogs.previewed, QStringList{u"Sin título"_s});
     QCOMPARE(w.dialogs.printed, QStringList{u"Timbres"_s});
+}
+
+void TestEditorFiles::printsOnePage()
+{
+    EditorFixture w;
+    w.monday(0)->click();
+    w.dialogs.paper = w.path(u"paper.pdf"_s);
+    w.choose(u"mnuImprimir"_s);
+    QCOMPARE(w.contents(w.dialogs.paper).count("/Type /Page\n"), 1);
 }
 
 QTEST_MAIN(TestEditorFiles)

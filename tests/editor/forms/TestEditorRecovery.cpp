@@ -106,7 +106,7 @@ void TestEditorRecovery::discardedWorkIsGone()
     StartedAgain w({1});
     QCOMPARE(filesIn(w.recovery()), 0);
     QCOMPARE(w.program.windows().size(), 1);
-    QVERIFY(w.program.windows().first()->isUntouched());
+    QVERIFY(w.program.windows().constFirst()->isUntouched());
 }
 
 void TestEditorRecovery::laterKeepsIt()
@@ -126,7 +126,7 @@ void TestEditorRecovery::workKeptAtTheEndIsOffered()
     {
         EditorProgram program(environment);
         program.start({});
-        QVERIFY(QTest::qWaitForWindowActive(program.windows().first()));
+        QVERIFY(QTest::qWaitForWindowActive(program.windows().constFirst()));
         EditorFixture::type("12");
         program.keepUnsavedWork();
     }
@@ -136,7 +136,7 @@ void TestEditorRecovery::workKeptAtTheEndIsOffered()
     again.start({});
     QCoreApplication::processEvents();
     QCOMPARE(dialogs.boxes.size(), 1);
-    QCOMPARE(again.windows().first()->document().programme().blocks[0].Alarms[0].Hour, 12);
+    QCOMPARE(again.windows().constFirst()->document().programme().blocks[0].Alarms[0].Hour, 12);
 }
 
 void TestEditorRecovery::failureToKeepIsTold()

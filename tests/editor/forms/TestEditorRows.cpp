@@ -44,6 +44,7 @@ private slots:
     void seriesWithoutDaysIsNotAdded();
     void seriesPastMidnightIsTold();
     void cancelledSeriesAddsNothing();
+    void windowClosedUnderTheSeriesGoesWithIt();
 };
 
 void TestEditorRows::copyByKeyTakesTheSelectedRows()
@@ -315,6 +316,17 @@ void TestEditorRows::cancelledSeriesAddsNothing()
     w.choose(u"mnuSerie"_s);
     w.find<QDialog>(u"dlgSerie"_s)->reject();
     QCOMPARE(w.window->document().undoStack().count(), 0);
+}
+
+void TestEditorRows::windowClosedUnderTheSeriesGoesWithIt()
+{
+    EditorFixture w;
+    w.choose(u"mnuSerie"_s);
+    const QPointer<QDialog> dialog = w.find<QDialog>(u"dlgSerie"_s);
+    w.window->closeNow();
+    QTRY_VERIFY(!w.window);
+    QVERIFY(!dialog);
+    QVERIFY(w.program.windows().isEmpty());
 }
 
 QTEST_MAIN(TestEditorRows)

@@ -223,8 +223,8 @@ void TestYearView::menuRemovesAPeriod()
     const auto* menu = w.view.findChild<QMenu*>();
     QVERIFY(menu);
     QCOMPARE(menu->actions().size(), 2);
-    QCOMPARE(menu->actions().last()->text(), u"&Quitar el período de vacaciones 1"_s);
-    menu->actions().last()->trigger();
+    QCOMPARE(menu->actions().constLast()->text(), u"&Quitar el período de vacaciones 1"_s);
+    menu->actions().constLast()->trigger();
     QCOMPARE(w.removed.size(), 1);
 }
 
