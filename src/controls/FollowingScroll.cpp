@@ -27,6 +27,9 @@ FollowingScroll::FollowingScroll(QWidget& content, QWidget* parent) : QScrollAre
             [this](QWidget*, const QWidget* now) { follow(now); });
 }
 
+// A field in it that has the focus loses it when this is no longer whole.
+FollowingScroll::~FollowingScroll() { disconnect(qApp, nullptr, this, nullptr); }
+
 void FollowingScroll::setHeader(QWidget& header)
 {
     m_header = &header;

@@ -8,6 +8,7 @@ class FollowingScroll : public QScrollArea {
     Q_OBJECT
 public:
     explicit FollowingScroll(QWidget& content, QWidget* parent = nullptr);
+    ~FollowingScroll() override;
 
     /// Stands above the content, as wide, and scrolls sideways with it, but never up. Its height is
     /// fixed.

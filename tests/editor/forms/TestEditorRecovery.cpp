@@ -34,7 +34,7 @@ struct StartedAgain {
     QString recovery() const { return folder.filePath(u"recovery"_s); }
     const Alarm& firstAlarm(int window) const
     {
-        return program.windows()[window]->document().programme().blocks[0].Alarms[0];
+        return program.windows().at(window)->document().programme().blocks[0].Alarms[0];
     }
 
     struct Folder : QTemporaryDir {
