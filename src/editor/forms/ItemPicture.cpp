@@ -34,6 +34,7 @@ void ItemPicture::itemsChanged()
     update();
     QAccessibleEvent reset(this, QAccessible::ObjectReorder);
     QAccessible::updateAccessibility(&reset);
+    emit itemsReplaced();
 }
 
 void ItemPicture::drawFocus(QPainter& painter) const

@@ -25,6 +25,8 @@ public:
 
 signals:
     void currentItemChanged();
+    /// There are other items; the picture may need other room.
+    void itemsReplaced();
 
 protected:
     /// To be called when there are other items. The current one stays, if it exists.

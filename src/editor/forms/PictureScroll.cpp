@@ -13,6 +13,8 @@ PictureScroll::PictureScroll(ItemPicture& picture, QWidget* parent)
     setWidgetResizable(true);
     // The picture gets the focus, not the frame around it.
     setFocusPolicy(Qt::NoFocus);
+    // A scroll area does not ask for other room by itself.
+    connect(&picture, &ItemPicture::itemsReplaced, this, &PictureScroll::updateGeometry);
     connect(&picture, &ItemPicture::currentItemChanged, this, &PictureScroll::showCurrentItem);
 }
 

@@ -31,7 +31,6 @@ void WeekView::setProgramme(const Programme& programme, ClockModel model)
     m_programme = programme;
     m_model = model;
     place();
-    updateGeometry();
     itemsChanged();
 }
 

@@ -1,3 +1,4 @@
+#include "WeekPage.h"
 #include "WeekView.h"
 
 #include <QSignalSpy>
@@ -54,6 +55,7 @@ private slots:
     void readerFollowsAnotherProgramme();
     void emptyWeekHasNothingToChoose();
     void currentMarkStaysWithinFewerMarks();
+    void pageAsksForTheRoomOfAnotherModel();
 };
 
 void TestWeekView::everyMarkHasAName()
@@ -153,6 +155,14 @@ void TestWeekView::currentMarkStaysWithinFewerMarks()
     programme.blocks[0].Alarms[0] = {{true}, 8, 0};
     w.view.setProgramme(programme, ClockModel::Hct7200);
     QCOMPARE(w.view.currentItem(), 0);
+}
+
+void TestWeekView::pageAsksForTheRoomOfAnotherModel()
+{
+    WeekPage page;
+    const int before = page.sizeHint().width();
+    page.setProgramme(threeAlarms(), ClockModel::Hct7300);
+    QVERIFY2(page.sizeHint().width() > before, qPrintable(QString::number(before)));
 }
 
 QTEST_MAIN(TestWeekView)
