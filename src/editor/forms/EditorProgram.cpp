@@ -39,11 +39,26 @@ QList<frmEditor*> EditorProgram::windows() const
 void EditorProgram::start(const QStringList& paths, std::optional<ClockModel> model)
 {
     frmEditor& first = addWindow(model.value_or(ClockModel::Hct7200));
-    first.show();
+    // In the event loop, which a box at this point would run before its time.
+    QMetaObject::invokeMethod(
+        this, [this, &first, paths, model] { openFirst(first, paths, model); },
+        Qt::QueuedConnection);
+}
+
+void EditorProgram::openFirst(frmEditor& first, const QStringList& paths,
+                              std::optional<ClockModel> model)
+{
+    // A file is shown at once, but the box about one that cannot be read stands on a window: it
+    // must not be the last that is closed.
+    const bool isReadable = std::all_of(paths.begin(), paths.end(), [](const QString& path) {
+        return QFileInfo(path).isReadable();
+    });
+    if (!isReadable)
+        first.show();
     for (const QString& path : paths)
         open(path, model.value_or(ModelProposal::of(path, m_recent)), &first);
-    // In the event loop, which a box at this point would run before its time.
-    QMetaObject::invokeMethod(this, &EditorProgram::offerUnsavedWork, Qt::QueuedConnection);
+    first.show();
+    offerUnsavedWork();
 }
 
 frmEditor& EditorProgram::addWindow(ClockModel model)

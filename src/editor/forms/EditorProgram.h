@@ -25,8 +25,8 @@ public:
     explicit EditorProgram(const EditorEnvironment& environment);
     ~EditorProgram() override;
 
-    /// Opens a window for each file, or one with a new programme, and offers unsaved work as soon
-    /// as events run. Without a model each file is opened as it was last, or as what it tells.
+    /// As soon as events run, opens a window for each file, or one with a new programme, and offers
+    /// unsaved work. Without a model each file is opened as it was last, or as what it tells.
     void start(const QStringList& paths, std::optional<ClockModel> model = std::nullopt);
     /// Opens the file in a window of its own, or in `from` if that is untouched. A file that is
     /// open already is only raised.
@@ -47,6 +47,7 @@ private:
         std::unique_ptr<Recovery> recovery;
     };
 
+    void openFirst(frmEditor& first, const QStringList& paths, std::optional<ClockModel> model);
     frmEditor& addWindow(ClockModel model);
     void connectWindow(frmEditor& window);
     void forget(const frmEditor& window);

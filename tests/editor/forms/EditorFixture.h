@@ -25,9 +25,9 @@ struct EditorFixture {
     {
         program.start(paths, model);
         window = program.windows().constFirst();
-        active = QTest::qWaitForWindowActive(window);
-        // Unsaved work is offered as soon as events run.
+        // It opens and offers as soon as events run.
         QCoreApplication::processEvents();
+        active = QTest::qWaitForWindowActive(window);
     }
 
     QString path(const QString& name) const { return folder.filePath(name); }

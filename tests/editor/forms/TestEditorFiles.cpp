@@ -49,6 +49,7 @@ private slots:
     void editedWindowKeepsItsOwn();
     void fileThatIsOpenIsRaised();
     void missingFileIsToldAndOpensNothing();
+    void filesOfTheCommandLineAreOpened();
     void misreadFileIsToldWithItsLines();
     void misreadFileIsNotOverwrittenWithoutAsking();
     void fileChangedOutsideIsNoticed();
@@ -248,6 +249,18 @@ void TestEditorFiles::missingFileIsToldAndOpensNothing()
     QVERIFY(w.dialogs.boxes[0].text.contains(u"file.hct"_s));
     QVERIFY(w.window->isUntouched());
     QCOMPARE(w.program.windows().size(), 1);
+}
+
+void TestEditorFiles::filesOfTheCommandLineAreOpened()
+{
+    const QTemporaryDir folder;
+    const QStringList paths{folder.filePath(u"a.hct"_s), folder.filePath(u"b.hct"_s)};
+    for (const QString& path : paths)
+        EditorFixture::write(path, fileWithHour("9"));
+    EditorFixture w(paths);
+    QCOMPARE(w.program.windows().size(), 2);
+    QCOMPARE(w.window->document().name(), u"a.hct"_s);
+    QVERIFY(w.program.windows().constLast()->isVisible());
 }
 
 void TestEditorFiles::misreadFileIsToldWithItsLines()

@@ -126,6 +126,7 @@ void TestEditorRecovery::workKeptAtTheEndIsOffered()
     {
         EditorProgram program(environment);
         program.start({});
+        QCoreApplication::processEvents();
         QVERIFY(QTest::qWaitForWindowActive(program.windows().constFirst()));
         EditorFixture::type("12");
         program.keepUnsavedWork();
