@@ -27,7 +27,7 @@ struct EditorFixture {
         window = program.windows().constFirst();
         // It opens and offers as soon as events run.
         QCoreApplication::processEvents();
-        active = QTest::qWaitForWindowActive(window);
+        active = QTest::qWaitForWindowActive(program.windows().constLast());
     }
 
     QString path(const QString& name) const { return folder.filePath(name); }
