@@ -129,6 +129,11 @@ void TestAlarmText::daysAsPeopleWriteThemAreRead_data()
     add("L-V", "lunes a viernes");
     add("L–V", "lunes a viernes");
     add("sábado a lunes", "lunes, sábado y domingo");
+    add("lunes hasta jueves", "lunes a jueves");
+    add("a lunes", "lunes");
+    add("festivos a lunes", "lunes y festivos");
+    add("lunes a festivos", "lunes y festivos");
+    add("los lunes y el martes", "lunes y martes");
     add("LMXJV", "lunes a viernes");
     add("LMMJV", "lunes a viernes");
     add("L/X/V", "lunes, miércoles y viernes");
