@@ -11,6 +11,7 @@ ManifestSupportedOS all
 AllowSkipFiles off
 
 !define PRODUCT "Control Equipo HCT"
+!define EDITOR "Editor de programas HCT"
 !define FILES "${STAGE}/${PRODUCT}"
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\ControlEquipoHCT"
 
@@ -30,6 +31,7 @@ AllowSkipFiles off
 !include FileFunc.nsh
 !include Sections.nsh
 !include search-path.nsh
+!include file-type.nsh
 
 Name "${PRODUCT}"
 OutFile "${STAGE}/hct-setup.exe"
@@ -125,9 +127,11 @@ FunctionEnd
 
 Section
     !insertmacro askToClose "hct.exe"
+    !insertmacro askToClose "hct-editor.exe"
     !insertmacro askToClose "hctctl.exe"
     SetOutPath "$INSTDIR"
     File "${FILES}/hct.exe"
+    File "${FILES}/hct-editor.exe"
     File "${FILES}/hctctl.exe"
     File "${STAGE}/hct.ico"
     SetOutPath "$INSTDIR\licencias"
@@ -145,6 +149,7 @@ Section
     ; A shortcut takes the current output path as its working folder.
     SetOutPath "$INSTDIR"
     CreateShortcut "$SMPROGRAMS\${PRODUCT}.lnk" "$INSTDIR\hct.exe" "" "$INSTDIR\hct.ico"
+    CreateShortcut "$SMPROGRAMS\${EDITOR}.lnk" "$INSTDIR\hct-editor.exe"
 
     WriteUninstaller "$INSTDIR\desinstalar.exe"
     WriteRegStr SHCTX "${UNINSTALL_KEY}" "DisplayName" "${PRODUCT}"
@@ -159,12 +164,16 @@ Section
     WriteRegDWORD SHCTX "${UNINSTALL_KEY}" "EstimatedSize" $0
 SectionEnd
 
-; Once chosen it stays over an update that does not choose it again; uninstalling takes it away.
+; Once chosen these stay over an update that does not choose them again; uninstalling takes them away.
 Section /o "Usar hctctl en cualquier consola" inSearchPath
     Call addToSearchPath
 SectionEnd
+Section /o "Abrir los archivos .hct con el editor" withFileType
+    Call addFileType
+SectionEnd
 !insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN
     !insertmacro MUI_DESCRIPTION_TEXT ${inSearchPath} "Añade la carpeta del programa a la variable Path, para que la orden hctctl se encuentre en cualquier consola y en las tareas programadas."
+    !insertmacro MUI_DESCRIPTION_TEXT ${withFileType} "Un doble clic en un archivo de programa (.hct) lo abre en ${EDITOR}."
 !insertmacro MUI_FUNCTION_DESCRIPTION_END
 
 Function .onInit
@@ -183,16 +192,25 @@ Function .onInit
     ${IfNot} ${Errors}
         !insertmacro SelectSection ${inSearchPath}
     ${EndIf}
+    ClearErrors
+    ${GetOptions} $0 "/HCT" $1
+    ${IfNot} ${Errors}
+        !insertmacro SelectSection ${withFileType}
+    ${EndIf}
 FunctionEnd
 
 ; Removes what the installer brought and nothing else. The operator's settings stay in the registry;
 ; scripts and programme files that were added or changed stay in their folders.
 Section "Uninstall"
     !insertmacro askToClose "hct.exe"
+    !insertmacro askToClose "hct-editor.exe"
     !insertmacro askToClose "hctctl.exe"
     Delete "$SMPROGRAMS\${PRODUCT}.lnk"
+    Delete "$SMPROGRAMS\${EDITOR}.lnk"
     Call un.removeFromSearchPath
+    Call un.removeFileType
     Delete "$INSTDIR\hct.exe"
+    Delete "$INSTDIR\hct-editor.exe"
     Delete "$INSTDIR\hctctl.exe"
     Delete "$INSTDIR\hct.ico"
     Delete "$INSTDIR\licencias\LICENCIAS.txt"

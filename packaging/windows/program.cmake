@@ -5,10 +5,12 @@ find_file(HCT_TOOLKIT_SPANISH qtbase_es.qm
     NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH REQUIRED)
 
 # Gives a program icon, version, manifest, and Qt's Spanish texts.
-#   hct_windows_program(TARGET DESCRIPTION)
+#   hct_windows_program(TARGET DESCRIPTION [ICON])
 function(hct_windows_program target HCT_DESCRIPTION)
     set(packaging ${PROJECT_SOURCE_DIR}/packaging)
-    set(HCT_ICON ${packaging}/icons/hct.ico)
+    set(icons hct ${ARGN})
+    list(GET icons -1 icon)
+    set(HCT_ICON ${packaging}/icons/${icon}.ico)
     set(HCT_MANIFEST ${packaging}/windows/hct.manifest)
     set(resources ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc)
     configure_file(${packaging}/windows/hct.rc.in ${resources} @ONLY)
