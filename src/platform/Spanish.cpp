@@ -11,7 +11,8 @@ void speakSpanish(QTranslator& toolkit)
 {
     QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Spain));
     // The Windows program contains the toolkit's texts.
-    if (toolkit.load(u"qtbase_es"_s, u":/i18n"_s) ||
-        toolkit.load(u"qtbase_es"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    const QString texts = u"qtbase_es"_s;
+    if (toolkit.load(texts, u":/i18n"_s) ||
+        toolkit.load(texts, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QCoreApplication::installTranslator(&toolkit);
 }

@@ -34,8 +34,7 @@ TerminationSignals::TerminationSignals(QObject* parent) : QObject(parent)
         return;
     auto* notifier = new QSocketNotifier(pipeEnds[0], QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [this] {
-        char byte = 0;
-        if (read(pipeEnds[0], &byte, 1) == 1)
+        for (char byte = 0; read(pipeEnds[0], &byte, 1) == 1;)
             emit arrived(byte);
     });
     // A signal that is ignored stays ignored: nohup, for example, wants that.

@@ -36,7 +36,8 @@ bool syncFolderOf(const QString& /*path*/) { return true; }
 
 bool WholeFile::open(QFile& file, QIODevice::OpenMode mode)
 {
-    return QFileInfo(file.fileName()).isFile() && file.open(mode);
+    const QFileInfo named(file.fileName());
+    return named.isFile() && file.open(mode);
 }
 
 std::optional<QByteArray> WholeFile::read(const QString& path, qint64 maximum)

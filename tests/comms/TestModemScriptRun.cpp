@@ -31,6 +31,7 @@ private slots:
     void vanishingModemEndsTheScript();
     void endOfTheConnectionEndsTheScript();
     void portLostWhileTheScriptIsAskedForIsOpenedAgain();
+    void portLostForGoodWhileTheScriptIsAskedForRunsNothing();
     void endOfTheConnectionWhileTheScriptIsAskedForRunsNothing();
     void commandBegunWhileTheScriptIsAskedForIsLeftAlone();
 
@@ -236,6 +237,17 @@ void TestModemScriptRun::portLostWhileTheScriptIsAskedForIsOpenedAgain()
     m_modem->control.runScript(writeFile(m_folder.filePath(u"script.mdm"_s), "ATZ\r\n"));
     QCOMPARE(m_modem->takeCommand(), QByteArray("ATZ\r\n"));
     QCOMPARE(m_modem->modem.timesOpened, 2);
+}
+
+void TestModemScriptRun::portLostForGoodWhileTheScriptIsAskedForRunsNothing()
+{
+    m_modem->control.executeScript();
+    m_modem->modem.vanish();
+    m_modem->modem.refusal = u"/dev/fake no existe."_s;
+    m_modem->control.runScript(writeFile(m_folder.filePath(u"script.mdm"_s), "ATZ\r\n"));
+    QVERIFY(m_modem->takeCommand().isEmpty());
+    QCOMPARE(m_modem->link.state(), LinkState::Idle);
+    QVERIFY(m_modem->controlsEnabled);
 }
 
 void TestModemScriptRun::endOfTheConnectionWhileTheScriptIsAskedForRunsNothing()

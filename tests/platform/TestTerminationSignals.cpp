@@ -13,6 +13,7 @@ class TestTerminationSignals : public QObject {
 private slots:
     void signalIsTold_data();
     void signalIsTold();
+    void signalsThatArriveTogetherAreToldTogether();
     void ignoredSignalStaysIgnored();
     void signalsAreAsBeforeAfterwards();
     void errorOfWhatIsInterruptedIsKept();
@@ -51,6 +52,18 @@ void TestTerminationSignals::signalIsTold()
     QVERIFY(arrived.isEmpty());
     QTRY_COMPARE(arrived.count(), 1);
     QCOMPARE(arrived.first().first().toInt(), number);
+}
+
+void TestTerminationSignals::signalsThatArriveTogetherAreToldTogether()
+{
+    const TerminationSignals termination;
+    QSignalSpy arrived(&termination, &TerminationSignals::arrived);
+    std::raise(SIGTERM);
+    std::raise(SIGHUP);
+    QCoreApplication::processEvents();
+    QCOMPARE(arrived.count(), 2);
+    QCOMPARE(arrived.at(0).first().toInt(), SIGTERM);
+    QCOMPARE(arrived.at(1).first().toInt(), SIGHUP);
 }
 
 void TestTerminationSignals::ignoredSignalStaysIgnored()

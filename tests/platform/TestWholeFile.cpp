@@ -9,7 +9,10 @@
 #include <QTest>
 
 #include <cerrno>
+#include <cstdio>
 #include <functional>
+
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -20,6 +23,8 @@ namespace {
 
 /// Called with each file or folder that is synced. Returns the error for the call, or 0.
 std::function<int(const QString& path)> synced;
+/// Whether no file can be given another name.
+bool renamingFails = false;
 
 } // namespace
 
@@ -34,16 +39,28 @@ extern "C" int fsync(int descriptor)
     return static_cast<int>(syscall(SYS_fsync, descriptor));
 }
 
+/// Replaces the function of the system that the toolkit calls.
+extern "C" int rename(const char* from, const char* to) noexcept
+{
+    if (renamingFails) {
+        errno = EIO;
+        return -1;
+    }
+    return renameat(AT_FDCWD, from, AT_FDCWD, to);
+}
+
 class TestWholeFile : public QObject {
     Q_OBJECT
 private slots:
     void fileIsReadUpToTheBound();
     void whatIsNoFileIsNotRead();
     void fileThatFailsIsNotRead();
+    void fileWithoutPermissionIsNotRead();
     void longerFileIsReplaced();
     void whatIsNoFileIsNotReplaced();
     void fullDiskLeavesTheOldFile_data();
     void fullDiskLeavesTheOldFile();
+    void fileThatCannotBeRenamedIsLeftAsItWas();
     void folderIsSyncedAfterTheRename();
     void folderOfALinkedFileIsTheOneThatIsSynced();
     void folderThatIsNotSyncedIsToldUnlessItsFileSystemCannot_data();
@@ -76,6 +93,15 @@ void TestWholeFile::fileThatFailsIsNotRead()
 {
     // There is no memory at its first address.
     QVERIFY(!WholeFile::read(u"/proc/self/mem"_s, 10).has_value());
+}
+
+void TestWholeFile::fileWithoutPermissionIsNotRead()
+{
+    const QTemporaryDir folder;
+    const OrdinaryUser ordinaryUser(folder.path());
+    const QString path = writeFile(folder.filePath(u"a"_s), "secret");
+    QVERIFY(QFile::setPermissions(path, QFile::WriteOwner));
+    QVERIFY(!WholeFile::read(path, 10).has_value());
 }
 
 void TestWholeFile::longerFileIsReplaced()
@@ -115,6 +141,17 @@ void TestWholeFile::fullDiskLeavesTheOldFile()
         replaced = WholeFile::replace(path, QByteArray(bytes, 'x'));
     }
     QVERIFY(!replaced);
+    QCOMPARE(contentsOf(path), QByteArray("old"));
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{u"a"_s});
+}
+
+void TestWholeFile::fileThatCannotBeRenamedIsLeftAsItWas()
+{
+    const QTemporaryDir folder;
+    const QString path = writeFile(folder.filePath(u"a"_s), "old");
+    renamingFails = true;
+    const auto restored = qScopeGuard([] { renamingFails = false; });
+    QVERIFY(!WholeFile::replace(path, "new"));
     QCOMPARE(contentsOf(path), QByteArray("old"));
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList{u"a"_s});
 }

@@ -29,6 +29,7 @@ private slots:
     void firstLineNamesProgramAndSystem();
     void timesAreMicrosecondsSinceTheStartOfTheProgram();
     void linesAreInTheFileAtOnce();
+    void fileOfAnEarlierRunIsReplaced();
     void lineEndsInSettingsEndNoLine();
     void codesOfTheSimCardStayOut_data();
     void codesOfTheSimCardStayOut();
@@ -211,6 +212,14 @@ void TestTraceFile::linesAreInTheFileAtOnce()
     trace();
     fixture.link.ArrancaConexion(false);
     QVERIFY(contentsOf(path()).endsWith("opened COM1,9600,N,8,1 /dev/fake\n"));
+}
+
+void TestTraceFile::fileOfAnEarlierRunIsReplaced()
+{
+    writeFile(path(), QByteArray(1000, '~'));
+    trace();
+    QVERIFY(m_trace->isOpen());
+    QVERIFY(!contentsOf(path()).contains('~'));
 }
 
 void TestTraceFile::lineEndsInSettingsEndNoLine()

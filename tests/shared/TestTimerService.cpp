@@ -351,6 +351,8 @@ void TestTimerService::registrationOutlivesTheService()
     CronoRegistration registration(*m_crono, client, 1);
     m_crono.reset();
     registration.ActivaCliente();
+    registration.CambiaPeriodo(2);
+    registration.DesactivaCliente();
     registration.EliminaCliente();
     QCOMPARE(registration.id(), qint16(0));
 }

@@ -58,6 +58,8 @@ bool FileLock::isTheFileAtThePath(int descriptor) const
 {
     struct stat ours {};
     struct stat current {};
-    return ::fstat(descriptor, &ours) == 0 && ::stat(m_path.constData(), &current) == 0 &&
-           ours.st_dev == current.st_dev && ours.st_ino == current.st_ino;
+    // A failure leaves zeros, which no file has.
+    ::fstat(descriptor, &ours);
+    return ::stat(m_path.constData(), &current) == 0 && ours.st_dev == current.st_dev &&
+           ours.st_ino == current.st_ino;
 }

@@ -36,15 +36,14 @@ bool isRunning(qint64 process)
     return ::kill(static_cast<pid_t>(process), 0) == 0 || errno != ESRCH;
 }
 
-/// The process that has written the lock file.
+/// The process that has written the lock file; none when there is no file.
 std::optional<qint64> holderOf(const QString& file)
 {
     qint64 process = 0;
     QString host;
     QString program;
-    if (file.isEmpty() || !QLockFile(file).getLockInfo(&process, &host, &program))
-        return std::nullopt;
-    return process;
+    const bool hasHolder = QLockFile(file).getLockInfo(&process, &host, &program);
+    return hasHolder ? std::optional(process) : std::nullopt;
 }
 
 } // namespace

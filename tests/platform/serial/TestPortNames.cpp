@@ -16,6 +16,9 @@ private slots:
     void registryComesBeforeTheSystemsList();
     void valuesThatAreNoDeviceHereAreIgnored();
     void systemPortsCountInNaturalOrder();
+    void sameNumberLeavesTheOrderToWhatFollows();
+    void nameThatBeginsAnotherComesFirst();
+    void numberComesBeforeALetter();
     void portsThatDoNotExistHaveNoDevice_data();
     void portsThatDoNotExistHaveNoDevice();
     void listIsLookedUpAnewEachTime();
@@ -91,6 +94,26 @@ void TestPortNames::systemPortsCountInNaturalOrder()
     QCOMPARE(m_names.device(2), u"/dev/ttyS0"_s);
     QCOMPARE(m_names.device(3), u"/dev/ttyUSB2"_s);
     QCOMPARE(m_names.device(4), u"/dev/ttyUSB10"_s);
+}
+
+void TestPortNames::sameNumberLeavesTheOrderToWhatFollows()
+{
+    m_ports = {u"/dev/tty1c"_s, u"/dev/tty01b"_s, u"/dev/tty1b10"_s, u"/dev/tty1b9"_s};
+    QCOMPARE(m_names.devices().first(4),
+             (QStringList{u"/dev/tty01b"_s, u"/dev/tty1b9"_s, u"/dev/tty1b10"_s, u"/dev/tty1c"_s}));
+}
+
+void TestPortNames::nameThatBeginsAnotherComesFirst()
+{
+    m_ports = {u"/dev/ttyS0"_s, u"/dev/ttyS"_s, u"/dev/tty"_s};
+    QCOMPARE(m_names.devices().first(3),
+             (QStringList{u"/dev/tty"_s, u"/dev/ttyS"_s, u"/dev/ttyS0"_s}));
+}
+
+void TestPortNames::numberComesBeforeALetter()
+{
+    m_ports = {u"/dev/ttyS0"_s, u"/dev/tty1"_s};
+    QCOMPARE(m_names.devices().first(2), (QStringList{u"/dev/tty1"_s, u"/dev/ttyS0"_s}));
 }
 
 void TestPortNames::portsThatDoNotExistHaveNoDevice_data()
