@@ -5,8 +5,6 @@
 
 #include <QStringList>
 
-#include <map>
-
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -17,10 +15,13 @@ constexpr std::chrono::seconds patienceByModem{90};
 /// The settings' name for a letter.
 QString parityName(QChar letter)
 {
-    static const std::map<QChar, QString> names{
-        {u'E', u"Par"_s}, {u'O', u"Impar"_s}, {u'M', u"Marca"_s}, {u'S', u"Espacio"_s}};
-    const auto found = names.find(letter.toUpper());
-    return found == names.end() ? u"Ninguna"_s : found->second;
+    switch (letter.toUpper().unicode()) {
+    case u'E': return u"Par"_s;
+    case u'O': return u"Impar"_s;
+    case u'M': return u"Marca"_s;
+    case u'S': return u"Espacio"_s;
+    default: return u"Ninguna"_s;
+    }
 }
 
 } // namespace
@@ -29,7 +30,7 @@ std::optional<int> comNumber(const QString& port)
 {
     bool isNumber = false;
     const int number = port.mid(3).toInt(&isNumber);
-    if (!port.startsWith(u"COM"_s, Qt::CaseInsensitive) || !isNumber || number < 1 ||
+    if (!port.startsWith("COM"_L1, Qt::CaseInsensitive) || !isNumber || number < 1 ||
         number > PortNames::highestNumber)
         return std::nullopt;
     return number;

@@ -25,9 +25,8 @@ PortNames::Variables variablesWith(const QString& devicePath)
 {
     if (devicePath.isEmpty())
         return {};
-    return [devicePath](const QString& name) {
-        return name == u"HCT_COM1" ? devicePath : qEnvironmentVariable(name.toLatin1().constData());
-    };
+    // No port but COM1 is opened: a device is not given together with a modem.
+    return [devicePath](const QString& /*name*/) { return devicePath; };
 }
 
 ExitStatus runWithClock(const CommonOptions& options, const ClockAction& action, Console& console)

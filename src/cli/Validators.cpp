@@ -17,9 +17,8 @@ QString reasonOfPort(const QString& port)
 #ifdef Q_OS_WIN
     return u"\"%1\" no es un puerto: indique %2"_s.arg(port, numbers);
 #else
-    static const QRegularExpression number(u"^COM\\d*$"_s,
-                                           QRegularExpression::CaseInsensitiveOption);
-    if (port.isEmpty() || number.match(port).hasMatch())
+    const QRegularExpression unfit(u"^(COM\\d*)?$"_s, QRegularExpression::CaseInsensitiveOption);
+    if (unfit.match(port).hasMatch())
         return u"\"%1\" no es un puerto: indique %2, o un dispositivo como /dev/ttyUSB0"_s.arg(
             port, numbers);
     return {};
@@ -73,8 +72,9 @@ CLI::Validator validators::fileName()
 CLI::Validator validators::telephone()
 {
     return makeValidator([](const QString& text) {
-        static const QRegularExpression digits(u"^\\+?[0-9,*#]+$"_s);
-        return digits.match(text).hasMatch() ? QString()
-                                             : u"\"%1\" no es un número de teléfono"_s.arg(text);
+        const QRegularExpression digits(u"^\\+?[0-9,*#]+$"_s);
+        if (digits.match(text).hasMatch())
+            return QString();
+        return u"\"%1\" no es un número de teléfono"_s.arg(text);
     });
 }

@@ -49,13 +49,14 @@ QString SpanishHelp::failure(const CLI::ParseError& error, const QStringList& un
     if (kind == u"ValidationError")
         return message + u'.';
     if (kind == u"ArgumentMismatch")
-        return message.endsWith(u"missing"_s) ? u"Falta el valor de %1."_s.arg(name)
-                                              : u"%1 lleva un solo valor."_s.arg(name);
+        return (message.endsWith("missing"_L1) ? u"Falta el valor de %1."_s
+                                               : u"%1 lleva un solo valor."_s)
+            .arg(name);
     if (kind == u"ConversionError")
         return u"%1 no lleva ningún valor."_s.arg(name);
     if (kind == u"ExcludesError")
         return u"%1 y %2 no pueden ir juntas."_s.arg(name, message.section(u' ', -1));
-    if (kind == u"RequiredError" && message.startsWith(u"A subcommand"_s))
+    if (kind == u"RequiredError" && message.startsWith("A subcommand"_L1))
         return u"Falta la orden."_s;
     if (kind == u"RequiredError")
         return u"Falta %1."_s.arg(name);

@@ -27,9 +27,9 @@ CLI::Validator timeValidator()
             return u"\"%1\" no es una fecha con hora como %2"_s.arg(text,
                                                                     QString::fromLatin1(example));
         const int year = time.date().year();
-        return year >= firstYear && year <= lastYear
-                   ? QString()
-                   : u"el reloj solo admite los años %1 a %2"_s.arg(firstYear).arg(lastYear);
+        if (year >= firstYear && year <= lastYear)
+            return QString();
+        return u"el reloj solo admite los años %1 a %2"_s.arg(firstYear).arg(lastYear);
     });
 }
 

@@ -15,9 +15,9 @@ CLI::Validator switchValidator()
 {
     return validators::makeValidator([](const QString& text) {
         static const QRegularExpression form(u"^(auto|[123]=(on|off))$"_s);
-        return form.match(text).hasMatch()
-                   ? QString()
-                   : u"\"%1\" no es auto, ni una salida como 1=on o 2=off"_s.arg(text);
+        if (form.match(text).hasMatch())
+            return QString();
+        return u"\"%1\" no es auto, ni una salida como 1=on o 2=off"_s.arg(text);
     });
 }
 
