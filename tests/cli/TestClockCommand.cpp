@@ -21,6 +21,7 @@ private slots:
     void refusalIsTold();
     void silenceIsTold();
     void clockThatShowsAnotherTimeIsTold();
+    void clockThatFallsSilentAfterwardsIsTold();
     void momentOfTheFrameIsSent();
 };
 
@@ -164,6 +165,20 @@ void TestClockCommand::clockThatShowsAnotherTimeIsTold()
 }
 
 // The first two attempts get no answer: the time sent is that of the third, a second later or more.
+void TestClockCommand::clockThatFallsSilentAfterwardsIsTold()
+{
+    const SimulatorProcess clock({u"--fault"_s, u"silent always after 1 on general"_s});
+    HctctlProcess hctctl;
+    QCOMPARE(
+        hctctl.run({u"clock"_s, u"set"_s, u"--line"_s, u"115200"_s, u"--port"_s, clock.device()}),
+        4);
+    QCOMPARE(hctctl.output(), QString());
+    QCOMPARE(
+        hctctl.errors(),
+        u"El reloj ha aceptado la hora, pero no se ha podido comprobar; la que tiene se ve con: "
+        "hctctl status\n"_s);
+}
+
 void TestClockCommand::momentOfTheFrameIsSent()
 {
     SimulatorProcess clock(wrongClock() + QStringList{u"--fault"_s, u"lost times 2 on clock"_s});

@@ -12,6 +12,8 @@ namespace {
 /// In seconds. A clock that has just been set may differ so much: the answer takes time, and both
 /// cut off fractions.
 constexpr qint64 toleranceAfterSetting = 2;
+/// Afterwards: of requests for the general data, which the workflow repeats for ever.
+constexpr int mostFailures = 3;
 
 ClockFields fieldsOf(const QDateTime& wallTime)
 {
@@ -33,6 +35,8 @@ ClockSetJob::ClockSetJob(Session& session, Console& console, const Wish& wish)
         m_accepted = m_session.environment().clock.now();
         connect(&m_session.workflow(), &ConnectionWorkflow::generalDataReceived, this,
                 &ClockSetJob::verify);
+        connect(&m_session.workflow(), &ConnectionWorkflow::generalDataFailed, this,
+                &ClockSetJob::verificationFailed);
     });
     connect(&m_setting, &ClockSetting::gaveUp, this, &ClockSetJob::fail);
 }
@@ -94,6 +98,14 @@ void ClockSetJob::verify()
                               clocktime::differenceText(*m_before))
                         : u"El reloj se ha puesto en hora: no tenía una fecha válida."_s);
     emit finished(ExitStatus::Done);
+}
+
+void ClockSetJob::verificationFailed(LinkStatus status)
+{
+    if (++m_failures < mostFailures)
+        return;
+    m_console.tell(abandon());
+    emit finished(exitStatusOf(status));
 }
 
 std::optional<qint64> ClockSetJob::secondsAhead() const

@@ -33,6 +33,7 @@ private:
     void set();
     void fail(LinkStatus status);
     void verify();
+    void verificationFailed(LinkStatus status);
     /// How far the clock is from the time wanted; nothing when it shows none.
     std::optional<qint64> secondsAhead() const;
     void tell(bool changed, const QString& text);
@@ -47,4 +48,5 @@ private:
     std::optional<qint64> m_before;
     /// The computer's time when the clock took the time.
     QDateTime m_accepted;
+    int m_failures = 0;
 };
