@@ -19,6 +19,8 @@ private slots:
     void refusalIsTold();
     void silenceIsTold();
     void clockThatIsStillInManualModeIsTold();
+    void silenceBeforeTheSwitchingIsTold();
+    void clockThatDoesNotSwitchIsTold();
 };
 
 namespace {
@@ -145,6 +147,31 @@ void TestOutputsCommand::clockThatIsStillInManualModeIsTold()
              u"El reloj ha dejado de contestar: compruebe el cable. No se ha conmutado ninguna "
              "salida. "_s +
                  manualWarning);
+}
+
+void TestOutputsCommand::silenceBeforeTheSwitchingIsTold()
+{
+    const SimulatorProcess clock({u"--fault"_s, u"silent always on mode"_s});
+    HctctlProcess hctctl;
+    QCOMPARE(hctctl.run(
+                 {u"outputs"_s, u"1=on"_s, u"--line"_s, u"115200"_s, u"--port"_s, clock.device()}),
+             4);
+    QCOMPARE(hctctl.errors(), u"El reloj ha dejado de contestar: compruebe el cable. No se ha "
+                              "conmutado ninguna salida.\n"_s);
+}
+
+void TestOutputsCommand::clockThatDoesNotSwitchIsTold()
+{
+    // Its answers are those of a clock whose outputs stay off.
+    const SimulatorProcess clock(
+        {u"--fault"_s, u"noise 680404680108ca07da16 always after 1 on mode"_s});
+    HctctlProcess hctctl;
+    QCOMPARE(hctctl.run({u"outputs"_s, u"1=on"_s, u"--port"_s, clock.device()}), 1);
+    QCOMPARE(hctctl.output(), u"Modo:     manual\nAvisos 1: apagado\nAvisos 2: apagado\n"
+                              "Avisos 3: apagado\n"_s);
+    QCOMPARE(hctctl.errors(),
+             manualWarning + u"El reloj no ha conmutado las salidas como se le ha pedido: si al "
+                             "repetir la orden sigue igual, avise al servicio técnico.\n"_s);
 }
 
 QTEST_GUILESS_MAIN(TestOutputsCommand)

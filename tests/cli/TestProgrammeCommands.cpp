@@ -1,9 +1,7 @@
-#include "Files.h"
 #include "HctctlProcess.h"
 #include "ProgrammeLines.h"
-#include "SimulatorProcess.h"
+#include "SchoolDesk.h"
 
-#include <QTemporaryDir>
 #include <QTest>
 
 #include <csignal>
@@ -11,31 +9,6 @@
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// A simulated clock with the programme of a school, and a folder for files.
-struct SchoolDesk {
-    explicit SchoolDesk(const QStringList& options = {})
-        : clock(QStringList{u"--programme"_s, u"school"_s} + options)
-    {}
-
-    QString path(const QString& name = u"a.hct"_s) const { return folder.filePath(name); }
-    QStringList arguments(const QStringList& words) const
-    {
-        return QStringList{u"--port"_s, clock.device(), u"programme"_s} + words;
-    }
-    /// The programme of the clock, with another first alarm.
-    QString changedFile()
-    {
-        clock.command(u"save "_s + path(u"school.hct"_s));
-        QByteArray text = contentsOf(path(u"school.hct"_s));
-        text.replace("8\r\n0\r\n9\r\n0\r\n31\r\n", "8\r\n0\r\n8\r\n59\r\n3\r\n");
-        return writeFile(path(), text);
-    }
-    QString firstAlarm() { return clock.state(u"block1.alarms"_s).left(4); }
-
-    SimulatorProcess clock;
-    QTemporaryDir folder;
-};
 
 QStringList hct7300() { return {u"--model"_s, u"7300"_s}; }
 /// For tests that look at the requests.

@@ -1,6 +1,7 @@
 #include "Files.h"
 #include "HctctlProcess.h"
 #include "PseudoTerminal.h"
+#include "SimulatorProcess.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -13,6 +14,7 @@ class TestStandardStreams : public QObject {
 private slots:
     void resultThatIsNotWrittenIsTold_data();
     void resultThatIsNotWrittenIsTold();
+    void failureKeepsItsStatusWhenItsResultIsNotWritten();
     void readerThatIsGoneIsNoFailure_data();
     void readerThatIsGoneIsNoFailure();
     void fileNeverTakesThePlaceOfAStream();
@@ -34,6 +36,24 @@ void TestStandardStreams::resultThatIsNotWrittenIsTold()
     QFETCH(QStringList, arguments);
     HctctlProcess hctctl;
     QCOMPARE(hctctl.runInShell(u"\"$0\" \"$@\" "_s + output, arguments), 2);
+    QCOMPARE(hctctl.errors(),
+             u"No se ha podido escribir el resultado: compruebe el espacio del disco.\n"_s);
+}
+
+void TestStandardStreams::failureKeepsItsStatusWhenItsResultIsNotWritten()
+{
+    const QTemporaryDir folder;
+    const QString school = folder.filePath(u"school.hct"_s);
+    const QString empty = folder.filePath(u"empty.hct"_s);
+    SimulatorProcess clock({u"--programme"_s, u"school"_s});
+    clock.command(u"save "_s + school);
+    clock.command(u"programme empty"_s);
+    clock.command(u"save "_s + empty);
+    HctctlProcess hctctl;
+    QCOMPARE(
+        hctctl.runInShell(u"\"$0\" \"$@\" >/dev/full"_s, {u"programme"_s, u"diff"_s, u"--model"_s,
+                                                          u"7200"_s, u"--quiet"_s, school, empty}),
+        1);
     QCOMPARE(hctctl.errors(),
              u"No se ha podido escribir el resultado: compruebe el espacio del disco.\n"_s);
 }
