@@ -75,7 +75,7 @@ void Program::makeModelWindows()
 
 void Program::makeMainWindow()
 {
-    QApplication::setWindowIcon(applicationIcon());
+    QApplication::setWindowIcon(applicationIcon(u"hct"_s));
     const frmPrincipal::Windows windows{
         *m_log,
         *m_models,

@@ -1,3 +1,4 @@
+#include "ApplicationIcon.h"
 #include "EditorCommandLine.h"
 #include "EditorProgram.h"
 #include "PdfJob.h"
@@ -44,6 +45,7 @@ int runWithWindows(int argc, char** argv)
 {
     const QApplication application(argc, argv);
     QGuiApplication::setDesktopFileName(u"hct-editor"_s);
+    QGuiApplication::setWindowIcon(applicationIcon(u"hct-editor"_s));
     QTranslator toolkit;
     speakSpanish(toolkit);
     const auto read = EditorCommandLine::read(QCoreApplication::arguments().mid(1));

@@ -18,7 +18,7 @@ private slots:
 
 namespace {
 
-QImage drawn(int size) { return applicationIcon().pixmap(QSize(size, size), 1).toImage(); }
+QImage drawn(int size) { return applicationIcon(u"hct"_s).pixmap(QSize(size, size), 1).toImage(); }
 
 QImage picture(int size)
 {
@@ -66,7 +66,7 @@ void TestApplicationIcon::otherSizesComeFromTheNextLargerPicture()
 // A new pixmap at every painting would fill the toolkit's cache.
 void TestApplicationIcon::pictureIsScaledOnlyOnce()
 {
-    const QIcon icon = applicationIcon();
+    const QIcon icon = applicationIcon(u"hct"_s);
     const qint64 first = icon.pixmap(QSize(20, 20), 1).cacheKey();
     QCOMPARE(icon.pixmap(QSize(20, 20), 1).cacheKey(), first);
 }
@@ -74,10 +74,10 @@ void TestApplicationIcon::pictureIsScaledOnlyOnce()
 void TestApplicationIcon::sizesAreToldToTheDesktop()
 {
     QCOMPARE(
-        applicationIcon().availableSizes(),
+        applicationIcon(u"hct"_s).availableSizes(),
         (QList<QSize>{{16, 16}, {24, 24}, {32, 32}, {48, 48}, {64, 64}, {128, 128}, {256, 256}}));
-    QCOMPARE(applicationIcon().actualSize(QSize(20, 20)), QSize(20, 20));
-    QCOMPARE(applicationIcon().actualSize(QSize(300, 300)), QSize(256, 256));
+    QCOMPARE(applicationIcon(u"hct"_s).actualSize(QSize(20, 20)), QSize(20, 20));
+    QCOMPARE(applicationIcon(u"hct"_s).actualSize(QSize(300, 300)), QSize(256, 256));
 }
 
 QTEST_MAIN(TestApplicationIcon)

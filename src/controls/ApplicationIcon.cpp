@@ -15,6 +15,8 @@ constexpr std::array sizes{16, 24, 32, 48, 64, 128, 256};
 // The toolkit's own engine reads every picture as soon as it is added.
 class PicturesOnDemand final : public QIconEngine {
 public:
+    explicit PicturesOnDemand(const QString& name) : m_name(name) {}
+
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override
     {
         // The smallest picture that need not be enlarged, otherwise the largest.
@@ -23,7 +25,7 @@ public:
         // Kept, because only the same icon gives the same scaled picture again.
         QIcon& picture = m_pictures.at(static_cast<std::size_t>(nearest - sizes.begin()));
         if (picture.isNull())
-            picture = QIcon(u":/icons/hct-%1.png"_s.arg(*nearest));
+            picture = QIcon(u":/icons/%1-%2.png"_s.arg(m_name).arg(*nearest));
         return picture.pixmap(size, 1, mode, state);
     }
 
@@ -49,9 +51,10 @@ public:
     QIconEngine* clone() const override { return new PicturesOnDemand(*this); }
 
 private:
+    const QString m_name;
     std::array<QIcon, sizes.size()> m_pictures;
 };
 
 } // namespace
 
-QIcon applicationIcon() { return QIcon(new PicturesOnDemand); }
+QIcon applicationIcon(const QString& name) { return QIcon(new PicturesOnDemand(name)); }
