@@ -17,8 +17,6 @@ namespace ProgrammeCheck {
 
 namespace {
 
-constexpr int lastByte = 255;
-
 /// What a wrong mask of days should have been.
 QString maskHint(ClockModel model, quint8 mode)
 {
@@ -40,9 +38,9 @@ CheckedBlock readBlockStrictly(StrictLines& lines, int number, ClockModel model)
 {
     CheckedBlock checked;
     AlarmBlock& block = checked.block;
-    lines.header("--AVISOS " + QByteArray::number(number + 1) + "--");
-    lines.number(u"Duración de la salida %1"_s.arg(number + 1), lastByte);
-    block.Mode = lines.number(u"Modo de la salida %1"_s.arg(number + 1), lastByte).value_or(0);
+    lines.header();
+    lines.number(u"Duración de la salida %1"_s.arg(number + 1));
+    block.Mode = lines.number(u"Modo de la salida %1"_s.arg(number + 1)).value_or(0);
     if (model == ClockModel::Hct7200 && block.Mode > 1)
         lines.note(Problem::Kind::Doubtful, lines.line(),
                    u"Modo de la salida %1: el %2 solo lo tiene el HCT-7300."_s.arg(number + 1)
@@ -50,10 +48,10 @@ CheckedBlock readBlockStrictly(StrictLines& lines, int number, ClockModel model)
     const QString hint = maskHint(model, block.Mode);
     for (int index = 0; index < AlarmBlock::alarmCount; ++index) {
         const QString where = u" del aviso %1 de la salida %2"_s.arg(index + 1).arg(number + 1);
-        const auto hour = lines.number(u"Hora"_s + where, ProgrammeFile::lastHour);
+        const auto hour = lines.number(u"Hora"_s + where);
         checked.lines[static_cast<std::size_t>(index)] = lines.line();
-        const auto minute = lines.number(u"Minuto"_s + where, ProgrammeFile::lastMinute);
-        const auto mask = lines.number(u"Días"_s + where, ProgrammeFile::lastMask, hint);
+        const auto minute = lines.number(u"Minuto"_s + where);
+        const auto mask = lines.number(u"Días"_s + where, hint);
         // An alarm without a good time cannot clash.
         if (!hour || !minute || !mask)
             continue;
@@ -85,8 +83,9 @@ enum class DateState { Unreadable, Unused, Used };
 /// Reads a date and notes what is wrong with it. `whose` is "del festivo 3".
 DateState checkDate(StrictLines& lines, const QString& whose)
 {
-    const auto day = lines.number(u"Día "_s + whose, ProgrammeFile::lastDay);
-    const auto month = lines.number(u"Mes "_s + whose, ProgrammeFile::lastMonth);
+    const auto day = lines.number(u"Día "_s + whose);
+    const int dayLine = lines.line();
+    const auto month = lines.number(u"Mes "_s + whose);
     if (!day || !month)
         return DateState::Unreadable;
     if (*day == 0 && *month == 0)
@@ -94,7 +93,7 @@ DateState checkDate(StrictLines& lines, const QString& whose)
     const QString fault = CalendarDate::faultOf(*day, *month);
     const bool lacksMonth = *month == 0;
     if (!fault.isEmpty())
-        lines.note(Problem::Kind::Impossible, lacksMonth ? lines.line() : lines.line() - 1,
+        lines.note(Problem::Kind::Impossible, lacksMonth ? lines.line() : dayLine,
                    u"Fecha %1: %2."_s.arg(whose, fault));
     return DateState::Used;
 }
@@ -109,7 +108,7 @@ void checkPeriod(StrictLines& lines, int number)
         lines.note(Problem::Kind::Impossible, startLine,
                    u"El período de vacaciones %1 tiene fin y no tiene inicio."_s.arg(number));
     if (start == DateState::Used && end == DateState::Unused)
-        lines.note(Problem::Kind::Impossible, startLine + 2,
+        lines.note(Problem::Kind::Impossible, lines.line() - 1,
                    u"El período de vacaciones %1 tiene inicio y no tiene fin."_s.arg(number));
 }
 
@@ -123,13 +122,12 @@ QList<Problem> problemsOf(QByteArrayView text, ClockModel model)
                    u"El archivo es demasiado largo: solo se lee su primer mebibyte."_s);
     for (int number = 0; number < Programme::blockCount; ++number)
         noteClashes(lines, readBlockStrictly(lines, number, model), number);
-    lines.header("--FESTIVOS--");
+    lines.header();
     for (int index = 1; index <= HolidayTable::holidayCount; ++index)
         checkDate(lines, u"del festivo %1"_s.arg(index));
-    lines.header("--PERIODOS VACACIONALES--");
+    lines.header();
     for (int index = 1; index <= HolidayTable::vacationCount; ++index)
         checkPeriod(lines, index);
-    lines.end();
 
     QList<Problem> problems = lines.problems();
     std::stable_sort(

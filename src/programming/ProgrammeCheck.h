@@ -15,7 +15,8 @@ using Problem = ProgrammeProblem;
 /// that are missing, too many, no whole number, or out of range; alarms of one block with the same
 /// time; dates that no calendar has or that are half set; periods without start or end; modes that
 /// the HCT-7200 does not have. Give it one byte more than ProgrammeFile::maximumBytes, if there are
-/// so many: a longer file is an error.
+/// so many: a longer file is an error. What follows a block that lacks lines, or has some too many,
+/// is read at its own lines.
 QList<Problem> problemsOf(QByteArrayView text, ClockModel model);
 
 /// Whether one of them is more than a warning.

@@ -1,9 +1,11 @@
 #include "ProgrammeFile.h"
 
 #include "AlarmEncoding.h"
+#include "ProgrammeLayout.h"
 #include "WholeFile.h"
 
 #include <algorithm>
+#include <array>
 #include <optional>
 
 namespace ProgrammeFile {
@@ -190,10 +192,15 @@ Programme programmeIn(const QByteArray& text, ClockModel model)
 
 ClockModel likelyModel(const QByteArray& text)
 {
-    const Programme programme = programmeIn(text, ClockModel::Hct7300);
-    const bool special = std::any_of(programme.blocks.begin(), programme.blocks.end(),
-                                     [](const AlarmBlock& block) { return block.Mode > 1; });
-    return special ? ClockModel::Hct7300 : ClockModel::Hct7200;
+    constexpr std::array<int, Programme::blockCount> modes{2, 101, 200};
+    const ProgrammeLayout layout(text);
+    for (const int mode : modes)
+        if (const auto line = layout.text(mode)) {
+            const int number = leadingNumber(*line);
+            if (number > 1 && number <= 255)
+                return ClockModel::Hct7300;
+        }
+    return ClockModel::Hct7200;
 }
 
 bool save(const QString& path, const Programme& programme, ClockModel model)

@@ -37,6 +37,7 @@ void read(const QByteArray& text, Programme& programme, ClockModel model);
 /// the HCT-7200 are what the clock had when the file was saved. What the text lacks is 0.
 Programme programmeIn(const QByteArray& text, ClockModel model);
 /// The model that a text is for, as far as it tells: modes above 1 exist for the HCT-7300 only.
+/// They are found also when lines are missing or too many.
 ClockModel likelyModel(const QByteArray& text);
 
 /// Replaces the file whole, or leaves the old one. False when it could not be written.

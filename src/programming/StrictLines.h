@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ProgrammeLayout.h"
 #include "ProgrammeProblem.h"
 
 #include <QByteArrayView>
@@ -7,32 +8,31 @@
 
 #include <optional>
 
-/// Reads the lines of a configuration file one after the other and notes what is wrong with each.
+/// Reads the fields of a configuration file one after the other and notes what is wrong with each.
 class StrictLines {
 public:
-    /// A byte order mark of UTF-8 is a warning: the headers, of which it would be a part, are
-    /// recognised by position.
+    /// Notes the lines that are missing or too many. A byte order mark of UTF-8 is a warning: the
+    /// headers, of which it would be a part, are recognised by position. `text` must outlive it.
     explicit StrictLines(QByteArrayView text);
 
     /// Passes a header line. Another text is a warning: headers are recognised by position.
-    void header(QByteArrayView expected);
-    /// The whole number of the next line; nothing when there is none from 0 to `last`. `what`
-    /// begins the sentence about it: "Hora del aviso 3 de la salida 1". `hint` ends it.
-    std::optional<quint8> number(const QString& what, int last, const QString& hint = {});
-    /// Notes the lines that are missing or too many. Call it after the last line.
-    void end();
+    void header();
+    /// The whole number of the next field; nothing when there is none in its range. `what` begins
+    /// the sentence about it: "Hora del aviso 3 de la salida 1". `hint` ends it.
+    std::optional<quint8> number(const QString& what, const QString& hint = {});
 
     void note(ProgrammeProblem::Kind kind, int line, const QString& text);
-    /// The line that was read last, from 1.
-    int line() const { return m_line; }
+    /// The line of the field that was read last, from 1; 0 when it has none.
+    int line() const { return m_layout.line(m_field - 1); }
     const QList<ProgrammeProblem>& problems() const { return m_problems; }
 
 private:
-    std::optional<QByteArrayView> next();
+    QByteArrayView withoutMark(QByteArrayView text);
+    void noteGap(const ProgrammeLayout::Gap& gap);
+    void noteEnd();
 
-    QByteArrayView m_rest;
-    int m_line = 0;
-    /// 0 while no line is missing.
-    int m_firstMissing = 0;
     QList<ProgrammeProblem> m_problems;
+    const ProgrammeLayout m_layout;
+    /// The next field.
+    int m_field = 0;
 };

@@ -1,4 +1,5 @@
 #include "ProgrammeCheck.h"
+#include "ProgrammeFile.h"
 #include "ProgrammeLines.h"
 
 #include <QTest>
@@ -21,6 +22,20 @@ QStringList problems(const QByteArray& text, ClockModel model = hct7200)
     return lines;
 }
 
+/// A file in which every alarm is used, at a time of its own: 23:30 and later minutes.
+ProgrammeLines withBells()
+{
+    ProgrammeLines lines;
+    for (int block = 0; block < 3; ++block)
+        for (int index = 0; index < 32; ++index) {
+            // Each is out of range in the place of the one before or after it.
+            lines.alarm(block, index, 0) = index % 2 == 0 ? "22" : "23";
+            lines.alarm(block, index, 1) = QByteArray::number(32 + index / 2);
+            lines.alarm(block, index, 2) = "31";
+        }
+    return lines;
+}
+
 } // namespace
 
 class TestProgrammeCheck : public QObject {
@@ -40,6 +55,16 @@ private slots:
     void missingLastLineIsTold();
     void emptyFileLacksEverything();
     void linesTooManyAreTold();
+    void lineThatIsMissingInABlockIsToldOnce();
+    void linesThatAreMissingInABlockAreToldOnce();
+    void lineTooManyInABlockIsToldOnce();
+    void linesTooManyInABlockAreToldOnce();
+    void lineTooManyBeforeTheFirstHeaderIsTold();
+    void missingHeaderIsTold();
+    void missingLineInTheLastBlockIsTold();
+    void whatFollowsAShiftedBlockIsCheckedAtItsLine();
+    void whatMayBeShiftedDoesNotClash();
+    void likelyModelIsNotGuessedFromShiftedLines();
     void tooLongFileIsTold();
     void dateThatNoCalendarHasIsTold();
     void twentyNinthOfFebruaryIsADate();
@@ -218,6 +243,118 @@ void TestProgrammeCheck::linesTooManyAreTold()
         u"364: Sobra lo que sigue: un archivo de configuración tiene 363 líneas."_s;
     QCOMPARE(problems(ProgrammeLines().text() + "0\r\n1\r\n"), QStringList{problem});
     QCOMPARE(problems(ProgrammeLines().text() + "\n"), QStringList{problem});
+}
+
+void TestProgrammeCheck::lineThatIsMissingInABlockIsToldOnce()
+{
+    ProgrammeLines lines = withBells();
+    lines.all.removeAt(42);
+    QCOMPARE(problems(lines.text()),
+             QStringList{u"43: En --AVISOS 1-- falta una línea, entre la 42 y la 43."_s});
+    // The lines around this one fit others, too.
+    lines = withBells();
+    lines.all.removeAt(40);
+    QCOMPARE(problems(lines.text()),
+             QStringList{u"40: En --AVISOS 1-- falta una línea, entre la 39 y la 43."_s});
+}
+
+void TestProgrammeCheck::linesThatAreMissingInABlockAreToldOnce()
+{
+    ProgrammeLines lines = withBells();
+    lines.all.remove(41, 2);
+    QCOMPARE(problems(lines.text()),
+             QStringList{u"42: En --AVISOS 1-- faltan 2 líneas, entre la 41 y la 42."_s});
+    lines = withBells();
+    lines.all.remove(0, 3);
+    QCOMPARE(problems(lines.text()),
+             QStringList{u"1: En --AVISOS 1-- faltan 3 líneas, antes de la 1."_s});
+}
+
+void TestProgrammeCheck::lineTooManyInABlockIsToldOnce()
+{
+    ProgrammeLines lines = withBells();
+    lines.all.insert(140, "");
+    QCOMPARE(problems(lines.text()), QStringList{u"141: En --AVISOS 2-- sobra esta línea."_s});
+    lines = withBells();
+    lines.all.insert(40, lines.all.at(40));
+    QCOMPARE(problems(lines.text()),
+             QStringList{u"41: En --AVISOS 1-- sobra una línea, de la 41 a la 42."_s});
+}
+
+void TestProgrammeCheck::linesTooManyInABlockAreToldOnce()
+{
+    ProgrammeLines lines = withBells();
+    lines.all.insert(302, "lunes");
+    lines.all.insert(302, "martes");
+    QCOMPARE(problems(lines.text()),
+             QStringList{u"303: En --FESTIVOS-- sobran 2 líneas, de la 303 a la 304."_s});
+}
+
+void TestProgrammeCheck::lineTooManyBeforeTheFirstHeaderIsTold()
+{
+    QCOMPARE(problems("\r\n" + ProgrammeLines().text()),
+             QStringList{u"1: En --AVISOS 1-- sobra esta línea."_s});
+}
+
+void TestProgrammeCheck::missingHeaderIsTold()
+{
+    for (const auto& [at, header] :
+         {std::pair(0, u"--AVISOS 1--"_s), std::pair(99, u"--AVISOS 2--"_s),
+          std::pair(330, u"--PERIODOS VACACIONALES--"_s)}) {
+        ProgrammeLines lines = withBells();
+        lines.all.removeAt(at);
+        QCOMPARE(problems(lines.text()),
+                 QStringList{u"%1: Aquí falta la cabecera %2."_s.arg(at + 1).arg(header)});
+    }
+}
+
+void TestProgrammeCheck::missingLineInTheLastBlockIsTold()
+{
+    ProgrammeLines lines;
+    for (int index = 0; index < 8; ++index)
+        lines.vacation(index, 0) = lines.vacation(index, 2) = "20";
+    for (int index = 0; index < 8; ++index)
+        lines.vacation(index, 1) = lines.vacation(index, 3) = "8";
+    lines.all.removeAt(335);
+    QCOMPARE(problems(lines.text()),
+             QStringList{
+                 u"335: En --PERIODOS VACACIONALES-- falta una línea, entre la 334 y la 337."_s});
+}
+
+void TestProgrammeCheck::whatFollowsAShiftedBlockIsCheckedAtItsLine()
+{
+    ProgrammeLines lines = withBells();
+    lines.alarm(0, 31, 1) = "77";
+    lines.alarm(1, 0, 0) = "24";
+    lines.holiday(0, 0) = "32";
+    lines.all.removeAt(42);
+    QCOMPARE(problems(lines.text()),
+             (QStringList{u"43: En --AVISOS 1-- falta una línea, entre la 42 y la 43."_s,
+                          u"97: Minuto del aviso 32 de la salida 1: 77 no está entre 0 y 59."_s,
+                          u"102: Hora del aviso 1 de la salida 2: 24 no está entre 0 y 23."_s,
+                          u"298: Día del festivo 1: 32 no está entre 0 y 31."_s}));
+}
+
+void TestProgrammeCheck::whatMayBeShiftedDoesNotClash()
+{
+    ProgrammeLines lines;
+    for (int index = 0; index < 32; ++index)
+        for (int field = 0; field < 3; ++field)
+            lines.alarm(0, index, field) = "8";
+    lines.all.removeAt(40);
+    QCOMPARE(problems(lines.text()),
+             QStringList{u"2: En --AVISOS 1-- falta una línea, entre la 1 y la 99."_s});
+}
+
+void TestProgrammeCheck::likelyModelIsNotGuessedFromShiftedLines()
+{
+    ProgrammeLines lines = withBells();
+    lines.all.removeAt(40);
+    QVERIFY(ProgrammeFile::likelyModel(lines.text()) == hct7200);
+    lines = withBells();
+    lines.block(2, 1) = "2";
+    lines.all.removeAt(40);
+    QVERIFY(ProgrammeFile::likelyModel(lines.text()) == hct7300);
 }
 
 void TestProgrammeCheck::tooLongFileIsTold()
