@@ -1,7 +1,11 @@
 #include "HctctlProcess.h"
 #include "SimulatorProcess.h"
 
+#include <QScopeGuard>
 #include <QTest>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
@@ -13,6 +17,7 @@ private slots:
 
     void freePortIsListed();
     void portInUseIsListed();
+    void portThatIsOpenWithoutALockIsInUse();
     void missingDeviceIsListed();
     void portsAreATable();
 
@@ -45,6 +50,19 @@ void TestPortsCommand::portInUseIsListed()
     HctctlProcess other;
     other.start({u"status"_s, u"--watch"_s, u"--port"_s, clock.device()});
     QVERIFY(!other.nextLine().isEmpty());
+    qputenv("HCT_COM15", clock.device().toUtf8());
+    HctctlProcess hctctl;
+    QCOMPARE(hctctl.run({u"ports"_s, u"--json"_s}), 0);
+    const QString output = hctctl.output();
+    QVERIFY2(output.contains(objectOf(clock.device(), u"inUse"_s)), qPrintable(output));
+}
+
+void TestPortsCommand::portThatIsOpenWithoutALockIsInUse()
+{
+    const SimulatorProcess clock;
+    const int other = ::open(clock.device().toUtf8().constData(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    QVERIFY(other >= 0);
+    const auto closing = qScopeGuard([other] { ::close(other); });
     qputenv("HCT_COM15", clock.device().toUtf8());
     HctctlProcess hctctl;
     QCOMPARE(hctctl.run({u"ports"_s, u"--json"_s}), 0);

@@ -1,5 +1,6 @@
 #include "PortInformation.h"
 
+#include "DeviceUsers.h"
 #include "PortLock.h"
 
 #include <QFileInfo>
@@ -18,7 +19,7 @@ PortInformation PortInformation::of(const QString& device)
         information.manufacturer = known.manufacturer();
         information.serialNumber = known.serialNumber();
     }
-    if (isLocked(file.filePath()))
+    if (isLocked(file.filePath()) || isOpenSomewhere(file.filePath()))
         information.state = State::InUse;
     else
         information.state = file.isReadable() && file.isWritable() ? State::Free : State::Forbidden;

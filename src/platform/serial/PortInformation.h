@@ -3,7 +3,9 @@
 #include <QString>
 
 /// What the system knows of a serial device. It is not opened on Linux, since that would move its
-/// lines; on Windows only an attempt tells whether another program has it open.
+/// lines; so that InUse is what a lock file tells,
+/// or the system of one's own processes; on Windows only an attempt tells whether another program
+/// has it open.
 struct PortInformation {
     enum class State { Free, InUse, Forbidden, Missing };
 
