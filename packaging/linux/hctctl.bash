@@ -32,36 +32,41 @@ __hctctl_files() {
     done < <(compgen -f -- "$2")
 }
 
-# COM numbers and devices, as hctctl lists them below the headings of its table.
+# The names of adapters that stay the same in whatever order they are connected.
+__hctctl_links=/dev/serial/by-id
+
+# COM numbers and devices, as hctctl lists them below the headings of its table, and links to devices.
 __hctctl_ports() {
-    local port device rest ports=()
+    local port device rest ports
+    mapfile -t ports < <(compgen -G "$__hctctl_links/*")
     while read -r port device rest; do
         ports+=("$port" "$device")
     done < <("$1" ports 2>/dev/null | tail -n +2)
     __hctctl_choose "${ports[*]}" "$2"
 }
 
-# Outputs to be switched, after the command and the previous word. 1=on comes as three words.
+# Outputs to be switched, after the command and the output whose "=" has been typed.
 __hctctl_outputs() {
     local outputs='1=on 1=off 2=on 2=off 3=on 3=off'
     case $2:$3 in
     outputs\ auto:*) ;;
-    *:[123]) __hctctl_choose 'on off' "$1" ;;
+    *:?*) __hctctl_choose 'on off' "$1" ;;
     outputs:*) __hctctl_choose "auto $outputs" "$1" ;;
     *) __hctctl_choose "$outputs" "$1" ;;
     esac
 }
 
 _hctctl() {
-    local word=$2 previous=$3 options command
+    local word=$2 previous=$3 options command output=
     local common='--port --line --station --identification --modem --wait --json --trace --quiet --help --version'
     command=$(__hctctl_command)
     COMPREPLY=()
 
-    # --port=COM1 comes as three words.
+    # --port=COM1 and 1=on come as three words.
     [[ $word != = ]] || word=''
-    [[ $previous != = ]] || previous=${COMP_WORDS[COMP_CWORD - 2]}
-    [[ ${COMP_WORDS[COMP_CWORD]} != = ]] || previous=${COMP_WORDS[COMP_CWORD - 1]}
+    [[ $previous != = ]] || output=${COMP_WORDS[COMP_CWORD - 2]}
+    [[ ${COMP_WORDS[COMP_CWORD]} != = ]] || output=${COMP_WORDS[COMP_CWORD - 1]}
+    previous=${output:-$previous}
     case $previous in
     --port) __hctctl_ports "$1" "$word"; return ;;
     --line) __hctctl_choose '1200 2400 4800 9600 19200 38400 57600 115200' "$word"; return ;;
@@ -86,7 +91,7 @@ _hctctl() {
     clock) __hctctl_choose set "$word" ;;
     programme) __hctctl_choose 'read write verify check show diff' "$word" ;;
     firmware) __hctctl_choose send "$word" ;;
-    outputs*) __hctctl_outputs "$word" "$command" "$previous" ;;
+    outputs*) __hctctl_outputs "$word" "$command" "$output" ;;
     programme\ *) __hctctl_files .hct "$word" ;;
     'firmware send') __hctctl_files .hex "$word" ;;
     esac
