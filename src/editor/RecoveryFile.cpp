@@ -1,6 +1,6 @@
 #include "RecoveryFile.h"
 
-#include "ProgrammeFile.h"
+#include "ProgrammeLayout.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -70,8 +70,8 @@ void takeBlock(Numbers& numbers, AlarmBlock& block)
     for (quint8* number : {&block.Duration, &block.Mode, &block.ActiveCountPlusOne})
         numbers.take(*number, lastByte);
     for (Alarm& alarm : block.Alarms) {
-        numbers.take(alarm.Hour, ProgrammeFile::lastHour);
-        numbers.take(alarm.Minute, ProgrammeFile::lastMinute);
+        numbers.take(alarm.Hour, ProgrammeLayout::lastHour);
+        numbers.take(alarm.Minute, ProgrammeLayout::lastMinute);
         const int flags = numbers.take(lastFlags);
         for (int day = 0; day < dayFlagCount; ++day)
             alarm.flags[static_cast<std::size_t>(day)] = ((flags >> day) & 1) != 0;
@@ -85,14 +85,14 @@ std::optional<Programme> programmeOf(const QJsonArray& array)
     for (AlarmBlock& block : programme.blocks)
         takeBlock(numbers, block);
     for (Holiday& holiday : programme.table.holidays) {
-        numbers.take(holiday.Day, ProgrammeFile::lastDay);
-        numbers.take(holiday.Month, ProgrammeFile::lastMonth);
+        numbers.take(holiday.Day, ProgrammeLayout::lastDay);
+        numbers.take(holiday.Month, ProgrammeLayout::lastMonth);
     }
     for (VacationPeriod& period : programme.table.vacations) {
-        numbers.take(period.StartDay, ProgrammeFile::lastDay);
-        numbers.take(period.StartMonth, ProgrammeFile::lastMonth);
-        numbers.take(period.EndDay, ProgrammeFile::lastDay);
-        numbers.take(period.EndMonth, ProgrammeFile::lastMonth);
+        numbers.take(period.StartDay, ProgrammeLayout::lastDay);
+        numbers.take(period.StartMonth, ProgrammeLayout::lastMonth);
+        numbers.take(period.EndDay, ProgrammeLayout::lastDay);
+        numbers.take(period.EndMonth, ProgrammeLayout::lastMonth);
     }
     return numbers.isGood() ? std::optional(programme) : std::nullopt;
 }

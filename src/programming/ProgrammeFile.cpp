@@ -53,7 +53,8 @@ public:
         const std::optional<int> number = nextNumber();
         if (!number)
             return std::nullopt;
-        return *number >= 0 && *number <= lastMask ? static_cast<quint8>(*number) : quint8{0};
+        return *number >= 0 && *number <= ProgrammeLayout::lastMask ? static_cast<quint8>(*number)
+                                                                    : quint8{0};
     }
 
 private:
@@ -90,8 +91,8 @@ void readBlock(LineReader& lines, AlarmBlock& block, ClockModel model)
         lines.takeByte(block.Mode);
     }
     for (Alarm& alarm : block.Alarms) {
-        lines.take(alarm.Hour, lastHour);
-        lines.take(alarm.Minute, lastMinute);
+        lines.take(alarm.Hour, ProgrammeLayout::lastHour);
+        lines.take(alarm.Minute, ProgrammeLayout::lastMinute);
         if (const std::optional<quint8> mask = lines.takeMask())
             encoding.applyMask(alarm, *mask, block.Mode);
     }
@@ -101,15 +102,15 @@ void readTable(LineReader& lines, HolidayTable& table)
 {
     lines.skipHeader();
     for (Holiday& holiday : table.holidays) {
-        lines.take(holiday.Day, lastDay);
-        lines.take(holiday.Month, lastMonth);
+        lines.take(holiday.Day, ProgrammeLayout::lastDay);
+        lines.take(holiday.Month, ProgrammeLayout::lastMonth);
     }
     lines.skipHeader();
     for (VacationPeriod& period : table.vacations) {
-        lines.take(period.StartDay, lastDay);
-        lines.take(period.StartMonth, lastMonth);
-        lines.take(period.EndDay, lastDay);
-        lines.take(period.EndMonth, lastMonth);
+        lines.take(period.StartDay, ProgrammeLayout::lastDay);
+        lines.take(period.StartMonth, ProgrammeLayout::lastMonth);
+        lines.take(period.EndDay, ProgrammeLayout::lastDay);
+        lines.take(period.EndMonth, ProgrammeLayout::lastMonth);
     }
 }
 

@@ -18,13 +18,6 @@ namespace ProgrammeFile {
 /// How many bytes of a file are read at most: some 400 times what a programme needs.
 constexpr qint64 maximumBytes = 1024LL * 1024;
 
-/// The largest value of each kind of line; the smallest is 0.
-constexpr int lastHour = 23;
-constexpr int lastMinute = 59;
-constexpr int lastMask = 31;
-constexpr int lastDay = 31;
-constexpr int lastMonth = 12;
-
 QByteArray text(const Programme& programme, ClockModel model);
 
 /// Reads the text into the programme. Never fails. A value outside its range becomes 0; values

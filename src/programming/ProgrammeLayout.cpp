@@ -1,6 +1,6 @@
 #include "ProgrammeLayout.h"
 
-#include "ProgrammeFile.h"
+#include "Programme.h"
 
 #include <algorithm>
 
@@ -18,14 +18,14 @@ std::array<ProgrammeLayout::Field, ProgrammeLayout::fieldCount> makeFields()
         *next++ = {{}, lastByte};
         *next++ = {{}, lastByte};
         for (int alarm = 0; alarm < AlarmBlock::alarmCount; ++alarm)
-            for (const int last :
-                 {ProgrammeFile::lastHour, ProgrammeFile::lastMinute, ProgrammeFile::lastMask})
+            for (const int last : {ProgrammeLayout::lastHour, ProgrammeLayout::lastMinute,
+                                   ProgrammeLayout::lastMask})
                 *next++ = {{}, last};
     }
     for (const char* header : {"--FESTIVOS--", "--PERIODOS VACACIONALES--"}) {
         *next++ = {header, 0};
         for (int date = 0; date < 16; ++date)
-            for (const int last : {ProgrammeFile::lastDay, ProgrammeFile::lastMonth})
+            for (const int last : {ProgrammeLayout::lastDay, ProgrammeLayout::lastMonth})
                 *next++ = {{}, last};
     }
     return fields;

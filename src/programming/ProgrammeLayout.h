@@ -13,6 +13,13 @@ class ProgrammeLayout {
 public:
     static constexpr int fieldCount = 363;
 
+    /// The largest value of each kind of line; the smallest is 0.
+    static constexpr int lastHour = 23;
+    static constexpr int lastMinute = 59;
+    static constexpr int lastMask = 31;
+    static constexpr int lastDay = 31;
+    static constexpr int lastMonth = 12;
+
     struct Field {
         /// The text of a header; empty for a number.
         QByteArrayView header;
