@@ -198,7 +198,9 @@ void TestProgrammeAsTheWindow::writeRefusesWhatTheWindowRefuses()
     HctctlProcess run;
     run.start({u"--port"_s, clock.device(), u"programme"_s, u"write"_s, path});
     QCOMPARE(run.exitStatus(), 2);
-    QCOMPARE(run.errors(), ofTheWindow.remove(u'\r') + u'\n');
+    QCOMPARE(run.errors(), ofTheWindow.remove(u'\r') +
+                               u"\nNo se ha enviado nada; con \"programme check\" se ve en qué "
+                               "líneas está.\n"_s);
     QCOMPARE(programmeRequests(clock), QStringList{u"89 d9"_s});
 }
 
