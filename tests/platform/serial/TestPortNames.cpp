@@ -99,21 +99,21 @@ void TestPortNames::systemPortsCountInNaturalOrder()
 void TestPortNames::sameNumberLeavesTheOrderToWhatFollows()
 {
     m_ports = {u"/dev/tty1c"_s, u"/dev/tty01b"_s, u"/dev/tty1b10"_s, u"/dev/tty1b9"_s};
-    QCOMPARE(m_names.devices().first(4),
+    QCOMPARE(m_names.devices().mid(0, 4),
              (QStringList{u"/dev/tty01b"_s, u"/dev/tty1b9"_s, u"/dev/tty1b10"_s, u"/dev/tty1c"_s}));
 }
 
 void TestPortNames::nameThatBeginsAnotherComesFirst()
 {
     m_ports = {u"/dev/ttyS0"_s, u"/dev/ttyS"_s, u"/dev/tty"_s};
-    QCOMPARE(m_names.devices().first(3),
+    QCOMPARE(m_names.devices().mid(0, 3),
              (QStringList{u"/dev/tty"_s, u"/dev/ttyS"_s, u"/dev/ttyS0"_s}));
 }
 
 void TestPortNames::numberComesBeforeALetter()
 {
     m_ports = {u"/dev/ttyS0"_s, u"/dev/tty1"_s};
-    QCOMPARE(m_names.devices().first(2), (QStringList{u"/dev/tty1"_s, u"/dev/ttyS0"_s}));
+    QCOMPARE(m_names.devices().mid(0, 2), (QStringList{u"/dev/tty1"_s, u"/dev/ttyS0"_s}));
 }
 
 void TestPortNames::portsThatDoNotExistHaveNoDevice_data()
