@@ -2,6 +2,7 @@
 #include "Processes.h"
 #include "ProgrammeLines.h"
 
+#include <QProcessEnvironment>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -18,6 +19,10 @@ private slots:
 private:
     int run(const QStringList& arguments)
     {
+        // The program lacks the platform that the tests run on.
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.remove(u"QT_QPA_PLATFORM"_s);
+        m_editor.setProcessEnvironment(environment);
         m_editor.start(QStringLiteral(HCT_EDITOR), arguments);
         return hasEnded(m_editor) ? m_editor.exitCode() : -1;
     }
