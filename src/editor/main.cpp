@@ -35,10 +35,11 @@ int runWithoutDisplay(int argc, char** argv)
     QTranslator toolkit;
     speakSpanish(toolkit);
     const auto read = EditorCommandLine::read(QCoreApplication::arguments().mid(1));
-    if (const int* status = std::get_if<int>(&read))
-        return *status;
+    const auto* order = std::get_if<EditorOrder>(&read);
+    if (!order)
+        return *std::get_if<int>(&read);
     const auto registry = systemRegistry();
-    return PdfJob::run(std::get<EditorOrder>(read), RecentFiles(*registry));
+    return PdfJob::run(*order, RecentFiles(*registry));
 }
 
 int runWithWindows(int argc, char** argv)
@@ -49,8 +50,9 @@ int runWithWindows(int argc, char** argv)
     QTranslator toolkit;
     speakSpanish(toolkit);
     const auto read = EditorCommandLine::read(QCoreApplication::arguments().mid(1));
-    if (const int* status = std::get_if<int>(&read))
-        return *status;
+    const auto* order = std::get_if<EditorOrder>(&read);
+    if (!order)
+        return *std::get_if<int>(&read);
 
     const auto registry = systemRegistry();
     WidgetEditorDialogs dialogs;
@@ -66,8 +68,7 @@ int runWithWindows(int argc, char** argv)
         qApp, &QGuiApplication::commitDataRequest, &program,
         [&program](QSessionManager& session) { program.endSession(session); },
         Qt::DirectConnection);
-    const auto& order = std::get<EditorOrder>(read);
-    program.start(order.files, order.model);
+    program.start(order->files, order->model);
     return QCoreApplication::exec();
 }
 

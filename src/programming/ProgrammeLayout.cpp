@@ -111,7 +111,7 @@ void ProgrammeLayout::place(const Span& span)
     if (span.endField - span.field != span.endLine - span.line)
         return placeAround(span);
     for (int i = 0; i < span.endField - span.field; ++i)
-        m_lines[static_cast<std::size_t>(span.field + i)] = span.line + i;
+        setLine(span.field + i, span.line + i);
 }
 
 void ProgrammeLayout::placeAround(const Span& span)
@@ -144,7 +144,7 @@ void ProgrammeLayout::placeAround(const Span& span)
     } else
         m_gaps.append({surplus, span.line + first + 1, span.line + last + 1, span.field + first});
     for (int i = 0; i < first; ++i)
-        m_lines[static_cast<std::size_t>(span.field + i)] = span.line + i;
+        setLine(span.field + i, span.line + i);
     for (int i = last; i < kept; ++i)
-        m_lines[static_cast<std::size_t>(span.endField - kept + i)] = span.endLine - kept + i;
+        setLine(span.endField - kept + i, span.endLine - kept + i);
 }

@@ -70,6 +70,8 @@ private:
     bool fits(int field, int line) const;
     /// The line of a header, from `line` on; first where it is when nothing is missing.
     std::optional<int> lineOfHeader(int header, int expected, int line) const;
+    /// An index; -1 for none.
+    void setLine(int field, int line) { m_lines[static_cast<std::size_t>(field)] = line; }
     void place(const Span& span);
     void placeAround(const Span& span);
 

@@ -13,7 +13,7 @@ namespace {
 /// cut off fractions.
 constexpr qint64 toleranceAfterSetting = 2;
 /// Afterwards: of requests for the general data, which the workflow repeats for ever.
-constexpr int mostFailures = 3;
+constexpr int mostFailuresAfterwards = 3;
 
 ClockFields fieldsOf(const QDateTime& wallTime)
 {
@@ -102,7 +102,7 @@ void ClockSetJob::verify()
 
 void ClockSetJob::verificationFailed(LinkStatus status)
 {
-    if (++m_failures < mostFailures)
+    if (++m_failures < mostFailuresAfterwards)
         return;
     m_console.tell(abandon());
     emit finished(exitStatusOf(status));

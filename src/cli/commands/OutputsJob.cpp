@@ -13,7 +13,7 @@ namespace {
 
 /// In ticks of the timer service (1 ms): that of the window.
 constexpr qint16 period = 3;
-constexpr int mostFailures = 3;
+constexpr int mostFailuresOfPolls = 3;
 
 /// Between the number of an output and its bit. The windows show the last bit in the row "Avisos
 /// 1".
@@ -105,7 +105,7 @@ void OutputsJob::beginSwitching()
 
 void OutputsJob::requestFailed(LinkStatus status)
 {
-    if (++m_failures < mostFailures)
+    if (++m_failures < mostFailuresOfPolls)
         return;
     const ExitStatus exitStatus = exitStatusOf(status);
     const QString reason =

@@ -36,7 +36,7 @@ QList<int> RowCommands::chosenRows() const
 
 QList<int> RowCommands::rowsOrTell()
 {
-    const QList<int> rows = chosenRows();
+    QList<int> rows = chosenRows();
     if (rows.isEmpty())
         emit told(u"Elija antes uno o varios avisos, con clics en sus números."_s);
     return rows;
