@@ -18,8 +18,7 @@ std::optional<RowList::Target> changedPlace(const Programme& before, const Progr
     using Place = ProgrammeMarks::Place;
     if (const auto block = firstDifference(before.blocks, after.blocks)) {
         const auto index = static_cast<std::size_t>(*block);
-        const auto row =
-            firstDifference(before.blocks[index].Alarms, after.blocks[index].Alarms);
+        const auto row = firstDifference(before.blocks[index].Alarms, after.blocks[index].Alarms);
         return RowList::Target{Place::Alarm, *block, row.value_or(0)};
     }
     if (const auto row = firstDifference(before.table.holidays, after.table.holidays))

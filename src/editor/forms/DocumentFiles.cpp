@@ -64,9 +64,10 @@ bool DocumentFiles::mayLose()
 {
     if (!m_document.isModified())
         return true;
-    const int answer = m_dialogs.choose(
-        Dialogs::Icon::Warning, editorTitle(),
-        u"¿Guardar los cambios de \"%1\"?\n\nSi no se guardan, se pierden."_s.arg(m_document.name()),
-        {u"&Guardar"_s, u"&No guardar"_s, u"&Cancelar"_s});
+    const int answer =
+        m_dialogs.choose(Dialogs::Icon::Warning, editorTitle(),
+                         u"¿Guardar los cambios de \"%1\"?\n\nSi no se guardan, se pierden."_s.arg(
+                             m_document.name()),
+                         {u"&Guardar"_s, u"&No guardar"_s, u"&Cancelar"_s});
     return answer == 0 ? save() : answer == 1;
 }

@@ -28,8 +28,7 @@ void FieldKeys::watch(const QWidget& page)
 
 bool FieldKeys::eventFilter(QObject* /*watched*/, QEvent* event)
 {
-    if (event->type() != QEvent::ShortcutOverride ||
-        !isOfWindow(*static_cast<QKeyEvent*>(event)))
+    if (event->type() != QEvent::ShortcutOverride || !isOfWindow(*static_cast<QKeyEvent*>(event)))
         return false;
     event->ignore();
     return true;
