@@ -164,7 +164,6 @@ void TestClockCommand::clockThatShowsAnotherTimeIsTold()
              "sigue igual, avise al servicio técnico.\n"_s);
 }
 
-// The first two attempts get no answer: the time sent is that of the third, a second later or more.
 void TestClockCommand::clockThatFallsSilentAfterwardsIsTold()
 {
     const SimulatorProcess clock({u"--fault"_s, u"silent always after 1 on general"_s});
@@ -179,6 +178,7 @@ void TestClockCommand::clockThatFallsSilentAfterwardsIsTold()
         "hctctl status\n"_s);
 }
 
+// The first two attempts get no answer: the time sent is that of the third, a second later or more.
 void TestClockCommand::momentOfTheFrameIsSent()
 {
     SimulatorProcess clock(wrongClock() + QStringList{u"--fault"_s, u"lost times 2 on clock"_s});
