@@ -11,6 +11,7 @@ ClockRun::ClockRun(Session& session, Console& console, const CommonOptions& opti
                    MakeJob makeJob)
     : m_session(session),
       m_console(console),
+      m_options(options),
       m_makeJob(std::move(makeJob)),
       m_connection(session, options.modemNumber, options.patience())
 {
@@ -23,7 +24,7 @@ ClockRun::ClockRun(Session& session, Console& console, const CommonOptions& opti
 
 void ClockRun::begin()
 {
-    m_job = m_makeJob(m_session, m_console);
+    m_job = m_makeJob(m_session, m_console, m_options);
     // Later: the job is in the midst of an answer of the link.
     connect(m_job.get(), &ClockJob::finished, this, &ClockRun::end, Qt::QueuedConnection);
     m_job->begin();

@@ -16,9 +16,10 @@ struct CommonOptions;
 class ClockRun : public QObject {
     Q_OBJECT
 public:
-    using MakeJob = std::function<std::unique_ptr<ClockJob>(Session& session, Console& console)>;
+    using MakeJob = std::function<std::unique_ptr<ClockJob>(Session& session, Console& console,
+                                                            const CommonOptions& options)>;
 
-    /// The session has its settings already.
+    /// The session has its settings already. The job may keep a reference to the options.
     ClockRun(Session& session, Console& console, const CommonOptions& options, MakeJob makeJob);
 
     /// Call in the event loop.
@@ -39,6 +40,7 @@ private:
 
     Session& m_session;
     Console& m_console;
+    const CommonOptions& m_options;
     const MakeJob m_makeJob;
     Connection m_connection;
     std::unique_ptr<ClockJob> m_job;

@@ -2,6 +2,7 @@
 
 #include "CommSettings.h"
 #include "PortNames.h"
+#include "ShellWord.h"
 
 #include <QStringList>
 
@@ -51,6 +52,21 @@ std::chrono::seconds CommonOptions::patience() const
 }
 
 QString CommonOptions::devicePath() const { return comNumber(port) ? QString() : port; }
+
+QString CommonOptions::commandLine(const QString& command) const
+{
+    QString text = u"hctctl "_s + command;
+    const auto add = [&text](const QString& option, const QString& value) {
+        if (!value.isEmpty())
+            text += u' ' + option + u' ' + shellWord(value);
+    };
+    add(u"--port"_s, port);
+    add(u"--modem"_s, modemNumber);
+    add(u"--line"_s, line);
+    add(u"--station"_s, station ? QString::number(*station) : QString());
+    add(u"--identification"_s, identification ? QString::number(*identification) : QString());
+    return text;
+}
 
 void CommonOptions::applyTo(CommSettings& settings) const
 {

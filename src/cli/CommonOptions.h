@@ -30,6 +30,9 @@ struct CommonOptions {
     /// The path that `port` names, empty when it is a COM number or not given. It takes the place
     /// of the device of COM1.
     QString devicePath() const;
+    /// What to type for another command to the same clock: "hctctl status --port COM3". `command`
+    /// is typed as it is.
+    QString commandLine(const QString& command) const;
     /// Puts the options into settings, which are not stored.
     void applyTo(CommSettings& settings) const;
 };

@@ -175,7 +175,7 @@ void TestClockCommand::clockThatFallsSilentAfterwardsIsTold()
     QCOMPARE(
         hctctl.errors(),
         u"El reloj ha aceptado la hora, pero no se ha podido comprobar; la que tiene se ve con: "
-        "hctctl status\n"_s);
+        "hctctl status --port %1 --line 115200\n"_s.arg(clock.device()));
 }
 
 // The first two attempts get no answer: the time sent is that of the third, a second later or more.

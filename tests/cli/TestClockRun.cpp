@@ -60,6 +60,7 @@ private:
     std::unique_ptr<ClockRun> m_run;
     std::unique_ptr<QSignalSpy> m_ended;
     Console m_console{Console::Form::Text, Console::Notes::Quiet};
+    const CommonOptions m_options;
     ClockJob* m_job = nullptr;
     Diary m_diary;
 };
@@ -69,8 +70,8 @@ void TestClockRun::init()
     m_diary = {};
     m_world = std::make_unique<World>();
     m_session = std::make_unique<Session>(m_world->environment(), m_world->log);
-    m_run = std::make_unique<ClockRun>(*m_session, m_console, CommonOptions(),
-                                       [this](Session&, Console&) {
+    m_run = std::make_unique<ClockRun>(*m_session, m_console, m_options,
+                                       [this](Session&, Console&, const CommonOptions&) {
                                            auto job = std::make_unique<HeldJob>(m_diary);
                                            m_job = job.get();
                                            return job;

@@ -1,4 +1,5 @@
 #include "ClockSetJob.h"
+#include "CommonOptions.h"
 #include "Console.h"
 #include "World.h"
 
@@ -24,6 +25,7 @@ private:
     void takeTime();
 
     World m_world;
+    const CommonOptions m_options;
 };
 
 QByteArray TestClockSetJob::blockWithoutADate()
@@ -53,7 +55,7 @@ void TestClockSetJob::clockWithoutADateIsSet()
     Connected connected(m_world);
     answerPoll(blockWithoutADate());
     Console console(Console::Form::Text, Console::Notes::Quiet);
-    ClockSetJob job(connected.session, console, {.at = {}, .ifOffBy = 60});
+    ClockSetJob job(connected.session, console, m_options, {.at = {}, .ifOffBy = 60});
     const QSignalSpy finished(&job, &ClockJob::finished);
     job.begin();
     takeTime();
@@ -66,7 +68,7 @@ void TestClockSetJob::clockWhoseDataCannotBeReadAfterwardsIsLeft()
 {
     Connected connected(m_world);
     Console console(Console::Form::Text, Console::Notes::Quiet);
-    ClockSetJob job(connected.session, console, {});
+    ClockSetJob job(connected.session, console, m_options, {});
     const QSignalSpy finished(&job, &ClockJob::finished);
     job.begin();
     takeTime();
@@ -84,7 +86,7 @@ void TestClockSetJob::failuresBeforeTheClockTakesTheTimeDoNotCount()
     Console console(Console::Form::Text, Console::Notes::Quiet);
     answerPoll(refusedBlock());
     answerPoll(refusedBlock());
-    ClockSetJob job(connected.session, console, {});
+    ClockSetJob job(connected.session, console, m_options, {});
     const QSignalSpy finished(&job, &ClockJob::finished);
     job.begin();
     takeTime();

@@ -1,6 +1,8 @@
 #include "HctctlProcess.h"
 #include "SimulatorProcess.h"
 
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace Qt::StringLiterals;
@@ -21,13 +23,16 @@ private slots:
     void clockThatIsStillInManualModeIsTold();
     void silenceBeforeTheSwitchingIsTold();
     void clockThatDoesNotSwitchIsTold();
+    void adviceWorksWhenItIsCopied();
 };
 
 namespace {
 
-const QString manualWarning =
-    u"El reloj queda en modo manual y no sigue su programa; para volver al "
-    "automático: hctctl outputs auto\n"_s;
+QString manualWarning(const SimulatorProcess& clock)
+{
+    return u"El reloj queda en modo manual y no sigue su programa; para volver al "
+           "automático: hctctl outputs auto --port %1\n"_s.arg(clock.device());
+}
 
 } // namespace
 
@@ -50,7 +55,7 @@ void TestOutputsCommand::showingChangesNothing()
     HctctlProcess hctctl;
     QCOMPARE(hctctl.run({u"outputs"_s, u"--json"_s, u"--port"_s, clock.device()}), 0);
     QCOMPARE(hctctl.output(), uR"({"mode":"manual","outputs":[false,false,true]})"_s + u'\n');
-    QCOMPARE(hctctl.errors(), manualWarning);
+    QCOMPARE(hctctl.errors(), manualWarning(clock));
     QCOMPARE(clock.state(u"mode"_s), u"manual"_s);
 }
 
@@ -72,7 +77,7 @@ void TestOutputsCommand::switchingEntersManualModeAndSaysSo()
     const QString output = hctctl.output();
     QCOMPARE(output, uR"({"mode":"manual","outputs":[true,false,false]})"_s + u'\n');
     QCOMPARE(readByAnotherProgram(output) + u'\n', output);
-    QCOMPARE(hctctl.errors(), manualWarning);
+    QCOMPARE(hctctl.errors(), manualWarning(clock));
     QCOMPARE(clock.state(u"mode"_s), u"manual"_s);
     QCOMPARE(clock.state(u"outputs"_s), u"0x04"_s);
 }
@@ -95,7 +100,7 @@ void TestOutputsCommand::manualModeIsToldEvenWhenQuiet()
     const SimulatorProcess clock;
     HctctlProcess hctctl;
     QCOMPARE(hctctl.run({u"outputs"_s, u"2=on"_s, u"--quiet"_s, u"--port"_s, clock.device()}), 0);
-    QCOMPARE(hctctl.errors(), manualWarning);
+    QCOMPARE(hctctl.errors(), manualWarning(clock));
 }
 
 void TestOutputsCommand::outputsAreGivenBack()
@@ -118,7 +123,8 @@ void TestOutputsCommand::refusalIsTold()
     QCOMPARE(
         hctctl.errors(),
         u"El reloj no acepta la orden para sus salidas: si al repetirla sigue igual, avise al "
-        "servicio técnico. El reloj puede haber quedado en modo manual; para volver al automático: hctctl outputs auto\n"_s);
+        "servicio técnico. El reloj puede haber quedado en modo manual; para volver al automático: hctctl outputs auto --port %1\n"_s
+            .arg(clock.device()));
 }
 
 void TestOutputsCommand::silenceIsTold()
@@ -131,7 +137,8 @@ void TestOutputsCommand::silenceIsTold()
     QCOMPARE(hctctl.output(), QString());
     QCOMPARE(hctctl.errors(),
              u"El reloj ha dejado de contestar: compruebe el cable. El reloj puede "
-             "seguir en modo manual; para volver al automático: hctctl outputs auto\n"_s);
+             "seguir en modo manual; para volver al automático: hctctl outputs auto --port %1 "
+             "--line 115200\n"_s.arg(clock.device()));
 }
 
 void TestOutputsCommand::clockThatIsStillInManualModeIsTold()
@@ -143,10 +150,34 @@ void TestOutputsCommand::clockThatIsStillInManualModeIsTold()
                  {u"outputs"_s, u"2=on"_s, u"--line"_s, u"115200"_s, u"--port"_s, clock.device()}),
              4);
     QCOMPARE(hctctl.output(), QString());
-    QCOMPARE(hctctl.errors(),
-             u"El reloj ha dejado de contestar: compruebe el cable. No se ha conmutado ninguna "
-             "salida. "_s +
-                 manualWarning);
+    QCOMPARE(
+        hctctl.errors(),
+        u"El reloj ha dejado de contestar: compruebe el cable. No se ha conmutado ninguna "
+        "salida. "_s +
+            u"El reloj queda en modo manual y no sigue su programa; para volver al automático: "
+            "hctctl outputs auto --port %1 --line 115200\n"_s.arg(clock.device()));
+}
+
+void TestOutputsCommand::adviceWorksWhenItIsCopied()
+{
+#ifdef Q_OS_WIN
+    QSKIP("Windows has no links to ports.");
+#else
+    SimulatorProcess clock({u"--station"_s, u"7"_s, u"--identification"_s, u"9"_s});
+    const QTemporaryDir folder;
+    const QString port = folder.filePath(u"Ana's clock"_s);
+    QVERIFY(QFile::link(clock.device(), port));
+    HctctlProcess hctctl;
+    QCOMPARE(
+        hctctl.run({u"outputs"_s, u"1=on"_s, u"--wait"_s, u"20"_s, u"--port"_s, port, u"--line"_s,
+                    u"9600,N,8,1"_s, u"--station"_s, u"7"_s, u"--identification"_s, u"9"_s}),
+        0);
+    const QString advice = hctctl.errors().section(u"automático: "_s, 1);
+    QCOMPARE(advice, u"hctctl outputs auto --port '%1/Ana'\\''s clock' --line 9600,N,8,1 "
+                     "--station 7 --identification 9\n"_s.arg(folder.path()));
+    QCOMPARE(hctctl.runInShell(u"hctctl() { \"$0\" \"$@\"; }\n"_s + advice, {}), 0);
+    QCOMPARE(clock.state(u"mode"_s), u"automatic"_s);
+#endif
 }
 
 void TestOutputsCommand::silenceBeforeTheSwitchingIsTold()
@@ -170,8 +201,9 @@ void TestOutputsCommand::clockThatDoesNotSwitchIsTold()
     QCOMPARE(hctctl.output(), u"Modo:     manual\nAvisos 1: apagado\nAvisos 2: apagado\n"
                               "Avisos 3: apagado\n"_s);
     QCOMPARE(hctctl.errors(),
-             manualWarning + u"El reloj no ha conmutado las salidas como se le ha pedido: si al "
-                             "repetir la orden sigue igual, avise al servicio técnico.\n"_s);
+             manualWarning(clock) +
+                 u"El reloj no ha conmutado las salidas como se le ha pedido: si al "
+                 "repetir la orden sigue igual, avise al servicio técnico.\n"_s);
 }
 
 QTEST_GUILESS_MAIN(TestOutputsCommand)

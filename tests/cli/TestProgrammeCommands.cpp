@@ -167,8 +167,8 @@ void TestProgrammeCommands::fileOfTheOtherModelIsSentWithAWarning()
     QCOMPARE(run.errors(),
              u"El archivo parece de un HCT-7300, porque hay modos mayores que 1: en este HCT-7200 "
              "sus avisos pueden sonar otros días; cuáles se ve con: hctctl programme show --model "
-             "7200 FILE\n"
-             "El programa se ha enviado, y el reloj lo tiene.\n"_s);
+             "7200 %1\n"
+             "El programa se ha enviado, y el reloj lo tiene.\n"_s.arg(desk.path()));
 }
 
 void TestProgrammeCommands::writeTellsWhatItDidAsJson()
@@ -382,8 +382,10 @@ void TestProgrammeCommands::interruptedVerificationTellsThatAllIsSent()
     QVERIFY(desk.clock.waitForRequests(daysRead, 2));
     run.sendSignal(SIGINT);
     QCOMPARE(run.exitStatus(), 128 + SIGINT);
-    QCOMPARE(run.errors(), u"Interrumpido. El reloj ha tomado todo el programa, pero no se ha "
-                           "podido comprobar; para comprobarlo: hctctl programme verify FILE\n"_s);
+    QCOMPARE(run.errors(),
+             u"Interrumpido. El reloj ha tomado todo el programa, pero no se ha "
+             "podido comprobar; para comprobarlo: hctctl programme verify %1 --port %2\n"_s.arg(
+                 desk.path(), desk.clock.device()));
 }
 
 void TestProgrammeCommands::verifyOfTheSameProgrammeIsGood_data() { readSavesTheProgramme_data(); }
@@ -421,7 +423,8 @@ void TestProgrammeCommands::verifyListsTheDifferences()
                            "Vacaciones: quitado 07/07 a 31/07\n"_s);
     QCOMPARE(run.errors(),
              u"El reloj no tiene el programa del archivo: arriba está lo que cambia "
-             "del archivo al reloj. Para enviárselo: hctctl programme write FILE\n"_s);
+             "del archivo al reloj. Para enviárselo: hctctl programme write %1 --port %2\n"_s.arg(
+                 desk.path(), desk.clock.device()));
 }
 
 void TestProgrammeCommands::verifyListsTheDifferencesAsJson()

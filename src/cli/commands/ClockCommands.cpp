@@ -52,11 +52,12 @@ void addClockCommands(CommandLine& commandLine)
                     "Solo si la diferencia es de tantos segundos o más")
         ->type_name("SECONDS")
         ->transform(validators::number(0, largestDifference));
-    commandLine.runsWithClock(verb, [options](Session& session, Console& console) {
-        ClockSetJob::Wish wish;
-        if (!options->at.empty())
-            wish.at = parsedTime(QString::fromStdString(options->at));
-        wish.ifOffBy = options->ifOffBy;
-        return std::make_unique<ClockSetJob>(session, console, wish);
-    });
+    commandLine.runsWithClock(
+        verb, [options](Session& session, Console& console, const CommonOptions& common) {
+            ClockSetJob::Wish wish;
+            if (!options->at.empty())
+                wish.at = parsedTime(QString::fromStdString(options->at));
+            wish.ifOffBy = options->ifOffBy;
+            return std::make_unique<ClockSetJob>(session, console, common, wish);
+        });
 }

@@ -1,6 +1,7 @@
 #include "ClockSetJob.h"
 
 #include "ClockTime.h"
+#include "CommonOptions.h"
 #include "Console.h"
 #include "Session.h"
 #include "StatusReport.h"
@@ -24,9 +25,11 @@ ClockFields fieldsOf(const QDateTime& wallTime)
 
 } // namespace
 
-ClockSetJob::ClockSetJob(Session& session, Console& console, const Wish& wish)
+ClockSetJob::ClockSetJob(Session& session, Console& console, const CommonOptions& options,
+                         const Wish& wish)
     : m_session(session),
       m_console(console),
+      m_options(options),
       m_wish(wish),
       m_setting(session.link(), session.log(), session.environment().clock),
       m_registration(session.crono(), m_setting, CronoRegistration::everyTick)
@@ -57,7 +60,7 @@ QString ClockSetJob::abandon()
     stop();
     return (taken ? u"El reloj ha aceptado la hora, pero no se ha podido comprobar"_s
                   : u"El reloj no ha confirmado la hora"_s) +
-           u"; la que tiene se ve con: hctctl status"_s;
+           u"; la que tiene se ve con: "_s + m_options.commandLine(u"status"_s);
 }
 
 bool ClockSetJob::isToBeSet() const

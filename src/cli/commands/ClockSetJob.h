@@ -9,6 +9,7 @@
 #include <optional>
 
 class Console;
+struct CommonOptions;
 class Session;
 
 /// Sets the clock, unless it is right already, and compares what it shows afterwards.
@@ -23,7 +24,7 @@ public:
         std::optional<int> ifOffBy;
     };
 
-    ClockSetJob(Session& session, Console& console, const Wish& wish);
+    ClockSetJob(Session& session, Console& console, const CommonOptions& options, const Wish& wish);
 
     void begin() override;
     QString abandon() override;
@@ -41,6 +42,7 @@ private:
 
     Session& m_session;
     Console& m_console;
+    const CommonOptions& m_options;
     const Wish m_wish;
     ClockSetting m_setting;
     CronoRegistration m_registration;

@@ -83,7 +83,7 @@ void addFirmwareCommands(CommandLine& commandLine)
                   "No pregunta antes de enviar; hace falta donde no hay terminal");
     commandLine.runsWithClock(
         send,
-        [options](Session& session, Console& console) {
+        [options](Session& session, Console& console, const CommonOptions&) {
             using Reset = FirmwareSendJob::Reset;
             return std::make_unique<FirmwareSendJob>(
                 session, console, options->image, options->reset ? Reset::Wanted : Reset::Omitted);

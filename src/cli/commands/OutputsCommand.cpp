@@ -56,7 +56,8 @@ void addOutputsCommand(CommandLine& commandLine)
         if (areContradictory(*words))
             throw CLI::ValidationError("SWITCH", "las salidas se contradicen");
     });
-    commandLine.runsWithClock(verb, [words](Session& session, Console& console) {
-        return std::make_unique<OutputsJob>(session, console, wishOf(*words));
-    });
+    commandLine.runsWithClock(
+        verb, [words](Session& session, Console& console, const CommonOptions& options) {
+            return std::make_unique<OutputsJob>(session, console, options, wishOf(*words));
+        });
 }

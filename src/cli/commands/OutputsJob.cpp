@@ -1,6 +1,7 @@
 #include "OutputsJob.h"
 
 #include "ClockDisplay.h"
+#include "CommonOptions.h"
 #include "Console.h"
 #include "Session.h"
 #include "StatusBlock.h"
@@ -19,20 +20,13 @@ constexpr int mostFailuresOfPolls = 3;
 /// 1".
 constexpr int bitOf(int number) { return RemoteControl::outputCount - number; }
 
-/// Until it is given back, its programme rings no bell.
-const QString& manualWarning()
-{
-    static const QString text =
-        u"El reloj queda en modo manual y no sigue su programa; para volver al automático: hctctl "
-        "outputs auto"_s;
-    return text;
-}
-
 } // namespace
 
-OutputsJob::OutputsJob(Session& session, Console& console, const Wish& wish)
+OutputsJob::OutputsJob(Session& session, Console& console, const CommonOptions& options,
+                       const Wish& wish)
     : m_session(session),
       m_console(console),
+      m_options(options),
       m_wish(wish),
       m_control(session.link(),
                 wish.action == Action::Switch &&
@@ -59,8 +53,19 @@ QString OutputsJob::abandon()
         const bool manual = StatusBlock(m_session.globais().GeneralData).isRemoteControlled();
         return manual ? untouched + u' ' + manualWarning() : untouched;
     }
-    return u"El reloj puede %1 en modo manual; para volver al automático: hctctl outputs auto"_s
-        .arg(m_switching ? u"haber quedado"_s : u"seguir"_s);
+    return u"El reloj puede %1 en modo manual"_s.arg(m_switching ? u"haber quedado"_s
+                                                                 : u"seguir"_s) +
+           automaticAdvice();
+}
+
+QString OutputsJob::automaticAdvice() const
+{
+    return u"; para volver al automático: "_s + m_options.commandLine(u"outputs auto"_s);
+}
+
+QString OutputsJob::manualWarning() const
+{
+    return u"El reloj queda en modo manual y no sigue su programa"_s + automaticAdvice();
 }
 
 void OutputsJob::showState()

@@ -8,6 +8,7 @@
 #include <map>
 
 class Console;
+struct CommonOptions;
 class Session;
 
 /// Shows the outputs, switches some of them by hand, or gives them back to the clock's programme.
@@ -22,7 +23,7 @@ public:
         std::map<int, bool> positions;
     };
 
-    OutputsJob(Session& session, Console& console, const Wish& wish);
+    OutputsJob(Session& session, Console& console, const CommonOptions& options, const Wish& wish);
 
     void begin() override;
     QString abandon() override;
@@ -30,6 +31,10 @@ public:
 private:
     using States = std::array<bool, RemoteControl::outputCount>;
 
+    /// What to type to give the outputs back.
+    QString automaticAdvice() const;
+    /// Until it is given back, its programme rings no bell.
+    QString manualWarning() const;
     void showState();
     void stateRead(quint8 restBits);
     void beginSwitching();
@@ -40,6 +45,7 @@ private:
 
     Session& m_session;
     Console& m_console;
+    const CommonOptions& m_options;
     const Wish m_wish;
     RemoteControl m_control;
     CronoRegistration m_registration;

@@ -12,8 +12,8 @@ namespace {
 struct TransferOptions {
     std::string file;
     bool withoutVerification = false;
-    /// What is in the file, when it is to be sent or compared.
-    QByteArray text;
+    /// The file, when it is to be sent or compared.
+    std::optional<ProgrammeInput> input;
 };
 
 CLI::App& addTransferVerb(CommandLine& commandLine, CLI::App& group, const char* name,
@@ -28,10 +28,9 @@ CLI::App& addTransferVerb(CommandLine& commandLine, CLI::App& group, const char*
 AloneAction inputOf(const std::shared_ptr<TransferOptions>& options)
 {
     return [options](Console& console) {
-        const ProgrammeInput input(QString::fromStdString(options->file));
-        if (const auto refusal = input.refusal())
+        options->input.emplace(QString::fromStdString(options->file));
+        if (const auto refusal = options->input->refusal())
             return console.refuse(*refusal);
-        options->text = input.text();
         return ExitStatus::Done;
     };
 }
@@ -44,20 +43,21 @@ void addProgrammeCommands(CommandLine& commandLine)
     const auto options = std::make_shared<TransferOptions>();
     const CLI::App& read = addTransferVerb(commandLine, group, "read",
                                            "Guarda el programa del reloj en un archivo", options);
-    commandLine.runsWithClock(read, [options](Session& session, Console& console) {
-        return std::make_unique<ProgrammeReadJob>(session, console,
-                                                  QString::fromStdString(options->file));
-    });
+    commandLine.runsWithClock(read,
+                              [options](Session& session, Console& console, const CommonOptions&) {
+                                  return std::make_unique<ProgrammeReadJob>(
+                                      session, console, QString::fromStdString(options->file));
+                              });
 
     CLI::App& write = addTransferVerb(commandLine, group, "write",
                                       "Envía un archivo al reloj y lo comprueba", options);
     write.add_flag("--no-verify", options->withoutVerification, "No comprueba lo enviado");
     commandLine.runsWithClock(
         write,
-        [options](Session& session, Console& console) {
+        [options](Session& session, Console& console, const CommonOptions& common) {
             using Verification = ProgrammeWriteJob::Verification;
             return std::make_unique<ProgrammeWriteJob>(
-                session, console, options->text,
+                session, console, common, *options->input,
                 options->withoutVerification ? Verification::Omitted : Verification::Wanted);
         },
         inputOf(options));
@@ -66,8 +66,8 @@ void addProgrammeCommands(CommandLine& commandLine)
         commandLine, group, "verify", "Compara un archivo con el programa del reloj", options);
     commandLine.runsWithClock(
         verify,
-        [options](Session& session, Console& console) {
-            return std::make_unique<ProgrammeVerifyJob>(session, console, options->text);
+        [options](Session& session, Console& console, const CommonOptions& common) {
+            return std::make_unique<ProgrammeVerifyJob>(session, console, common, *options->input);
         },
         inputOf(options));
     addProgrammeFileCommands(commandLine, group);

@@ -6,6 +6,7 @@
 #include "ProgrammeJson.h"
 #include "ProgrammeTable.h"
 #include "ProgrammeTexts.h"
+#include "ShellWord.h"
 
 using namespace Qt::StringLiterals;
 
@@ -66,7 +67,7 @@ ExitStatus programmefilereport::show(const QString& path, const QString& model, 
     if (ProgrammeCheck::hasErrors(ProgrammeCheck::problemsOf(input.text(), clock)))
         console.tell(
             u"El archivo no está bien; los problemas se ven con: hctctl programme check %1"_s.arg(
-                input.path()));
+                shellWord(input.path())));
     const Programme programme = ProgrammeFile::programmeIn(input.text(), clock);
     console.print(ProgrammeJson::object(programme, clock),
                   ProgrammeTable::text(programme, clock).chopped(1));

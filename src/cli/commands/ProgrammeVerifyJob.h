@@ -1,16 +1,21 @@
 #pragma once
 
+#include "ProgrammeInput.h"
 #include "ProgrammeJob.h"
+
+struct CommonOptions;
 
 /// Compares the programme of a file with that of the clock.
 class ProgrammeVerifyJob final : public ProgrammeJob {
     Q_OBJECT
 public:
-    /// `text` is that of a file that is not misread, see ProgrammeCheck.
-    ProgrammeVerifyJob(Session& session, Console& console, const QByteArray& text);
+    /// `input` has no refusal.
+    ProgrammeVerifyJob(Session& session, Console& console, const CommonOptions& options,
+                       const ProgrammeInput& input);
 
 private:
     void opened() override;
 
-    const QByteArray m_text;
+    const CommonOptions& m_options;
+    const ProgrammeInput m_input;
 };

@@ -1,14 +1,20 @@
 #include "ProgrammeWriteJob.h"
 
+#include "CommonOptions.h"
 #include "Console.h"
 #include "ProgrammeFile.h"
 #include "ProgrammeTexts.h"
+#include "ShellWord.h"
 
 using namespace Qt::StringLiterals;
 
-ProgrammeWriteJob::ProgrammeWriteJob(Session& session, Console& console, const QByteArray& text,
+ProgrammeWriteJob::ProgrammeWriteJob(Session& session, Console& console,
+                                     const CommonOptions& options, const ProgrammeInput& input,
                                      Verification verification)
-    : ProgrammeJob(session, console), m_text(text), m_verification(verification)
+    : ProgrammeJob(session, console),
+      m_options(options),
+      m_input(input),
+      m_verification(verification)
 {
     connect(&transfer(), &ProgrammeTransfer::partAccepted, this,
             [this](int part) { m_progress->advance(part + 1); });
@@ -22,7 +28,7 @@ ProgrammeWriteJob::ProgrammeWriteJob(Session& session, Console& console, const Q
 
 void ProgrammeWriteJob::opened()
 {
-    if (const auto violation = transfer().load(m_text)) {
+    if (const auto violation = transfer().load(m_input.text())) {
         console().tell(QString(violation->text).remove(u'\r'));
         console().tell(
             u"No se ha enviado nada; con \"programme check\" se ve en qué líneas está."_s);
@@ -30,11 +36,12 @@ void ProgrammeWriteJob::opened()
     }
     // The two models have other days in the same numbers.
     if (transfer().model() == ClockModel::Hct7200 &&
-        ProgrammeFile::likelyModel(m_text) == ClockModel::Hct7300)
+        ProgrammeFile::likelyModel(m_input.text()) == ClockModel::Hct7300)
         console().tell(
             u"El archivo parece de un HCT-7300, porque hay modos mayores que 1: en este HCT-7200 "
             "sus avisos pueden sonar otros días; cuáles se ve con: hctctl programme show --model "
-            "7200 FILE"_s);
+            "7200 "_s +
+            shellWord(m_input.path()));
     m_step = Step::Sending;
     m_progress.emplace(console(), u"Enviando el programa"_s, ProgrammeExchange::partCount);
     transfer().send();
@@ -62,5 +69,6 @@ QString ProgrammeWriteJob::giveUp()
     case Step::Verifying: break;
     }
     return u"El reloj ha tomado todo el programa, pero no se ha podido comprobar; para "
-           "comprobarlo: hctctl programme verify FILE"_s;
+           "comprobarlo: "_s +
+           m_options.commandLine(u"programme verify "_s + shellWord(m_input.path()));
 }

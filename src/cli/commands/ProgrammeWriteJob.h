@@ -1,9 +1,12 @@
 #pragma once
 
+#include "ProgrammeInput.h"
 #include "ProgrammeJob.h"
 #include "Progress.h"
 
 #include <optional>
+
+struct CommonOptions;
 
 /// Sends the programme of a file to the clock, as the programming window would, reads back what the
 /// clock holds, and compares.
@@ -12,9 +15,9 @@ class ProgrammeWriteJob final : public ProgrammeJob {
 public:
     enum class Verification { Wanted, Omitted };
 
-    /// `text` is that of a file that is not misread, see ProgrammeCheck.
-    ProgrammeWriteJob(Session& session, Console& console, const QByteArray& text,
-                      Verification verification);
+    /// `input` has no refusal.
+    ProgrammeWriteJob(Session& session, Console& console, const CommonOptions& options,
+                      const ProgrammeInput& input, Verification verification);
 
 private:
     enum class Step { Reading, Sending, Verifying };
@@ -23,7 +26,8 @@ private:
     void sent();
     QString giveUp() override;
 
-    const QByteArray m_text;
+    const CommonOptions& m_options;
+    const ProgrammeInput m_input;
     const Verification m_verification;
     Step m_step = Step::Reading;
     std::optional<Progress> m_progress;
