@@ -47,6 +47,7 @@ public:
     {
         return false;
     }
+    bool remove(RootKey, const QString&, const QString&) override { return false; }
     QList<QString> valueNames(RootKey, const QString& from) const override
     {
         return m_text.valueNames(u"HKEY_CURRENT_USER\\"_s + from);

@@ -21,21 +21,15 @@ public:
     void Rexistra(const QString& /*message*/, bool /*show*/) override {}
 };
 
-PortNames::Variables variablesWith(const QString& devicePath)
-{
-    if (devicePath.isEmpty())
-        return {};
-    // No port but COM1 is opened: a device is not given together with a modem.
-    return [devicePath](const QString& /*name*/) { return devicePath; };
-}
-
 ExitStatus runWithClock(const CommonOptions& options, const ClockAction& action, Console& console)
 {
     const ExitStatus readiness =
         action.precondition ? action.precondition(console) : ExitStatus::Done;
     if (readiness != ExitStatus::Done)
         return readiness;
-    SystemEnvironment system(variablesWith(options.devicePath()));
+    SystemEnvironment system;
+    if (!options.devicePath().isEmpty())
+        system.setDevice(1, options.devicePath());
     NoLog log;
     Session session(system.environment(), log);
     options.applyTo(session.settings());

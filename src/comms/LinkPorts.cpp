@@ -27,9 +27,13 @@ LinkPorts::LinkPorts(SerialPort& commSerie, SerialPort& commModem, const CommSet
                      QObject* parent)
     : QObject(parent), m_commSerie(commSerie), m_commModem(commModem), m_settings(settings)
 {
-    for (SerialPort* port : {&m_commSerie, &m_commModem})
+    for (SerialPort* port : {&m_commSerie, &m_commModem}) {
         connect(port, &SerialPort::lost, this, [this, port] { portLost(*port); });
+        connect(port, &SerialPort::openingChanged, this, &LinkPorts::openingChanged);
+    }
 }
+
+bool LinkPorts::isOpening() const { return m_commSerie.isOpening() || m_commModem.isOpening(); }
 
 bool LinkPorts::open(bool throughModem)
 {
@@ -89,6 +93,9 @@ void LinkPorts::openInUse()
     SerialPort& port = inUse();
     if (!port.isOpen()) {
         port.open();
+        // Closed while it was opening, and shown as closed already.
+        if (!port.isOpen() && port.openError().isEmpty())
+            return;
         if (port.isOpen())
             qCDebug(linkEvents).noquote() << "opened" << description(port) << port.deviceName();
         else
@@ -102,11 +109,11 @@ void LinkPorts::show(const QString& toolTip) { emit VisualizaPorto(description(i
 
 void LinkPorts::closeModem()
 {
-    if (!m_commModem.isOpen())
-        return;
-    // The drop of DTR is what makes the modem hang up.
-    m_commModem.setDtrEnabled(false);
-    m_commModem.setDtrEnabled(true);
+    if (m_commModem.isOpen()) {
+        // The drop of DTR is what makes the modem hang up.
+        m_commModem.setDtrEnabled(false);
+        m_commModem.setDtrEnabled(true);
+    }
     closeAndTell(m_commModem);
 }
 

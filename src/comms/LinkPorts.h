@@ -22,6 +22,9 @@ public:
     SerialPort& inUse() const { return m_throughModem ? m_commModem : m_commSerie; }
     bool isModemInUse() const { return m_throughModem; }
 
+    /// Whether a port waits for its far end; see SerialPort.
+    bool isOpening() const;
+
     /// For a connection: closes the port that it does not use, opens the other unless it is open,
     /// and forgets a borrowing. Whether the port in use is open.
     bool open(bool throughModem);
@@ -39,6 +42,8 @@ public:
     void showNone() { emit VisualizaPorto(QString(), QString()); }
 
 signals:
+    /// `isOpening` has changed.
+    void openingChanged();
     /// The port in use ("COM1,9600,N,8,1", empty for none) and, as a tool tip, its device or why it
     /// could not be opened.
     void VisualizaPorto(const QString& text, const QString& toolTip);

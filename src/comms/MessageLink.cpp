@@ -58,6 +58,7 @@ MessageLink::MessageLink(SerialPort& commSerie, SerialPort& commModem,
 {
     m_timer.setEnabled(false);
     connect(&m_timer, &IntervalTimer::tick, this, &MessageLink::timerTick);
+    connect(&m_ports, &LinkPorts::openingChanged, this, &MessageLink::tellOccupation);
     connect(&m_ports, &LinkPorts::VisualizaPorto, this, &MessageLink::VisualizaPorto);
     for (SerialPort* port : {&commSerie, &commModem})
         connect(port, &SerialPort::received, this, [this, port] { portReceived(*port); });
@@ -119,7 +120,7 @@ quint8 MessageLink::identificacion() const { return m_settings.identificacion();
 
 void MessageLink::ArrancaConexion(bool throughModem)
 {
-    if (m_starting)
+    if (isStarting())
         return;
     if (isModemPhase() && m_modemDialogue)
         m_modemDialogue->ended();
@@ -178,6 +179,7 @@ void MessageLink::leaveModemPhase()
 
 void MessageLink::armTimer(std::chrono::milliseconds time)
 {
+    time += m_ports.inUse().answerAllowance();
     m_timer.setEnabled(false);
     m_timer.setInterval(std::chrono::milliseconds(time.count() & timerMask));
     m_ticksLeft = time / timerRange;

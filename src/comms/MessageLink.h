@@ -49,15 +49,15 @@ public:
     quint8 estacion() const;
     quint8 identificacion() const;
 
-    /// Opens the port, and with `throughModem` dials: it lets events run until that has ended, and
-    /// must not be deleted by them. A call while another is dialling does nothing; so ask
-    /// isStarting before.
+    /// Opens the port, and with `throughModem` dials: where the port is at the far end of a
+    /// network, and while dialling, it lets events run until that has ended, and must not be
+    /// deleted by them. A call while another is under way does nothing; so ask isStarting before.
     void ArrancaConexion(bool throughModem);
     /// Ends the connection: both ports closed, nothing awaited, no receiver bound. It also ends an
-    /// ArrancaConexion that is dialling, which then returns to its caller.
+    /// ArrancaConexion that is under way, which then returns to its caller.
     void RemataConexion();
-    /// Whether an ArrancaConexion is dialling (somewhere below on the stack).
-    bool isStarting() const { return m_starting; }
+    /// Whether a port is being opened or a modem dials (somewhere below on the stack).
+    bool isStarting() const { return m_starting || m_ports.isOpening(); }
     /// From an ArrancaConexion until RemataConexion, whatever becomes of the port in between.
     bool isConnected() const { return m_connected; }
 
@@ -69,8 +69,9 @@ public:
     /// a slow line.
     std::chrono::milliseconds sinceHeader() const;
 
-    /// Whether no request may be sent now: one awaits its answer, or the modem has the line.
-    bool isOccupied() const { return Ocupado() || isModemPhase(); }
+    /// Whether no request may be sent now: one awaits its answer, the modem has the line, or a port
+    /// waits for its far end.
+    bool isOccupied() const { return Ocupado() || isModemPhase() || m_ports.isOpening(); }
 
     /// Puts the settings into the two ports; reopens the one in use if either was open.
     void ApplySettings() { m_ports.ApplySettings(); }
@@ -88,9 +89,10 @@ public:
     void enterModemPhase(LinkState phase);
     /// Back to idle, with the timer stopped.
     void leaveModemPhase();
-    /// Starts the time-out of a command phase or an answer. The timer's interval is `time` modulo
-    /// 32768 ms, and the time-out comes after `time` / 32768 + 1 ticks of it. So 40000 ms end after
-    /// two ticks of 7232 ms, and a multiple of 32768 ms never ends.
+    /// Starts the time-out of a command phase or an answer. `time` grows by what the port in use
+    /// allows for its far end. The timer's interval is then `time` modulo 32768 ms, and the
+    /// time-out comes after `time` / 32768 + 1 ticks of it. So 40000 ms end after two ticks of 7232
+    /// ms, and a multiple of 32768 ms never ends.
     void armTimer(std::chrono::milliseconds time);
     void stopTimer();
 

@@ -1,5 +1,8 @@
 #include "SystemEnvironment.h"
 
+#include "NetworkAddress.h"
+#include "NetworkSerialPort.h"
+#include "NumberedPort.h"
 #include "PreciseTimer.h"
 #include "SystemRegistry.h"
 #include "SystemTickTimer.h"
@@ -20,6 +23,16 @@ using MachinePort = Win32SerialPort;
 using MachinePort = QtSerialPort;
 #endif
 
+std::unique_ptr<SerialPort> makeNumberedPort(const PortNames& names)
+{
+    return std::make_unique<NumberedPort>(
+        names, [&names](const QString& device) -> std::unique_ptr<SerialPort> {
+            if (NetworkAddress::isMeantBy(device))
+                return std::make_unique<NetworkSerialPort>(device);
+            return std::make_unique<MachinePort>(names);
+        });
+}
+
 // The current directory, not that of the executable: modem scripts are looked for where the program
 // was started.
 QString currentDirectory()
@@ -32,11 +45,11 @@ QString currentDirectory()
 
 } // namespace
 
-SystemEnvironment::SystemEnvironment(const PortNames::Variables& variables)
+SystemEnvironment::SystemEnvironment()
     : m_registry(systemRegistry()),
-      m_portNames(variables ? PortNames(*m_registry, variables) : PortNames(*m_registry)),
-      m_commSerie(std::make_unique<MachinePort>(m_portNames)),
-      m_commModem(std::make_unique<MachinePort>(m_portNames)),
+      m_portNames(*m_registry),
+      m_commSerie(makeNumberedPort(m_portNames)),
+      m_commModem(makeNumberedPort(m_portNames)),
       m_tmrCrono(makeTickTimer()),
       m_tmrTemporizador(std::make_unique<PreciseTimer>())
 {}

@@ -11,10 +11,11 @@
 /// The environment of this machine: its registry, serial ports, timers and clock.
 class SystemEnvironment {
 public:
-    /// `variables`, when given, name the devices of COM numbers in place of the environment's.
-    explicit SystemEnvironment(const PortNames::Variables& variables = {});
+    SystemEnvironment();
     ~SystemEnvironment();
 
+    /// The device of a COM number, whatever else names it. Call before the port is opened.
+    void setDevice(int number, const QString& device) { m_portNames.setDevice(number, device); }
     /// References to members of this, and the current directory.
     Environment environment();
 

@@ -45,6 +45,8 @@ private slots:
     void conectarWhileEstablishedEstablishesAnew();
     void endedConnectionIsNotEstablished();
     void nothingTicksWhileTheModemDials();
+    void nothingTicksWhileThePortOpens();
+    void endOfTheProgramWhileThePortOpensConnectsNothing();
     void afterTheEndNothingTicks();
     void stepsOfTheEndComeInTheirOrder();
     void connectionThatHasEndedByItselfEndsOnce();
@@ -145,6 +147,26 @@ void TestConnectionEnd::nothingTicksWhileTheModemDials()
     m_workflow->Conectar(true);
     QCOMPARE(dialogue.seen, QStringList{u"no tick"_s});
     QVERIFY(m_fixture->tmrCrono.isEnabled());
+}
+
+void TestConnectionEnd::nothingTicksWhileThePortOpens()
+{
+    bool ticks = true;
+    m_fixture->serie.whileOpening = [&] { ticks = m_fixture->tmrCrono.isEnabled(); };
+    m_workflow->Conectar(false);
+    QVERIFY(!ticks);
+    QVERIFY(m_fixture->tmrCrono.isEnabled());
+}
+
+void TestConnectionEnd::endOfTheProgramWhileThePortOpensConnectsNothing()
+{
+    m_fixture->log.lines.clear();
+    m_fixture->serie.whileOpening = [this] { m_workflow->unload(); };
+    m_workflow->Conectar(false);
+    QCOMPARE(m_workflow->state(), ConnectionState::Disconnected);
+    QVERIFY(!m_fixture->serie.isOpen());
+    QVERIFY(!m_fixture->tmrCrono.isEnabled());
+    QCOMPARE(m_fixture->log.lines, QStringList());
 }
 
 void TestConnectionEnd::afterTheEndNothingTicks()

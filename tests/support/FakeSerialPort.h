@@ -29,6 +29,9 @@ public:
     int timesOpened = 0;
     int timesClosed = 0;
     int outputClears = 0;
+    std::chrono::milliseconds allowance{};
+    /// Runs while the port waits for the far end of its network.
+    std::function<void()> whileOpening;
     /// Runs when a write has reached the device, or has found it gone.
     std::function<void()> afterWrite;
 
@@ -57,8 +60,12 @@ public:
     /// The device is unplugged.
     void vanish() { deviceGone(); }
 
+    /// How many bytes the reader still waits for.
+    qsizetype stillMissing() const { return missingBytes(); }
+
     bool isOpen() const override { return m_open; }
     QString deviceName() const override { return device; }
+    std::chrono::milliseconds answerAllowance() const override { return allowance; }
     void clearOutput() override { ++outputClears; }
     void write(const QByteArray& bytes) override
     {
@@ -71,9 +78,16 @@ protected:
     QString openDevice() override
     {
         ++timesOpened;
-        m_open = refusal.isEmpty();
-        return refusal;
+        m_abandoned = false;
+        if (whileOpening) {
+            setOpening(true);
+            whileOpening();
+            setOpening(false);
+        }
+        m_open = refusal.isEmpty() && !m_abandoned;
+        return m_abandoned ? QString() : refusal;
     }
+    void abandonOpening() override { m_abandoned = true; }
     void closeDevice() override
     {
         ++timesClosed;
@@ -89,4 +103,5 @@ protected:
 private:
     const FakeClockOfDay& m_clock;
     bool m_open = false;
+    bool m_abandoned = false;
 };

@@ -60,6 +60,11 @@ public:
         written.append(path(root, subKey, name));
         return true;
     }
+    bool remove(RootKey root, const QString& subKey, const QString& name) override
+    {
+        values.remove(path(root, subKey, name));
+        return true;
+    }
     std::shared_ptr<Hold> holdForSave() override
     {
         return isHeldElsewhere ? nullptr : Registry::holdForSave();

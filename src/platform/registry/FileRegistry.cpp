@@ -48,6 +48,19 @@ bool FileRegistry::set(RootKey root, const QString& subKey, const QString& name,
     // A value that is stored already needs no right to write.
     if (current().value(key, name) == value)
         return true;
+    return change([&](RegistryText& text) { text.setValue(key, name, value); });
+}
+
+bool FileRegistry::remove(RootKey root, const QString& subKey, const QString& name)
+{
+    const QString key = fullKey(root, subKey);
+    if (!current().value(key, name))
+        return true;
+    return change([&](RegistryText& text) { text.removeValue(key, name); });
+}
+
+bool FileRegistry::change(const std::function<void(RegistryText& text)>& edit)
+{
     // Locked from reading to renaming, or what another program saves meanwhile would be lost.
     const auto locked = lock();
     if (!locked)
@@ -56,7 +69,7 @@ bool FileRegistry::set(RootKey root, const QString& subKey, const QString& name,
     if (!before)
         return false;
     RegistryText text = parsed(*before);
-    text.setValue(key, name, value);
+    edit(text);
     const QByteArray after = text.toBytes();
     return after.size() <= maximumFileSize && WholeFile::replace(target(), after);
 }

@@ -4,6 +4,7 @@
 #include "RegistryText.h"
 
 #include <chrono>
+#include <functional>
 
 class FileLock;
 
@@ -28,6 +29,8 @@ public:
     /// Waits for another program that is writing, for lockPatience at most; then fails.
     bool set(RootKey root, const QString& subKey, const QString& name,
              const RegistryValue& value) override;
+    /// Waits likewise.
+    bool remove(RootKey root, const QString& subKey, const QString& name) override;
     /// Waits like set, then gives nothing. Within the hold, set does not wait.
     [[nodiscard]] std::shared_ptr<Hold> holdForSave() override;
     /// The first maximumNames at most.
@@ -40,6 +43,7 @@ public:
 
 private:
     std::optional<QByteArray> content() const;
+    bool change(const std::function<void(RegistryText& text)>& edit);
     const RegistryText& parsed(const QByteArray& content) const;
     RegistryText current() const { return parsed(content().value_or(QByteArray())); }
     QString target() const;

@@ -45,6 +45,8 @@ public:
     /// Sets the value, and creates the key if needed. False when that failed.
     virtual bool set(RootKey root, const QString& subKey, const QString& name,
                      const RegistryValue& value) = 0;
+    /// Removes the value, if there is one. False when that failed.
+    virtual bool remove(RootKey root, const QString& subKey, const QString& name) = 0;
     /// For a save of several values, which belong together: so they are not mixed with those that
     /// another program saves. Null when another program kept the registry, or nothing can be
     /// written; the save fails then. Where the system offers no such thing, other programs are not

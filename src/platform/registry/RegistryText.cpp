@@ -2,6 +2,7 @@
 
 #include <QMap>
 
+#include <algorithm>
 #include <map>
 
 using namespace Qt::StringLiterals;
@@ -116,10 +117,38 @@ void RegistryText::setValue(const QString& key, const QString& name, const Regis
     m_file.replace(place, before ? before->statement.lineCount : 0, lines);
     parse();
     const Placed* after = find(key, name);
-    if (after && after->line == place + lines.size() - valueLines)
+    if (!after || after->line != place + lines.size() - valueLines)
+        guardAgainstTextAbove(place);
+}
+
+void RegistryText::removeValue(const QString& key, const QString& name)
+{
+    // An earlier line would come into force.
+    while (const Placed* placed = find(key, name))
+        removeStatement(*placed);
+}
+
+void RegistryText::removeStatement(const Placed& placed)
+{
+    const qsizetype line = placed.line;
+    const qsizetype count = placed.statement.lineCount;
+    QList<qsizetype> others;
+    for (const Placed& other : m_statements)
+        if (other.line != line)
+            others += other.line < line ? other.line : other.line - count;
+    m_file.replace(line, count, {});
+    parse();
+    if (std::equal(
+            m_statements.begin(), m_statements.end(), others.begin(), others.end(),
+            [](const Placed& other, qsizetype otherLine) { return other.line == otherLine; }))
         return;
-    // A text above goes on in the new lines. What follows the quote in this comment damages it.
-    m_file.replace(place, 0, {u";\"The text above has no closing quote"_s});
+    guardAgainstTextAbove(line);
+}
+
+/// A text above goes on in this line. What follows the quote in the comment damages it.
+void RegistryText::guardAgainstTextAbove(qsizetype line)
+{
+    m_file.replace(line, 0, {u";\"The text above has no closing quote"_s});
     parse();
 }
 

@@ -25,6 +25,9 @@ public:
     /// line, a comment keeps them apart.
     void setValue(const QString& key, const QString& name, const RegistryValue& value);
 
+    /// Removes every line that sets the value.
+    void removeValue(const QString& key, const QString& name);
+
     QByteArray toBytes() const { return m_file.toBytes(); }
 
 private:
@@ -37,6 +40,8 @@ private:
 
     void parse();
     const Placed* find(const QString& key, const QString& name) const;
+    void removeStatement(const Placed& placed);
+    void guardAgainstTextAbove(qsizetype line);
     qsizetype endOfSection(const QString& key) const;
 
     EncodedLines m_file;

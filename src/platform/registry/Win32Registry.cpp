@@ -67,6 +67,18 @@ bool Win32Registry::set(RootKey root, const QString& subKey, const QString& name
     return true;
 }
 
+bool Win32Registry::remove(RootKey root, const QString& subKey, const QString& name)
+{
+    HKEY key = nullptr;
+    const LSTATUS opened = RegOpenKeyExA(rootKey(root), AnsiText::fromUnicode(subKey).constData(),
+                                         0, readAndWrite, &key);
+    if (opened != ERROR_SUCCESS)
+        return opened == ERROR_FILE_NOT_FOUND;
+    const LSTATUS removed = RegDeleteValueA(key, AnsiText::fromUnicode(name).constData());
+    RegCloseKey(key);
+    return removed == ERROR_SUCCESS || removed == ERROR_FILE_NOT_FOUND;
+}
+
 QList<QString> Win32Registry::valueNames(RootKey root, const QString& subKey) const
 {
     QList<QString> names;

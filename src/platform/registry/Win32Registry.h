@@ -11,5 +11,6 @@ public:
                                                const QString& name) const override;
     bool set(RootKey root, const QString& subKey, const QString& name,
              const RegistryValue& value) override;
+    bool remove(RootKey root, const QString& subKey, const QString& name) override;
     QList<QString> valueNames(RootKey root, const QString& subKey) const override;
 };

@@ -1,5 +1,8 @@
 #include "PortNames.h"
 
+#include "NetworkAddress.h"
+#include "OwnPortNames.h"
+
 #include <QSerialPortInfo>
 
 #include <algorithm>
@@ -64,7 +67,7 @@ QString registeredDevice(const Registry& registry, const QString& portName)
     const QList<QString> devices = registry.valueNames(Registry::RootKey::LocalMachine, key);
     for (const QString& device : devices) {
         // A list from Windows names devices such as \Device\Serial0, which do not exist here.
-        if (!device.startsWith(u'/'))
+        if (!device.startsWith(u'/') && !NetworkAddress::isMeantBy(device))
             continue;
         const auto value = registry.query(Registry::RootKey::LocalMachine, key, device);
         if (!value || value->type != RegistryValue::Text)
@@ -109,8 +112,12 @@ QStringList PortNames::devices() const
 
 QString PortNames::namedDevice(int number) const
 {
+    if (m_given.contains(number))
+        return m_given.value(number);
     const QString portName = u"COM%1"_s.arg(number);
-    const QString named = m_variables(u"HCT_"_s + portName).trimmed();
+    QString named = OwnPortNames::device(m_registry, number);
+    if (named.isEmpty())
+        named = m_variables(u"HCT_"_s + portName).trimmed();
     if (named.isEmpty())
         return registeredDevice(m_registry, portName);
     return named.contains(u'/') ? named : u"/dev/"_s + named;

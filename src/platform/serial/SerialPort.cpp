@@ -3,6 +3,7 @@
 #include "Wipe.h"
 
 #include <algorithm>
+#include <utility>
 
 SerialPort::~SerialPort() { wipe(m_input); }
 
@@ -22,15 +23,26 @@ void SerialPort::setRtsEnabled(bool on)
 
 void SerialPort::open()
 {
-    if (isOpen())
+    if (isOpen() || m_opening)
         return;
     // The largest size it can have: growing would leave copies in memory.
     m_input.reserve(2 * inputCapacity);
+    m_openError.clear();
     m_openError = openDevice();
+}
+
+void SerialPort::setOpening(bool opening)
+{
+    m_opening = opening;
+    if (m_front)
+        m_front->setOpening(opening);
+    emit openingChanged();
 }
 
 void SerialPort::close()
 {
+    if (m_opening)
+        abandonOpening();
     if (!isOpen())
         return;
     closeDevice();
@@ -45,6 +57,8 @@ void SerialPort::setReceiveThreshold(int bytes)
 
 qsizetype SerialPort::missingBytes() const
 {
+    if (m_front)
+        return m_front->missingBytes();
     return std::max<qsizetype>(m_receiveThreshold - m_input.size(), m_awaited);
 }
 
@@ -65,6 +79,8 @@ void SerialPort::clearInput()
 
 void SerialPort::deliver(QByteArray bytes)
 {
+    if (m_front)
+        return m_front->deliver(std::move(bytes));
     if (bytes.isEmpty() || !isOpen())
         return;
     m_input.append(bytes.constData(), bytes.size());
@@ -77,6 +93,8 @@ void SerialPort::deliver(QByteArray bytes)
 
 void SerialPort::deviceGone()
 {
+    if (m_front)
+        return m_front->deviceGone();
     if (!isOpen())
         return;
     closeDevice();

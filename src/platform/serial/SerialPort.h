@@ -4,6 +4,8 @@
 #include <QObject>
 #include <QString>
 
+#include <chrono>
+
 /// A numbered serial port (COM1, COM2…) with a settings text, the lines DTR and RTS, an input
 /// buffer, and an event when enough bytes have been received. Derived classes supply the device.
 ///
@@ -31,11 +33,17 @@ public:
     bool isRtsEnabled() const { return m_rts; }
 
     void open();
+    /// Also ends an `open` that waits; the port is not open then, and there is no openError.
     void close();
     virtual bool isOpen() const = 0;
+    /// Whether `open` waits for the far end of a network. Events run meanwhile, and a second `open`
+    /// does nothing.
+    bool isOpening() const { return m_opening; }
 
     /// The device for the number, for example "/dev/ttyUSB0"; empty when there is none.
     virtual QString deviceName() const = 0;
+    /// How much later than over a cable an answer may come.
+    virtual std::chrono::milliseconds answerAllowance() const { return {}; }
     /// Why the last `open` failed, in Spanish; empty when it succeeded.
     const QString& openError() const { return m_openError; }
 
@@ -60,6 +68,10 @@ public:
     /// later. Does nothing on a closed port.
     virtual void write(const QByteArray& bytes) = 0;
 
+    /// Makes this port the device of another, `front`: what is received and what becomes of the
+    /// device goes there. Number, settings and lines remain those of this port.
+    void standBehind(SerialPort& front) { m_front = &front; }
+
     /// Size of the input buffer in bytes. When more arrive, the oldest are dropped.
     static constexpr qsizetype inputCapacity = 65536;
 
@@ -68,6 +80,8 @@ signals:
     void received();
     /// The device vanished while open. The port is closed when this is emitted.
     void lost();
+    /// `isOpening` has changed.
+    void openingChanged();
 
 protected:
     /// Opens the device with the current number, settings and lines. The reason of a failure, in
@@ -75,6 +89,10 @@ protected:
     virtual QString openDevice() = 0;
     virtual void closeDevice() = 0;
     virtual void applyLines() = 0;
+    /// `close` was called while isOpening: lets `openDevice` return.
+    virtual void abandonOpening() {}
+    /// For derived classes whose `openDevice` lets events run, around that.
+    void setOpening(bool opening);
 
     /// At least so many bytes must still arrive before the reader can go on; below 1 when it waits
     /// for none in particular.
@@ -86,6 +104,9 @@ protected:
     void deviceGone();
 
 private:
+    /// Null unless this port stands behind another.
+    SerialPort* m_front = nullptr;
+    bool m_opening = false;
     int m_portNumber = 1;
     QString m_settings = QStringLiteral("9600,N,8,1");
     bool m_dtr = false;

@@ -1,10 +1,13 @@
 #include "PortNames.h"
 
+#include "NetworkAddress.h"
+#include "OwnPortNames.h"
+
 #include <utility>
 
 using namespace Qt::StringLiterals;
 
-// COM numbers are names of Windows itself: nothing needs to be looked up.
+// COM numbers are names of Windows itself. Only what is no port of this machine has another.
 
 PortNames::PortNames(const Registry& registry) : PortNames(registry, {}) {}
 
@@ -18,7 +21,18 @@ PortNames::PortNames(const Registry& registry, Variables variables, SystemPorts 
 
 QString PortNames::device(int number) const
 {
-    return number >= 1 && number <= highestNumber ? u"COM%1"_s.arg(number) : QString();
+    if (number < 1 || number > highestNumber)
+        return {};
+    const QString named = namedDevice(number);
+    return named.isEmpty() ? u"COM%1"_s.arg(number) : named;
+}
+
+QString PortNames::namedDevice(int number) const
+{
+    if (m_given.contains(number))
+        return m_given.value(number);
+    const QString named = OwnPortNames::device(m_registry, number);
+    return NetworkAddress::isMeantBy(named) ? named : QString();
 }
 
 QStringList PortNames::devices() const

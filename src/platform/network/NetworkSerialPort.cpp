@@ -1,0 +1,302 @@
+#include "NetworkSerialPort.h"
+
+#include "ComPortCommands.h"
+#include "KeepAlive.h"
+#include "NetworkAddress.h"
+#include "Wipe.h"
+
+#include <QEventLoop>
+#include <QNetworkProxy>
+#include <QTcpSocket>
+#include <QTimer>
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+/// How many bytes are read at a time. The rest is read when the event loop runs again.
+constexpr qsizetype pieceSize = 16384;
+/// How many such pieces are discarded at a time: a far end may send without end.
+constexpr int mostPiecesDiscarded = 16;
+
+/// RFC 2217 has no name for fewer data bits.
+constexpr int fewestDataBits = 5;
+
+QString connectionFailure(const QTcpSocket& socket, const QString& device)
+{
+    switch (socket.error()) {
+    case QAbstractSocket::HostNotFoundError:
+        return u"%1: no se encuentra el equipo, compruebe su nombre."_s.arg(device);
+    case QAbstractSocket::ConnectionRefusedError:
+        return u"%1: conexión rechazada, compruebe la dirección y que el equipo está preparado."_s
+            .arg(device);
+    case QAbstractSocket::NetworkError:
+    case QAbstractSocket::SocketTimeoutError:
+        return u"%1 no contesta: compruebe la dirección y la red."_s.arg(device);
+    default: return u"No se puede abrir %1 (%2)."_s.arg(device, socket.errorString());
+    }
+}
+
+} // namespace
+
+NetworkSerialPort::NetworkSerialPort(const QString& device, QObject* parent)
+    : SerialPort(parent), m_device(device)
+{}
+
+NetworkSerialPort::~NetworkSerialPort()
+{
+    if (isOpen())
+        closeDevice();
+}
+
+std::chrono::milliseconds NetworkSerialPort::answerAllowance() const { return 3s; }
+
+QString NetworkSerialPort::openDevice()
+{
+    const LineSettingsResult parsed = parseLineSettings(settings());
+    if (!parsed.settings)
+        return parsed.reason;
+    const auto address = NetworkAddress::of(m_device);
+    if (!address)
+        return NetworkAddress::mistakeIn(m_device) + u'.';
+    m_client.reset();
+    if (address->protocol == NetworkAddress::Protocol::Rfc2217) {
+        if (parsed.settings->dataBits < fewestDataBits)
+            return u"%1 no admite %2 bits de datos."_s.arg(m_device).arg(parsed.settings->dataBits);
+        m_client.emplace(*parsed.settings, isDtrEnabled(), isRtsEnabled());
+    }
+    m_openFailure.clear();
+    m_isBroken = false;
+    m_step = Step::Connecting;
+    connectTo(*address);
+    waitUntilDecided();
+    if (!isOpen())
+        dropSocket();
+    return m_openFailure;
+}
+
+void NetworkSerialPort::connectTo(const NetworkAddress& address)
+{
+    m_socket = new QTcpSocket(this);
+    m_socket->setProxy(QNetworkProxy::NoProxy);
+    connect(m_socket, &QTcpSocket::connected, this, &NetworkSerialPort::connected);
+    connect(m_socket, &QTcpSocket::errorOccurred, this, &NetworkSerialPort::socketFailed);
+    // Queued: a receiver may open a box, and the socket tells of no further bytes before its signal
+    // has returned.
+    connect(m_socket, &QTcpSocket::readyRead, this, &NetworkSerialPort::readArrived,
+            Qt::QueuedConnection);
+    // Without buffers of the toolkit, which would keep copies of the bytes, and grow.
+    m_socket->connectToHost(address.host, address.port,
+                            QIODevice::ReadWrite | QIODevice::Unbuffered);
+}
+
+void NetworkSerialPort::waitUntilDecided()
+{
+    if (isOpen() || m_step == Step::Closed)
+        return;
+    QEventLoop wait;
+    m_wait = &wait;
+    QTimer::singleShot(longestOpening, &wait, [this] { openingTimedOut(); });
+    setOpening(true);
+    wait.exec(QEventLoop::ExcludeUserInputEvents);
+    m_wait = nullptr;
+    // The loop also ends when the program does.
+    if (!isOpen())
+        m_step = Step::Closed;
+    setOpening(false);
+}
+
+void NetworkSerialPort::abandonOpening()
+{
+    m_openFailure.clear();
+    decide(Step::Closed);
+}
+
+void NetworkSerialPort::decide(Step step)
+{
+    m_step = step;
+    if (m_wait)
+        m_wait->quit();
+}
+
+void NetworkSerialPort::failOpening(const QString& reason)
+{
+    m_openFailure = reason;
+    decide(Step::Closed);
+}
+
+void NetworkSerialPort::connected()
+{
+    m_socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    endWhenFarEndIsDead(m_socket->socketDescriptor());
+    if (!m_client)
+        return decide(Step::Open);
+    m_step = Step::Negotiating;
+    send(ComPortClient::requests());
+    QTimer::singleShot(longestNegotiation, m_socket, [this] { negotiationTimedOut(); });
+}
+
+void NetworkSerialPort::openingTimedOut()
+{
+    if (m_step == Step::Connecting)
+        failOpening(u"%1 no contesta: compruebe la dirección y la red."_s.arg(m_device));
+    else if (m_step == Step::Negotiating)
+        failOpening(u"%1 no confirma los parámetros %2."_s.arg(m_device, settings()));
+}
+
+void NetworkSerialPort::negotiationTimedOut()
+{
+    if (m_step == Step::Negotiating && m_client->step() == ComPortClient::Step::Options)
+        failOpening(u"%1 no admite RFC 2217."_s.arg(m_device));
+}
+
+void NetworkSerialPort::negotiate()
+{
+    if (m_client->step() == ComPortClient::Step::Ready)
+        decide(Step::Open);
+    else if (m_client->step() == ComPortClient::Step::Refused)
+        failOpening(u"%1 %2."_s.arg(m_device, m_client->refusal()));
+}
+
+void NetworkSerialPort::socketFailed()
+{
+    if (m_step == Step::Connecting)
+        failOpening(connectionFailure(*m_socket, m_device));
+    else
+        loseLater();
+}
+
+void NetworkSerialPort::readArrived()
+{
+    if (m_step != Step::Negotiating && m_step != Step::Open)
+        return;
+    QByteArray data;
+    if (m_isBroken)
+        lose();
+    else if (!take(data))
+        return;
+    else if (isOpen())
+        deliver(std::move(data));
+    else
+        negotiate();
+}
+
+bool NetworkSerialPort::take(QByteArray& data)
+{
+    QByteArray bytes(pieceSize, Qt::Uninitialized);
+    const qint64 count = m_socket->read(bytes.data(), bytes.size());
+    if (count < 0)
+        loseLater();
+    if (count <= 0)
+        return false;
+    bytes.truncate(count);
+    if (!m_client) {
+        data = std::move(bytes);
+        return true;
+    }
+    data.reserve(count);
+    QByteArray answers;
+    m_client->take(bytes, data, answers);
+    wipe(bytes);
+    send(answers);
+    if (isOpen() && m_client->step() == ComPortClient::Step::Refused)
+        loseLater();
+    if (!m_client->isSuspended())
+        sendWaiting();
+    return true;
+}
+
+// Later: the caller, or who has called it, may be in the midst of its work.
+void NetworkSerialPort::loseLater()
+{
+    m_isBroken = true;
+    QMetaObject::invokeMethod(this, &NetworkSerialPort::readArrived, Qt::QueuedConnection);
+}
+
+void NetworkSerialPort::lose()
+{
+    if (isOpen())
+        deviceGone();
+    else
+        failOpening(u"%1 ha cortado la conexión: quizá lo usa otro equipo."_s.arg(m_device));
+}
+
+void NetworkSerialPort::clearInput()
+{
+    SerialPort::clearInput();
+    if (!isOpen() || m_isBroken)
+        return;
+    QByteArray data;
+    for (int piece = 0; piece < mostPiecesDiscarded && take(data); ++piece)
+        wipe(data);
+    if (m_client)
+        send(comport::purgeReceived());
+}
+
+void NetworkSerialPort::clearOutput()
+{
+    if (!isOpen())
+        return;
+    wipe(m_waiting);
+    if (m_client)
+        send(comport::purgeToSend());
+}
+
+void NetworkSerialPort::write(const QByteArray& bytes)
+{
+    if (!isOpen())
+        return;
+    if (!m_client)
+        return send(bytes);
+    QByteArray escaped = comport::escaped(bytes);
+    if (!m_client->isSuspended()) {
+        send(escaped);
+    } else if (m_waiting.size() + escaped.size() <= outputCapacity) {
+        // The largest size it can have: growing would leave copies in memory.
+        m_waiting.reserve(outputCapacity);
+        m_waiting.append(escaped);
+    }
+    wipe(escaped);
+}
+
+void NetworkSerialPort::sendWaiting()
+{
+    send(m_waiting);
+    wipe(m_waiting);
+}
+
+void NetworkSerialPort::send(const QByteArray& bytes)
+{
+    // Whole or not at all, so that a command that follows can be read.
+    if (bytes.isEmpty() || m_isBroken || m_socket->bytesToWrite() + bytes.size() > outputCapacity)
+        return;
+    if (m_socket->write(bytes) < 0)
+        loseLater();
+}
+
+void NetworkSerialPort::applyLines()
+{
+    if (m_client)
+        send(comport::setDtrAndRts(isDtrEnabled(), isRtsEnabled()));
+}
+
+void NetworkSerialPort::closeDevice()
+{
+    m_step = Step::Closed;
+    dropSocket();
+    wipe(m_waiting);
+}
+
+void NetworkSerialPort::dropSocket()
+{
+    QTcpSocket* const socket = std::exchange(m_socket, nullptr);
+    if (!socket)
+        return;
+    socket->disconnect(this);
+    socket->abort();
+    // Later, because this may be called from one of its signals.
+    socket->deleteLater();
+}

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "ComPortClient.h"
+#include "SerialPort.h"
+
+#include <optional>
+
+class QEventLoop;
+class QTcpSocket;
+struct NetworkAddress;
+
+/// A serial port at the far end of a network; see NetworkAddress. Line settings, DTR and RTS reach
+/// it only by RFC 2217.
+///
+/// `open` waits for the far end, longestOpening at most. Meanwhile events run, without those of the
+/// user's input: the windows are painted, and what the user does is done afterwards. `close` and
+/// the end of the event loop end the wait.
+///
+/// A far end that is gone is noticed within 30 s.
+class NetworkSerialPort final : public SerialPort {
+    Q_OBJECT
+public:
+    explicit NetworkSerialPort(const QString& device, QObject* parent = nullptr);
+    ~NetworkSerialPort() override;
+
+    bool isOpen() const override { return m_step == Step::Open; }
+    QString deviceName() const override { return m_device; }
+    std::chrono::milliseconds answerAllowance() const override;
+    /// Bytes that are on the way from the far end arrive nevertheless: when they have left it
+    /// nobody knows. The same holds for those on the way to it.
+    void clearInput() override;
+    void clearOutput() override;
+    /// Bytes for which there is no room in outputCapacity are dropped, as if the line were dead.
+    void write(const QByteArray& bytes) override;
+
+    static constexpr std::chrono::seconds longestOpening{5};
+    /// How long a far end that has accepted the connection may say nothing of RFC 2217.
+    static constexpr std::chrono::seconds longestNegotiation{3};
+    /// How many bytes may wait to be sent.
+    static constexpr qsizetype outputCapacity = 65536;
+
+protected:
+    QString openDevice() override;
+    void closeDevice() override;
+    void applyLines() override;
+    void abandonOpening() override;
+
+private:
+    enum class Step { Closed, Connecting, Negotiating, Open };
+
+    void connectTo(const NetworkAddress& address);
+    void waitUntilDecided();
+    /// Ends the wait of `open`.
+    void decide(Step step);
+    void failOpening(const QString& reason);
+    void connected();
+    void socketFailed();
+    void openingTimedOut();
+    void negotiationTimedOut();
+    void negotiate();
+    void readArrived();
+    /// Takes some of what has arrived: the data comes into `data`, which is empty before, commands
+    /// are carried out. False when nothing has arrived.
+    bool take(QByteArray& data);
+    void loseLater();
+    void lose();
+    void send(const QByteArray& bytes);
+    void sendWaiting();
+    void dropSocket();
+
+    const QString m_device;
+    QTcpSocket* m_socket = nullptr;
+    /// Nothing for a raw connection.
+    std::optional<ComPortClient> m_client;
+    Step m_step = Step::Closed;
+    /// While `open` waits.
+    QEventLoop* m_wait = nullptr;
+    QString m_openFailure;
+    /// Data for the time when the far end takes some again.
+    QByteArray m_waiting;
+    /// The connection is at its end, which has not been told yet.
+    bool m_isBroken = false;
+};
