@@ -91,6 +91,8 @@ _hctctl() {
     clock) __hctctl_choose set "$word" ;;
     programme) __hctctl_choose 'read write verify check show diff' "$word" ;;
     firmware) __hctctl_choose send "$word" ;;
+    ports) __hctctl_choose 'set unset' "$word" ;;
+    'ports set' | 'ports unset') [[ $previous != *set ]] || __hctctl_choose "$(echo COM{1..16})" "$word" ;;
     outputs*) __hctctl_outputs "$word" "$command" "$output" ;;
     programme\ *) __hctctl_files .hct "$word" ;;
     'firmware send') __hctctl_files .hex "$word" ;;

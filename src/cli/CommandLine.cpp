@@ -52,7 +52,8 @@ CommandLine::CommandLine()
 void CommandLine::addOptions()
 {
     CLI::Option* port =
-        m_app.add_option("--port", m_texts.port, "Puerto: COM3, /dev/ttyUSB0")->type_name("PORT");
+        m_app.add_option("--port", m_texts.port, "Puerto: COM3, /dev/ttyUSB0, rfc2217://HOST:PORT")
+            ->type_name("PORT");
     port->check(validators::port());
     m_app
         .add_option("--line", m_texts.line,

@@ -9,7 +9,8 @@ class CommSettings;
 
 /// The options that every command has. Those that are not given are as stored in the settings.
 struct CommonOptions {
-    /// "COM3", or the path of a device such as "/dev/ttyUSB0"; empty when not given.
+    /// "COM3", the path of a device such as "/dev/ttyUSB0", or a network address; empty when not
+    /// given.
     QString port;
     /// "9600" to "9600,N,8,1"; the parts that are missing are as stored. Empty when not given.
     QString line;
@@ -27,7 +28,7 @@ struct CommonOptions {
     bool isThroughModem() const { return !modemNumber.isEmpty(); }
     /// How long to try to reach the clock: 10 s, 90 s by modem.
     std::chrono::seconds patience() const;
-    /// The path that `port` names, empty when it is a COM number or not given. It takes the place
+    /// The path or address that `port` names, empty when it is a COM number or not given. It takes the place
     /// of the device of COM1.
     QString devicePath() const;
     /// What to type for another command to the same clock: "hctctl status --port COM3". `command`

@@ -2,6 +2,7 @@
 
 #include "CommonOptions.h"
 #include "LineSettings.h"
+#include "NetworkAddress.h"
 
 #include <QRegularExpression>
 
@@ -11,8 +12,10 @@ namespace {
 
 QString reasonOfPort(const QString& port)
 {
-    if (comNumber(port))
+    if (comNumber(port) || NetworkAddress::of(port))
         return {};
+    if (NetworkAddress::isMeantBy(port))
+        return NetworkAddress::mistakeIn(port);
     const QString numbers = u"COM1 a COM16"_s;
 #ifdef Q_OS_WIN
     return u"\"%1\" no es un puerto: indique %2"_s.arg(port, numbers);
@@ -23,6 +26,16 @@ QString reasonOfPort(const QString& port)
             port, numbers);
     return {};
 #endif
+}
+
+QString reasonOfDevice(const QString& device)
+{
+#ifdef Q_OS_WIN
+    const bool isPath = false;
+#else
+    const bool isPath = device.startsWith(u'/') && !NetworkAddress::isMeantBy(device);
+#endif
+    return isPath || NetworkAddress::of(device) ? QString() : NetworkAddress::mistakeIn(device);
 }
 
 } // namespace
@@ -53,6 +66,15 @@ CLI::Validator validators::number(int lowest, int highest)
 }
 
 CLI::Validator validators::port() { return makeValidator(reasonOfPort); }
+
+CLI::Validator validators::comPort()
+{
+    return makeValidator([](const QString& text) {
+        return comNumber(text) ? QString() : u"\"%1\" no es un número de COM1 a COM16"_s.arg(text);
+    });
+}
+
+CLI::Validator validators::device() { return makeValidator(reasonOfDevice); }
 
 CLI::Validator validators::line()
 {

@@ -92,6 +92,21 @@ void TestCommandMistakes::mistakeIsTold_data()
            "/dev/ttyUSB0."_s
         << u"hctctl --help"_s;
 #endif
+    QTest::newRow("address without a port")
+        << u"status --port tcp://reloj"_s
+        << u"--port: \"tcp://reloj\" no es una dirección de red: escriba tcp://EQUIPO:PUERTO o "
+           "rfc2217://EQUIPO:PUERTO."_s
+        << u"hctctl --help"_s;
+    QTest::newRow("number to be named")
+        << u"ports set COM17 tcp://reloj:1"_s
+        << u"PORT: \"COM17\" no es un número de COM1 a COM16."_s << u"hctctl ports set --help"_s;
+    QTest::newRow("name of a number")
+        << u"ports set COM1 reloj:1"_s
+        << u"DEVICE: \"reloj:1\" no es una dirección de red: escriba tcp://EQUIPO:PUERTO o "
+           "rfc2217://EQUIPO:PUERTO."_s
+        << u"hctctl ports set --help"_s;
+    QTest::newRow("no name") << u"ports set COM1"_s << u"Falta DEVICE."_s
+                             << u"hctctl ports set --help"_s;
     QTest::newRow("speed") << u"status --line fast"_s << u"--line: Velocidad no válida: \"fast\"."_s
                            << u"hctctl --help"_s;
     QTest::newRow("parity") << u"status --line 9600,X"_s << u"--line: Paridad no válida: \"X\"."_s

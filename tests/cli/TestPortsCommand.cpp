@@ -1,4 +1,5 @@
 #include "HctctlProcess.h"
+#include "SettingsOfItsOwn.h"
 #include "SimulatorProcess.h"
 
 #include <QScopeGuard>
@@ -20,6 +21,12 @@ private slots:
     void portThatIsOpenWithoutALockIsInUse();
     void missingDeviceIsListed();
     void portsAreATable();
+    void portOfTheNetworkIsListed();
+    void numberIsMadeAPortOfTheNetwork();
+    void numberIsMadeADevice();
+    void nameIsTakenAway();
+    void nameThatCannotBeSavedIsTold();
+    void givenPortComesBeforeTheName();
 
 private:
     static QString objectOf(const QString& device, const QString& state);
@@ -87,6 +94,69 @@ void TestPortsCommand::portsAreATable()
     QCOMPARE(lines.first(), u"Puerto  Dispositivo             Estado     Descripción  Fabricante  "
                             "Número de serie"_s);
     QVERIFY(lines.contains(u"COM15   /dev/none-of-that-name  no existe"_s));
+}
+
+void TestPortsCommand::portOfTheNetworkIsListed()
+{
+    qputenv("HCT_COM15", "tcp://192.168.1.20:4001");
+    HctctlProcess hctctl;
+    QCOMPARE(hctctl.run({u"ports"_s, u"--json"_s}), 0);
+    QVERIFY(hctctl.output().contains(objectOf(u"tcp://192.168.1.20:4001"_s, u"network"_s)));
+    QCOMPARE(hctctl.run({u"ports"_s}), 0);
+    QVERIFY(hctctl.output().contains(u"\nCOM15   tcp://192.168.1.20:4001  en red\n"_s));
+}
+
+void TestPortsCommand::numberIsMadeAPortOfTheNetwork()
+{
+    const SettingsOfItsOwn settings;
+    HctctlProcess hctctl;
+    QCOMPARE(hctctl.run({u"ports"_s, u"set"_s, u"com15"_s, u"rfc2217://reloj:4001"_s}), 0);
+    QCOMPARE(hctctl.output(), u"COM15 es ahora rfc2217://reloj:4001.\n"_s);
+    QCOMPARE(hctctl.run({u"ports"_s, u"--json"_s}), 0);
+    QVERIFY(hctctl.output().contains(objectOf(u"rfc2217://reloj:4001"_s, u"network"_s)));
+}
+
+void TestPortsCommand::numberIsMadeADevice()
+{
+    const SettingsOfItsOwn settings;
+    HctctlProcess hctctl;
+    QCOMPARE(hctctl.run({u"ports"_s, u"set"_s, u"COM15"_s, u"/dev/none"_s, u"--json"_s}), 0);
+    QCOMPARE(hctctl.output(), u"{\"device\":\"/dev/none\",\"port\":\"COM15\"}\n"_s);
+}
+
+void TestPortsCommand::nameIsTakenAway()
+{
+    const SettingsOfItsOwn settings;
+    qputenv("HCT_COM15", "/dev/none");
+    HctctlProcess hctctl;
+    QCOMPARE(hctctl.run({u"ports"_s, u"set"_s, u"COM15"_s, u"tcp://reloj:4001"_s}), 0);
+    hctctl.output();
+    QCOMPARE(hctctl.run({u"ports"_s, u"unset"_s, u"COM15"_s}), 0);
+    QCOMPARE(hctctl.output(), u"COM15 es ahora /dev/none.\n"_s);
+    qunsetenv("HCT_COM15");
+    QCOMPARE(hctctl.run({u"ports"_s, u"unset"_s, u"COM15"_s}), 0);
+    QCOMPARE(hctctl.output(), u"COM15 no tiene ahora ningún dispositivo.\n"_s);
+}
+
+void TestPortsCommand::nameThatCannotBeSavedIsTold()
+{
+    const QByteArray folder = qgetenv("XDG_CONFIG_HOME");
+    qputenv("XDG_CONFIG_HOME", "/dev/null");
+    HctctlProcess hctctl;
+    const int status = hctctl.run({u"ports"_s, u"set"_s, u"COM15"_s, u"tcp://reloj:4001"_s});
+    qputenv("XDG_CONFIG_HOME", folder);
+    QCOMPARE(status, 2);
+    QCOMPARE(hctctl.output(), QString());
+    QCOMPARE(hctctl.errors(), u"No se ha podido guardar la configuración.\n"_s);
+}
+
+void TestPortsCommand::givenPortComesBeforeTheName()
+{
+    const SettingsOfItsOwn settings;
+    const SimulatorProcess clock;
+    HctctlProcess hctctl;
+    QCOMPARE(hctctl.run({u"ports"_s, u"set"_s, u"COM1"_s, u"tcp://127.0.0.1:9"_s}), 0);
+    QCOMPARE(hctctl.run({u"status"_s, u"--port"_s, clock.device(), u"--quiet"_s}), 0);
 }
 
 QTEST_GUILESS_MAIN(TestPortsCommand)

@@ -1,5 +1,6 @@
 #include "PortList.h"
 
+#include "NetworkAddress.h"
 #include "PortNames.h"
 
 #include <QJsonArray>
@@ -17,6 +18,7 @@ QString stateKey(PortInformation::State state)
     case PortInformation::State::Free: return u"free"_s;
     case PortInformation::State::InUse: return u"inUse"_s;
     case PortInformation::State::Forbidden: return u"forbidden"_s;
+    case PortInformation::State::Network: return u"network"_s;
     case PortInformation::State::Missing: break;
     }
     return u"missing"_s;
@@ -28,9 +30,19 @@ QString stateText(PortInformation::State state)
     case PortInformation::State::Free: return u"libre"_s;
     case PortInformation::State::InUse: return u"en uso"_s;
     case PortInformation::State::Forbidden: return u"sin permiso"_s;
+    case PortInformation::State::Network: return u"en red"_s;
     case PortInformation::State::Missing: break;
     }
     return u"no existe"_s;
+}
+
+PortInformation informationOf(const QString& device)
+{
+    if (!NetworkAddress::isMeantBy(device))
+        return PortInformation::of(device);
+    PortInformation information;
+    information.state = PortInformation::State::Network;
+    return information;
 }
 
 QStringList rowOf(const PortList::Port& port)
@@ -71,7 +83,7 @@ PortList PortList::ofThisMachine(const PortNames& names)
     for (qsizetype i = 0; i < devices.size(); ++i) {
         if (devices[i].isEmpty())
             continue;
-        const PortInformation information = PortInformation::of(devices[i]);
+        const PortInformation information = informationOf(devices[i]);
 #ifdef Q_OS_WIN
         // There every number is a device's name.
         if (information.state == PortInformation::State::Missing)

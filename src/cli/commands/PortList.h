@@ -22,7 +22,7 @@ public:
     static PortList ofThisMachine(const PortNames& names);
 
     /// {"ports":[…]}, each with the texts port, device, description, manufacturer, serialNumber and
-    /// state, which is "free", "inUse", "forbidden" or "missing".
+    /// state, which is "free", "inUse", "forbidden", "missing" or "network".
     QJsonObject json() const;
     /// A table with a heading; a sentence when there is no port.
     QString text() const;

@@ -54,7 +54,10 @@ bool FileRegistry::set(RootKey root, const QString& subKey, const QString& name,
 bool FileRegistry::remove(RootKey root, const QString& subKey, const QString& name)
 {
     const QString key = fullKey(root, subKey);
-    if (!current().value(key, name))
+    const auto before = content();
+    if (!before)
+        return false;
+    if (!parsed(*before).value(key, name))
         return true;
     return change([&](RegistryText& text) { text.removeValue(key, name); });
 }

@@ -7,7 +7,8 @@
 /// or the system of one's own processes; on Windows only an attempt tells whether another program
 /// has it open.
 struct PortInformation {
-    enum class State { Free, InUse, Forbidden, Missing };
+    /// Network: at the far end of one, where only an opening tells more.
+    enum class State { Free, InUse, Forbidden, Missing, Network };
 
     /// Empty where the system knows nothing.
     QString description;

@@ -40,7 +40,7 @@ extern "C" ssize_t read(int descriptor, void* buffer, size_t count)
 }
 
 /// A file that another program changes between the question for its size and the reading, or that
-/// fails while it is read: saving would lose what was not read.
+/// fails while it is read: saving would lose what was not read. And what is removed from a file.
 class TestFileRegistryChanges : public QObject {
     Q_OBJECT
 private slots:
@@ -51,6 +51,9 @@ private slots:
     void fileThatShrinksWhileItIsReadIsNotReplaced();
     void fileThatFailsWhileItIsReadIsNotReplaced_data();
     void fileThatFailsWhileItIsReadIsNotReplaced();
+    void removedValueIsGone();
+    void removingWhatIsNotThereWritesNothing();
+    void removingFailsWhereTheFileCannotBeRead();
 
 private:
     QString path() const { return m_folder.filePath(u"registry.reg"_s); }
@@ -112,6 +115,31 @@ void TestFileRegistryChanges::fileThatFailsWhileItIsReadIsNotReplaced()
     QVERIFY(!save());
     beforeReading() = nullptr;
     QCOMPARE(contentsOf(path()), content);
+}
+
+void TestFileRegistryChanges::removedValueIsGone()
+{
+    writeFile(path(), good);
+    QVERIFY(FileRegistry(path()).remove(user, key, u"puerto"_s));
+    QVERIFY(!FileRegistry(path()).query(user, key, u"Puerto"_s));
+    QCOMPARE(contentsOf(path()), "[HKEY_CURRENT_USER\\Software\\Quorvex\\Lurimat\\Directo]\n"
+                                 "\"DTR\"=\"On\"\n"_ba);
+}
+
+void TestFileRegistryChanges::removingWhatIsNotThereWritesNothing()
+{
+    QFile::remove(path());
+    QVERIFY(FileRegistry(path()).remove(user, key, u"Puerto"_s));
+    QVERIFY(!QFile::exists(path()));
+}
+
+void TestFileRegistryChanges::removingFailsWhereTheFileCannotBeRead()
+{
+    writeFile(path(), good);
+    beforeReading() = [] { return EIO; };
+    QVERIFY(!FileRegistry(path()).remove(user, key, u"Puerto"_s));
+    beforeReading() = nullptr;
+    QCOMPARE(contentsOf(path()), good);
 }
 
 QTEST_GUILESS_MAIN(TestFileRegistryChanges)

@@ -43,6 +43,8 @@ private slots:
     void encodingOfAStumpIsThatOfTheFileItGrowsInto();
     void valueBelowATextWithoutItsEndIsNoPartOfThatText_data();
     void valueBelowATextWithoutItsEndIsNoPartOfThatText();
+    void removedValueTakesItsLinesAlong_data();
+    void removedValueTakesItsLinesAlong();
 };
 
 void TestRegistryWriting::newFileHasHeaderKeyAndValue()
@@ -299,6 +301,40 @@ void TestRegistryWriting::valueBelowATextWithoutItsEndIsNoPartOfThatText()
     QFETCH(QByteArray, bytes);
     RegistryText registry(before);
     registry.setValue(key, u""_s, {type, bytes});
+    QTEST(registry.toBytes(), "after");
+}
+
+void TestRegistryWriting::removedValueTakesItsLinesAlong_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<QByteArray>("after");
+    QTest::newRow("one line") << QByteArray(
+                                     "[HKEY_CURRENT_USER\\Software\\A]\n\"x\"=\"1\"\n\"V\"=\"2\"\n"
+                                     "\"y\"=\"3\"\n")
+                              << QByteArray("[HKEY_CURRENT_USER\\Software\\A]\n\"x\"=\"1\"\n"
+                                            "\"y\"=\"3\"\n");
+    QTest::newRow("several lines")
+        << QByteArray("[HKEY_CURRENT_USER\\Software\\A]\n\"v\"=hex(1):61,\\\n  00\n\"x\"=\"1\"\n")
+        << QByteArray("[HKEY_CURRENT_USER\\Software\\A]\n\"x\"=\"1\"\n");
+    QTest::newRow("earlier lines too")
+        << QByteArray("[HKEY_CURRENT_USER\\Software\\A]\n\"v\"=\"1\"\n\"v\"=\"2\"\n; end\n")
+        << QByteArray("[HKEY_CURRENT_USER\\Software\\A]\n; end\n");
+    QTest::newRow("below a text without its end")
+        << QByteArray(
+               "[HKEY_CURRENT_USER\\Software\\A]\n\"t\"=\"no end\n\"v\"=\"1\"\n@=dword:01\nb\"\n")
+        << QByteArray("[HKEY_CURRENT_USER\\Software\\A]\n\"t\"=\"no end\n"
+                      ";\"The text above has no closing quote\n@=dword:01\nb\"\n");
+    QTest::newRow("of another key")
+        << QByteArray("[HKEY_CURRENT_USER\\Software\\B]\n\"v\"=\"1\"\n")
+        << QByteArray("[HKEY_CURRENT_USER\\Software\\B]\n\"v\"=\"1\"\n");
+}
+
+void TestRegistryWriting::removedValueTakesItsLinesAlong()
+{
+    QFETCH(QByteArray, file);
+    RegistryText registry(file);
+    registry.removeValue(key, u"v"_s);
+    QVERIFY(!registry.value(key, u"v"_s));
     QTEST(registry.toBytes(), "after");
 }
 

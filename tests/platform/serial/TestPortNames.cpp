@@ -1,4 +1,5 @@
 #include "MemoryRegistry.h"
+#include "OwnPortNames.h"
 #include "PortNames.h"
 
 #include <QMap>
@@ -11,7 +12,12 @@ class TestPortNames : public QObject {
 
 private slots:
     void init();
-    void environmentComesFirst();
+    void ownNameComesFirst();
+    void ownNameMayBeAPathToo();
+    void ownNameIsWrittenAndRemoved();
+    void givenDeviceComesBeforeAll();
+    void addressMayStandWhereADeviceMay();
+    void environmentComesBeforeTheSystemsNames();
     void nameWithoutFolderIsADeviceName();
     void registryComesBeforeTheSystemsList();
     void valuesThatAreNoDeviceHereAreIgnored();
@@ -55,7 +61,52 @@ void TestPortNames::init()
     m_ports = {u"/dev/ttyUSB10"_s, u"/dev/ttyUSB2"_s, u"/dev/ttyS0"_s, u"/dev/ttyACM0"_s};
 }
 
-void TestPortNames::environmentComesFirst()
+void TestPortNames::ownNameComesFirst()
+{
+    m_registry.setText(u"Software\\Quorvex\\Lurimat\\Puertos"_s, u"COM5"_s,
+                       " rfc2217://192.168.1.20:4001 ");
+    m_variables[u"HCT_COM5"_s] = u"/dev/pts/7"_s;
+    QCOMPARE(m_names.device(5), u"rfc2217://192.168.1.20:4001"_s);
+    QCOMPARE(m_names.namedDevice(5), u"rfc2217://192.168.1.20:4001"_s);
+    QCOMPARE(m_names.devices().at(4), u"rfc2217://192.168.1.20:4001"_s);
+}
+
+void TestPortNames::ownNameMayBeAPathToo()
+{
+    m_registry.setText(u"Software\\Quorvex\\Lurimat\\Puertos"_s, u"COM5"_s, "ttyUSB3");
+    QCOMPARE(m_names.device(5), u"/dev/ttyUSB3"_s);
+}
+
+void TestPortNames::ownNameIsWrittenAndRemoved()
+{
+    QVERIFY(OwnPortNames::set(m_registry, 16, u"tcp://reloj:4001"_s));
+    QCOMPARE(m_registry.text(u"Software\\Quorvex\\Lurimat\\Puertos"_s, u"COM16"_s),
+             QByteArray("tcp://reloj:4001"));
+    QCOMPARE(m_names.device(16), u"tcp://reloj:4001"_s);
+    QVERIFY(OwnPortNames::unset(m_registry, 16));
+    QCOMPARE(m_registry.values.size(), 0);
+    QVERIFY(OwnPortNames::unset(m_registry, 16));
+    QCOMPARE(m_names.device(16), QString());
+}
+
+void TestPortNames::givenDeviceComesBeforeAll()
+{
+    m_registry.setText(u"Software\\Quorvex\\Lurimat\\Puertos"_s, u"COM1"_s, "tcp://reloj:4001");
+    PortNames names = m_names;
+    names.setDevice(1, u"/dev/ttyUSB7"_s);
+    QCOMPARE(names.device(1), u"/dev/ttyUSB7"_s);
+    QCOMPARE(names.namedDevice(1), u"/dev/ttyUSB7"_s);
+}
+
+void TestPortNames::addressMayStandWhereADeviceMay()
+{
+    m_variables[u"HCT_COM1"_s] = u"tcp://reloj:4001"_s;
+    registerDevice(u"rfc2217://[fe80::1]:4001"_s, "COM2");
+    QCOMPARE(m_names.device(1), u"tcp://reloj:4001"_s);
+    QCOMPARE(m_names.device(2), u"rfc2217://[fe80::1]:4001"_s);
+}
+
+void TestPortNames::environmentComesBeforeTheSystemsNames()
 {
     m_variables[u"HCT_COM1"_s] = u"/dev/pts/7"_s;
     m_variables[u"HCT_COM16"_s] = u" /dev/ttyUSB3 "_s;
