@@ -101,10 +101,19 @@ void checkSetFile(RegistryText& text, const QString& name, const RegistryValue& 
     require(anew.value(key, name) == value && othersThan(name, anew) == others);
 }
 
+/// A value that is removed is gone, and all others are as before.
+void checkRemoved(RegistryText& text, const QString& name)
+{
+    const auto others = othersThan(name, text);
+    text.removeValue(key, name);
+    const RegistryText anew(text.toBytes());
+    require(!anew.value(key, name) && othersThan(name, anew) == others);
+}
+
 } // namespace
 
 /// Any bytes are a registry file. They are kept unchanged. By their number they are read as
-/// settings, or a value is set; the first bytes of the input choose its name, type and bytes.
+/// settings, or a value is set or removed; the first bytes of the input choose its name, type and bytes.
 extern "C" int LLVMFuzzerTestOneInput(const quint8* bytes, std::size_t size)
 {
     Input input(bytes, size);
@@ -116,6 +125,7 @@ extern "C" int LLVMFuzzerTestOneInput(const quint8* bytes, std::size_t size)
     case 0: checkSettings(text); break;
     case 1:
     case 2: checkSetFile(text, name, value); break;
+    case 3: checkRemoved(text, name); break;
     default: checkSetTwice(text, name, value); break;
     }
     return 0;

@@ -14,8 +14,13 @@
 using namespace Qt::StringLiterals;
 
 ConnectedProgram::ConnectedProgram(const QStringList& simulatorOptions)
+    : ConnectedProgram(simulatorOptions, [](const QString& device) { return device; })
+{}
+
+ConnectedProgram::ConnectedProgram(const QStringList& simulatorOptions,
+                                   const std::function<QString(const QString& device)>& reach)
     : clock(simulatorOptions),
-      m_prepared(qputenv("HCT_COM1", clock.device().toLocal8Bit())),
+      m_prepared(qputenv("HCT_COM1", reach(clock.device()).toLocal8Bit())),
       program(system.environment(), systemDesktop(dialogs))
 {
     program.start();

@@ -7,6 +7,8 @@
 #include "SystemEnvironment.h"
 #include "frmPrincipal.h"
 
+#include <functional>
+
 /// How many milliseconds a test waits for an event. Only a failing test waits so long.
 inline constexpr int patience = 30000;
 
@@ -15,6 +17,9 @@ inline constexpr int patience = 30000;
 class ConnectedProgram {
 public:
     explicit ConnectedProgram(const QStringList& simulatorOptions = {});
+    /// COM1 is what `reach` makes of the clock's device.
+    ConnectedProgram(const QStringList& simulatorOptions,
+                     const std::function<QString(const QString& device)>& reach);
     ~ConnectedProgram();
 
     SimulatorProcess clock;
