@@ -13,10 +13,10 @@ namespace {
 constexpr int firmwareLines = 200;
 
 /// Lines of 16 bytes, among them 0xFF.
-QByteArray firmware()
+QByteArray firmware(int lines)
 {
     QByteArray text;
-    for (int line = 0; line < firmwareLines; ++line) {
+    for (int line = 0; line < lines; ++line) {
         QByteArray data;
         for (int byte = 0; byte < 16; ++byte)
             data.append(static_cast<char>(line * 16 + byte));
@@ -82,6 +82,8 @@ private slots:
     void secondUserIsRefused_data() { addRows(); }
     void secondUserIsRefused();
     void interruptionEndsAnOpeningAtOnce();
+    void slowNetworkDisturbsNothing_data();
+    void slowNetworkDisturbsNothing();
 };
 
 void TestNetworkCommands::stateIsWatched()
@@ -120,7 +122,7 @@ void TestNetworkCommands::programmeIsReadAndWritten()
 void TestNetworkCommands::firmwareIsSent()
 {
     NetworkClock s;
-    const QString path = writeFile(s.path(u"a.hex"_s), firmware());
+    const QString path = writeFile(s.path(u"a.hex"_s), firmware(firmwareLines));
     QCOMPARE(s.run({u"firmware"_s, u"send"_s, u"--yes"_s, path}), 0);
     QCOMPARE(s.clock.state(u"firmware.lines"_s), QString::number(firmwareLines));
     s.clock.command(u"firmware binary "_s + s.path(u"a.bin"_s));
@@ -134,7 +136,7 @@ void TestNetworkCommands::serverKilledInMidTransferIsALostPort()
 {
     NetworkClock s;
     s.clock.command(u"trace on"_s);
-    const QString path = writeFile(s.path(u"a.hex"_s), firmware().repeated(20));
+    const QString path = writeFile(s.path(u"a.hex"_s), firmware(firmwareLines).repeated(20));
     s.hctctl.start(s.arguments({u"firmware"_s, u"send"_s, u"--yes"_s, path}));
     QVERIFY(s.clock.waitForRequests(u"69 dd"_s, 20));
     s.server.kill();
@@ -167,6 +169,36 @@ void TestNetworkCommands::interruptionEndsAnOpeningAtOnce()
     hctctl.interrupt();
     QCOMPARE(hctctl.exitStatus(), 130);
     QVERIFY(hctctl.errors().startsWith(u"Interrumpido"_s));
+}
+
+void TestNetworkCommands::slowNetworkDisturbsNothing_data()
+{
+    QTest::addColumn<Ser2net::Protocol>("protocol");
+    QTest::addColumn<QString>("model");
+    QTest::newRow("raw, HCT-7300") << Ser2net::Protocol::Raw << u"7300"_s;
+    QTest::newRow("RFC 2217, HCT-7200") << Ser2net::Protocol::Rfc2217 << u"7200"_s;
+}
+
+void TestNetworkCommands::slowNetworkDisturbsNothing()
+{
+    NetworkClock s;
+    const SlowNetwork network(QStringLiteral(NETWORK_RELAY), s.server, 300);
+    // The exit status, and what is told of answers that come too late.
+    const auto run = [&s, &network](const QStringList& words) {
+        const int status =
+            s.hctctl.run(QStringList{u"--port"_s, network.address(), u"--quiet"_s} + words);
+        return QString::number(status) + s.hctctl.errors();
+    };
+    QCOMPARE(run({u"status"_s}), u"0"_s);
+    QCOMPARE(run({u"clock"_s, u"set"_s, u"--at"_s, u"2027-01-02T03:04:05"_s}), u"0"_s);
+    QCOMPARE(s.clock.state(u"time"_s), u"2027-01-02T03:04:05"_s);
+    QCOMPARE(run({u"outputs"_s, u"auto"_s}), u"0"_s);
+    const QString path = s.path(u"a.hct"_s);
+    QCOMPARE(run({u"programme"_s, u"read"_s, path}), u"0"_s);
+    QCOMPARE(run({u"programme"_s, u"write"_s, path}), u"0"_s);
+    const QString hexFile = writeFile(s.path(u"a.hex"_s), firmware(5));
+    QCOMPARE(run({u"firmware"_s, u"send"_s, u"--yes"_s, hexFile}), u"0"_s);
+    QCOMPARE(s.clock.state(u"firmware.lines"_s), u"5"_s);
 }
 
 QTEST_GUILESS_MAIN(TestNetworkCommands)

@@ -2,10 +2,11 @@
 
 #include "Processes.h"
 
+#include <QFile>
 #include <QHostAddress>
 #include <QTcpServer>
 #include <QTemporaryDir>
-#include <QTest>
+#include <qtestsupport_core.h>
 
 /// ser2net, which puts a serial device on the network, as a process of its own. It serves one
 /// connection at a time.
@@ -81,4 +82,34 @@ private:
     const quint16 m_port;
     QTemporaryDir m_folder;
     QProcess m_process;
+};
+
+/// A network that is slow: its end near the test, and at the other end that of a server. A process
+/// of its own.
+class SlowNetwork {
+public:
+    /// Each way takes `delay` milliseconds, 5 % more or less.
+    SlowNetwork(const QString& relay, const Ser2net& server, int delay) : m_server(server)
+    {
+        m_process.start(
+            relay, {QString::number(server.port()), QString::number(delay), QStringLiteral("5")});
+        m_port = readLineOf(m_process).toUShort();
+        if (m_port == 0)
+            qFatal("the relay did not start");
+    }
+    ~SlowNetwork()
+    {
+        m_process.kill();
+        hasEnded(m_process);
+    }
+    QString address() const
+    {
+        return m_server.address().section(QLatin1Char(':'), 0, -2) + QLatin1Char(':') +
+               QString::number(m_port);
+    }
+
+private:
+    const Ser2net& m_server;
+    QProcess m_process;
+    quint16 m_port = 0;
 };
