@@ -67,6 +67,7 @@ private slots:
     void longestTextIsReadAndALongerOneFails();
     void keyStaysOpenAfterAGoodWrite();
     void valuesAreListed();
+    void removedValueIsGone();
 
 private:
     bool read(const QString& name, QString& text)
@@ -201,6 +202,18 @@ void TestWin32Registry::valuesAreListed()
     QStringList names = m_registry.valueNames(user, subKey);
     names.sort();
     QCOMPARE(names, (QStringList{u"Año"_s, u"Uno"_s}));
+}
+
+void TestWin32Registry::removedValueIsGone()
+{
+    QVERIFY(m_registry.remove(user, subKey, u"Uno"_s));
+    write(u"Uno"_s, u"1"_s);
+    write(u"Dos"_s, u"2"_s);
+    QVERIFY(m_registry.remove(user, subKey, u"Uno"_s));
+    QCOMPARE(m_registry.valueNames(user, subKey), QStringList{u"Dos"_s});
+    QVERIFY(m_registry.remove(user, subKey, u"Uno"_s));
+    setRights(anythingButWriting);
+    QVERIFY(!m_registry.remove(user, subKey, u"Dos"_s));
 }
 
 QTEST_GUILESS_MAIN(TestWin32Registry)

@@ -85,6 +85,8 @@ private slots:
     void portInUseIsTold();
     void missingPortIsTold();
     void silenceIsTold();
+    void stateIsReadOverTheNetwork();
+    void numberIsMadeAPortOfTheNetwork();
 
 private:
     int run(const QStringList& arguments)
@@ -217,6 +219,36 @@ void TestWindowsHctctl::silenceIsTold()
     QCOMPARE(QString::fromUtf8(m_hctctl->readAllStandardError()),
              u"Nadie contesta por COM1: compruebe el cable, que el reloj tiene corriente, la "
              "velocidad y la estación (1).\r\n"_s);
+}
+
+void TestWindowsHctctl::stateIsReadOverTheNetwork()
+{
+    const SimulatorProcess clock(
+        {u"--start"_s, u"2026-11-21T16:06:36"_s, u"--frozen"_s, u"--model"_s, u"7300"_s});
+    QCOMPARE(run({u"status"_s, u"--json"_s, u"--port"_s, u"rfc2217://127.0.0.1:24217"_s}), 0);
+    const QJsonObject state = QJsonDocument::fromJson(m_hctctl->readAllStandardOutput()).object();
+    QCOMPARE(state.value(u"time"_s).toString(), u"2026-11-21T16:06:36"_s);
+    QCOMPARE(m_hctctl->readAllStandardError(), QByteArray());
+}
+
+void TestWindowsHctctl::numberIsMadeAPortOfTheNetwork()
+{
+    const QString key = u"HKCU\\Software\\Quorvex\\Lurimat\\Puertos"_s;
+    QCOMPARE(run({u"ports"_s, u"set"_s, u"COM16"_s, u"rfc2217://127.0.0.1:24217"_s}), 0);
+    QCOMPARE(m_hctctl->readAllStandardOutput(),
+             QByteArray("COM16 es ahora rfc2217://127.0.0.1:24217.\r\n"));
+    QCOMPARE(RegistryEditor::query(key, u"COM16"_s), u"REG_SZ rfc2217://127.0.0.1:24217"_s);
+    QCOMPARE(run({u"ports"_s}), 0);
+    QVERIFY(m_hctctl->readAllStandardOutput().contains(
+        "COM16   rfc2217://127.0.0.1:24217  en red\r\n"));
+    QCOMPARE(run({u"ports"_s, u"unset"_s, u"COM16"_s}), 0);
+    QCOMPARE(m_hctctl->readAllStandardOutput(), QByteArray("COM16 es ahora COM16.\r\n"));
+    QCOMPARE(RegistryEditor::query(key, u"COM16"_s), QString());
+    // A name is for a port of the network only: the others are those of Windows.
+    RegistryEditor::add(key, u"COM16"_s, u"REG_SZ"_s, u"COM1"_s);
+    QCOMPARE(run({u"ports"_s}), 0);
+    QVERIFY(!m_hctctl->readAllStandardOutput().contains("COM16"));
+    RegistryEditor::removeKey(key);
 }
 
 QTEST_GUILESS_MAIN(TestWindowsHctctl)

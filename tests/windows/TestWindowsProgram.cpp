@@ -42,6 +42,7 @@ private slots:
 
     void settingsLandInTheRegistryAsTexts();
     void settingsThatTheOperatorPutThereAreUsed();
+    void clockInTheNetworkIsReachedByItsChannel();
     void portInUseIsToldAndFailsFourTimes();
     void programmeIsKeptInAFileWithASpanishPath();
     void modemDialsAndHangsUpByDtr();
@@ -93,6 +94,18 @@ void TestWindowsProgram::settingsThatTheOperatorPutThereAreUsed()
     ConnectedProgram run({u"--station"_s, u"7"_s, u"--identification"_s, u"35"_s});
     QVERIFY(run.connectToClock());
     QCOMPARE(run.panel(3), u"COM1,19200,N,8,1"_s);
+}
+
+void TestWindowsProgram::clockInTheNetworkIsReachedByItsChannel()
+{
+    RegistryEditor::add(settingsKey + u"\\Puertos"_s, u"COM16"_s, u"REG_SZ"_s,
+                        u"rfc2217://127.0.0.1:24217"_s);
+    RegistryEditor::add(settingsKey + u"\\Directo"_s, u"Puerto"_s, u"REG_SZ"_s, u"15"_s);
+    ConnectedProgram run;
+    QVERIFY(run.connectToClock());
+    QCOMPARE(run.panel(3), u"COM16,9600,N,8,1"_s);
+    QCOMPARE(run.program.session().link().directPort().deviceName(),
+             u"rfc2217://127.0.0.1:24217"_s);
 }
 
 void TestWindowsProgram::portInUseIsToldAndFailsFourTimes()
