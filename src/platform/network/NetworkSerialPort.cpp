@@ -136,7 +136,11 @@ void NetworkSerialPort::connected()
         return decide(Step::Open);
     m_step = Step::Negotiating;
     send(ComPortClient::requests());
-    QTimer::singleShot(longestNegotiation, m_socket, [this] { negotiationTimedOut(); });
+    QTimer::singleShot(longestNegotiation, m_socket, [this, socket = m_socket] {
+        // That of an earlier opening is deleted later.
+        if (socket == m_socket)
+            negotiationTimedOut();
+    });
 }
 
 void NetworkSerialPort::openingTimedOut()

@@ -27,6 +27,7 @@ private slots:
     void endOfTheProgramEndsIt();
     void secondOpeningDoesNothing();
     void bytesFromBeforeAreNoData();
+    void timeOfAnEarlierOpeningDoesNotCount();
 
 private:
     /// The reason, with "URL" in place of the device.
@@ -209,6 +210,23 @@ void TestNetworkOpening::bytesFromBeforeAreNoData()
     farEnd.send("data");
     QVERIFY(QTest::qWaitFor([&] { return port.inputCount() >= 4; }, 30000));
     QCOMPARE(port.read(), QByteArray("data"));
+}
+
+void TestNetworkOpening::timeOfAnEarlierOpeningDoesNotCount()
+{
+    NetworkFarEnd farEnd;
+    NetworkSerialPort port(farEnd.rfc2217());
+    // In an event loop, as in the program, where what is left of the first opening lives on.
+    QTimer::singleShot(0, &port, [&] {
+        QTimer::singleShot(2500, &port, &SerialPort::close);
+        port.open();
+        QTimer::singleShot(1000, &port, [&] { farEnd.send(NetworkFarEnd::agreement()); });
+        port.open();
+        QCoreApplication::exit();
+    });
+    QCoreApplication::exec();
+    QCOMPARE(port.openError(), QString());
+    QVERIFY(port.isOpen());
 }
 
 QTEST_GUILESS_MAIN(TestNetworkOpening)
