@@ -17,7 +17,7 @@ struct NameOptions {
     std::string device;
 };
 
-ExitStatus list(Console& console)
+ExitStatus listPorts(Console& console)
 {
     SystemEnvironment system;
     const PortList ports = PortList::ofThisMachine(system.environment().portNames);
@@ -26,7 +26,7 @@ ExitStatus list(Console& console)
 }
 
 /// Gives the port that name, or takes its name away when the device is empty.
-ExitStatus name(const NameOptions& options, Console& console)
+ExitStatus namePort(const NameOptions& options, Console& console)
 {
     SystemEnvironment system;
     const Environment environment = system.environment();
@@ -55,7 +55,8 @@ CLI::App& addNaming(CommandLine& commandLine, CLI::App& group, const char* verbN
         ->type_name("")
         ->required()
         ->check(validators::comPort());
-    commandLine.runsAlone(verb, [options](Console& console) { return name(*options, console); });
+    commandLine.runsAlone(verb,
+                          [options](Console& console) { return namePort(*options, console); });
     return verb;
 }
 
@@ -64,7 +65,7 @@ CLI::App& addNaming(CommandLine& commandLine, CLI::App& group, const char* verbN
 void addPortsCommand(CommandLine& commandLine)
 {
     CLI::App& group = commandLine.addVerb("ports", "Muestra los puertos serie, y les da nombres");
-    commandLine.runsAlone(group, list);
+    commandLine.runsAlone(group, listPorts);
     const auto options = std::make_shared<NameOptions>();
     addNaming(commandLine, group, "set", "Hace que un número sea un puerto de la red", options)
         .add_option("DEVICE", options->device,
