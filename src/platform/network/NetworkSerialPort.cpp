@@ -1,8 +1,8 @@
 #include "NetworkSerialPort.h"
 
 #include "ComPortCommands.h"
-#include "KeepAlive.h"
 #include "NetworkAddress.h"
+#include "SocketOptions.h"
 #include "Wipe.h"
 
 #include <QEventLoop>
@@ -132,6 +132,7 @@ void NetworkSerialPort::connected()
 {
     m_socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
     endWhenFarEndIsDead(m_socket->socketDescriptor());
+    acknowledgeAtOnce(m_socket->socketDescriptor());
     if (!m_client)
         return decide(Step::Open);
     m_step = Step::Negotiating;
@@ -196,6 +197,7 @@ bool NetworkSerialPort::take(QByteArray& data)
         loseLater();
     if (count <= 0)
         return false;
+    acknowledgeAtOnce(m_socket->socketDescriptor());
     bytes.truncate(count);
     if (!m_client) {
         data = std::move(bytes);

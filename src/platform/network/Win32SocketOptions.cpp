@@ -1,4 +1,4 @@
-#include "KeepAlive.h"
+#include "SocketOptions.h"
 
 #include <winsock2.h>
 
@@ -24,3 +24,5 @@ void endWhenFarEndIsDead(qintptr socket)
     setsockopt(handle, IPPROTO_TCP, longestRetransmission, reinterpret_cast<const char*>(&longest),
                sizeof longest);
 }
+
+void acknowledgeAtOnce(qintptr /*socket*/) {}

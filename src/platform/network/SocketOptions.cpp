@@ -1,4 +1,4 @@
-#include "KeepAlive.h"
+#include "SocketOptions.h"
 
 #include <netinet/in.h>
 #include <netinet/tcp.h>
@@ -25,5 +25,12 @@ void endWhenFarEndIsDead(qintptr socket)
     setTcpOption(descriptor, TCP_KEEPCNT, 3);
     // In milliseconds. While bytes are not acknowledged the system does not ask.
     setTcpOption(descriptor, TCP_USER_TIMEOUT, 25000);
+#endif
+}
+
+void acknowledgeAtOnce([[maybe_unused]] qintptr socket)
+{
+#ifdef Q_OS_LINUX
+    setTcpOption(static_cast<int>(socket), TCP_QUICKACK, 1);
 #endif
 }
