@@ -179,10 +179,13 @@ void MessageLink::leaveModemPhase()
 
 void MessageLink::armTimer(std::chrono::milliseconds time)
 {
-    time += m_ports.inUse().answerAllowance();
     m_timer.setEnabled(false);
-    m_timer.setInterval(std::chrono::milliseconds(time.count() & timerMask));
     m_ticksLeft = time / timerRange;
+    std::chrono::milliseconds interval(time.count() & timerMask);
+    // Divided among the ticks: a time with the allowance could have more ticks, and be shorter.
+    if (interval > std::chrono::milliseconds::zero())
+        interval += m_ports.inUse().answerAllowance() / (m_ticksLeft + 1);
+    m_timer.setInterval(interval);
     m_timer.setEnabled(true);
 }
 

@@ -89,10 +89,10 @@ public:
     void enterModemPhase(LinkState phase);
     /// Back to idle, with the timer stopped.
     void leaveModemPhase();
-    /// Starts the time-out of a command phase or an answer. `time` grows by what the port in use
-    /// allows for its far end. The timer's interval is then `time` modulo 32768 ms, and the
-    /// time-out comes after `time` / 32768 + 1 ticks of it. So 40000 ms end after two ticks of 7232
-    /// ms, and a multiple of 32768 ms never ends.
+    /// Starts the time-out of a command phase or an answer. The timer's interval is `time` modulo
+    /// 32768 ms, and the time-out comes after `time` / 32768 + 1 ticks of it. So 40000 ms end after
+    /// two ticks of 7232 ms, and a multiple of 32768 ms never ends. One that ends comes later by
+    /// what the port in use allows for its far end.
     void armTimer(std::chrono::milliseconds time);
     void stopTimer();
 

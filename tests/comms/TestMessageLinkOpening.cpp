@@ -20,6 +20,8 @@ private slots:
     void applyingTheSettingsEndsIt();
     void answerTimeGrowsByTheAllowance_data();
     void answerTimeGrowsByTheAllowance();
+    void timeOfSeveralTicksGrowsByTheAllowance();
+    void timeWithoutAnEndStaysSo();
     void callerGetsTheTimeWithoutTheAllowance();
     void timesOfTheModemGrowToo();
     void otherPortsAllowanceDoesNotCount();
@@ -133,6 +135,31 @@ void TestMessageLinkOpening::answerTimeGrowsByTheAllowance_data()
     QTest::addColumn<int>("interval");
     QTest::newRow("cable") << 0 << 800;
     QTest::newRow("network") << 3000 << 3800;
+}
+
+/// A call has 64 s, which are more than the timer's range: two ticks of it.
+void TestMessageLinkOpening::timeOfSeveralTicksGrowsByTheAllowance()
+{
+    LinkFixture f;
+    f.modem.allowance = 3s;
+    QVERIFY(f.link.OpenModemPort());
+    f.link.enterModemPhase(LinkState::PinQuery);
+    f.link.armTimer(64s);
+    QCOMPARE(f.tmrTemporizador.interval(), 31232ms + 1500ms);
+    QVERIFY(f.tmrTemporizador.fire());
+    QVERIFY(f.tmrTemporizador.isEnabled());
+    f.tmrTemporizador.fire();
+    QVERIFY(!f.tmrTemporizador.isEnabled());
+}
+
+void TestMessageLinkOpening::timeWithoutAnEndStaysSo()
+{
+    LinkFixture f;
+    f.modem.allowance = 3s;
+    QVERIFY(f.link.OpenModemPort());
+    f.link.enterModemPhase(LinkState::PinQuery);
+    f.link.armTimer(65536ms);
+    QCOMPARE(f.tmrTemporizador.interval(), 0ms);
 }
 
 void TestMessageLinkOpening::answerTimeGrowsByTheAllowance()
