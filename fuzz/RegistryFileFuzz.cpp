@@ -113,7 +113,8 @@ void checkRemoved(RegistryText& text, const QString& name)
 } // namespace
 
 /// Any bytes are a registry file. They are kept unchanged. By their number they are read as
-/// settings, or a value is set or removed; the first bytes of the input choose its name, type and bytes.
+/// settings, or a value is set or removed; the first bytes of the input choose its name, type and
+/// bytes.
 extern "C" int LLVMFuzzerTestOneInput(const quint8* bytes, std::size_t size)
 {
     Input input(bytes, size);

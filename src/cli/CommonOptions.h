@@ -28,8 +28,8 @@ struct CommonOptions {
     bool isThroughModem() const { return !modemNumber.isEmpty(); }
     /// How long to try to reach the clock: 10 s, 90 s by modem.
     std::chrono::seconds patience() const;
-    /// The path or address that `port` names, empty when it is a COM number or not given. It takes the place
-    /// of the device of COM1.
+    /// The path or address that `port` names, empty when it is a COM number or not given. It takes
+    /// the place of the device of COM1.
     QString devicePath() const;
     /// What to type for another command to the same clock: "hctctl status --port COM3". `command`
     /// is typed as it is.
