@@ -5,12 +5,11 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QStandardPaths>
-#include <QSysInfo>
 #include <QTemporaryDir>
 #include <QTest>
-
-#include <algorithm>
+#include <QTextStream>
 
 using namespace Qt::StringLiterals;
 
@@ -22,7 +21,7 @@ private slots:
     void whatIsNoWorkIsNotRead();
     void everyCutIsNoticed();
     void emptyFolderHasNothing();
-    void workOfAnEndedProgramIsOffered();
+    void workOfAProgramThatCrashedIsOffered();
     void workOfALivingProgramIsNotOffered();
     void workIsOfferedToOneProgramOnly();
     void workThatIsNotTakenIsOfferedAgain();
@@ -67,24 +66,44 @@ void writeWork(const QTemporaryDir& folder, const QString& name,
     writeFile(folder.filePath(name + u".json"_s), RecoveryFile::text(work));
 }
 
-/// A lock as the toolkit writes it.
-void writeLock(const QTemporaryDir& folder, const QString& name, qint64 process)
-{
-    const QString text = u"%1\n%2\n%3\n"_s.arg(process).arg(
-        QFileInfo(QCoreApplication::applicationFilePath()).fileName(), QSysInfo::machineHostName());
-    writeFile(folder.filePath(name + u".lock"_s), text.toUtf8());
-}
+/// Another run of this program, which locks the work in a file as the editor does, tells so and
+/// lives on until it is killed.
+class Owner {
+public:
+    explicit Owner(const QString& lock)
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(variable(), lock);
+        m_process.setProcessEnvironment(environment);
+        m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        m_process.start(QCoreApplication::applicationFilePath(), {});
+        if (!m_process.waitForReadyRead())
+            qFatal("the owner has not locked the work");
+    }
+    ~Owner() { crash(); }
+    Q_DISABLE_COPY_MOVE(Owner)
 
-qint64 endedProcess()
-{
-    QProcess process;
-    process.start(QCoreApplication::applicationFilePath(), {u"-functions"_s});
-    if (!process.waitForStarted())
-        qFatal("cannot start a process");
-    const qint64 number = process.processId();
-    process.waitForFinished();
-    return number;
-}
+    void crash()
+    {
+        m_process.kill();
+        m_process.waitForFinished();
+    }
+
+    static QString variable() { return u"HCT_TEST_LOCK"_s; }
+    static int run(const QString& path)
+    {
+        QLockFile lock(path);
+        lock.setStaleLockTime(0);
+        if (!lock.tryLock())
+            return 1;
+        QTextStream(stdout) << "locked" << Qt::endl;
+        QTextStream(stdin).readLine();
+        return 0;
+    }
+
+private:
+    QProcess m_process;
+};
 
 } // namespace
 
@@ -137,14 +156,13 @@ void TestRecoveryFolder::emptyFolderHasNothing()
     QVERIFY(RecoveryFolder::abandoned(folder.filePath(u"none"_s)).empty());
 }
 
-void TestRecoveryFolder::workOfAnEndedProgramIsOffered()
+void TestRecoveryFolder::workOfAProgramThatCrashedIsOffered()
 {
-#ifdef Q_OS_WIN
-    QSKIP("under wine the toolkit does not take over the lock of an ended program");
-#endif
     const QTemporaryDir folder;
     writeWork(folder, u"a"_s);
-    writeLock(folder, u"a"_s, endedProcess());
+    Owner owner(folder.filePath(u"a.lock"_s));
+    owner.crash();
+    QVERIFY(QFile::exists(folder.filePath(u"a.lock"_s)));
     const auto found = RecoveryFolder::abandoned(folder.path());
     QCOMPARE(found.size(), 1U);
     QVERIFY(found.front().work == someWork());
@@ -155,8 +173,9 @@ void TestRecoveryFolder::workOfALivingProgramIsNotOffered()
 {
     const QTemporaryDir folder;
     writeWork(folder, u"a"_s);
-    writeLock(folder, u"a"_s, QCoreApplication::applicationPid());
+    const Owner owner(folder.filePath(u"a.lock"_s));
     QVERIFY(RecoveryFolder::abandoned(folder.path()).empty());
+    QVERIFY(QFile::exists(folder.filePath(u"a.json"_s)));
 }
 
 void TestRecoveryFolder::workIsOfferedToOneProgramOnly()
@@ -216,5 +235,13 @@ void TestRecoveryFolder::folderIsThatOfTheUser()
     QVERIFY(RecoveryFolder::path().endsWith(u"/recovery"_s));
 }
 
-QTEST_GUILESS_MAIN(TestRecoveryFolder)
+int main(int argc, char* argv[])
+{
+    const QCoreApplication application(argc, argv);
+    if (qEnvironmentVariableIsSet(qUtf8Printable(Owner::variable())))
+        return Owner::run(qEnvironmentVariable(qUtf8Printable(Owner::variable())));
+    TestRecoveryFolder test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "TestRecoveryFolder.moc"
