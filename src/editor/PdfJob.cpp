@@ -43,6 +43,8 @@ int PdfJob::run(const EditorOrder& order, const RecentFiles& recent)
     QString failure = opened.failure;
     if (ProgrammeCheck::isMisread(opened.problems))
         failure = u"No se escribe la hoja, porque faltarían valores que no se pueden leer."_s;
+    if (failure.isEmpty() && QFileInfo(path) == QFileInfo(*order.pdf))
+        failure = u"La hoja no puede escribirse encima del programa."_s;
     if (failure.isEmpty())
         failure = WallSheet(document.programme(), document.model(), titleOf(path, order, recent))
                       .writePdf(*order.pdf);

@@ -24,6 +24,7 @@ private slots:
     void doubtsAreToldAndThePdfIsWritten();
     void fileThatCannotBeReadIsTold();
     void placeThatCannotBeWrittenIsTold();
+    void programmeIsNotReplacedByItsSheet();
     void mistakesAreTold_data();
     void mistakesAreTold();
     void helpAndVersionNeedNoDisplay();
@@ -140,6 +141,15 @@ void TestPdfCommand::placeThatCannotBeWrittenIsTold()
 {
     QCOMPARE(run({u"--pdf"_s, at(u"none/a.pdf"_s), school()}), 2);
     QCOMPARE(m_errors, u"No se puede llegar a la carpeta \"%1\".\n"_s.arg(at(u"none"_s)));
+}
+
+void TestPdfCommand::programmeIsNotReplacedByItsSheet()
+{
+    const QString path = school();
+    const QByteArray before = contentsOf(path);
+    QCOMPARE(run({u"--pdf"_s, at(u"./colegio.hct"_s), path}), 2);
+    QCOMPARE(m_errors, u"La hoja no puede escribirse encima del programa.\n"_s);
+    QCOMPARE(contentsOf(path), before);
 }
 
 void TestPdfCommand::mistakesAreTold_data()
