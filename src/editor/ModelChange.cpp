@@ -11,6 +11,8 @@ namespace ModelChange {
 
 namespace {
 
+constexpr quint8 lastModeOfTheHct7200 = 1;
+
 bool hasSpecialDays(const Alarm& alarm)
 {
     return std::any_of(alarm.flags.begin() + workingDayCount, alarm.flags.end(),
@@ -31,7 +33,7 @@ QStringList lossesForTheHct7200(const AlarmBlock& block)
     QStringList losses{
         alarmsThatLose(std::count_if(block.Alarms.begin(), block.Alarms.end(), hasSpecialDays),
                        u"sábado, domingo, festivos o vacaciones."_s)};
-    if (block.Mode > 1)
+    if (block.Mode > lastModeOfTheHct7200)
         losses.append(u"el HCT-7200 no tiene el modo %1."_s.arg(block.Mode));
     losses.removeAll(QString());
     return losses;
@@ -68,9 +70,12 @@ QStringList losses(const Programme& programme, ClockModel to)
 Programme converted(const Programme& programme, ClockModel to)
 {
     Programme converted = programme;
-    for (AlarmBlock& block : converted.blocks)
+    for (AlarmBlock& block : converted.blocks) {
+        if (to == ClockModel::Hct7200 && block.Mode > lastModeOfTheHct7200)
+            block.Mode = 0;
         for (Alarm& alarm : block.Alarms)
             std::fill(alarm.flags.begin() + dayFlagsOf(to), alarm.flags.end(), false);
+    }
     return converted;
 }
 

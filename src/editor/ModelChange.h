@@ -10,7 +10,8 @@ namespace ModelChange {
 /// What would be lost or would not be obeyed, one sentence for each output and reason, in Spanish.
 QStringList losses(const Programme& programme, ClockModel to);
 
-/// The programme without the flags that the model does not have. All else stays.
+/// The programme without the flags and modes that the model does not have: such a mode becomes 0,
+/// or its file would be taken for one of the other model. All else stays.
 Programme converted(const Programme& programme, ClockModel to);
 
 } // namespace ModelChange

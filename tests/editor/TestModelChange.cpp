@@ -16,7 +16,8 @@ private slots:
     void specialDaysAreLostForTheHct7200();
     void modesThatTheHct7200LacksAreTold();
     void daysThatTheModeForbidsAreToldForTheHct7300();
-    void durationsAndModesStay();
+    void durationsAndModesOfBothModelsStay();
+    void modesThatTheHct7200LacksAreGone();
 };
 
 void TestModelChange::workingDaysSurviveBothWays()
@@ -66,12 +67,22 @@ void TestModelChange::daysThatTheModeForbidsAreToldForTheHct7300()
                          "viernes."_s});
 }
 
-void TestModelChange::durationsAndModesStay()
+void TestModelChange::durationsAndModesOfBothModelsStay()
 {
     Programme programme;
     programme.blocks[0].Duration = 7;
-    programme.blocks[0].Mode = 4;
+    programme.blocks[0].Mode = 1;
     QVERIFY(ModelChange::converted(programme, hct7200) == programme);
+    programme.blocks[0].Mode = 4;
+    QVERIFY(ModelChange::converted(programme, hct7300) == programme);
+}
+
+void TestModelChange::modesThatTheHct7200LacksAreGone()
+{
+    // A file with such a mode would be taken for one of the HCT-7300, and its days for others.
+    Programme programme;
+    programme.blocks[2].Mode = 2;
+    QCOMPARE(ModelChange::converted(programme, hct7200).blocks[2].Mode, quint8{0});
 }
 
 QTEST_GUILESS_MAIN(TestModelChange)
