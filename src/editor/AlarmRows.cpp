@@ -51,15 +51,6 @@ AlarmBlock sorted(const AlarmBlock& block)
     return changed;
 }
 
-AlarmBlock withDaysRepeated(const AlarmBlock& block, QList<int> rows)
-{
-    AlarmBlock changed = block;
-    std::sort(rows.begin(), rows.end());
-    for (const int row : std::as_const(rows))
-        rowOf(changed, row).flags = rowOf(changed, rows.constFirst()).flags;
-    return changed;
-}
-
 QString Placed::problem() const
 {
     if (leftOut == 0)

@@ -17,8 +17,6 @@ std::vector<Alarm> of(const AlarmBlock& block, QList<int> rows);
 AlarmBlock cleared(const AlarmBlock& block, const QList<int>& rows);
 /// Active alarms come first, in the order of their times. The others follow as they were.
 AlarmBlock sorted(const AlarmBlock& block);
-/// The days of the first of these rows in all of them.
-AlarmBlock withDaysRepeated(const AlarmBlock& block, QList<int> rows);
 
 struct Placed {
     AlarmBlock block;

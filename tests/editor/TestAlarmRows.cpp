@@ -14,7 +14,6 @@ private slots:
     void clearedRowsAreEmpty();
     void sortingPutsActiveAlarmsFirstByTime();
     void sortingKeepsTheOrderOfEqualTimes();
-    void daysOfTheFirstRowAreRepeated();
     void pastingReplacesRows();
     void whatDoesNotFitBelowIsTold();
     void insertingMovesRowsDown();
@@ -84,14 +83,6 @@ void TestAlarmRows::sortingKeepsTheOrderOfEqualTimes()
     const Alarm other = samples::alarm(9, 0, {Friday});
     const AlarmBlock block = AlarmRows::sorted(blockOf({other, at(9), at(8)}));
     QVERIFY(block.Alarms[1] == other);
-}
-
-void TestAlarmRows::daysOfTheFirstRowAreRepeated()
-{
-    const AlarmBlock block = AlarmRows::withDaysRepeated(
-        blockOf({inactiveAt(1), samples::alarm(2, 0, {Friday}), at(3), at(4)}), {3, 1});
-    QVERIFY(block.Alarms[2] == at(3));
-    QVERIFY(block.Alarms[3] == samples::alarm(4, 0, {Friday}));
 }
 
 void TestAlarmRows::pastingReplacesRows()
