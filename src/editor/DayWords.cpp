@@ -81,7 +81,7 @@ private:
 
 QString plain(const QString& text)
 {
-    QString letters = text.normalized(QString::NormalizationForm_D).toLower();
+    QString letters = text.normalized(QString::NormalizationForm_KD).toLower();
     letters.removeIf([](QChar letter) { return letter.category() == QChar::Mark_NonSpacing; });
     return letters.trimmed();
 }

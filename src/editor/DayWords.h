@@ -11,7 +11,7 @@
 /// Days as people write them in Spanish.
 namespace DayWords {
 
-/// Small letters without accents and blanks around them.
+/// Small letters without accents and blanks around them. Blanks of any kind become plain ones.
 QString plain(const QString& text);
 
 /// The flag of one day: "L", "lun", "Lunes", "sábados", "Vac"; nothing when it is none. M is

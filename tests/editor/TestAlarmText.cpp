@@ -86,6 +86,7 @@ void TestAlarmText::timesOfSpreadsheetsAreRead_data()
     add(u"9:05 h."_s, u"9:05"_s);
     add(u"9:05 AM"_s, u"9:05"_s);
     add(u"9:05 p. m."_s, u"21:05"_s);
+    add(u"9:05\u00a0p.\u202fm."_s, u"21:05"_s);
     add(u"12:30 AM"_s, u"0:30"_s);
     add(u"12:30 PM"_s, u"12:30"_s);
     add(u"23:59"_s, u"23:59"_s);
