@@ -74,28 +74,27 @@ void RowCommands::place(bool isInserting, const QString& step)
     const QList<int> rows = rowsOrTell();
     if (rows.isEmpty())
         return;
-    const std::vector<Alarm> alarms = clipboardAlarms();
-    if (alarms.empty())
-        return;
-    const AlarmRows::Placed placed = isInserting
-                                         ? AlarmRows::inserted(shown(), rows.first(), alarms)
-                                         : AlarmRows::pasted(shown(), rows.first(), alarms);
+    const AlarmText::Alarms read =
+        AlarmText::parse(QGuiApplication::clipboard()->text(), m_document.model());
+    QStringList problems = read.problems;
+    if (!read.alarms.empty())
+        problems.append(placeAlarms(read.alarms, rows.first(), isInserting, step));
+    else if (problems.isEmpty())
+        problems.append(u"No hay avisos en el portapapeles."_s);
+    problems.removeAll(QString());
+    if (!problems.isEmpty())
+        emit told(problems.join(u' '));
+}
+
+QString RowCommands::placeAlarms(const std::vector<Alarm>& alarms, int row, bool isInserting,
+                                 const QString& step)
+{
+    const AlarmRows::Placed placed = isInserting ? AlarmRows::inserted(shown(), row, alarms)
+                                                 : AlarmRows::pasted(shown(), row, alarms);
     replaceShown(placed.block, step);
     if (!placed.rows.isEmpty())
         m_pages.grid().selectRows({placed.rows.first(), placed.rows.last()});
-    if (!placed.problem().isEmpty())
-        emit told(placed.problem());
-}
-
-std::vector<Alarm> RowCommands::clipboardAlarms()
-{
-    const AlarmText::Alarms read =
-        AlarmText::parse(QGuiApplication::clipboard()->text(), m_document.model());
-    if (!read.problems.isEmpty())
-        emit told(read.problems.join(u' '));
-    else if (read.alarms.empty())
-        emit told(u"No hay avisos en el portapapeles."_s);
-    return read.alarms;
+    return placed.problem();
 }
 
 void RowCommands::repeatDays()

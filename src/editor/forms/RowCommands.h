@@ -39,11 +39,12 @@ private:
     const AlarmBlock& shown() const;
     QList<int> chosenRows() const;
     QList<int> rowsOrTell();
-    /// The alarms of the clipboard; tells what cannot be read.
-    std::vector<Alarm> clipboardAlarms();
     void replaceShown(const AlarmBlock& block, const QString& step);
-    /// A step of pasting, and what it tells; selects the rows that have taken an alarm.
+    /// A step of pasting; tells all that is not pasted.
     void place(bool isInserting, const QString& step);
+    /// Selects the rows that have taken an alarm; returns what found no row.
+    QString placeAlarms(const std::vector<Alarm>& alarms, int row, bool isInserting,
+                        const QString& step);
 
     ProgrammeDocument& m_document;
     ProgrammePages& m_pages;

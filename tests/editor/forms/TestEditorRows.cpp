@@ -28,6 +28,7 @@ private slots:
     void pastedRowsAreSelectedAndOneStep();
     void pasteWithoutAlarmsIsTold();
     void pasteBelowTheLastRowIsTold();
+    void everythingThatPastingLosesIsTold();
     void insertedRowsMoveTheOthersDown();
     void cutRowsAreInTheClipboardAndGone();
     void deleteKeyClearsSelectedRows();
@@ -136,6 +137,15 @@ void TestEditorRows::pasteBelowTheLastRowIsTold()
     w.choose(u"mnuPegar"_s);
     QCOMPARE(w.message(), u"Falta sitio para un aviso."_s);
     QCOMPARE(w.alarm(0, 31).Hour, 9);
+}
+
+void TestEditorRows::everythingThatPastingLosesIsTold()
+{
+    EditorFixture w;
+    setClipboard(u"9:05\tlunes y Navidad\n10:00\tlunes\n"_s);
+    w.clickNumber(31);
+    w.choose(u"mnuPegar"_s);
+    QCOMPARE(w.message(), u"Línea 1: no se entiende «navidad». Falta sitio para un aviso."_s);
 }
 
 void TestEditorRows::insertedRowsMoveTheOthersDown()
