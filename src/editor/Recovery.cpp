@@ -39,17 +39,24 @@ Recovery::~Recovery()
         remove();
 }
 
+bool Recovery::writeNow()
+{
+    if (m_isPending)
+        write();
+    return !m_isPending;
+}
+
 void Recovery::keep()
 {
     m_isKept = true;
-    if (m_isPending)
-        write();
+    writeNow();
 }
 
 void Recovery::noteChange()
 {
     if (!m_document.isModified())
         return remove();
+    m_isKept = false;
     m_isPending = true;
     if (!m_timer.isEnabled())
         write();
@@ -58,19 +65,15 @@ void Recovery::noteChange()
 void Recovery::takeTick()
 {
     m_timer.setEnabled(false);
-    if (m_isPending)
-        write();
+    writeNow();
 }
 
 void Recovery::write()
 {
-    m_isPending = false;
     m_timer.setEnabled(true);
-    const bool written = writeFile();
-    if (!written && !std::exchange(m_hasFailed, true))
+    m_isPending = !writeFile();
+    if (!std::exchange(m_hasFailed, m_isPending) && m_isPending)
         emit failed();
-    if (written)
-        m_hasFailed = false;
 }
 
 bool Recovery::writeFile()

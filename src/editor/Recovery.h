@@ -12,7 +12,8 @@ class ProgrammeDocument;
 
 /// Keeps what is not saved of a document in a file of its own, for the case that the program or the
 /// machine ends without asking. It is written after an edit, at once or 2 seconds after it was
-/// written last, and removed when the document has nothing unsaved or this object ends.
+/// written last, again and again while that fails, and removed when the document has nothing
+/// unsaved or this object ends.
 class Recovery : public QObject {
     Q_OBJECT
 public:
@@ -24,7 +25,9 @@ public:
     ~Recovery() override;
     Q_DISABLE_COPY_MOVE(Recovery)
 
-    /// Writes what is not written yet, and leaves the file when this object ends.
+    /// Writes what is not written yet. False when it could not be written.
+    bool writeNow();
+    /// The same, and leaves the file when this object ends, unless there is another edit before.
     void keep();
 
 signals:

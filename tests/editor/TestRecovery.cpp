@@ -29,6 +29,8 @@ private slots:
     void recoveredDocumentIsWrittenBeforeItIsEdited();
     void everythingIsWritten();
     void folderThatCannotBeWrittenIsToldOnce();
+    void failedWritingIsTriedAgain();
+    void keptFileOfASessionThatGoesOnIsRemoved();
 
 private:
     QStringList filesIn(const QString& pattern) const
@@ -176,6 +178,28 @@ void TestRecovery::folderThatCannotBeWrittenIsToldOnce()
     QVERIFY(m_timer->fire());
     QCOMPARE(writtenHour(), 3);
     QCOMPARE(failed.size(), 1);
+}
+
+void TestRecovery::failedWritingIsTriedAgain()
+{
+    writeFile(m_folder->filePath(u"a"_s), "no folder");
+    edit(1);
+    QVERIFY(!m_recovery->writeNow());
+    QVERIFY(QFile::remove(m_folder->filePath(u"a"_s)));
+    QVERIFY(m_timer->fire());
+    QCOMPARE(writtenHour(), 1);
+    QVERIFY(m_recovery->writeNow());
+    QVERIFY(m_timer->fire());
+    QVERIFY(!m_timer->isRunning());
+}
+
+void TestRecovery::keptFileOfASessionThatGoesOnIsRemoved()
+{
+    edit(1);
+    m_recovery->keep();
+    edit(2);
+    m_recovery.reset();
+    QCOMPARE(filesIn(u"*"_s), QStringList());
 }
 
 QTEST_GUILESS_MAIN(TestRecovery)
