@@ -4,6 +4,7 @@
 #include "HolidayEdits.h"
 #include "PictureScroll.h"
 #include "ProgrammeMarks.h"
+#include "ProgrammeTexts.h"
 #include "YearView.h"
 
 #include <QLabel>
@@ -61,7 +62,7 @@ void HolidayPage::focusVacation(int row) { m_fields->focusVacation(row); }
 void HolidayPage::toggleHoliday(const YearPicture::Date& date)
 {
     if (const auto table = HolidayEdits::withHolidayToggled(m_fields->table(), date))
-        emit edited(*table, QString());
+        emit edited(*table, u"festivo del "_s + ProgrammeTexts::date(date.day, date.month));
     else
         emit refused(
             u"No queda sitio: los %1 festivos están ocupados."_s.arg(HolidayTable::holidayCount));

@@ -37,6 +37,7 @@ private slots:
     void changeOfTheModelCanBeRefused();
     void undoneModelHasItsDaysAgain();
     void clickedHolidayIsInTheFields();
+    void clickedHolidaysAreStepsWithTheirDates();
     void seventeenthHolidayIsRefused();
     void clickInTheWeekGoesToItsRow();
     void titleOfTheWindowTellsFileAndChange();
@@ -258,6 +259,18 @@ void TestEditorWindow::clickedHolidayIsInTheFields()
     QCOMPARE(w.find<TextUpDown>(u"txtFest(0)"_s)->value(0), 1);
     QCOMPARE(w.find<TextUpDown>(u"txtFest(0)"_s)->value(1), 1);
     QVERIFY(year->hasFocus());
+}
+
+void TestEditorWindow::clickedHolidaysAreStepsWithTheirDates()
+{
+    EditorFixture w;
+    w.showTab(3);
+    w.find<QWidget>(u"picAno"_s)->setFocus();
+    // The second holiday takes the entry that the first has left.
+    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Space, Qt::Key_Right, Qt::Key_Space})
+        w.press(key);
+    QCOMPARE(w.window->document().undoStack().count(), 3);
+    QCOMPARE(w.find<QAction>(u"mnuDeshacer"_s)->text(), u"&Deshacer festivo del 02/01"_s);
 }
 
 void TestEditorWindow::seventeenthHolidayIsRefused()
