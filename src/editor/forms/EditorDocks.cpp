@@ -21,6 +21,12 @@ RowList::Target targetOf(const ProgrammeDifference::Entry& entry)
     }
 }
 
+/// "Línea 4 de colegio.hct"
+QString placeOf(const ProgrammeProblem& problem, const QString& file)
+{
+    return problem.line > 0 ? u"Línea %1 de %2"_s.arg(problem.line).arg(file) : file;
+}
+
 } // namespace
 
 EditorDocks::EditorDocks(ProgrammeDocument& document, QMainWindow& window)
@@ -55,9 +61,14 @@ void EditorDocks::setReadingProblems(const QList<ProgrammeProblem>& problems)
     showProblems();
 }
 
-void EditorDocks::compareWith(const QString& name, const Programme& other)
+void EditorDocks::compareWith(const QString& name, const Programme& other,
+                              const QList<ProgrammeProblem>& problems)
 {
     m_other = other;
+    m_notCompared.clear();
+    for (const ProgrammeProblem& problem : problems)
+        if (problem.kind == ProgrammeProblem::Kind::Misread)
+            m_notCompared.append({{placeOf(problem, name) + u": "_s + problem.text}});
     m_comparisonDock->setWindowTitle(u"Comparación con "_s + name);
     showDifferences();
     m_comparisonDock->show();
@@ -88,7 +99,7 @@ void EditorDocks::showDifferences()
 {
     if (!m_other)
         return;
-    QList<RowList::Line> lines;
+    QList<RowList::Line> lines = m_notCompared;
     for (const ProgrammeDifference::Entry& entry :
          ProgrammeDifference::between(*m_other, m_document.programme(), m_document.model()))
         lines.append({{entry.text}, targetOf(entry)});

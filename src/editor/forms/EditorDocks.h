@@ -24,8 +24,10 @@ public:
 
     /// What could not be read of the file; shown above what is wrong with the programme.
     void setReadingProblems(const QList<ProgrammeProblem>& problems);
-    /// `name` is that of the other file. Shows the panel.
-    void compareWith(const QString& name, const Programme& other);
+    /// `name` is that of the other file, and `problems` what is wrong with it: what could not be
+    /// read is shown above the differences. Shows the panel.
+    void compareWith(const QString& name, const Programme& other,
+                     const QList<ProgrammeProblem>& problems);
 
 signals:
     void chosen(const RowList::Target& target);
@@ -44,4 +46,6 @@ private:
     QDockWidget* m_comparisonDock;
     QList<ProgrammeProblem> m_reading;
     std::optional<Programme> m_other;
+    /// What could not be read of the other file.
+    QList<RowList::Line> m_notCompared;
 };

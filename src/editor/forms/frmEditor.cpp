@@ -338,7 +338,7 @@ void frmEditor::compare()
     ProgrammeDocument other(m_document->model());
     const ProgrammeDocument::OpenResult result = other.open(path, m_document->model());
     if (result.isOpen())
-        m_docks->compareWith(other.name(), other.programme());
+        m_docks->compareWith(other.name(), other.programme(), result.problems);
     else
         m_dialogs.tell(Dialogs::Icon::Critical, editorTitle(), result.failure);
 }

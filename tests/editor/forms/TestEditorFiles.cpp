@@ -62,8 +62,6 @@ private slots:
     void clearedTitleOfTheSheetStaysCleared();
     void sheetKeepsItsTitleUnderAnotherName();
     void droppedFileIsOpened();
-    void comparisonListsDifferences();
-    void comparisonGoesToItsRow();
     void pdfIsWritten();
     void printsUnderTheTitleOfTheSheet();
     void printsOnePage();
@@ -435,36 +433,6 @@ void TestEditorFiles::droppedFileIsOpened()
     QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(w.window, &drop);
     QCOMPARE(w.window->document().name(), u"a.hct"_s);
-}
-
-void TestEditorFiles::comparisonListsDifferences()
-{
-    EditorFixture w;
-    w.write(w.path(u"a.hct"_s), fileWithHour("9"));
-    w.dialogs.files = {{w.path(u"a.hct"_s), 0}};
-    w.monday(5)->click();
-    w.choose(u"mnuComparar"_s);
-    const auto* list = w.find<QTreeWidget>(u"lstDiferencias"_s);
-    QVERIFY(list->isVisible());
-    QCOMPARE(w.find<QDockWidget>(u"docComparacion"_s)->windowTitle(), u"Comparación con a.hct"_s);
-    QCOMPARE(list->topLevelItemCount(), 2);
-    // It follows what is edited.
-    w.monday(5)->click();
-    QCOMPARE(list->topLevelItemCount(), 1);
-}
-
-void TestEditorFiles::comparisonGoesToItsRow()
-{
-    EditorFixture w;
-    w.write(w.path(u"a.hct"_s), ProgrammeLines().text());
-    w.dialogs.files = {{w.path(u"a.hct"_s), 0}};
-    w.monday(5)->click();
-    w.showTab(2);
-    w.choose(u"mnuComparar"_s);
-    auto* list = w.find<QTreeWidget>(u"lstDiferencias"_s);
-    emit list->itemActivated(list->topLevelItem(0), 0);
-    QCOMPARE(w.tab(), 0);
-    QVERIFY(w.time(5)->hasFocus());
 }
 
 void TestEditorFiles::pdfIsWritten()
