@@ -89,8 +89,10 @@ void EditorProgram::connectWindow(frmEditor& window)
     connect(&window, &frmEditor::recentMenuOpened, this,
             [this, &window](QMenu& menu) { fillRecent(menu, window); });
     connect(&window, &frmEditor::sheetTitleEdited, this, [this, &window](const QString& title) {
-        if (!window.document().path().isEmpty())
-            m_recent.setWallTitle(window.document().path(), title);
+        const QString path = window.document().path();
+        // Of many files that are open it may be the eleventh, which is in the list no more.
+        if (!path.isEmpty() && !m_recent.setWallTitle(path, title))
+            noteFile(window);
     });
     connect(&window.document(), &ProgrammeDocument::fileChanged, this,
             [this, &window] { noteFile(window); });
@@ -149,7 +151,7 @@ frmEditor* EditorProgram::windowOf(const QString& path) const
 {
     for (const Open& open : m_open) {
         const QString held = open.window->document().path();
-        if (!held.isEmpty() && QFileInfo(held) == QFileInfo(path))
+        if (!held.isEmpty() && !path.isEmpty() && QFileInfo(held) == QFileInfo(path))
             return open.window;
     }
     return nullptr;
@@ -233,14 +235,25 @@ void EditorProgram::offerUnsavedWork()
 
 void EditorProgram::recover(RecoveryFolder::Abandoned abandoned)
 {
-    const auto free = std::find_if(m_open.begin(), m_open.end(),
-                                   [](const Open& open) { return open.window->isUntouched(); });
-    frmEditor& window = free == m_open.end() ? addWindow(abandoned.work.model) : *free->window;
+    frmEditor& window = windowFor(abandoned.work);
     takeTitle(window, abandoned.work.path);
     window.recover(abandoned.work);
     window.show();
-    // The window keeps a copy of its own by now.
-    RecoveryFolder::discard(std::move(abandoned));
+    const auto open = std::find_if(m_open.begin(), m_open.end(),
+                                   [&window](const Open& each) { return each.window == &window; });
+    // The window keeps a copy of its own by now. Where it cannot, the old one stays.
+    if (open->recovery->writeNow())
+        RecoveryFolder::discard(std::move(abandoned));
+}
+
+frmEditor& EditorProgram::windowFor(const UnsavedWork& work)
+{
+    frmEditor* same = windowOf(work.path);
+    if (same && !same->document().isModified())
+        return *same;
+    const auto free = std::find_if(m_open.begin(), m_open.end(),
+                                   [](const Open& open) { return open.window->isUntouched(); });
+    return free == m_open.end() ? addWindow(work.model) : *free->window;
 }
 
 bool EditorProgram::mayCloseAll()

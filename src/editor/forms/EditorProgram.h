@@ -62,6 +62,8 @@ private:
     void fillRecent(QMenu& menu, frmEditor& from);
     void offerUnsavedWork();
     void recover(RecoveryFolder::Abandoned abandoned);
+    /// The one that shows the file of the work as it was saved, or an untouched one, or a new one.
+    frmEditor& windowFor(const UnsavedWork& work);
     bool mayCloseAll();
 
     const EditorEnvironment m_environment;

@@ -59,6 +59,7 @@ private slots:
     void quittingIsRefusedByOneWindow();
     void recentFilesAreInTheMenu();
     void titleOfTheSheetBelongsToItsFile();
+    void titleIsKeptOfAFileThatLeftTheList();
     void clearedTitleOfTheSheetStaysCleared();
     void sheetKeepsItsTitleUnderAnotherName();
     void droppedFileIsOpened();
@@ -390,6 +391,20 @@ void TestEditorFiles::titleOfTheSheetBelongsToItsFile()
     again.registry.values = w.registry.values;
     again.program.open(w.path(u"a.hct"_s), hct7200, again.window);
     QCOMPARE(again.window->sheetTitle(), u"Timbres"_s);
+}
+
+void TestEditorFiles::titleIsKeptOfAFileThatLeftTheList()
+{
+    EditorFixture w;
+    w.write(w.path(u"a.hct"_s), fileWithHour("9"));
+    w.program.open(w.path(u"a.hct"_s), hct7200, w.window);
+    RecentFiles recent(w.registry);
+    QVERIFY(recent.remove(w.path(u"a.hct"_s)));
+    w.showTab(4);
+    w.find<QLineEdit>(u"txtTitulo"_s)->setFocus();
+    w.type("Timbres");
+    w.press(Qt::Key_Return);
+    QCOMPARE(recent.find(w.path(u"a.hct"_s))->wallTitle, u"Timbres"_s);
 }
 
 void TestEditorFiles::clearedTitleOfTheSheetStaysCleared()

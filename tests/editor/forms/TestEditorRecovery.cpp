@@ -1,6 +1,10 @@
 #include "EditorFixture.h"
 #include "Recovery.h"
 
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QTextStream>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -20,6 +24,24 @@ void leaveWork(const QString& folder, quint8 hour)
 int filesIn(const QString& folder)
 {
     return static_cast<int>(QDir(folder).entryList({u"*.json"_s}, QDir::Files).size());
+}
+
+QString folderVariable() { return u"HCT_TEST_RECOVERY"_s; }
+
+/// The editor as a process of its own, in which an hour is typed. It tells so and lives on.
+int editUntilKilled(const QString& folder)
+{
+    FakeEditorDialogs dialogs;
+    MemoryRegistry registry;
+    EditorProgram program(
+        {dialogs, registry, folder, [] { return std::make_unique<FakeTimer>(); }});
+    program.start({});
+    QCoreApplication::processEvents();
+    if (!QTest::qWaitForWindowActive(program.windows().constFirst()))
+        return 1;
+    EditorFixture::type("7");
+    QTextStream(stdout) << "edited" << Qt::endl;
+    return QCoreApplication::exec();
 }
 
 /// The editor, started where a run before left something.
@@ -64,6 +86,8 @@ private slots:
     void laterKeepsIt();
     void workKeptAtTheEndIsOffered();
     void failureToKeepIsTold();
+    void recoveredFileTakesTheWindowThatShowsIt();
+    void workOfAProgramThatWasKilledIsOffered();
 };
 
 void TestEditorRecovery::nothingIsOfferedWithoutUnsavedWork()
@@ -150,5 +174,61 @@ void TestEditorRecovery::failureToKeepIsTold()
              u"No se puede guardar una copia de seguridad de lo que se edita: guarde a menudo."_s);
 }
 
-QTEST_MAIN(TestEditorRecovery)
+void TestEditorRecovery::recoveredFileTakesTheWindowThatShowsIt()
+{
+    EditorFixture w;
+    w.write(w.path(u"a.hct"_s), {});
+    w.program.open(w.path(u"a.hct"_s), ClockModel::Hct7200, w.window);
+    w.type("9");
+    w.program.keepUnsavedWork();
+    // Another run, begun by a double click on the same file.
+    const QString recovery = w.path(u"recovery"_s);
+    const QTemporaryDir other;
+    QVERIFY(QFile::copy(recovery + u'/' + QDir(recovery).entryList({u"*.json"_s}).constFirst(),
+                        other.filePath(u"1.json"_s)));
+    FakeEditorDialogs dialogs;
+    dialogs.answers = {0};
+    EditorProgram again(
+        {dialogs, w.registry, other.path(), [] { return std::make_unique<FakeTimer>(); }});
+    again.start({w.path(u"a.hct"_s)});
+    QCoreApplication::processEvents();
+    QCOMPARE(again.windows().size(), 1);
+    QCOMPARE(again.windows().constFirst()->document().programme().blocks[0].Alarms[0].Hour, 9);
+    QVERIFY(again.windows().constFirst()->isWindowModified());
+}
+
+void TestEditorRecovery::workOfAProgramThatWasKilledIsOffered()
+{
+    const QTemporaryDir folder;
+    {
+        QProcess editor;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(folderVariable(), folder.path());
+        editor.setProcessEnvironment(environment);
+        editor.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        editor.start(QCoreApplication::applicationFilePath(), {});
+        QVERIFY(editor.waitForReadyRead());
+        editor.kill();
+        QVERIFY(editor.waitForFinished());
+    }
+    FakeEditorDialogs dialogs;
+    dialogs.answers = {0};
+    MemoryRegistry registry;
+    EditorProgram again(
+        {dialogs, registry, folder.path(), [] { return std::make_unique<FakeTimer>(); }});
+    again.start({});
+    QCoreApplication::processEvents();
+    QCOMPARE(dialogs.boxes.size(), 1);
+    QCOMPARE(again.windows().constFirst()->document().programme().blocks[0].Alarms[0].Hour, 7);
+}
+
+int main(int argc, char* argv[])
+{
+    const QApplication application(argc, argv);
+    if (qEnvironmentVariableIsSet(qUtf8Printable(folderVariable())))
+        return editUntilKilled(qEnvironmentVariable(qUtf8Printable(folderVariable())));
+    TestEditorRecovery test;
+    return QTest::qExec(&test, argc, argv);
+}
+
 #include "TestEditorRecovery.moc"
