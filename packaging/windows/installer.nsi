@@ -12,6 +12,7 @@ AllowSkipFiles off
 
 !define PRODUCT "Control Equipo HCT"
 !define EDITOR "Editor de programas HCT"
+!define MANUAL "Manual de HCT"
 !define FILES "${STAGE}/${PRODUCT}"
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\ControlEquipoHCT"
 
@@ -133,6 +134,8 @@ Section
     File "${FILES}/hct.exe"
     File "${FILES}/hct-editor.exe"
     File "${FILES}/hctctl.exe"
+    File "${FILES}/manual.html"
+    File "${FILES}/manual.pdf"
     File "${STAGE}/hct.ico"
     SetOutPath "$INSTDIR\licencias"
     File "${FILES}/licencias/*.txt"
@@ -150,6 +153,7 @@ Section
     SetOutPath "$INSTDIR"
     CreateShortcut "$SMPROGRAMS\${PRODUCT}.lnk" "$INSTDIR\hct.exe" "" "$INSTDIR\hct.ico"
     CreateShortcut "$SMPROGRAMS\${EDITOR}.lnk" "$INSTDIR\hct-editor.exe"
+    CreateShortcut "$SMPROGRAMS\${MANUAL}.lnk" "$INSTDIR\manual.html"
 
     WriteUninstaller "$INSTDIR\desinstalar.exe"
     WriteRegStr SHCTX "${UNINSTALL_KEY}" "DisplayName" "${PRODUCT}"
@@ -207,11 +211,14 @@ Section "Uninstall"
     !insertmacro askToClose "hctctl.exe"
     Delete "$SMPROGRAMS\${PRODUCT}.lnk"
     Delete "$SMPROGRAMS\${EDITOR}.lnk"
+    Delete "$SMPROGRAMS\${MANUAL}.lnk"
     Call un.removeFromSearchPath
     Call un.removeFileType
     Delete "$INSTDIR\hct.exe"
     Delete "$INSTDIR\hct-editor.exe"
     Delete "$INSTDIR\hctctl.exe"
+    Delete "$INSTDIR\manual.html"
+    Delete "$INSTDIR\manual.pdf"
     Delete "$INSTDIR\hct.ico"
     Delete "$INSTDIR\licencias\LICENCIAS.txt"
     Delete "$INSTDIR\licencias\LGPL-3.txt"
