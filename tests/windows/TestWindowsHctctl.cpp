@@ -85,6 +85,7 @@ private slots:
     void portInUseIsTold();
     void missingPortIsTold();
     void silenceIsTold();
+    void stateIsReadOverTheNetwork_data();
     void stateIsReadOverTheNetwork();
     void numberIsMadeAPortOfTheNetwork();
 
@@ -221,11 +222,19 @@ void TestWindowsHctctl::silenceIsTold()
              "velocidad y la estación (1).\r\n"_s);
 }
 
+void TestWindowsHctctl::stateIsReadOverTheNetwork_data()
+{
+    QTest::addColumn<QString>("address");
+    QTest::newRow("RFC 2217") << u"rfc2217://127.0.0.1:24217"_s;
+    QTest::newRow("raw") << u"tcp://127.0.0.1:24218"_s;
+}
+
 void TestWindowsHctctl::stateIsReadOverTheNetwork()
 {
+    QFETCH(QString, address);
     const SimulatorProcess clock(
         {u"--start"_s, u"2026-11-21T16:06:36"_s, u"--frozen"_s, u"--model"_s, u"7300"_s});
-    QCOMPARE(run({u"status"_s, u"--json"_s, u"--port"_s, u"rfc2217://127.0.0.1:24217"_s}), 0);
+    QCOMPARE(run({u"status"_s, u"--json"_s, u"--port"_s, address}), 0);
     const QJsonObject state = QJsonDocument::fromJson(m_hctctl->readAllStandardOutput()).object();
     QCOMPARE(state.value(u"time"_s).toString(), u"2026-11-21T16:06:36"_s);
     QCOMPARE(m_hctctl->readAllStandardError(), QByteArray());

@@ -42,6 +42,7 @@ private slots:
 
     void settingsLandInTheRegistryAsTexts();
     void settingsThatTheOperatorPutThereAreUsed();
+    void clockInTheNetworkIsReachedByItsChannel_data();
     void clockInTheNetworkIsReachedByItsChannel();
     void portInUseIsToldAndFailsFourTimes();
     void programmeIsKeptInAFileWithASpanishPath();
@@ -96,16 +97,22 @@ void TestWindowsProgram::settingsThatTheOperatorPutThereAreUsed()
     QCOMPARE(run.panel(3), u"COM1,19200,N,8,1"_s);
 }
 
+void TestWindowsProgram::clockInTheNetworkIsReachedByItsChannel_data()
+{
+    QTest::addColumn<QString>("address");
+    QTest::newRow("RFC 2217") << u"rfc2217://127.0.0.1:24217"_s;
+    QTest::newRow("raw") << u"tcp://127.0.0.1:24218"_s;
+}
+
 void TestWindowsProgram::clockInTheNetworkIsReachedByItsChannel()
 {
-    RegistryEditor::add(settingsKey + u"\\Puertos"_s, u"COM16"_s, u"REG_SZ"_s,
-                        u"rfc2217://127.0.0.1:24217"_s);
+    QFETCH(QString, address);
+    RegistryEditor::add(settingsKey + u"\\Puertos"_s, u"COM16"_s, u"REG_SZ"_s, address);
     RegistryEditor::add(settingsKey + u"\\Directo"_s, u"Puerto"_s, u"REG_SZ"_s, u"15"_s);
     ConnectedProgram run;
     QVERIFY(run.connectToClock());
     QCOMPARE(run.panel(3), u"COM16,9600,N,8,1"_s);
-    QCOMPARE(run.program.session().link().directPort().deviceName(),
-             u"rfc2217://127.0.0.1:24217"_s);
+    QCOMPARE(run.program.session().link().directPort().deviceName(), address);
 }
 
 void TestWindowsProgram::portInUseIsToldAndFailsFourTimes()
