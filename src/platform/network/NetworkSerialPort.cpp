@@ -25,6 +25,11 @@ constexpr int mostPiecesDiscarded = 16;
 /// RFC 2217 has no name for fewer data bits.
 constexpr int fewestDataBits = 5;
 
+QString noAnswer(const QString& device)
+{
+    return u"%1 no contesta: compruebe la dirección y la red."_s.arg(device);
+}
+
 QString connectionFailure(const QTcpSocket& socket, const QString& device)
 {
     switch (socket.error()) {
@@ -34,8 +39,7 @@ QString connectionFailure(const QTcpSocket& socket, const QString& device)
         return u"%1: conexión rechazada, compruebe la dirección y que el equipo está preparado."_s
             .arg(device);
     case QAbstractSocket::NetworkError:
-    case QAbstractSocket::SocketTimeoutError:
-        return u"%1 no contesta: compruebe la dirección y la red."_s.arg(device);
+    case QAbstractSocket::SocketTimeoutError: return noAnswer(device);
     default: return u"No se puede abrir %1 (%2)."_s.arg(device, socket.errorString());
     }
 }
@@ -146,10 +150,10 @@ void NetworkSerialPort::connected()
 
 void NetworkSerialPort::openingTimedOut()
 {
-    if (m_step == Step::Connecting)
-        failOpening(u"%1 no contesta: compruebe la dirección y la red."_s.arg(m_device));
-    else if (m_step == Step::Negotiating)
+    if (m_step == Step::Negotiating && m_client->step() == ComPortClient::Step::Settings)
         failOpening(u"%1 no confirma los parámetros %2."_s.arg(m_device, settings()));
+    else if (m_step == Step::Connecting || m_step == Step::Negotiating)
+        failOpening(noAnswer(m_device));
 }
 
 void NetworkSerialPort::negotiationTimedOut()

@@ -16,6 +16,7 @@ private slots:
     void nobodyListening();
     void unknownName();
     void silentAddress();
+    void farEndThatAcceptsLateAndSaysNothing();
     void farEndWithoutRfc2217();
     void farEndThatSaysNothingOfRfc2217();
     void farEndThatConfirmsNothing();
@@ -88,6 +89,23 @@ void TestNetworkOpening::silentAddress()
     first.connectToHost(u"127.0.0.1"_s, full.serverPort());
     QVERIFY(first.waitForConnected());
     QCOMPARE(failureOf(u"tcp://127.0.0.1:%1"_s.arg(full.serverPort())),
+             u"URL no contesta: compruebe la dirección y la red."_s);
+}
+
+/// Accepts after some of the five seconds, so that it does not have the whole three for the
+/// options.
+void TestNetworkOpening::farEndThatAcceptsLateAndSaysNothing()
+{
+    QTcpServer full;
+    full.setListenBacklogSize(0);
+    QVERIFY(full.listen(QHostAddress::LocalHost));
+    full.pauseAccepting();
+    QTcpSocket first;
+    first.connectToHost(u"127.0.0.1"_s, full.serverPort());
+    QVERIFY(first.waitForConnected());
+    // The system asks again after 1 and after 3 s.
+    QTimer::singleShot(2500, &full, &QTcpServer::resumeAccepting);
+    QCOMPARE(failureOf(u"rfc2217://127.0.0.1:%1"_s.arg(full.serverPort())),
              u"URL no contesta: compruebe la dirección y la red."_s);
 }
 
