@@ -23,8 +23,9 @@ void endWhenFarEndIsDead(qintptr socket)
     setTcpOption(descriptor, TCP_KEEPIDLE, 10);
     setTcpOption(descriptor, TCP_KEEPINTVL, 5);
     setTcpOption(descriptor, TCP_KEEPCNT, 3);
-    // In milliseconds. While bytes are not acknowledged the system does not ask.
-    setTcpOption(descriptor, TCP_USER_TIMEOUT, 25000);
+    // In milliseconds. While bytes are not acknowledged the system does not ask, and the first of
+    // them may have been sent after 10 s of silence.
+    setTcpOption(descriptor, TCP_USER_TIMEOUT, 15000);
 #endif
 }
 

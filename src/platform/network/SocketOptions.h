@@ -2,9 +2,9 @@
 
 #include <QtGlobal>
 
-/// Lets the system end the connection of a socket when its far end has been silent for 25 seconds:
-/// it asks from the 10th on, and counts from the first byte that is not acknowledged. Systems that
-/// cannot do all of that do what they can.
+/// Lets the system end the connection of a socket within 25 seconds after its far end has fallen
+/// silent: it asks from the 10th second on, and waits 15 seconds for the acknowledgement of a byte.
+/// Systems that cannot do all of that do what they can.
 void endWhenFarEndIsDead(qintptr socket);
 
 /// Lets the system acknowledge at once what arrives next. Most device servers send the next piece

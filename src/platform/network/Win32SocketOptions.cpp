@@ -20,7 +20,7 @@ void endWhenFarEndIsDead(qintptr socket)
     DWORD returned = 0;
     WSAIoctl(handle, SIO_KEEPALIVE_VALS, &keepAlive, sizeof keepAlive, nullptr, 0, &returned,
              nullptr, nullptr);
-    const DWORD longest = 25;
+    const DWORD longest = 15;
     setsockopt(handle, IPPROTO_TCP, longestRetransmission, reinterpret_cast<const char*>(&longest),
                sizeof longest);
 }

@@ -348,7 +348,7 @@ void TestNetworkSerialPort::deadFarEndIsNoticed()
     QCOMPARE(option(IPPROTO_TCP, TCP_KEEPIDLE), 10);
     QCOMPARE(option(IPPROTO_TCP, TCP_KEEPINTVL), 5);
     QCOMPARE(option(IPPROTO_TCP, TCP_KEEPCNT), 3);
-    QCOMPARE(option(IPPROTO_TCP, TCP_USER_TIMEOUT), 25000);
+    QCOMPARE(option(IPPROTO_TCP, TCP_USER_TIMEOUT), 15000);
 #else
     QSKIP("The options of a socket are read as Linux has them");
 #endif
