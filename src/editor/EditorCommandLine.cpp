@@ -1,10 +1,8 @@
 #include "EditorCommandLine.h"
 
 #include "SpanishHelp.h"
-#include "StandardStreams.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <sstream>
 #include <vector>
 
@@ -49,18 +47,18 @@ void addOptions(CLI::App& app, Texts& texts)
     app.footer("Acaba con 0 si todo ha ido bien, 2 si la orden o un archivo no sirven.");
 }
 
-int tellMistake(const QString& sentence)
+EditorAnswer mistake(const QString& sentence)
 {
-    writeText(stderr, sentence + u"\nLa ayuda se ve con: hct-editor --help\n"_s);
-    return EditorCommandLine::failure;
+    return {
+        EditorCommandLine::failure, {}, sentence + u"\nLa ayuda se ve con: hct-editor --help\n"_s};
 }
 
-int tellMistake(const CLI::App& app, const CLI::ParseError& error)
+EditorAnswer mistake(const CLI::App& app, const CLI::ParseError& error)
 {
     QStringList unknown;
     for (const std::string& word : app.remaining(true))
         unknown += QString::fromStdString(word);
-    return tellMistake(SpanishHelp::failure(error, unknown));
+    return mistake(SpanishHelp::failure(error, unknown));
 }
 
 } // namespace
@@ -73,7 +71,7 @@ bool EditorCommandLine::needsNoDisplay(const QStringList& arguments)
     });
 }
 
-std::variant<EditorOrder, int> EditorCommandLine::read(const QStringList& arguments)
+std::variant<EditorOrder, EditorAnswer> EditorCommandLine::read(const QStringList& arguments)
 {
     CLI::App app("Edita programas de los relojes HCT-7200 y HCT-7300, sin reloj.", "hct-editor");
     Texts texts;
@@ -87,10 +85,9 @@ std::variant<EditorOrder, int> EditorCommandLine::read(const QStringList& argume
     } catch (const CLI::Success& success) {
         std::ostringstream text;
         const int status = app.exit(success, text, text);
-        writeText(stdout, QString::fromStdString(text.str()));
-        return status;
+        return EditorAnswer{status, QString::fromStdString(text.str()), {}};
     } catch (const CLI::ParseError& error) {
-        return tellMistake(app, error);
+        return mistake(app, error);
     }
     EditorOrder order;
     for (const std::string& file : texts.files)
@@ -102,8 +99,8 @@ std::variant<EditorOrder, int> EditorCommandLine::read(const QStringList& argume
     if (app.count("--model") > 0)
         order.model = texts.model == "7200" ? ClockModel::Hct7200 : ClockModel::Hct7300;
     if (order.title && !order.pdf)
-        return tellMistake(u"--title solo vale con --pdf."_s);
+        return mistake(u"--title solo vale con --pdf."_s);
     if (order.pdf && order.files.size() != 1)
-        return tellMistake(u"--pdf lleva un solo archivo."_s);
+        return mistake(u"--pdf lleva un solo archivo."_s);
     return order;
 }

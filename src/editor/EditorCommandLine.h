@@ -20,6 +20,15 @@ struct EditorOrder {
     std::optional<QString> title;
 };
 
+/// What there is to tell when no window is opened.
+struct EditorAnswer {
+    /// The exit status.
+    int status;
+    /// For standard output and standard error; lines with their ends.
+    QString output;
+    QString errors;
+};
+
 /// The command line of hct-editor.
 namespace EditorCommandLine {
 
@@ -30,8 +39,8 @@ constexpr int failure = 2;
 /// is needed then.
 bool needsNoDisplay(const QStringList& arguments);
 
-/// The order that the arguments give (without the program's name), or the exit status when there is
-/// nothing to do: help or version, which are printed, or a mistake, which is told.
-std::variant<EditorOrder, int> read(const QStringList& arguments);
+/// The order that the arguments give (without the program's name), or the answer when there is
+/// nothing to do: help, version, or a mistake.
+std::variant<EditorOrder, EditorAnswer> read(const QStringList& arguments);
 
 } // namespace EditorCommandLine

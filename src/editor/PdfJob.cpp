@@ -5,12 +5,9 @@
 #include "ProgrammeCheck.h"
 #include "ProgrammeDocument.h"
 #include "RecentFiles.h"
-#include "StandardStreams.h"
 #include "WallSheet.h"
 
 #include <QFileInfo>
-
-#include <cstdio>
 
 using namespace Qt::StringLiterals;
 
@@ -26,20 +23,22 @@ QString titleOf(const QString& path, const EditorOrder& order, const RecentFiles
                                                 : QFileInfo(path).completeBaseName();
 }
 
-void tellProblems(const QString& path, const QList<ProgrammeProblem>& problems)
+QString linesOf(const QString& path, const QList<ProgrammeProblem>& problems)
 {
+    QString lines;
     for (const ProgrammeProblem& problem : problems)
-        writeText(stderr, u"%1, línea %2: %3\n"_s.arg(path).arg(problem.line).arg(problem.text));
+        lines += u"%1, línea %2: %3\n"_s.arg(path).arg(problem.line).arg(problem.text);
+    return lines;
 }
 
 } // namespace
 
-int PdfJob::run(const EditorOrder& order, const RecentFiles& recent)
+EditorAnswer PdfJob::run(const EditorOrder& order, const RecentFiles& recent)
 {
     const QString path = order.files.constFirst();
     ProgrammeDocument document(order.model.value_or(ModelProposal::of(path, recent)));
     const auto opened = document.open(path, document.model());
-    tellProblems(path, opened.problems);
+    const QString problems = linesOf(path, opened.problems);
     QString failure = opened.failure;
     if (ProgrammeCheck::isMisread(opened.problems))
         failure = u"No se escribe la hoja, porque faltarían valores que no se pueden leer."_s;
@@ -49,7 +48,6 @@ int PdfJob::run(const EditorOrder& order, const RecentFiles& recent)
         failure = WallSheet(document.programme(), document.model(), titleOf(path, order, recent))
                       .writePdf(*order.pdf);
     if (failure.isEmpty())
-        return 0;
-    writeText(stderr, failure + u'\n');
-    return EditorCommandLine::failure;
+        return {0, {}, problems};
+    return {EditorCommandLine::failure, {}, problems + failure + u'\n'};
 }

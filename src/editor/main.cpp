@@ -6,6 +6,7 @@
 #include "RecentFiles.h"
 #include "RecoveryFolder.h"
 #include "Spanish.h"
+#include "StandardStreams.h"
 #include "SystemRegistry.h"
 #include "TerminationSignals.h"
 #include "WidgetEditorDialogs.h"
@@ -25,6 +26,12 @@ QStringList wordsOf(int argc, char** argv)
     return words;
 }
 
+int tell(const EditorAnswer& answer)
+{
+    tellTexts(answer.output, answer.errors, QCoreApplication::applicationName());
+    return answer.status;
+}
+
 int runWithoutDisplay(int argc, char** argv)
 {
 #ifndef Q_OS_WIN
@@ -37,9 +44,9 @@ int runWithoutDisplay(int argc, char** argv)
     const auto read = EditorCommandLine::read(QCoreApplication::arguments().mid(1));
     const auto* order = std::get_if<EditorOrder>(&read);
     if (!order)
-        return *std::get_if<int>(&read);
+        return tell(*std::get_if<EditorAnswer>(&read));
     const auto registry = systemRegistry();
-    return PdfJob::run(*order, RecentFiles(*registry));
+    return tell(PdfJob::run(*order, RecentFiles(*registry)));
 }
 
 int runWithWindows(int argc, char** argv)
@@ -52,7 +59,7 @@ int runWithWindows(int argc, char** argv)
     const auto read = EditorCommandLine::read(QCoreApplication::arguments().mid(1));
     const auto* order = std::get_if<EditorOrder>(&read);
     if (!order)
-        return *std::get_if<int>(&read);
+        return tell(*std::get_if<EditorAnswer>(&read));
 
     const auto registry = systemRegistry();
     WidgetEditorDialogs dialogs;

@@ -26,6 +26,8 @@ HANDLE handleOf(std::FILE* stream)
     return reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream)));
 }
 
+bool leadsNowhere(std::FILE* stream) { return GetFileType(handleOf(stream)) == FILE_TYPE_UNKNOWN; }
+
 } // namespace
 
 #endif
@@ -40,6 +42,24 @@ bool writeText(std::FILE* stream, const QString& text)
     const QByteArray bytes = text.toUtf8();
     const auto size = static_cast<std::size_t>(bytes.size());
     return std::fwrite(bytes.constData(), 1, size, stream) == size && std::fflush(stream) == 0;
+}
+
+void tellTexts(const QString& output, const QString& errors,
+               [[maybe_unused]] const QString& boxTitle)
+{
+#ifdef Q_OS_WIN
+    if (leadsNowhere(stdout) && leadsNowhere(stderr)) {
+        const QString text = (errors + output).trimmed();
+        if (!text.isEmpty())
+            MessageBoxW(nullptr, qUtf16Printable(text), qUtf16Printable(boxTitle),
+                        errors.isEmpty() ? MB_ICONINFORMATION : MB_ICONWARNING);
+        return;
+    }
+#endif
+    if (!errors.isEmpty())
+        writeText(stderr, errors);
+    if (!output.isEmpty())
+        writeText(stdout, output);
 }
 
 void occupyClosedStreams()
