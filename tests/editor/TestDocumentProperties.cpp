@@ -1,3 +1,5 @@
+#include "AlarmSeries.h"
+#include "HolidayEdits.h"
 #include "ProgrammeDocument.h"
 
 #include <QTest>
@@ -37,6 +39,45 @@ void editSeveralFields(Programme& programme)
         editAField(programme);
 }
 
+std::vector<Alarm> anyAlarms()
+{
+    std::vector<Alarm> alarms(anyIndex(4));
+    for (Alarm& alarm : alarms) {
+        alarm.Hour = anyValue(24);
+        alarm.flags[anyIndex(dayFlagCount)] = *rc::gen::arbitrary<bool>();
+    }
+    return alarms;
+}
+
+/// One command for the rows of an output.
+void editRows(AlarmBlock& block, const AlarmBlock& other)
+{
+    const int row = *rc::gen::inRange(0, AlarmBlock::alarmCount);
+    switch (*rc::gen::inRange(0, 6)) {
+    case 0: block = AlarmRows::pasted(block, row, anyAlarms()).block; break;
+    case 1: block = AlarmRows::inserted(block, row, anyAlarms()).block; break;
+    case 2: block = AlarmRows::cleared(block, {0, row}); break;
+    case 3: block = AlarmRows::sorted(block); break;
+    case 4: block.Alarms = other.Alarms; break;
+    default: {
+        AlarmSeries series{.firstMinute = 9 * 60, .count = row};
+        series.days[0] = true;
+        block = series.into(block).placed.block;
+    }
+    }
+}
+
+/// A click or a stroke of the mouse in the picture of the year.
+void editYear(HolidayTable& table)
+{
+    const YearPicture::Date date{*rc::gen::inRange(1, 4), *rc::gen::inRange(1, 13)};
+    switch (*rc::gen::inRange(0, 3)) {
+    case 0: table = HolidayEdits::withHolidayToggled(table, date).value_or(table); break;
+    case 1: table = HolidayEdits::withPeriodAdded(table, date, {1, 5}).value_or(table); break;
+    default: table = HolidayEdits::withoutPeriod(table, *rc::gen::inRange(0, 8));
+    }
+}
+
 struct Version {
     Programme programme;
     ClockModel model;
@@ -56,8 +97,11 @@ void move(ProgrammeDocument& document)
 void edit(ProgrammeDocument& document)
 {
     Programme programme = document.programme();
-    switch (*rc::gen::inRange(0, 6)) {
-    case 0: editSeveralFields(programme); return document.edit(programme, QStringLiteral("pegar"));
+    switch (*rc::gen::inRange(0, 8)) {
+    case 0:
+        editRows(programme.blocks[anyIndex(3)], programme.blocks[anyIndex(3)]);
+        return document.edit(programme, QStringLiteral("avisos"));
+    case 3: editYear(programme.table); return document.edit(programme, QStringLiteral("festivo"));
     case 1: editSeveralFields(programme); return document.edit(programme);
     case 2:
         return document.changeModel(*rc::gen::element(ClockModel::Hct7200, ClockModel::Hct7300));

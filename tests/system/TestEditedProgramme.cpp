@@ -33,6 +33,8 @@ class TestEditedProgramme : public QObject {
 private slots:
     void isSentByTheControlProgram_data();
     void isSentByTheControlProgram();
+    void bytesAreThoseOfTheControlProgram_data();
+    void bytesAreThoseOfTheControlProgram();
 };
 
 void TestEditedProgramme::isSentByTheControlProgram_data()
@@ -80,6 +82,46 @@ void TestEditedProgramme::isSentByTheControlProgram()
     QCOMPARE(clock.state(u"block3.alarms"_s), alarms(""));
     QCOMPARE(clock.state(u"holidays"_s), table("190c"));
     QCOMPARE(clock.state(u"vacations"_s), table("170c0701"));
+}
+
+void TestEditedProgramme::bytesAreThoseOfTheControlProgram_data()
+{
+    QTest::addColumn<ClockModel>("model");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("HCT-7200") << ClockModel::Hct7200 << u"7200"_s;
+    QTest::newRow("HCT-7300") << ClockModel::Hct7300 << u"7300"_s;
+}
+
+void TestEditedProgramme::bytesAreThoseOfTheControlProgram()
+{
+    QFETCH(ClockModel, model);
+    QFETCH(QString, name);
+    const QTemporaryDir folder;
+    const QString ofControl = folder.filePath(u"control.hct"_s);
+    const QString ofEditor = folder.filePath(u"editor.hct"_s);
+    ProgrammingDesk s({u"--model"_s, name, u"--programme"_s, u"school"_s});
+    QVERIFY(s.open());
+    s.run.dialogs.paths = {ofControl};
+    s.click("cmdGardar");
+
+    // The same programme, edited there and back, in a file of the editor.
+    EditorFixture editor({ofControl}, model);
+    QVERIFY(editor.active);
+    EditorFixture::type("2359");
+    editor.choose(u"mnuDeshacer"_s);
+    editor.dialogs.files = {{ofEditor, 0}};
+    editor.choose(u"mnuGuardarComo"_s);
+    QVERIFY(EditorFixture::contents(ofControl).size() > 363);
+    QCOMPARE(EditorFixture::contents(ofEditor), EditorFixture::contents(ofControl));
+
+    // And the control program writes what the editor has edited as the editor does.
+    EditorFixture::type("2359");
+    editor.choose(u"mnuGuardar"_s);
+    s.run.dialogs.paths = {ofEditor, ofControl};
+    s.click("cmdAbrir");
+    s.click("cmdGardar");
+    QVERIFY(EditorFixture::contents(ofEditor).startsWith("--AVISOS 1--"));
+    QCOMPARE(EditorFixture::contents(ofControl), EditorFixture::contents(ofEditor));
 }
 
 QTEST_MAIN(TestEditedProgramme)
