@@ -1,5 +1,6 @@
 #include "Connection.h"
 
+#include "NetworkAddress.h"
 #include "SerialPort.h"
 #include "StatusBlock.h"
 
@@ -124,10 +125,13 @@ void Connection::failUnreached()
 
 void Connection::portLost(const SerialPort& port)
 {
+    const QString device = port.deviceName();
     fail(
         ExitStatus::Port,
-        u"Se ha perdido el puerto %1: compruebe que el adaptador está conectado y repita la orden."_s
-            .arg(port.deviceName()));
+        NetworkAddress::isMeantBy(device)
+            ? u"Se ha perdido el puerto %1: compruebe la red y repita la orden."_s.arg(device)
+            : u"Se ha perdido el puerto %1: compruebe que el adaptador está conectado y repita la orden."_s
+                  .arg(device));
 }
 
 void Connection::fail(ExitStatus status, const QString& reason)
