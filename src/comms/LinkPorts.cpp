@@ -92,6 +92,7 @@ void LinkPorts::openInUse()
 {
     SerialPort& port = inUse();
     if (!port.isOpen()) {
+        m_failure.clear();
         port.open();
         // Closed while it was opening, and shown as closed already.
         if (!port.isOpen() && port.openError().isEmpty())
@@ -102,7 +103,8 @@ void LinkPorts::openInUse()
             qCDebug(linkEvents).noquote().nospace()
                 << "not opened " << description(port) << ": " << port.openError();
     }
-    show(port.isOpen() ? port.deviceName() : port.openError());
+    m_failure = port.isOpen() ? QString() : port.openError();
+    show(port.isOpen() ? port.deviceName() : m_failure);
 }
 
 void LinkPorts::show(const QString& toolTip) { emit VisualizaPorto(description(inUse()), toolTip); }
@@ -120,6 +122,8 @@ void LinkPorts::closeModem()
 void LinkPorts::portLost(SerialPort& port)
 {
     qCDebug(linkEvents).noquote() << "lost" << description(port) << port.deviceName();
-    if (&port == &inUse())
-        show(u"Se ha perdido el puerto %1"_s.arg(port.deviceName()));
+    if (&port != &inUse())
+        return;
+    m_failure = u"Se ha perdido el puerto %1"_s.arg(port.deviceName());
+    show(m_failure);
 }

@@ -38,14 +38,15 @@ public:
     /// The port in use is that from before borrowModem. Opens and closes nothing.
     void giveModemBack();
 
-    /// The status bar shows no port.
-    void showNone() { emit VisualizaPorto(QString(), QString()); }
+    /// The status bar shows no port; why it could not be opened, or that it was lost, stays
+    /// readable until the next opening.
+    void showNone() { emit VisualizaPorto(QString(), m_failure); }
 
 signals:
     /// `isOpening` has changed.
     void openingChanged();
-    /// The port in use ("COM1,9600,N,8,1", empty for none) and, as a tool tip, its device or why it
-    /// could not be opened.
+    /// The port in use ("COM1,9600,N,8,1", empty for none) and, as a tool tip, its device, or why
+    /// it could not be opened or was lost.
     void VisualizaPorto(const QString& text, const QString& toolTip);
 
 private:
@@ -58,6 +59,8 @@ private:
     SerialPort& m_commModem;
     const CommSettings& m_settings;
     bool m_throughModem = false;
+    /// Why the port in use is not open; empty when it was closed in order.
+    QString m_failure;
     /// The choice as it was before the modem's port was borrowed.
     std::optional<bool> m_savedThroughModem;
 };

@@ -55,6 +55,9 @@ private slots:
     void startingOpensTheDirectPortAndShowsIt();
     void portDescriptionIsInUpperCase();
     void failedOpeningIsShownWithItsReason();
+    void reasonOfAFailedOpeningCanBeReadAfterTheEnd();
+    void lossOfThePortCanBeReadAfterTheEnd();
+    void reasonIsForgottenWhenThePortOpensAgain();
     void startingAgainLeavesTheOpenPortOpen();
     void startingClosesTheOtherPort();
     void startingOverAPendingRequestForgetsIt();
@@ -120,6 +123,32 @@ void TestMessageLinkConnection::failedOpeningIsShownWithItsReason()
     m_fixture->link.ArrancaConexion(false);
     QVERIFY(!m_fixture->serie.isOpen());
     QCOMPARE(m_shown, QStringList{u"COM1,9600,N,8,1|Permiso denegado"_s});
+}
+
+void TestMessageLinkConnection::reasonOfAFailedOpeningCanBeReadAfterTheEnd()
+{
+    m_fixture->serie.refusal = u"Permiso denegado"_s;
+    m_fixture->link.ArrancaConexion(false);
+    m_fixture->link.RemataConexion();
+    QCOMPARE(m_shown.last(), u"|Permiso denegado"_s);
+}
+
+void TestMessageLinkConnection::lossOfThePortCanBeReadAfterTheEnd()
+{
+    m_fixture->link.ArrancaConexion(false);
+    m_fixture->serie.vanish();
+    m_fixture->link.RemataConexion();
+    QCOMPARE(m_shown.last(), u"|Se ha perdido el puerto /dev/fake"_s);
+}
+
+void TestMessageLinkConnection::reasonIsForgottenWhenThePortOpensAgain()
+{
+    m_fixture->serie.refusal = u"Permiso denegado"_s;
+    m_fixture->link.ArrancaConexion(false);
+    m_fixture->serie.refusal.clear();
+    m_fixture->link.ArrancaConexion(false);
+    m_fixture->link.RemataConexion();
+    QCOMPARE(m_shown.last(), u"|"_s);
 }
 
 void TestMessageLinkConnection::startingAgainLeavesTheOpenPortOpen()
