@@ -1,41 +1,39 @@
 #pragma once
 
+#include "SimulatorChannel.h"
+
 #include <QMap>
-#include <QProcess>
 #include <QStringList>
 
-/// The simulated clock as a process of its own, with its commands. It ends with this object. Its
-/// line is behind a link, so that it is found again after it has vanished.
+/// The simulated clock as a process of its own on COM1, with its commands. It ends with this
+/// object.
 class SoakClock {
 public:
-    SoakClock(const QString& simulator, const QString& link, const QStringList& options)
+    /// Its line is behind `link`, so that it is found again after it has vanished. Under wine the
+    /// port has such a link already.
+    SoakClock([[maybe_unused]] const QString& link, const QStringList& options)
+        : m_channel(SimulatorChannel::make())
     {
-        m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        m_process.start(simulator, QStringList{QStringLiteral("--exit-with-parent"),
-                                               QStringLiteral("--link"), link} +
-                                       options);
-        m_started = !readLine().isEmpty();
+#ifdef Q_OS_WIN
+        m_channel->start(options);
+#else
+        m_channel->start(QStringList{QStringLiteral("--link"), link} + options);
         qputenv("HCT_COM1", link.toLocal8Bit());
+#endif
+        // Its first line is the device.
+        m_channel->readLine();
     }
-    ~SoakClock()
-    {
-        m_process.closeWriteChannel();
-        m_process.waitForFinished();
-    }
-    SoakClock(const SoakClock&) = delete;
-    SoakClock& operator=(const SoakClock&) = delete;
 
-    bool hasStarted() const { return m_started; }
     /// How often the line has vanished so far.
     int vanished() const { return m_vanished; }
 
     /// Runs a command; its lines before "ok". No event of this program runs meanwhile.
     QStringList command(const QString& text)
     {
-        m_process.write(text.toUtf8() + '\n');
+        m_channel->writeLine(text);
         QStringList lines;
         for (;;) {
-            const QString line = readLine();
+            const QString line = m_channel->readLine();
             if (line == QLatin1String("ok"))
                 return lines;
             if (line.isEmpty() || line.startsWith(QLatin1String("error: ")))
@@ -57,18 +55,6 @@ public:
     }
 
 private:
-    /// Empty when none comes for long.
-    QString readLine()
-    {
-        constexpr int patience = 30'000;
-        while (!m_process.canReadLine()) {
-            if (!m_process.waitForReadyRead(patience))
-                return {};
-        }
-        return QString::fromUtf8(m_process.readLine()).trimmed();
-    }
-
-    QProcess m_process;
-    bool m_started = false;
+    std::unique_ptr<SimulatorChannel> m_channel;
     int m_vanished = 0;
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "SoakResources.h"
+
 #include <QList>
 #include <QStringList>
 
@@ -25,15 +27,6 @@ struct SoakCounts {
 
 /// Asks the clock. A request that is still on its way is waited for.
 SoakCounts currentCounts(SoakClock& clock, int forgotten);
-
-/// The memory and the descriptors that the program holds at a moment without a connection.
-struct SoakResources {
-    qint64 seconds = 0;
-    qint64 kilobytes = 0;    ///< PSS, which depends on what else runs on the machine
-    qint64 ownKilobytes = 0; ///< the part of it that belongs to no file
-    QStringList descriptors; ///< what is open, sorted
-    qint64 logCharacters = 0;
-};
 
 /// Collects what is measured, and judges it.
 class SoakRecord {

@@ -1,7 +1,6 @@
 // Hours of the whole program off screen with the simulated clock as a process of its own, all kinds
 // of exchanges in rotation, and faults by a seed. Ends with 0 only if nothing was wrong.
 
-#include "Figures.h"
 #include "HexImages.h"
 #include "LinkTally.h"
 #include "LogText.h"
@@ -14,22 +13,16 @@
 #include "frmRexistroEstado.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QElapsedTimer>
 #include <QPlainTextEdit>
 #include <QTemporaryDir>
 #include <QThread>
-
-#include <array>
-
-#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 struct Plan {
-    QString simulator;
     double hours = 1;
     quint32 seed = 1;
     int perMille = 10;
@@ -46,29 +39,11 @@ constexpr int settling = 4 * quietEvery;
 constexpr qint64 progressEvery = 60'000;
 constexpr qint64 measureEvery = 600'000;
 
-/// What the descriptors of this process lead to.
-QStringList openDescriptors()
-{
-    const QDir folder(u"/proc/self/fd"_s);
-    const QStringList names =
-        folder.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
-    QStringList targets;
-    for (const QString& name : names) {
-        const QByteArray path = folder.filePath(name).toLocal8Bit();
-        std::array<char, 256> target{};
-        // The one that read the folder is closed already.
-        if (::readlink(path.constData(), target.data(), target.size() - 1) > 0)
-            targets += QString::fromLocal8Bit(target.data());
-    }
-    targets.sort();
-    return targets;
-}
-
 class Soak {
 public:
     Soak(const Plan& plan, const QTemporaryDir& folder, const QString& image)
         : m_plan(plan),
-          m_clock(plan.simulator, folder.filePath(u"com1"_s), options(plan)),
+          m_clock(folder.filePath(u"com1"_s), options(plan)),
           m_faults(m_clock, plan.seed, plan.perMille),
           m_dialogs(image),
           m_running(m_dialogs),
@@ -142,9 +117,10 @@ private:
     SoakResources resources()
     {
         const auto* log = m_running.program.log().findChild<LogText*>();
-        return {m_time.elapsed() / 1000, figures::residentKilobytes(),
-                figures::ofThisProcess(u"smaps_rollup"_s, "Pss_Anon:"), openDescriptors(),
-                log->lines().size()};
+        SoakResources now = SoakResources::ofThisProcess();
+        now.seconds = m_time.elapsed() / 1000;
+        now.logCharacters = log->lines().size();
+        return now;
     }
 
     void printProgress()
@@ -205,7 +181,7 @@ void Soak::report()
                 static_cast<long long>(counts.clockWithheld), counts.vanished);
     std::printf("%d rounds, %d of them without faults; %d boxes\n\n", m_rounds,
                 m_record.quietRounds(), m_dialogs.told());
-    std::printf("%8s %10s %10s %12s %10s\n", "seconds", "PSS (kB)", "own (kB)", "descriptors",
+    std::printf("%8s %10s %10s %12s %10s\n", "seconds", "held (kB)", "own (kB)", "descriptors",
                 "log");
     for (const SoakResources& moment : m_record.resources())
         std::printf("%8lld %10lld %10lld %12lld %10lld\n", static_cast<long long>(moment.seconds),
@@ -221,14 +197,13 @@ void Soak::report()
 std::optional<Plan> planOf(const QStringList& arguments)
 {
     Plan plan;
-    if (arguments.size() != 7)
+    if (arguments.size() != 6)
         return std::nullopt;
-    plan.simulator = arguments[1];
-    plan.hours = arguments[2].toDouble();
-    plan.seed = arguments[3].toUInt();
-    plan.perMille = arguments[4].toInt();
-    plan.rate = arguments[5].toInt();
-    plan.model = arguments[6];
+    plan.hours = arguments[1].toDouble();
+    plan.seed = arguments[2].toUInt();
+    plan.perMille = arguments[3].toInt();
+    plan.rate = arguments[4].toInt();
+    plan.model = arguments[5];
     return plan;
 }
 
@@ -242,7 +217,7 @@ int main(int argc, char* argv[])
     const QApplication application(argc, argv);
     const std::optional<Plan> plan = planOf(QCoreApplication::arguments());
     if (!plan) {
-        std::fprintf(stderr, "usage: bench-soak SIMULATOR HOURS SEED PER_MILLE RATE MODEL\n"
+        std::fprintf(stderr, "usage: bench-soak HOURS SEED PER_MILLE RATE MODEL\n"
                              "RATE 0 is a line that takes no time. MODEL is 7200 or 7300.\n");
         return 2;
     }
