@@ -20,6 +20,19 @@ else()
         $<$<CONFIG:Debug>:-Wnull-dereference>
         -Wimplicit-fallthrough -Wformat=2)
 endif()
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT HCT_SANITIZE)
+    # What Debian hardens its own programs with. FORTIFY needs optimisation, so not in Debug; the sanitizers
+    # have such checks of their own.
+    set(hardening -fstack-protector-strong -fstack-clash-protection -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+    if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64")
+        list(APPEND hardening -fcf-protection)
+    endif()
+    target_compile_options(hct_flags INTERFACE "$<$<NOT:$<CONFIG:Debug>>:${hardening}>")
+    target_link_options(hct_flags INTERFACE "$<$<NOT:$<CONFIG:Debug>>:LINKER:-z,relro,-z,now>")
+    set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+    include(CheckPIESupported)
+    check_pie_supported(LANGUAGES CXX)
+endif()
 get_target_property(HCT_TOOLKIT Qt6::Core TYPE)
 if(MINGW AND HCT_TOOLKIT STREQUAL "STATIC_LIBRARY")
     # The program is one file that needs only libraries of Windows.
