@@ -75,7 +75,14 @@ void TestWindowsEditor::textsAreInABoxWithoutAConsole()
     QFETCH(QString, argument);
     QFETCH(QString, beginning);
     removePlatform();
-    // As Explorer starts programs: without the streams of this one.
+    // Explorer gives no streams to what it starts. Of this program they would be inherited.
+    m_editor.setCreateProcessArgumentsModifier([](QProcess::CreateProcessArguments* process) {
+        process->inheritHandles = true;
+        process->startupInfo->dwFlags |= STARTF_USESTDHANDLES;
+        process->startupInfo->hStdInput = nullptr;
+        process->startupInfo->hStdOutput = nullptr;
+        process->startupInfo->hStdError = nullptr;
+    });
     m_editor.setProgram(QStringLiteral(HCT_EDITOR));
     m_editor.setArguments({argument});
     QVERIFY(m_editor.startDetached());
