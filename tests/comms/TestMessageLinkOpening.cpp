@@ -16,6 +16,7 @@ private slots:
     void secondConnectionDoesNothing();
     void connectionDoesNothingWhileTheModemIsBorrowed();
     void endingTheConnectionShowsNoPort();
+    void endingTheConnectionShowsNoEarlierFailure();
     void endedConnectionDoesNotDial();
     void applyingTheSettingsEndsIt();
     void answerTimeGrowsByTheAllowance_data();
@@ -98,6 +99,19 @@ void TestMessageLinkOpening::endingTheConnectionShowsNoPort()
     QCOMPARE(shown, QStringList{u"|"_s});
     QCOMPARE(ended.count(), 1);
     QVERIFY(!f.link.isStarting());
+}
+
+void TestMessageLinkOpening::endingTheConnectionShowsNoEarlierFailure()
+{
+    LinkFixture f;
+    f.serie.refusal = u"Permiso denegado"_s;
+    f.link.ArrancaConexion(false);
+    f.serie.refusal.clear();
+    QStringList shown;
+    recordPorts(f, shown);
+    f.serie.whileOpening = [&] { f.link.RemataConexion(); };
+    f.link.ArrancaConexion(false);
+    QCOMPARE(shown, QStringList{u"|"_s});
 }
 
 void TestMessageLinkOpening::endedConnectionDoesNotDial()
