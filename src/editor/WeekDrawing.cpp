@@ -4,6 +4,7 @@
 #include "WeekMarkPainter.h"
 
 #include <QPainter>
+#include <QtMath>
 
 #include <array>
 #include <cmath>
@@ -86,6 +87,11 @@ QMarginsF WeekDrawing::margins(const QFontMetricsF& metrics)
 }
 
 qreal WeekDrawing::markHeight(const QFontMetricsF& metrics) { return metrics.height() + 1; }
+
+int WeekDrawing::leastColumnWidth(const QFontMetricsF& metrics)
+{
+    return qCeil(Programme::blockCount * WeekMarkPainter::leastWidth(metrics));
+}
 
 void WeekDrawing::draw(QPainter& painter, const WeekPicture& picture, const Look& look)
 {

@@ -28,6 +28,9 @@ QMarginsF margins(const QFontMetricsF& metrics);
 /// What a WeekPicture needs for a mark.
 qreal markHeight(const QFontMetricsF& metrics);
 
+/// That in which every output has room for a time and its shape, side by side.
+int leastColumnWidth(const QFontMetricsF& metrics);
+
 /// Draws all of it, with the painter's font.
 void draw(QPainter& painter, const WeekPicture& picture, const Look& look);
 /// Draws the shape of an output and its name, "Salida 1"; the width that it took, with the room to

@@ -5,6 +5,8 @@
 #include <QFontMetricsF>
 #include <QPainter>
 
+#include <cmath>
+
 namespace {
 
 /// A part of a colour before a background. Transparency would cost time.
@@ -16,7 +18,27 @@ QColor tintOf(const QColor& colour, const QColor& background)
             mix(colour.blue(), background.blue())};
 }
 
-QRectF placeOf(const WeekPicture::Mark& mark) { return mark.rect.adjusted(1, 0.5, -1, -0.5); }
+constexpr qreal frameMargin = 1;
+/// Of the font's ascent.
+constexpr qreal shapePart = 0.7;
+constexpr qreal smallShapePart = 0.5;
+constexpr qreal smallSpacePart = 0.08;
+constexpr qreal smallTextPart = 0.78;
+
+QRectF placeOf(const WeekPicture::Mark& mark)
+{
+    return mark.rect.adjusted(frameMargin, 0.5, -frameMargin, -0.5);
+}
+
+QFont smallFont(QFont font)
+{
+    // On paper a font has a size in pixels.
+    if (font.pixelSize() > 0)
+        font.setPixelSize(qRound(font.pixelSize() * smallTextPart));
+    else
+        font.setPointSizeF(font.pointSizeF() * smallTextPart);
+    return font;
+}
 
 } // namespace
 
@@ -25,10 +47,19 @@ WeekMarkPainter::WeekMarkPainter(QPainter& painter, const Colours& colours, cons
     : m_painter(painter),
       m_colours(colours),
       m_text(text),
-      m_shapeSize(QFontMetricsF(painter.font(), painter.device()).ascent() * 0.7)
+      m_ascent(QFontMetricsF(painter.font(), painter.device()).ascent()),
+      m_texts{painter.font(), {}, {}},
+      m_smallTexts{smallFont(painter.font()), {}, {}}
 {
     for (std::size_t block = 0; block < colours.size(); ++block)
         m_tints[block] = tintOf(colours[block], background);
+}
+
+qreal WeekMarkPainter::leastWidth(const QFontMetricsF& metrics)
+{
+    const qreal text = metrics.horizontalAdvance(QStringLiteral("00:00")) * smallTextPart;
+    const qreal shape = metrics.ascent() * (smallShapePart + 3 * smallSpacePart);
+    return std::ceil(text + shape) + 2 * frameMargin;
 }
 
 void WeekMarkPainter::draw(const std::vector<WeekPicture::Mark>& marks)
@@ -39,9 +70,11 @@ void WeekMarkPainter::draw(const std::vector<WeekPicture::Mark>& marks)
     for (const WeekPicture::Mark& mark : marks)
         drawFrame(mark);
     m_painter.setRenderHint(QPainter::Antialiasing);
-    m_painter.setPen(m_text);
     for (const WeekPicture::Mark& mark : marks)
-        drawInside(mark);
+        placeInside(mark);
+    m_painter.setPen(m_text);
+    drawTexts(m_texts);
+    drawTexts(m_smallTexts);
     for (std::size_t block = 0; block < m_shapes.size(); ++block)
         m_painter.fillPath(m_shapes[block], m_colours[block]);
     m_painter.restore();
@@ -69,37 +102,59 @@ void WeekMarkPainter::drawFrame(const WeekPicture::Mark& mark)
     m_painter.fillRect(place.adjusted(1, 1, -1, -1), m_tints[block]);
 }
 
-void WeekMarkPainter::drawInside(const WeekPicture::Mark& mark)
+void WeekMarkPainter::placeInside(const WeekPicture::Mark& mark)
 {
+    const qreal shape = m_ascent * shapePart;
+    const qreal smallShape = m_ascent * smallShapePart;
+    const qreal smallSpace = m_ascent * smallSpacePart;
+    for (const Inside& inside :
+         {Inside{m_texts, shape, shape / 3}, Inside{m_texts, smallShape, smallSpace},
+          Inside{m_smallTexts, smallShape, smallSpace}, Inside{m_smallTexts, 0, 0}})
+        if (placeAs(inside, mark))
+            return;
     const QRectF place = placeOf(mark);
-    const QStaticText& text = textOf(mark.minute);
-    const QSizeF size = text.size();
-    const qreal space = m_shapeSize * 0.35;
-    const bool hasText = size.width() + space <= place.width();
-    const bool hasShape = !hasText || m_shapeSize + size.width() + 3 * space <= place.width();
-    const qreal shapeWidth = hasShape ? m_shapeSize + space : 0;
-    if (hasShape)
-        addShape(m_shapes[static_cast<std::size_t>(mark.block)],
-                 QRectF(place.left() + space, place.center().y() - m_shapeSize / 2, m_shapeSize,
-                        m_shapeSize),
-                 mark.block);
-    if (hasText)
-        m_painter.drawStaticText(
-            QPointF(place.left() + shapeWidth + (place.width() - shapeWidth - size.width()) / 2,
-                    place.center().y() - size.height() / 2),
-            text);
+    placeShape(place, place.center().x() - smallShape / 2, smallShape, mark.block);
 }
 
-const QStaticText& WeekMarkPainter::textOf(int minute)
+bool WeekMarkPainter::placeAs(const Inside& inside, const WeekPicture::Mark& mark)
 {
-    QStaticText& text = m_texts[minute];
+    const QRectF place = placeOf(mark);
+    const QSizeF size = textOf(inside.texts, mark.minute).size();
+    const qreal left = inside.shapeSize > 0 ? inside.shapeSize + 2 * inside.space : 0;
+    const qreal room = place.width() - left - inside.space;
+    if (size.width() > room)
+        return false;
+    if (inside.shapeSize > 0)
+        placeShape(place, place.left() + inside.space, inside.shapeSize, mark.block);
+    inside.texts.placed.emplace_back(QPointF(place.left() + left + (room - size.width()) / 2,
+                                             place.center().y() - size.height() / 2),
+                                     mark.minute);
+    return true;
+}
+
+void WeekMarkPainter::placeShape(const QRectF& place, qreal left, qreal size, int block)
+{
+    addShape(m_shapes[static_cast<std::size_t>(block)],
+             QRectF(left, place.center().y() - size / 2, size, size), block);
+}
+
+void WeekMarkPainter::drawTexts(const Texts& texts)
+{
+    m_painter.setFont(texts.font);
+    for (const auto& [position, minute] : texts.placed)
+        m_painter.drawStaticText(position, *texts.prepared.constFind(minute));
+}
+
+const QStaticText& WeekMarkPainter::textOf(Texts& texts, int minute) const
+{
+    QStaticText& text = texts.prepared[minute];
     if (text.text().isEmpty()) {
         Alarm alarm;
         alarm.Hour = static_cast<quint8>(minute / 60);
         alarm.Minute = static_cast<quint8>(minute % 60);
         text.setTextFormat(Qt::PlainText);
         text.setText(ProgrammeTexts::time(alarm));
-        text.prepare(m_painter.transform(), m_painter.font());
+        text.prepare(m_painter.transform(), texts.font);
     }
     return text;
 }

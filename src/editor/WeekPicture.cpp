@@ -42,6 +42,22 @@ qreal WeekPicture::yOfMinute(int minute) const
     return m_area.top() + m_area.height() * shown / ((m_endHour - m_firstHour) * minutesPerHour);
 }
 
+qreal WeekPicture::readableHeight(qreal markHeight) const
+{
+    // The shortest time in which there are more marks than outputs. At the same minute only clashes
+    // are; more height would not part them.
+    constexpr std::size_t lanes = Programme::blockCount;
+    int shortest = minutesPerHour;
+    for (std::size_t index = lanes; index < m_marks.size(); ++index) {
+        const Mark& first = m_marks[index - lanes];
+        const Mark& last = m_marks[index];
+        if (first.column == last.column && first.minute < last.minute)
+            shortest = std::min(shortest, last.minute - first.minute);
+    }
+    const int apart = std::max(shortest, minutesPerHour / mostMarksAnHour);
+    return markHeight * (m_endHour - m_firstHour) * minutesPerHour / apart;
+}
+
 void WeekPicture::addMarks(const Programme& programme)
 {
     for (int column = 0; column < m_columns; ++column)

@@ -43,6 +43,11 @@ public:
     int endHour() const { return m_endHour; }
     qreal yOfMinute(int minute) const;
 
+    /// The least height of the area at which no more marks than outputs are side by side, as long
+    /// as an hour has at most `mostMarksAnHour` of them below one another.
+    qreal readableHeight(qreal markHeight) const;
+    static constexpr int mostMarksAnHour = 10;
+
     /// By column, then time, block and row.
     const std::vector<Mark>& marks() const { return m_marks; }
     /// Null where there is none.

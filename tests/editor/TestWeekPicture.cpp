@@ -24,6 +24,9 @@ private slots:
     void markBeforeTheEndOfTheLastHourStaysInside();
     void markIsFoundByItsPosition();
     void marksNeverOverlapAndStayInTheirColumn();
+    void readableHeightHasThreeMarksSideBySide();
+    void readableHeightIsBounded_data();
+    void readableHeightIsBounded();
 };
 
 namespace {
@@ -188,6 +191,41 @@ void TestWeekPicture::marksNeverOverlapAndStayInTheirColumn()
                      qPrintable(u"%1 and %2"_s.arg(one).arg(other)));
         }
     }
+}
+
+void TestWeekPicture::readableHeightHasThreeMarksSideBySide()
+{
+    // Each of the four overlaps the next in the height of the area.
+    const Programme crowded =
+        programmeOf({samples::alarm(8, 0, {Monday}), samples::alarm(8, 4, {Monday}),
+                     samples::alarm(8, 8, {Monday}), samples::alarm(8, 12, {Monday})});
+    const QRectF low(0, 0, 500, 40);
+    const WeekPicture flat(crowded, hct7200, low, markHeight);
+    QCOMPARE(lanes(flat), u"0/4 1/4 2/4 3/4"_s);
+    // The first and the fourth are 12 minutes apart: five marks below one another in an hour.
+    QCOMPARE(flat.readableHeight(markHeight), 50.0);
+    const WeekPicture readable(crowded, hct7200, {0, 0, 500, 50}, markHeight);
+    QCOMPARE(lanes(readable), u"0/3 1/3 2/3 0/3"_s);
+}
+
+void TestWeekPicture::readableHeightIsBounded_data()
+{
+    QTest::addColumn<int>("minutesApart");
+    QTest::addColumn<qreal>("height");
+    QTest::newRow("a mark an hour at least") << 50 << 3.0 * markHeight;
+    QTest::newRow("ten marks an hour at most") << 1 << 1.0 * 10 * markHeight;
+    QTest::newRow("clashes need no height") << 0 << 1.0 * markHeight;
+}
+
+void TestWeekPicture::readableHeightIsBounded()
+{
+    QFETCH(int, minutesApart);
+    std::vector<Alarm> alarms;
+    for (int row = 0; row < 4; ++row) {
+        const int minute = 8 * 60 + row * minutesApart;
+        alarms.push_back(samples::alarm(minute / 60, minute % 60, {Monday}));
+    }
+    QTEST(pictureOf(alarms).readableHeight(markHeight), "height");
 }
 
 QTEST_GUILESS_MAIN(TestWeekPicture)

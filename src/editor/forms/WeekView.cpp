@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QtMath>
 
 #include <algorithm>
 #include <cstdlib>
@@ -31,6 +32,7 @@ void WeekView::setProgramme(const Programme& programme, ClockModel model)
     m_programme = programme;
     m_model = model;
     place();
+    updateGeometry();
     itemsChanged();
 }
 
@@ -61,15 +63,23 @@ QSize WeekView::minimumSizeHint() const
 {
     const QFontMetrics metrics = fontMetrics();
     const QMargins margins = WeekDrawing::margins(metrics).toMargins();
-    const int column = metrics.horizontalAdvance(u"00:00 00:00"_s);
-    return QSize(dayFlagsOf(m_model) * column, 12 * metrics.height()).grownBy(margins);
+    const int column = WeekDrawing::leastColumnWidth(metrics);
+    const int height =
+        qCeil(m_picture->readableHeight(WeekDrawing::markHeight(QFontMetricsF(font()))));
+    return QSize(dayFlagsOf(m_model) * column, std::max(12 * metrics.height(), height))
+        .grownBy(margins);
+}
+
+int WeekView::usualWidth(ClockModel model, const QFontMetrics& metrics)
+{
+    const int column = Programme::blockCount * (metrics.horizontalAdvance(u"00:00"_s) + 10) + 2;
+    const QMargins margins = WeekDrawing::margins(metrics).toMargins();
+    return dayFlagsOf(model) * column + margins.left() + margins.right();
 }
 
 QSize WeekView::sizeHint() const
 {
-    // With room for a time of each output side by side.
-    const int column = Programme::blockCount * (fontMetrics().horizontalAdvance(u"00:00"_s) + 10);
-    return minimumSizeHint().expandedTo({dayFlagsOf(m_model) * (column + 2), 0});
+    return minimumSizeHint().expandedTo({usualWidth(m_model, fontMetrics()), 0});
 }
 
 void WeekView::place()

@@ -15,6 +15,9 @@ public:
 
     void setProgramme(const Programme& programme, ClockModel model);
 
+    /// With room for a time of each output side by side on every day.
+    static int usualWidth(ClockModel model, const QFontMetrics& metrics);
+
     int itemCount() const override;
     QRectF itemRect(int item) const override;
     /// "Lunes, 9:05, salida 1, aviso 3"

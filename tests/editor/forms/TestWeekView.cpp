@@ -56,6 +56,7 @@ private slots:
     void emptyWeekHasNothingToChoose();
     void currentMarkStaysWithinFewerMarks();
     void pageAsksForTheRoomOfAnotherModel();
+    void crowdedWeekAsksForMoreHeight();
 };
 
 void TestWeekView::everyMarkHasAName()
@@ -163,6 +164,18 @@ void TestWeekView::pageAsksForTheRoomOfAnotherModel()
     const int before = page.sizeHint().width();
     page.setProgramme(threeAlarms(), ClockModel::Hct7300);
     QVERIFY2(page.sizeHint().width() > before, qPrintable(QString::number(before)));
+}
+
+void TestWeekView::crowdedWeekAsksForMoreHeight()
+{
+    WeekView view;
+    view.setProgramme(threeAlarms(), ClockModel::Hct7200);
+    const int before = view.minimumSizeHint().height();
+    Programme crowded = threeAlarms();
+    for (quint8 row = 1; row < 5; ++row)
+        crowded.blocks[0].Alarms[row] = {{true}, 9, static_cast<quint8>(10 + 2 * row)};
+    view.setProgramme(crowded, ClockModel::Hct7200);
+    QVERIFY2(view.minimumSizeHint().height() > before, qPrintable(QString::number(before)));
 }
 
 QTEST_MAIN(TestWeekView)
