@@ -47,24 +47,35 @@ QStringList lossesForTheHct7300(const AlarmBlock& block)
     };
     const QString alarms =
         alarmsThatLose(std::count_if(block.Alarms.begin(), block.Alarms.end(), losesDays),
-                       u"sus días sueltos entre lunes y viernes."_s);
+                       block.Mode < 2 ? u"sábado, domingo, festivos o vacaciones."_s
+                                      : u"sus días sueltos entre lunes y viernes."_s);
     return alarms.isEmpty() ? QStringList()
                             : QStringList{u"en el modo %1, %2"_s.arg(block.Mode).arg(alarms)};
+}
+
+QStringList byOutput(const Programme& programme, QStringList (*lossesOf)(const AlarmBlock&))
+{
+    QStringList found;
+    for (int number = 0; number < Programme::blockCount; ++number) {
+        const QString output = ProgrammeTexts::output(number);
+        for (const QString& loss : lossesOf(programme.blocks[static_cast<std::size_t>(number)]))
+            found.append(u"%1: %2"_s.arg(output, loss));
+    }
+    return found;
 }
 
 } // namespace
 
 QStringList losses(const Programme& programme, ClockModel to)
 {
-    QStringList found;
-    for (int number = 0; number < Programme::blockCount; ++number) {
-        const AlarmBlock& block = programme.blocks[static_cast<std::size_t>(number)];
-        const QStringList ofBlock =
-            to == ClockModel::Hct7200 ? lossesForTheHct7200(block) : lossesForTheHct7300(block);
-        for (const QString& loss : ofBlock)
-            found.append(u"%1: %2"_s.arg(ProgrammeTexts::output(number), loss));
-    }
-    return found;
+    return byOutput(programme,
+                    to == ClockModel::Hct7200 ? lossesForTheHct7200 : lossesForTheHct7300);
+}
+
+QStringList lossesInFile(const Programme& programme, ClockModel model)
+{
+    // That of the HCT-7200 holds all that it has, in every mode.
+    return model == ClockModel::Hct7200 ? QStringList() : byOutput(programme, lossesForTheHct7300);
 }
 
 Programme converted(const Programme& programme, ClockModel to)

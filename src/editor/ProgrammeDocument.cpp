@@ -131,6 +131,11 @@ QString ProgrammeDocument::name() const
     return m_path.isEmpty() ? u"Sin título"_s : QFileInfo(m_path).fileName();
 }
 
+QString ProgrammeDocument::folder() const
+{
+    return m_path.isEmpty() ? QString() : QFileInfo(m_path).path();
+}
+
 ProgrammeDocument::OpenResult ProgrammeDocument::open(const QString& path, ClockModel model)
 {
     const auto bytes = bytesOf(path);

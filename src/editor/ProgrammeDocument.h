@@ -45,6 +45,8 @@ public:
     const QString& path() const { return m_path; }
     /// "colegio.hct"; "Sin título" while there is no file.
     QString name() const;
+    /// The folder of the file; empty while there is no file.
+    QString folder() const;
 
     struct OpenResult {
         /// Why the file could not be opened, in Spanish; empty when it was.

@@ -18,6 +18,9 @@ private slots:
     void daysThatTheModeForbidsAreToldForTheHct7300();
     void durationsAndModesOfBothModelsStay();
     void modesThatTheHct7200LacksAreGone();
+    void daysThatTheModeForbidsAreNotInTheFileOfTheHct7300_data();
+    void daysThatTheModeForbidsAreNotInTheFileOfTheHct7300();
+    void fileOfTheHct7200HoldsEverything();
 };
 
 void TestModelChange::workingDaysSurviveBothWays()
@@ -83,6 +86,41 @@ void TestModelChange::modesThatTheHct7200LacksAreGone()
     Programme programme;
     programme.blocks[2].Mode = 2;
     QCOMPARE(ModelChange::converted(programme, hct7200).blocks[2].Mode, quint8{0});
+}
+
+void TestModelChange::daysThatTheModeForbidsAreNotInTheFileOfTheHct7300_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<Alarm>("alarm");
+    QTest::addColumn<QStringList>("losses");
+    QTest::newRow("single day, mode 2")
+        << 2 << samples::alarm(9, 0, {Monday, Saturday})
+        << QStringList{
+               u"Salida 2: en el modo 2, un aviso pierde sus días sueltos entre lunes y viernes."_s};
+    QTest::newRow("Saturday, mode 1")
+        << 1 << samples::alarm(9, 0, {Monday, Saturday})
+        << QStringList{
+               u"Salida 2: en el modo 1, un aviso pierde sábado, domingo, festivos o vacaciones."_s};
+    QTest::newRow("single day, mode 0") << 0 << samples::alarm(9, 0, {Monday}) << QStringList();
+    QTest::newRow("Saturday, mode 2") << 2 << samples::alarm(9, 0, {Saturday}) << QStringList();
+}
+
+void TestModelChange::daysThatTheModeForbidsAreNotInTheFileOfTheHct7300()
+{
+    QFETCH(int, mode);
+    QFETCH(Alarm, alarm);
+    Programme programme;
+    programme.blocks[1].Mode = static_cast<quint8>(mode);
+    programme.blocks[1].Alarms[4] = alarm;
+    QTEST(ModelChange::lossesInFile(programme, hct7300), "losses");
+}
+
+void TestModelChange::fileOfTheHct7200HoldsEverything()
+{
+    Programme programme;
+    programme.blocks[0].Mode = 7;
+    programme.blocks[0].Alarms[0] = samples::alarm(9, 0, {Monday});
+    QCOMPARE(ModelChange::lossesInFile(programme, hct7200), QStringList());
 }
 
 QTEST_GUILESS_MAIN(TestModelChange)

@@ -5,10 +5,13 @@
 #include <QScopedValueRollback>
 
 /// Passes everything on, and knows whether a box or dialog is up: then no window may be closed,
-/// because the code that asks goes on in it.
+/// because the code that asks goes on in it. File dialogs that have no folder of their own begin in
+/// that of `startFolder`.
 class CountingDialogs final : public EditorDialogs {
 public:
-    explicit CountingDialogs(EditorDialogs& dialogs) : m_dialogs(dialogs) {}
+    CountingDialogs(EditorDialogs& dialogs, const std::function<QString()>& startFolder)
+        : m_dialogs(dialogs), m_startFolder(startFolder)
+    {}
 
     bool isAsking() const { return m_up > 0; }
 
@@ -30,12 +33,12 @@ public:
     QString openFile(const FileRequest& request) override
     {
         const QScopedValueRollback up(m_up, m_up + 1);
-        return m_dialogs.openFile(request);
+        return m_dialogs.openFile(placed(request));
     }
     QString saveFile(const FileRequest& request) override
     {
         const QScopedValueRollback up(m_up, m_up + 1);
-        return m_dialogs.saveFile(request);
+        return m_dialogs.saveFile(placed(request));
     }
     int choose(Icon icon, const QString& title, const QString& text,
                const QStringList& buttons) override
@@ -46,7 +49,7 @@ public:
     ChosenFile openFileByFilter(const FileRequest& request) override
     {
         const QScopedValueRollback up(m_up, m_up + 1);
-        return m_dialogs.openFileByFilter(request);
+        return m_dialogs.openFileByFilter(placed(request));
     }
     void print(const QString& documentName, const Drawing& draw) override
     {
@@ -60,6 +63,14 @@ public:
     }
 
 private:
+    FileRequest placed(FileRequest request) const
+    {
+        if (request.directory.isEmpty())
+            request.directory = m_startFolder();
+        return request;
+    }
+
     EditorDialogs& m_dialogs;
+    const std::function<QString()> m_startFolder;
     int m_up = 0;
 };

@@ -3,8 +3,6 @@
 #include "EditorDialogs.h"
 #include "ProgrammeDocument.h"
 
-#include <QFileInfo>
-
 using namespace Qt::StringLiterals;
 
 DocumentFiles::DocumentFiles(ProgrammeDocument& document, EditorDialogs& dialogs, QObject* parent)
@@ -28,7 +26,7 @@ bool DocumentFiles::saveAs()
     request.filters = {filters().at(m_document.model() == ClockModel::Hct7200 ? 0 : 1),
                        u"Todos los archivos (*.*)"_s};
     request.defaultExtension = u"hct"_s;
-    request.directory = QFileInfo(m_document.path()).path();
+    request.directory = m_document.folder();
     request.fileName = m_document.path().isEmpty() ? u"programa.hct"_s : m_document.name();
     const QString path = m_dialogs.saveFile(request);
     return !path.isEmpty() && saveTo(path);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QStandardPaths>
 #include <QString>
 
 #include <functional>
@@ -18,4 +19,6 @@ struct EditorEnvironment {
     QString recoveryFolder;
     /// For the pauses between two writings of unsaved work.
     std::function<std::unique_ptr<IntervalTimer>()> makeTimer;
+    /// Where file dialogs begin as long as there are no recent files.
+    QString documentsFolder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
 };

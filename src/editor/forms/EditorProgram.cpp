@@ -16,7 +16,9 @@
 using namespace Qt::StringLiterals;
 
 EditorProgram::EditorProgram(const EditorEnvironment& environment)
-    : m_environment(environment), m_dialogs(environment.dialogs), m_recent(environment.registry)
+    : m_environment(environment),
+      m_dialogs(environment.dialogs, [this] { return startFolder(); }),
+      m_recent(environment.registry)
 {}
 
 EditorProgram::~EditorProgram()
@@ -117,7 +119,7 @@ void EditorProgram::openByDialog(frmEditor& from)
     request.title = u"Abrir"_s;
     request.filters = DocumentFiles::filters();
     request.defaultExtension = u"hct"_s;
-    request.directory = QFileInfo(from.document().path()).path();
+    request.directory = from.document().folder();
     request.filter = from.document().model() == ClockModel::Hct7200 ? 0 : 1;
     const ChosenFile chosen = m_dialogs.openFileByFilter(request);
     if (chosen.path.isEmpty())
@@ -125,6 +127,13 @@ void EditorProgram::openByDialog(frmEditor& from)
     const ClockModel model = chosen.filter == 0 ? ClockModel::Hct7200 : ClockModel::Hct7300;
     if (const auto agreed = agreedModel(chosen.path, model))
         open(chosen.path, *agreed, &from);
+}
+
+QString EditorProgram::startFolder() const
+{
+    const QList<RecentFiles::File> recent = m_recent.files();
+    const QFileInfo folder(recent.isEmpty() ? QString() : QFileInfo(recent.first().path).path());
+    return folder.isDir() ? folder.filePath() : m_environment.documentsFolder;
 }
 
 std::optional<ClockModel> EditorProgram::agreedModel(const QString& path, ClockModel chosen)

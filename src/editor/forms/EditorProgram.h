@@ -53,6 +53,8 @@ private:
     void forget(const frmEditor& window);
     void openNew(ClockModel model);
     void openByDialog(frmEditor& from);
+    /// That of the file which was opened or saved last, otherwise the user's documents.
+    QString startFolder() const;
     /// The model that the operator chose for a file; asks where the file tells another one.
     std::optional<ClockModel> agreedModel(const QString& path, ClockModel chosen);
     frmEditor* windowOf(const QString& path) const;

@@ -41,7 +41,7 @@ void WallPrinting::savePdf()
     request.title = u"Guardar como PDF"_s;
     request.filters = {u"Documentos PDF (*.pdf)"_s};
     request.defaultExtension = u"pdf"_s;
-    request.directory = QFileInfo(m_document.path()).path();
+    request.directory = m_document.folder();
     request.fileName = QFileInfo(m_document.name()).completeBaseName() + u".pdf"_s;
     const QString path = m_dialogs.saveFile(request);
     if (path.isEmpty())
