@@ -8,11 +8,13 @@
 #include <chrono>
 #include <functional>
 
-/// Tells when a window has been painted for the first time, in microseconds since 1970.
+/// Tells when a window has been painted for the first time, in microseconds since 1970; or, with
+/// the name of a class, when the first widget of that class has been painted.
 class FirstWindow final : public QObject {
 public:
-    FirstWindow(QWidget& window, std::function<void(qint64 moment)> tell)
-        : m_window(window), m_tell(std::move(tell))
+    FirstWindow(QWidget& window, std::function<void(qint64 moment)> tell,
+                const char* ofClass = "QWidget")
+        : m_window(window), m_tell(std::move(tell)), m_class(ofClass)
     {
         QCoreApplication::instance()->installEventFilter(this);
     }
@@ -23,7 +25,7 @@ public:
             return false;
         // Any part of the window counts: what its children cover is not painted.
         const auto* widget = qobject_cast<QWidget*>(watched);
-        if (widget && widget->window() == &m_window) {
+        if (widget && widget->window() == &m_window && widget->inherits(m_class)) {
             m_painted = true;
             QTimer::singleShot(0, this, &FirstWindow::report);
         }
@@ -40,5 +42,6 @@ private:
 
     QWidget& m_window;
     std::function<void(qint64)> m_tell;
+    const char* m_class;
     bool m_painted = false;
 };

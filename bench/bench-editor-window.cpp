@@ -1,5 +1,6 @@
-// The start of hct-editor until its first window is painted. With "bare" it is a window with a menu
-// and a toolbar alone, with which it is compared.
+// The start of hct-editor until its first window is painted; with "rows", until the rows of its
+// alarms are, which it makes after that. With "bare" it is a window with a menu and a toolbar
+// alone, with which both are compared.
 
 #include "EditorProgram.h"
 #include "Figures.h"
@@ -34,7 +35,7 @@ int showBareWindow()
     return QCoreApplication::exec();
 }
 
-int showEditor()
+int showEditor(const char* painted)
 {
     QTranslator toolkit;
     speakSpanish(toolkit);
@@ -44,7 +45,7 @@ int showEditor()
     EditorProgram program({dialogs, registry, folder.filePath(u"recovery"_s),
                            [] { return std::make_unique<PreciseTimer>(); }});
     program.start({});
-    const FirstWindow first(*program.windows().constFirst(), figures::printFirstWindow);
+    const FirstWindow first(*program.windows().constFirst(), figures::printFirstWindow, painted);
     return QCoreApplication::exec();
 }
 
@@ -53,5 +54,8 @@ int showEditor()
 int main(int argc, char* argv[])
 {
     const QApplication application(argc, argv);
-    return QCoreApplication::arguments().contains(u"bare"_s) ? showBareWindow() : showEditor();
+    const QStringList words = QCoreApplication::arguments();
+    if (words.contains(u"bare"_s))
+        return showBareWindow();
+    return showEditor(words.contains(u"rows"_s) ? "AlarmGrid" : "QWidget");
 }

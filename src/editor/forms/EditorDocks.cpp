@@ -3,8 +3,10 @@
 #include "ProgrammeDifference.h"
 #include "ProgrammeDocument.h"
 
+#include <QAction>
 #include <QDockWidget>
 #include <QMainWindow>
+#include <QShortcut>
 
 using namespace Qt::StringLiterals;
 
@@ -32,27 +34,42 @@ QString placeOf(const ProgrammeProblem& problem, const QString& file)
 EditorDocks::EditorDocks(ProgrammeDocument& document, QMainWindow& window)
     : QObject(&window),
       m_document(document),
-      m_problems(
-          new RowList(u"lstProblemas"_s, u"Problemas"_s, {u"Dónde"_s, u"Qué ocurre"_s}, &window)),
-      m_differences(new RowList(u"lstDiferencias"_s, u"Diferencias"_s, {u"Diferencia"_s}, &window)),
-      m_problemsDock(addDock(window, u"docProblemas"_s, u"Problemas"_s, m_problems)),
-      m_comparisonDock(addDock(window, u"docComparacion"_s, u"Comparación"_s, m_differences))
+      m_problemsDock(addDock(window, u"docProblemas"_s, u"&Problemas"_s)),
+      m_comparisonDock(addDock(window, u"docComparacion"_s, u"&Comparación"_s))
 {
-    m_problemsDock->hide();
-    m_comparisonDock->hide();
+    connect(m_problemsDock, &QDockWidget::visibilityChanged, this, &EditorDocks::showProblems);
+    connect(m_comparisonDock, &QDockWidget::visibilityChanged, this, &EditorDocks::showDifferences);
     connect(&m_document, &ProgrammeDocument::changed, this, &EditorDocks::refresh);
-    refresh();
 }
 
-QDockWidget* EditorDocks::addDock(QMainWindow& window, const QString& name, const QString& title,
-                                  RowList* list)
+QDockWidget* EditorDocks::addDock(QMainWindow& window, const QString& name, const QString& title)
 {
     auto* dock = new QDockWidget(title, &window);
     dock->setObjectName(name);
-    dock->setWidget(list);
     window.addDockWidget(Qt::BottomDockWidgetArea, dock);
-    connect(list, &RowList::chosen, this, &EditorDocks::chosen);
+    dock->hide();
+    auto* leave = new QShortcut(Qt::Key_Escape, dock);
+    leave->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(leave, &QShortcut::activated, this, [this, dock] {
+        dock->hide();
+        emit left();
+    });
+    connect(dock->toggleViewAction(), &QAction::triggered, this, [dock](bool isShown) {
+        if (isShown)
+            enter(*dock);
+    });
     return dock;
+}
+
+RowList& EditorDocks::listIn(QDockWidget& dock, const QString& objectName, const QString& name,
+                             const QStringList& captions)
+{
+    if (!dock.widget()) {
+        auto* list = new RowList(objectName, name, captions, &dock);
+        connect(list, &RowList::chosen, this, &EditorDocks::chosen);
+        dock.setWidget(list);
+    }
+    return *static_cast<RowList*>(dock.widget());
 }
 
 void EditorDocks::setReadingProblems(const QList<ProgrammeProblem>& problems)
@@ -69,11 +86,23 @@ void EditorDocks::compareWith(const QString& name, const Programme& other,
     for (const ProgrammeProblem& problem : problems)
         if (problem.kind == ProgrammeProblem::Kind::Misread)
             m_notCompared.append({{placeOf(problem, name) + u": "_s + problem.text}});
-    m_comparisonDock->setWindowTitle(u"Comparación con "_s + name);
-    showDifferences();
+    m_comparisonDock->setWindowTitle(u"&Comparación con "_s + QString(name).replace(u'&', u"&&"_s));
     m_comparisonDock->show();
-    m_comparisonDock->raise();
-    m_differences->setFocus();
+    showDifferences();
+    enter(*m_comparisonDock);
+}
+
+void EditorDocks::openProblems()
+{
+    m_problemsDock->show();
+    showProblems();
+    enter(*m_problemsDock);
+}
+
+void EditorDocks::enter(QDockWidget& dock)
+{
+    dock.raise();
+    dock.widget()->setFocus();
 }
 
 void EditorDocks::refresh()
@@ -84,6 +113,8 @@ void EditorDocks::refresh()
 
 void EditorDocks::showProblems()
 {
+    if (m_problemsDock->isHidden())
+        return;
     QList<RowList::Line> lines;
     for (const ProgrammeProblem& problem : std::as_const(m_reading))
         lines.append({{problem.line > 0 ? u"Archivo, línea %1"_s.arg(problem.line) : u"Archivo"_s,
@@ -92,16 +123,21 @@ void EditorDocks::showProblems()
     for (const ProgrammeMarks::Mark& mark : marks.all())
         lines.append({{ProgrammeMarks::nameOf(mark), mark.reason},
                       RowList::Target{mark.place, mark.block, mark.row}});
-    m_problems->setLines(lines, u"No hay ningún problema."_s);
+    listIn(*m_problemsDock, u"lstProblemas"_s, u"Problemas"_s, {u"Dónde"_s, u"Qué ocurre"_s})
+        .setLines(lines, u"No hay ningún problema."_s);
 }
 
 void EditorDocks::showDifferences()
 {
-    if (!m_other)
+    if (m_comparisonDock->isHidden())
         return;
+    RowList& list =
+        listIn(*m_comparisonDock, u"lstDiferencias"_s, u"Diferencias"_s, {u"Diferencia"_s});
+    if (!m_other)
+        return list.setLines({}, u"Elija con qué: Archivo, Comparar con otro archivo."_s);
     QList<RowList::Line> lines = m_notCompared;
     for (const ProgrammeDifference::Entry& entry :
          ProgrammeDifference::between(*m_other, m_document.programme(), m_document.model()))
         lines.append({{entry.text}, targetOf(entry)});
-    m_differences->setLines(lines, u"Los dos programas son iguales para el reloj."_s);
+    list.setLines(lines, u"Los dos programas son iguales para el reloj."_s);
 }

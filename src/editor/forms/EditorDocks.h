@@ -12,7 +12,8 @@ class ProgrammeDocument;
 class QDockWidget;
 class QMainWindow;
 
-/// The panels below the pages: what is wrong, and what differs from another file.
+/// The panels below the pages: what is wrong, and what differs from another file. One that is shown
+/// by its menu entry has the focus; Escape closes it.
 class EditorDocks final : public QObject {
     Q_OBJECT
 public:
@@ -24,24 +25,29 @@ public:
 
     /// What could not be read of the file; shown above what is wrong with the programme.
     void setReadingProblems(const QList<ProgrammeProblem>& problems);
+    /// Shows the panel of the problems and gives it the focus.
+    void openProblems();
     /// `name` is that of the other file, and `problems` what is wrong with it: what could not be
-    /// read is shown above the differences. Shows the panel.
+    /// read is shown above the differences. Shows the panel and gives it the focus.
     void compareWith(const QString& name, const Programme& other,
                      const QList<ProgrammeProblem>& problems);
 
 signals:
     void chosen(const RowList::Target& target);
+    /// A panel was closed by key.
+    void left();
 
 private:
-    QDockWidget* addDock(QMainWindow& window, const QString& name, const QString& title,
-                         RowList* list);
+    QDockWidget* addDock(QMainWindow& window, const QString& name, const QString& title);
+    /// The list of a panel, made when the panel is first shown.
+    RowList& listIn(QDockWidget& dock, const QString& objectName, const QString& name,
+                    const QStringList& captions);
+    static void enter(QDockWidget& dock);
     void refresh();
     void showProblems();
     void showDifferences();
 
     ProgrammeDocument& m_document;
-    RowList* m_problems;
-    RowList* m_differences;
     QDockWidget* m_problemsDock;
     QDockWidget* m_comparisonDock;
     QList<ProgrammeProblem> m_reading;

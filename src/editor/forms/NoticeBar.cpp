@@ -8,7 +8,7 @@
 using namespace Qt::StringLiterals;
 
 NoticeBar::NoticeBar(QWidget* parent)
-    : QFrame(parent), m_text(new QLabel(this)), m_action(new QPushButton(u"&Ver qué"_s, this))
+    : QFrame(parent), m_text(new QLabel(this)), m_action(new QPushButton(u"Ver &qué"_s, this))
 {
     setObjectName(u"fraAviso"_s);
     setFrameShape(QFrame::StyledPanel);

@@ -1,18 +1,22 @@
 #include "ProgrammePages.h"
 
-#include "AlarmGrid.h"
 #include "BlockPage.h"
 #include "FieldKeys.h"
 #include "HolidayPage.h"
 #include "ProgrammeDocument.h"
 #include "WeekPage.h"
+#include "WeekView.h"
 #include "WidgetDescription.h"
 
 #include <QApplication>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QTabBar>
+#include <QTimer>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -22,21 +26,15 @@ ProgrammePages::ProgrammePages(ProgrammeDocument& document, QWidget* parent)
       m_tabs(new QTabBar(this)),
       m_stack(new QStackedWidget(this)),
       m_keys(new FieldKeys([this] { return !grid().selectedRows().isEmpty(); }, this)),
-      m_blockModel(document.model()),
-      m_week(new WeekPage)
+      m_blockModel(document.model())
 {
     makeTabs();
-    m_stack->addWidget(m_week);
-    makeBlockPage();
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_tabs);
     layout->addWidget(m_stack, 1);
-    connect(m_week, &WeekPage::alarmChosen, this,
-            [this](int block, int row) { goTo(ProgrammeMarks::Place::Alarm, block, row); });
     connect(&m_document, &ProgrammeDocument::changed, this, &ProgrammePages::refresh);
     // What is typed into another field is another step.
     connect(qApp, &QApplication::focusChanged, this, [this] { m_document.finishTyping(); });
-    refresh();
 }
 
 ProgrammePages::~ProgrammePages() { disconnect(qApp, nullptr, this, nullptr); }
@@ -58,7 +56,7 @@ void ProgrammePages::makeTabs()
     addTabShortcut(QKeySequence(Qt::CTRL | Qt::Key_PageDown), 1);
     addTabShortcut(QKeySequence(Qt::CTRL | Qt::Key_PageUp), -1);
     connect(m_tabs, &QTabBar::currentChanged, this, [this] {
-        m_block->grid().clearSelection();
+        grid().clearSelection();
         refresh();
         // The tab bar keeps the focus, for those who change tabs by keyboard.
         if (!m_tabs->hasFocus())
@@ -74,12 +72,27 @@ void ProgrammePages::addTabShortcut(const QKeySequence& keys, int by)
             [this, by] { m_tabs->setCurrentIndex(m_tabs->currentIndex() + by); });
 }
 
+void ProgrammePages::addPage(QWidget& page)
+{
+    m_stack->addWidget(&page);
+    // What is made later would come behind the panels and the status bar.
+    QWidget* before = m_tabs;
+    for (QWidget* field = page.nextInFocusChain(); page.isAncestorOf(field);) {
+        QWidget* next = field->nextInFocusChain();
+        if (field->focusPolicy() != Qt::NoFocus && !field->focusProxy()) {
+            setTabOrder(before, field);
+            before = field;
+        }
+        field = next;
+    }
+}
+
 void ProgrammePages::makeBlockPage()
 {
     const BlockPage* const before = m_block;
     m_blockModel = m_document.model();
     m_block = new BlockPage(m_blockModel);
-    m_stack->addWidget(m_block);
+    addPage(*m_block);
     m_keys->watch(*m_block);
     connect(m_block, &BlockPage::edited, this, &ProgrammePages::takeBlock);
     const AlarmGrid& rows = m_block->grid();
@@ -91,10 +104,57 @@ void ProgrammePages::makeBlockPage()
 void ProgrammePages::makeHolidayPage()
 {
     m_holidays = new HolidayPage;
-    m_stack->addWidget(m_holidays);
+    addPage(*m_holidays);
     m_keys->watch(*m_holidays);
     connect(m_holidays, &HolidayPage::edited, this, &ProgrammePages::takeTable);
     connect(m_holidays, &HolidayPage::refused, this, &ProgrammePages::refused);
+}
+
+void ProgrammePages::makeWeekPage()
+{
+    m_week = new WeekPage;
+    m_week->setSheetTitle(m_sheetTitle);
+    addPage(*m_week);
+    connect(m_week, &WeekPage::alarmChosen, this,
+            [this](int block, int row) { goTo(ProgrammeMarks::Place::Alarm, block, row); });
+    connect(m_week, &WeekPage::sheetTitleEdited, this, &ProgrammePages::sheetTitleEdited);
+}
+
+void ProgrammePages::makeFirstPage()
+{
+    if (m_block)
+        return;
+    makeBlockPage();
+    refresh();
+}
+
+void ProgrammePages::paintEvent(QPaintEvent* /*event*/)
+{
+    if (std::exchange(m_isPainted, true))
+        return;
+    QTimer::singleShot(0, this, [this] {
+        if (m_block)
+            return;
+        makeFirstPage();
+        focusShown();
+    });
+}
+
+int ProgrammePages::usualWidth() const
+{
+    // That of the rows of alarms; some styles need less.
+    constexpr int charactersOfTheRows = 164;
+    return std::max(charactersOfTheRows * fontMetrics().averageCharWidth(),
+                    WeekView::usualWidth(m_document.model(), fontMetrics()));
+}
+
+QString ProgrammePages::sheetTitle() const { return m_week ? m_week->sheetTitle() : m_sheetTitle; }
+
+void ProgrammePages::setSheetTitle(const QString& title)
+{
+    m_sheetTitle = title;
+    if (m_week)
+        m_week->setSheetTitle(title);
 }
 
 int ProgrammePages::currentTab() const { return m_tabs->currentIndex(); }
@@ -103,14 +163,23 @@ void ProgrammePages::showTab(int tab) { m_tabs->setCurrentIndex(tab); }
 
 int ProgrammePages::shownBlock() const { return currentTab() < holidayTab ? currentTab() : -1; }
 
-AlarmGrid& ProgrammePages::grid() { return m_block->grid(); }
+AlarmGrid& ProgrammePages::grid()
+{
+    makeFirstPage();
+    return m_block->grid();
+}
+
+AlarmGrid::Rows ProgrammePages::selectedRows() const
+{
+    return m_block ? m_block->grid().selectedRows() : AlarmGrid::Rows();
+}
 
 void ProgrammePages::goTo(ProgrammeMarks::Place place, int block, int row)
 {
     switch (place) {
     case ProgrammeMarks::Place::Alarm:
         showTab(block);
-        m_block->grid().focusRow(row);
+        grid().focusRow(row);
         return;
     case ProgrammeMarks::Place::Holiday:
         showTab(holidayTab);
@@ -126,7 +195,7 @@ void ProgrammePages::goTo(ProgrammeMarks::Place place, int block, int row)
 void ProgrammePages::focusShown()
 {
     if (shownBlock() >= 0)
-        m_block->grid().focusRow(0);
+        grid().focusRow(0);
     else if (currentTab() == holidayTab)
         m_holidays->focusFirst();
     else
@@ -135,12 +204,13 @@ void ProgrammePages::focusShown()
 
 void ProgrammePages::refresh()
 {
+    if (!m_block)
+        return;
     const bool isOtherModel = m_blockModel != m_document.model();
     const bool hadFocus = isOtherModel && m_block->isAncestorOf(QApplication::focusWidget());
     if (isOtherModel)
         makeBlockPage();
     const Programme& programme = m_document.programme();
-    m_week->setProgramme(programme, m_document.model());
     const ProgrammeMarks marks(programme, m_document.model());
     const int block = shownBlock();
     if (block >= 0) {
@@ -150,10 +220,18 @@ void ProgrammePages::refresh()
     } else if (currentTab() == holidayTab) {
         showHolidays(marks);
     } else {
-        m_stack->setCurrentWidget(m_week);
+        showWeek();
     }
     if (hadFocus)
         focusShown();
+}
+
+void ProgrammePages::showWeek()
+{
+    if (!m_week)
+        makeWeekPage();
+    m_week->setProgramme(m_document.programme(), m_document.model());
+    m_stack->setCurrentWidget(m_week);
 }
 
 void ProgrammePages::showHolidays(const ProgrammeMarks& marks)

@@ -1,12 +1,8 @@
 #pragma once
 
+#include "AlarmGrid.h"
 #include "ProgrammeMarks.h"
 
-#include <QWidget>
-
-#include <array>
-
-class AlarmGrid;
 class BlockPage;
 class FieldKeys;
 class HolidayPage;
@@ -17,6 +13,9 @@ class WeekPage;
 
 /// The pages of a document: the alarms of three outputs, holidays and vacations, the week. They
 /// show the document and hand over what the operator changes; showing changes nothing.
+///
+/// A page is made when it is first needed. The first one is made as soon as the window has been
+/// painted with its menus and tabs: its hundreds of fields take longer than all the rest.
 class ProgrammePages final : public QWidget {
     Q_OBJECT
 public:
@@ -36,8 +35,18 @@ public:
     /// Shows a row and gives it the focus.
     void goTo(ProgrammeMarks::Place place, int block, int row);
 
+    /// Gives the page shown the focus.
+    void focusShown();
+
     AlarmGrid& grid();
-    WeekPage& week() { return *m_week; }
+    AlarmGrid::Rows selectedRows() const;
+
+    /// The title of the sheet for the wall, which the page of the week edits.
+    QString sheetTitle() const;
+    void setSheetTitle(const QString& title);
+
+    /// The width of a window in which every page has room, also of those that are not made yet.
+    int usualWidth() const;
 
 signals:
     void tabChanged();
@@ -46,25 +55,37 @@ signals:
     void rowMenuRequested(const QPoint& globalPosition);
     /// Why something that the operator wanted was not done.
     void refused(const QString& reason);
+    void sheetTitleEdited();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     void makeTabs();
     void addTabShortcut(const QKeySequence& keys, int by);
+    /// Also places it behind the tabs in the order of the focus.
+    void addPage(QWidget& page);
     void makeBlockPage();
     void makeHolidayPage();
+    void makeWeekPage();
+    /// Makes the page that is to be shown, unless that was done before.
+    void makeFirstPage();
+    void showWeek();
     void showHolidays(const ProgrammeMarks& marks);
     void refresh();
     void takeBlock();
     void takeTable(const HolidayTable& table, const QString& step);
-    void focusShown();
 
     ProgrammeDocument& m_document;
     QTabBar* m_tabs;
     QStackedWidget* m_stack;
     FieldKeys* m_keys;
+    /// None of them until they are needed.
     BlockPage* m_block = nullptr;
-    ClockModel m_blockModel;
-    /// Made when it is first shown: half of the fields of the window are in it.
     HolidayPage* m_holidays = nullptr;
-    WeekPage* m_week;
+    WeekPage* m_week = nullptr;
+    ClockModel m_blockModel;
+    /// As long as there is no page of the week.
+    QString m_sheetTitle;
+    bool m_isPainted = false;
 };

@@ -4,6 +4,8 @@
 
 #include <QHeaderView>
 
+#include <algorithm>
+
 RowList::RowList(const QString& objectName, const QString& name, const QStringList& captions,
                  QWidget* parent)
     : QTreeWidget(parent)
@@ -37,7 +39,7 @@ void RowList::setLines(const QList<Line>& lines, const QString& whenEmpty)
         item->setFirstColumnSpanned(true);
         item->setFlags(Qt::ItemIsEnabled);
     }
-    setCurrentItem(topLevelItem(std::min(current, topLevelItemCount() - 1)));
+    setCurrentItem(topLevelItem(std::clamp(current, 0, topLevelItemCount() - 1)));
 }
 
 QSize RowList::sizeHint() const

@@ -1,6 +1,5 @@
 #include "frmEditor.h"
 
-#include "AlarmGrid.h"
 #include "ChangedPlace.h"
 #include "CountingDialogs.h"
 #include "DocumentFiles.h"
@@ -13,14 +12,12 @@
 #include "RowCommands.h"
 #include "RowNumber.h"
 #include "WallPrinting.h"
-#include "WeekPage.h"
 #include "WidgetDescription.h"
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QDropEvent>
-#include <QFileInfo>
 #include <QLabel>
 #include <QMimeData>
 #include <QPushButton>
@@ -55,17 +52,17 @@ frmEditor::frmEditor(ClockModel model, CountingDialogs& dialogs)
     connect(m_document, &ProgrammeDocument::modifiedChanged, this, &QWidget::setWindowModified);
     connect(m_document, &ProgrammeDocument::fileChanged, this, &frmEditor::showFile);
     connect(m_docks, &EditorDocks::chosen, this, &frmEditor::goTo);
+    connect(m_docks, &EditorDocks::left, m_pages, &ProgrammePages::focusShown);
     connect(m_rows, &RowCommands::told, this, &frmEditor::showMessage);
     connect(m_paper, &WallPrinting::told, this, &frmEditor::showMessage);
     connect(m_pages, &ProgrammePages::selectionChanged, this, &frmEditor::showSelection);
     connect(m_pages, &ProgrammePages::refused, this, &frmEditor::showMessage);
-    connect(&m_pages->week(), &WeekPage::sheetTitleEdited, this,
+    connect(m_pages, &ProgrammePages::sheetTitleEdited, this,
             [this] { emit sheetTitleEdited(sheetTitle()); });
     showFile();
     showState();
     resize(0, 0);
     growToPages();
-    m_pages->goTo(ProgrammeMarks::Place::Alarm, 0, 0);
 }
 
 // What the members tell while they go concerns this window no more.
@@ -90,7 +87,7 @@ void frmEditor::makeStatusBar()
     m_problemCount->setObjectName(u"cmdProblemas"_s);
     m_problemCount->setFlat(true);
     setHint(*m_problemCount, u"Muestra los problemas en una lista"_s);
-    connect(m_problemCount, &QPushButton::clicked, this, &frmEditor::showProblems);
+    connect(m_problemCount, &QPushButton::clicked, m_docks, &EditorDocks::openProblems);
     statusBar()->addWidget(m_selection);
     statusBar()->addPermanentWidget(m_problemCount);
     statusBar()->addPermanentWidget(m_modelLabel);
@@ -114,7 +111,7 @@ void frmEditor::connectMenus()
 
 void frmEditor::showSelection()
 {
-    const AlarmGrid::Rows rows = m_pages->grid().selectedRows();
+    const AlarmGrid::Rows rows = m_pages->selectedRows();
     if (rows.isEmpty())
         m_selection->clear();
     else if (rows.count() == 1)
@@ -127,11 +124,11 @@ void frmEditor::growToPages()
 {
     if (isMaximized() || isFullScreen())
         return;
-    // By itself a window gets two thirds of the screen at most; this one needs more.
-    QSize size = sizeHint();
-    // The page of the year is made later; it needs so many lines of text.
+    // By itself a window gets two thirds of the screen at most; this one needs more. Its pages are
+    // made later; that of the year needs so many lines of text.
     constexpr int linesOfTheYear = 50;
-    size.setHeight(std::max(size.height(), linesOfTheYear * fontMetrics().lineSpacing()));
+    QSize size = sizeHint().expandedTo(
+        {m_pages->usualWidth(), linesOfTheYear * fontMetrics().lineSpacing()});
     // The panels at the bottom make the rows scroll.
     size.rwidth() += style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
     const QScreen* on = screen();
@@ -161,7 +158,7 @@ bool frmEditor::open(const QString& path, ClockModel model)
     m_docks->setReadingProblems(misread);
     if (!misread.isEmpty())
         m_notice->showNotice(u"No todo el archivo se ha podido leer como está escrito."_s,
-                             u"&Ver qué"_s, [this] { showProblems(); });
+                             u"Ver &qué"_s, [this] { m_docks->openProblems(); });
     return true;
 }
 
@@ -221,7 +218,7 @@ void frmEditor::noticeChangeOutside()
         return;
     m_isChangeOutsideTold = true;
     m_notice->showNotice(u"Otro programa ha cambiado el archivo \"%1\"."_s.arg(m_document->name()),
-                         u"&Abrir de nuevo"_s, [this] { openAgain(); });
+                         u"Abrir de &nuevo"_s, [this] { openAgain(); });
 }
 
 void frmEditor::openAgain()
@@ -238,13 +235,20 @@ void frmEditor::openAgain()
 
 void frmEditor::save(bool (DocumentFiles::*how)())
 {
-    if ((m_files->*how)())
-        showMessage(u"Guardado en %1."_s.arg(m_document->path()));
+    if (!(m_files->*how)())
+        return;
+    showMessage(u"Guardado en %1."_s.arg(m_document->path()));
+    const QStringList losses =
+        ModelChange::lossesInFile(m_document->programme(), m_document->model());
+    if (!losses.isEmpty())
+        m_notice->showNotice(u"Guardado, pero el archivo no puede llevar todo.\n"_s +
+                                 losses.join(u'\n'),
+                             u"Ver &qué"_s, [this] { m_docks->openProblems(); });
 }
 
-QString frmEditor::sheetTitle() const { return m_pages->week().sheetTitle(); }
+QString frmEditor::sheetTitle() const { return m_pages->sheetTitle(); }
 
-void frmEditor::setSheetTitle(const QString& title) { m_pages->week().setSheetTitle(title); }
+void frmEditor::setSheetTitle(const QString& title) { m_pages->setSheetTitle(title); }
 
 void frmEditor::showMessage(const QString& text)
 {
@@ -331,7 +335,7 @@ void frmEditor::compare()
     request.title = u"Comparar con"_s;
     request.filters = {u"Programas (*.hct)"_s, u"Todos los archivos (*.*)"_s};
     request.defaultExtension = u"hct"_s;
-    request.directory = QFileInfo(m_document->path()).path();
+    request.directory = m_document->folder();
     const QString path = m_dialogs.openFile(request);
     if (path.isEmpty())
         return;
@@ -341,13 +345,6 @@ void frmEditor::compare()
         m_docks->compareWith(other.name(), other.programme(), result.problems);
     else
         m_dialogs.tell(Dialogs::Icon::Critical, editorTitle(), result.failure);
-}
-
-void frmEditor::showProblems()
-{
-    m_docks->problems().show();
-    m_docks->problems().raise();
-    m_docks->problems().widget()->setFocus();
 }
 
 void frmEditor::showAbout()

@@ -76,7 +76,6 @@ private:
     void goTo(const RowList::Target& target);
     void changeModel(ClockModel model);
     void compare();
-    void showProblems();
     void showAbout();
     void noticeChangeOutside();
     void openAgain();

@@ -27,7 +27,15 @@ struct EditorFixture {
         window = program.windows().constFirst();
         // It opens and offers as soon as events run.
         QCoreApplication::processEvents();
-        active = QTest::qWaitForWindowActive(program.windows().constLast());
+        frmEditor* last = program.windows().constLast();
+        active = QTest::qWaitForWindowActive(last) && hasRows(*last);
+    }
+
+    /// Waits until the window has its first page, which it makes once it has been painted.
+    static bool hasRows(const frmEditor& window)
+    {
+        return QTest::qWaitFor(
+            [&window] { return window.findChild<TextUpDown*>(QStringLiteral("txtHora(0)")); });
     }
 
     QString path(const QString& name) const { return folder.filePath(name); }
@@ -89,7 +97,8 @@ struct EditorFixture {
     FakeEditorDialogs dialogs;
     MemoryRegistry registry;
     EditorProgram program{{dialogs, registry, folder.filePath(QStringLiteral("recovery")),
-                           [] { return std::make_unique<FakeTimer>(); }}};
+                           [] { return std::make_unique<FakeTimer>(); },
+                           folder.filePath(QStringLiteral("documents"))}};
     QPointer<frmEditor> window;
     bool active = false;
 };

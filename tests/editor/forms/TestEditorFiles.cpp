@@ -2,6 +2,7 @@
 #include "ProgrammeFile.h"
 #include "ProgrammeLines.h"
 
+#include <QDir>
 #include <QDockWidget>
 #include <QDropEvent>
 #include <QLabel>
@@ -42,6 +43,10 @@ private slots:
     void closingStaysOpenWhenSavingFails();
     void windowStaysWhileABoxIsUp();
     void openingOffersBothModels();
+    void openingBeginsInTheDocuments();
+    void openingBeginsInTheFolderUsedLast();
+    void savingAsBeginsInTheFolderOfTheFile();
+    void savingTellsWhatTheFileDoesNotHold();
     void openingTakesTheModelOfTheFilter();
     void openingAsksWhenTheFileTellsAnotherModel();
     void openingAsksWhenTheFileWasOpenedOtherwise();
@@ -298,7 +303,7 @@ void TestEditorFiles::fileChangedOutsideIsNoticed()
     QEvent activation(QEvent::ActivationChange);
     QApplication::sendEvent(w.window, &activation);
     QVERIFY(w.find<QWidget>(u"fraAviso"_s)->isVisible());
-    QCOMPARE(w.find<QPushButton>(u"cmdAtender"_s)->text(), u"&Abrir de nuevo"_s);
+    QCOMPARE(w.find<QPushButton>(u"cmdAtender"_s)->text(), u"Abrir de &nuevo"_s);
     // It is told once, and not again at every change of the window.
     w.find<QPushButton>(u"cmdOcultar"_s)->click();
     QApplication::sendEvent(w.window, &activation);
@@ -414,6 +419,7 @@ void TestEditorFiles::clearedTitleOfTheSheetStaysCleared()
     w.program.open(w.path(u"a.hct"_s), hct7200, w.window);
     w.window->setSheetTitle(u"Timbres"_s);
     w.choose(u"mnuGuardar"_s);
+    w.showTab(4);
     w.find<QLineEdit>(u"txtTitulo"_s)->clear();
     w.choose(u"mnuGuardar"_s);
     QCOMPARE(w.window->sheetTitle(), QString());
@@ -476,6 +482,53 @@ void TestEditorFiles::printsOnePage()
     w.dialogs.paper = w.path(u"paper.pdf"_s);
     w.choose(u"mnuImprimir"_s);
     QCOMPARE(w.contents(w.dialogs.paper).count("/Type /Page\n"), 1);
+}
+
+void TestEditorFiles::openingBeginsInTheDocuments()
+{
+    EditorFixture w;
+    w.choose(u"mnuAbrir"_s);
+    QCOMPARE(w.dialogs.fileRequests.constLast().directory, w.path(u"documents"_s));
+}
+
+void TestEditorFiles::openingBeginsInTheFolderUsedLast()
+{
+    EditorFixture before;
+    before.write(before.path(u"a.hct"_s), fileWithHour("9"));
+    before.program.open(before.path(u"a.hct"_s), hct7200, before.window);
+    EditorFixture w;
+    w.registry.values = before.registry.values;
+    w.choose(u"mnuAbrir"_s);
+    QCOMPARE(w.dialogs.fileRequests.constLast().directory, before.folder.path());
+}
+
+void TestEditorFiles::savingAsBeginsInTheFolderOfTheFile()
+{
+    EditorFixture w;
+    QVERIFY(QDir(w.folder.path()).mkdir(u"own"_s));
+    w.write(w.path(u"own/a.hct"_s), fileWithHour("9"));
+    w.write(w.path(u"b.hct"_s), fileWithHour("9"));
+    w.program.open(w.path(u"own/a.hct"_s), hct7200, w.window);
+    w.program.open(w.path(u"b.hct"_s), hct7200);
+    w.choose(u"mnuGuardarComo"_s);
+    QCOMPARE(w.dialogs.fileRequests.constLast().directory, w.path(u"own"_s));
+}
+
+void TestEditorFiles::savingTellsWhatTheFileDoesNotHold()
+{
+    EditorFixture w({}, hct7300);
+    w.find<QCheckBox>(u"chkSabado(0)"_s)->click();
+    w.dialogs.files = {{w.path(u"a.hct"_s), 0}};
+    w.choose(u"mnuGuardar"_s);
+    QVERIFY(QFile::exists(w.path(u"a.hct"_s)));
+    const auto* notice = w.find<QWidget>(u"fraAviso"_s);
+    QVERIFY(notice->isVisible());
+    QCOMPARE(notice->findChild<QLabel*>()->text(),
+             u"Guardado, pero el archivo no puede llevar todo.\nSalida 1: en el modo 0, un aviso "
+             "pierde sábado, domingo, festivos o vacaciones."_s);
+    w.find<QCheckBox>(u"chkSabado(0)"_s)->click();
+    w.choose(u"mnuGuardar"_s);
+    QVERIFY(!notice->isVisible());
 }
 
 QTEST_MAIN(TestEditorFiles)

@@ -4,6 +4,7 @@
 
 #include <QAbstractButton>
 #include <QDialog>
+#include <QDockWidget>
 #include <QLabel>
 #include <QScreen>
 #include <QStyleFactory>
@@ -95,6 +96,11 @@ void TestEditorReadability::everyControlHasAName()
 {
     QFETCH(ClockModel, model);
     EditorFixture w({}, model);
+    // Pages and panels are made when they are first shown.
+    for (int tab = 4; tab >= 0; --tab)
+        w.showTab(tab);
+    w.find<QDockWidget>(u"docProblemas"_s)->show();
+    w.find<QDockWidget>(u"docComparacion"_s)->show();
     w.choose(u"mnuSerie"_s);
     for (QWidget* control : w.window->findChildren<QWidget*>()) {
         if (control->focusPolicy() == Qt::NoFocus || control->focusProxy() ||

@@ -152,6 +152,7 @@ void TestEditorRecovery::workKeptAtTheEndIsOffered()
         program.start({});
         QCoreApplication::processEvents();
         QVERIFY(QTest::qWaitForWindowActive(program.windows().constFirst()));
+        QVERIFY(EditorFixture::hasRows(*program.windows().constFirst()));
         EditorFixture::type("12");
         program.keepUnsavedWork();
     }
