@@ -2,6 +2,7 @@
 
 #include "AlarmGrid.h"
 #include "EditorDocks.h"
+#include "EditorToolBar.h"
 #include "ProgrammeDocument.h"
 #include "ProgrammePages.h"
 #include "ProgrammeTexts.h"
@@ -21,6 +22,13 @@ namespace {
 
 constexpr std::array models{ClockModel::Hct7200, ClockModel::Hct7300};
 
+/// With the digit as access key in which the names differ: "HCT-7&200".
+QString captionOf(ClockModel model)
+{
+    QString name = ProgrammeTexts::modelName(model);
+    return name.insert(name.size() - 3, u'&');
+}
+
 } // namespace
 
 EditorMenus::EditorMenus(QMainWindow& window, const Parts& parts)
@@ -30,6 +38,7 @@ EditorMenus::EditorMenus(QMainWindow& window, const Parts& parts)
     makeEdit();
     makeView();
     makeHelp();
+    makeToolBar();
     connect(&parts.pages, &ProgrammePages::tabChanged, this, &EditorMenus::update);
     connect(&parts.pages, &ProgrammePages::rowMenuRequested, this, &EditorMenus::openRowMenu);
 }
@@ -55,9 +64,13 @@ void EditorMenus::makeFile()
 {
     QMenu& menu = *m_window.menuBar()->addMenu(u"&Archivo"_s);
     QMenu& newMenu = *menu.addMenu(u"&Nuevo"_s);
+    m_new = new QAction(this);
+    m_new->setObjectName(u"mnuNuevo"_s);
+    connect(m_new, &QAction::triggered, this,
+            [this] { emit newRequested(m_parts.document.model()); });
     for (const ClockModel model : models)
         m_newFor.append(add(newMenu, u"mnuNuevo"_s + ProgrammeTexts::modelName(model),
-                            u"Para el &"_s + ProgrammeTexts::modelName(model), {},
+                            u"Para el "_s + captionOf(model), {},
                             [this, model] { emit newRequested(model); }));
     add(menu, u"mnuAbrir"_s, u"&Abrir..."_s, QKeySequence::keyBindings(QKeySequence::Open),
         [this] { emit openRequested(); });
@@ -104,11 +117,11 @@ void EditorMenus::makeEdit()
                [&rows] { rows.insert(); });
     addForRows(u"mnuEliminar"_s, u"&Eliminar avisos"_s, {Qt::Key_Delete},
                [&rows] { rows.remove(); });
-    addForRows(u"mnuElegirTodos"_s, u"Eleg&ir todos"_s, {Qt::CTRL | Qt::Key_A},
+    addForRows(u"mnuElegirTodos"_s, u"Ele&gir todos"_s, {Qt::CTRL | Qt::Key_A},
                [&rows] { rows.selectAll(); });
     m_edit->addSeparator();
     // Only names the keys, which the grid itself takes.
-    addForRows(u"mnuRepetir"_s, u"Repetir los &días hacia abajo\tCtrl+D"_s, {},
+    addForRows(u"mnuRepetir"_s, u"Repetir &los días hacia abajo\tCtrl+D"_s, {},
                [&rows] { rows.repeatDays(); });
     addForRows(u"mnuSerie"_s, u"&Serie de avisos..."_s, {Qt::CTRL | Qt::Key_E},
                [&rows] { rows.addSeries(); });
@@ -132,7 +145,7 @@ void EditorMenus::makeModels()
     m_models = new QActionGroup(this);
     for (const ClockModel model : models) {
         QAction* action = add(menu, u"mnuModelo"_s + ProgrammeTexts::modelName(model),
-                              u"&"_s + ProgrammeTexts::modelName(model), {},
+                              captionOf(model), {},
                               [this, model] { emit modelChosen(model); });
         action->setCheckable(true);
         m_models->addAction(action);
@@ -141,7 +154,8 @@ void EditorMenus::makeModels()
 
 void EditorMenus::makeView()
 {
-    QMenu& menu = *m_window.menuBar()->addMenu(u"&Ver"_s);
+    m_view = m_window.menuBar()->addMenu(u"&Ver"_s);
+    QMenu& menu = *m_view;
     m_tabs = new QActionGroup(this);
     for (int tab = 0; tab < ProgrammePages::tabCount; ++tab) {
         QAction* action = add(menu, u"mnuVer%1"_s.arg(tab + 1),
@@ -164,8 +178,16 @@ void EditorMenus::makeHelp()
     add(menu, u"mnuAcerca"_s, u"&Acerca del editor"_s, {}, [this] { emit aboutRequested(); });
 }
 
+void EditorMenus::makeToolBar()
+{
+    auto* bar = new EditorToolBar(m_window);
+    m_window.addToolBar(bar);
+    m_view->addAction(bar->toggleViewAction());
+}
+
 void EditorMenus::update()
 {
+    m_new->setText(u"Nuevo para el "_s + ProgrammeTexts::modelName(m_parts.document.model()));
     QUndoStack& steps = m_parts.document.undoStack();
     m_undo->setText((u"&Deshacer "_s + steps.undoText()).trimmed());
     m_undo->setEnabled(steps.canUndo());

@@ -16,8 +16,8 @@ class QMenu;
 class RowCommands;
 class WallPrinting;
 
-/// The menus of an editor window. What concerns rows, pages, panels and paper they do themselves;
-/// they tell what else the operator wants.
+/// The menus and the tool bar of an editor window. What concerns rows, pages, panels and paper they
+/// do themselves; they tell what else the operator wants.
 class EditorMenus final : public QObject {
     Q_OBJECT
 public:
@@ -57,6 +57,7 @@ private:
     void makeModels();
     void makeView();
     void makeHelp();
+    void makeToolBar();
     QAction* add(QMenu& menu, const QString& name, const QString& text,
                  const QList<QKeySequence>& keys, const std::function<void()>& run);
     /// An entry that needs the alarms of an output.
@@ -67,6 +68,9 @@ private:
     const Parts m_parts;
     QMenu* m_edit = nullptr;
     QMenu* m_copyTo = nullptr;
+    QMenu* m_view = nullptr;
+    /// In the tool bar alone: a new programme for the model of this one.
+    QAction* m_new = nullptr;
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;
     QActionGroup* m_models = nullptr;
