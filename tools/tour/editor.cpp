@@ -1,4 +1,5 @@
 // Takes pictures of every window of the editor, for the manual.
+#include "EditorDocks.h"
 #include "EditorProgram.h"
 #include "FileRegistry.h"
 #include "PreciseTimer.h"
@@ -62,6 +63,40 @@ Programme school(ClockModel model)
     return programme;
 }
 
+/// With another bell, one more and another holiday than that of the HCT-7200.
+Programme lastYear()
+{
+    Programme programme = school(ClockModel::Hct7200);
+    programme.blocks[0].Alarms[1].Minute = 50;
+    programme.blocks[0].Alarms[9] = {{true, true}, 18, 0};
+    programme.table.holidays[3] = {24, 7};
+    return programme;
+}
+
+bool savePicture(QWidget& window, const QString& path)
+{
+    settle();
+    return window.grab().save(path);
+}
+
+/// Does something that shows a box or a modal dialog, pictures that, and closes it.
+bool pictureBox(const std::function<void()>& show, const QString& path)
+{
+    bool isGood = false;
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, &watch, [&] {
+        QWidget* box = QApplication::activeModalWidget();
+        if (!box)
+            return;
+        watch.stop();
+        isGood = savePicture(*box, path);
+        box->close();
+    });
+    watch.start(50);
+    show();
+    return isGood;
+}
+
 class EditorTour {
 public:
     EditorTour(frmEditor& window, const QDir& folder, const QString& prefix)
@@ -70,6 +105,7 @@ public:
 
     bool savePictures()
     {
+        m_window.setSheetTitle(u"Timbres, curso 2026-27"_s);
         bool isGood = true;
         for (int tab = 1; tab <= 5; ++tab) {
             trigger(u"mnuVer%1"_s.arg(tab));
@@ -82,25 +118,56 @@ public:
         auto* series = m_window.findChild<QDialog*>(u"dlgSerie"_s);
         isGood = save(*series, u"serie"_s) && isGood;
         series->reject();
-        return isGood;
+        return savePanelsAndBoxes() && isGood;
     }
 
 private:
-    void trigger(const QString& name) { m_window.findChild<QAction*>(name)->trigger(); }
-    bool save(QWidget& window, const QString& name)
+    bool savePanelsAndBoxes()
     {
-        settle();
-        return window.grab().save(m_folder.filePath(m_prefix + name + u".png"_s));
+        m_window.findChild<QDockWidget*>(u"docProblemas"_s)->hide();
+        trigger(u"mnuVer1"_s);
+        m_window.findChild<EditorDocks*>()->compareWith(u"colegio-2025.hct"_s, lastYear());
+        bool isGood = save(m_window, u"comparacion"_s);
+        m_window.findChild<QDockWidget*>(u"docComparacion"_s)->hide();
+        isGood =
+            pictureBox([this] { trigger(u"mnuVistaPrevia"_s); }, path(u"vista-previa"_s)) && isGood;
+        Programme changed = m_window.document().programme();
+        changed.blocks[0].Alarms[0].Minute = 1;
+        m_window.document().edit(changed);
+        isGood = pictureBox([this] { trigger(u"mnuCerrar"_s); }, path(u"cerrar"_s)) && isGood;
+        m_window.document().undoStack().undo();
+        return isGood;
     }
+
+    void trigger(const QString& name) { m_window.findChild<QAction*>(name)->trigger(); }
+    QString path(const QString& name) const
+    {
+        return m_folder.filePath(m_prefix + name + u".png"_s);
+    }
+    bool save(QWidget& window, const QString& name) { return savePicture(window, path(name)); }
 
     frmEditor& m_window;
     const QDir m_folder;
     const QString m_prefix;
 };
 
+/// Leaves what a run without an end leaves.
+void leaveUnsavedWork(const EditorEnvironment& environment)
+{
+    EditorProgram program(environment);
+    program.start({});
+    program.windows().constFirst()->document().edit(school(ClockModel::Hct7200));
+    program.keepUnsavedWork();
+}
+
 bool walk(EditorProgram& program, const QDir& folder)
 {
-    bool isGood = true;
+    bool isGood = pictureBox(
+        [&program] {
+            program.start({});
+            settle();
+        },
+        folder.filePath(u"editor-recuperar.png"_s));
     const QTemporaryDir files;
     for (const ClockModel model : {ClockModel::Hct7200, ClockModel::Hct7300}) {
         const QString name = model == ClockModel::Hct7200 ? u"7200"_s : u"7300"_s;
@@ -124,9 +191,10 @@ int main(int argc, char* argv[])
     const QTemporaryDir data;
     WidgetEditorDialogs dialogs;
     FileRegistry registry(data.filePath(u"registry.reg"_s));
-    EditorProgram program({dialogs, registry, data.filePath(u"recovery"_s),
-                           [] { return std::make_unique<PreciseTimer>(); }});
-    program.start({});
+    const EditorEnvironment environment{dialogs, registry, data.filePath(u"recovery"_s),
+                                        [] { return std::make_unique<PreciseTimer>(); }};
+    leaveUnsavedWork(environment);
+    EditorProgram program(environment);
     bool isGood = false;
     QTimer::singleShot(0, &program, [&] {
         isGood = QDir().mkpath(folder.path()) && walk(program, folder);
