@@ -4,7 +4,6 @@
 #include "PaperLook.h"
 #include "ProgrammeTexts.h"
 #include "WeekDrawing.h"
-#include "WeekPicture.h"
 #include "WholeFile.h"
 
 #include <QBuffer>
@@ -23,10 +22,12 @@ constexpr qreal marginMillimetres = 12;
 
 constexpr qreal titleHeight = 32;
 constexpr qreal leastWeekHeight = 200;
-constexpr qreal mostHourHeight = 60;
+constexpr qreal mostHourHeight = 90;
 
 constexpr int titleSize = 20;
-constexpr int markTextSize = 7;
+/// Of the times in the week: as large as all of them have room.
+constexpr int leastTextSize = 7;
+constexpr int mostTextSize = 10;
 
 } // namespace
 
@@ -102,8 +103,16 @@ QRectF WallSheet::paintTitle(QPainter& painter, const QRectF& area) const
 
 void WallSheet::paintWeek(QPainter& painter, const QRectF& area) const
 {
-    const QFont font = PaperLook::font(markTextSize);
-    const QFontMetricsF metrics(font);
+    int size = mostTextSize;
+    while (size > leastTextSize && !weekIn(area, size).haveRoom)
+        --size;
+    painter.setFont(PaperLook::font(size));
+    WeekDrawing::draw(painter, weekIn(area, size).picture, PaperLook::week());
+}
+
+WallSheet::Week WallSheet::weekIn(const QRectF& area, int textSize) const
+{
+    const QFontMetricsF metrics(PaperLook::font(textSize));
     QRectF columns = area.marginsRemoved(WeekDrawing::margins(metrics));
     const auto pictureIn = [&](const QRectF& rect) {
         return WeekPicture(m_programme, m_model, rect, WeekDrawing::markHeight(metrics));
@@ -111,6 +120,10 @@ void WallSheet::paintWeek(QPainter& painter, const QRectF& area) const
     const WeekPicture whole = pictureIn(columns);
     columns.setHeight(
         std::min(columns.height(), (whole.endHour() - whole.firstHour()) * mostHourHeight));
-    painter.setFont(font);
-    WeekDrawing::draw(painter, pictureIn(columns), PaperLook::week());
+    const WeekPicture picture = pictureIn(columns);
+    const qreal wanted = WeekDrawing::leastColumnWidth(metrics) / qreal(Programme::blockCount);
+    const bool haveRoom = std::all_of(
+        picture.marks().begin(), picture.marks().end(),
+        [wanted](const WeekPicture::Mark& mark) { return mark.rect.width() >= wanted; });
+    return {picture, haveRoom};
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "WallLists.h"
+#include "WeekPicture.h"
 
 #include <QRectF>
 #include <QString>
@@ -27,9 +28,16 @@ public:
     void paintPage(QPainter& painter, const QRectF& area, int page) const;
 
 private:
+    struct Week {
+        WeekPicture picture;
+        /// Whether every mark has room for its time and shape.
+        bool haveRoom;
+    };
+
     /// The area that is left below.
     QRectF paintTitle(QPainter& painter, const QRectF& area) const;
     void paintWeek(QPainter& painter, const QRectF& area) const;
+    Week weekIn(const QRectF& area, int textSize) const;
 
     const Programme m_programme;
     const ClockModel m_model;

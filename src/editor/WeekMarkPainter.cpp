@@ -65,8 +65,10 @@ qreal WeekMarkPainter::leastWidth(const QFontMetricsF& metrics)
 void WeekMarkPainter::draw(const std::vector<WeekPicture::Mark>& marks)
 {
     m_painter.save();
-    // Straight edges are sharp without it, and filled many times faster.
-    m_painter.setRenderHint(QPainter::Antialiasing, false);
+    // Straight edges are sharp without it, and filled many times faster. On paper that is shown
+    // smaller than it is they would get lost.
+    m_painter.setRenderHint(QPainter::Antialiasing,
+                            m_painter.transform().type() > QTransform::TxTranslate);
     for (const WeekPicture::Mark& mark : marks)
         drawFrame(mark);
     m_painter.setRenderHint(QPainter::Antialiasing);
