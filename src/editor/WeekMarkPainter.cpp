@@ -22,7 +22,7 @@ constexpr qreal frameMargin = 1;
 /// Of the font's ascent.
 constexpr qreal shapePart = 0.7;
 constexpr qreal smallShapePart = 0.5;
-constexpr qreal smallSpacePart = 0.08;
+constexpr qreal smallSpacePart = 0.15;
 constexpr qreal smallTextPart = 0.78;
 
 QRectF placeOf(const WeekPicture::Mark& mark)

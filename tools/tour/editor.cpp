@@ -126,7 +126,7 @@ private:
     {
         m_window.findChild<QDockWidget*>(u"docProblemas"_s)->hide();
         trigger(u"mnuVer1"_s);
-        m_window.findChild<EditorDocks*>()->compareWith(u"colegio-2025.hct"_s, lastYear());
+        m_window.findChild<EditorDocks*>()->compareWith(u"colegio-2025.hct"_s, lastYear(), {});
         bool isGood = save(m_window, u"comparacion"_s);
         m_window.findChild<QDockWidget*>(u"docComparacion"_s)->hide();
         isGood =

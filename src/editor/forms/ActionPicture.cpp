@@ -13,7 +13,7 @@ namespace {
 
 /// The paths below are in a square of this size.
 constexpr qreal gridSize = 16;
-constexpr qreal lineWidth = 1.3;
+constexpr qreal lineWidth = 1.15;
 
 using Points = std::initializer_list<QPointF>;
 

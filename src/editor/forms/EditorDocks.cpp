@@ -29,22 +29,27 @@ QString placeOf(const ProgrammeProblem& problem, const QString& file)
     return problem.line > 0 ? u"Línea %1 de %2"_s.arg(problem.line).arg(file) : file;
 }
 
+QString comparisonEntry() { return u"&Comparación"_s; }
+
 } // namespace
 
 EditorDocks::EditorDocks(ProgrammeDocument& document, QMainWindow& window)
     : QObject(&window),
       m_document(document),
-      m_problemsDock(addDock(window, u"docProblemas"_s, u"&Problemas"_s)),
-      m_comparisonDock(addDock(window, u"docComparacion"_s, u"&Comparación"_s))
+      m_problemsDock(addDock(window, u"docProblemas"_s, u"Problemas"_s, u"&Problemas"_s)),
+      m_comparisonDock(addDock(window, u"docComparacion"_s, u"Comparación"_s, comparisonEntry()))
 {
     connect(m_problemsDock, &QDockWidget::visibilityChanged, this, &EditorDocks::showProblems);
     connect(m_comparisonDock, &QDockWidget::visibilityChanged, this, &EditorDocks::showDifferences);
     connect(&m_document, &ProgrammeDocument::changed, this, &EditorDocks::refresh);
 }
 
-QDockWidget* EditorDocks::addDock(QMainWindow& window, const QString& name, const QString& title)
+QDockWidget* EditorDocks::addDock(QMainWindow& window, const QString& name, const QString& title,
+                                  const QString& entry)
 {
     auto* dock = new QDockWidget(title, &window);
+    // The title would show the mark of an access key.
+    dock->toggleViewAction()->setText(entry);
     dock->setObjectName(name);
     window.addDockWidget(Qt::BottomDockWidgetArea, dock);
     dock->hide();
@@ -86,7 +91,9 @@ void EditorDocks::compareWith(const QString& name, const Programme& other,
     for (const ProgrammeProblem& problem : problems)
         if (problem.kind == ProgrammeProblem::Kind::Misread)
             m_notCompared.append({{placeOf(problem, name) + u": "_s + problem.text}});
-    m_comparisonDock->setWindowTitle(u"&Comparación con "_s + QString(name).replace(u'&', u"&&"_s));
+    m_comparisonDock->setWindowTitle(u"Comparación con "_s + name);
+    // The entry has followed the title.
+    m_comparisonDock->toggleViewAction()->setText(comparisonEntry());
     m_comparisonDock->show();
     showDifferences();
     enter(*m_comparisonDock);

@@ -38,7 +38,9 @@ signals:
     void left();
 
 private:
-    QDockWidget* addDock(QMainWindow& window, const QString& name, const QString& title);
+    /// `entry` is that of the menu, with its access key.
+    QDockWidget* addDock(QMainWindow& window, const QString& name, const QString& title,
+                         const QString& entry);
     /// The list of a panel, made when the panel is first shown.
     RowList& listIn(QDockWidget& dock, const QString& objectName, const QString& name,
                     const QStringList& captions);

@@ -145,8 +145,7 @@ void EditorMenus::makeModels()
     m_models = new QActionGroup(this);
     for (const ClockModel model : models) {
         QAction* action = add(menu, u"mnuModelo"_s + ProgrammeTexts::modelName(model),
-                              captionOf(model), {},
-                              [this, model] { emit modelChosen(model); });
+                              captionOf(model), {}, [this, model] { emit modelChosen(model); });
         action->setCheckable(true);
         m_models->addAction(action);
     }

@@ -28,7 +28,7 @@ QSize PictureScroll::minimumSizeHint() const
 {
     const int wanted = m_picture.minimumSizeHint().height() + 2 * frameWidth();
     return {QScrollArea::minimumSizeHint().width(),
-            std::min(wanted, screen()->availableSize().height() / 3)};
+            std::min(wanted, screen()->availableSize().height() / 4)};
 }
 
 void PictureScroll::showCurrentItem()

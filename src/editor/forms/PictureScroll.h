@@ -12,7 +12,7 @@ public:
     explicit PictureScroll(ItemPicture& picture, QWidget* parent = nullptr);
 
     QSize sizeHint() const override;
-    /// Room for the whole picture, if it needs no more than a third of the screen.
+    /// Room for the whole picture, if it needs no more than a quarter of the screen.
     QSize minimumSizeHint() const override;
 
 private:
