@@ -75,6 +75,8 @@ Programme lastYear()
 
 bool savePicture(QWidget& window, const QString& path)
 {
+    // Some styles draw the texts of other windows in grey.
+    window.activateWindow();
     settle();
     return window.grab().save(path);
 }

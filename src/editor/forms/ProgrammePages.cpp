@@ -4,6 +4,7 @@
 #include "FieldKeys.h"
 #include "HolidayPage.h"
 #include "ProgrammeDocument.h"
+#include "TextUpDown.h"
 #include "WeekPage.h"
 #include "WeekView.h"
 #include "WidgetDescription.h"
@@ -140,12 +141,19 @@ void ProgrammePages::paintEvent(QPaintEvent* /*event*/)
     });
 }
 
-int ProgrammePages::usualWidth() const
+QSize ProgrammePages::usualSize() const
 {
-    // That of the rows of alarms; some styles need less.
+    // Of the rows of alarms, some styles need less width. Their fields have the height that the
+    // style gives such a field; above and below them are the header, captions and notes.
     constexpr int charactersOfTheRows = 164;
-    return std::max(charactersOfTheRows * fontMetrics().averageCharWidth(),
-                    WeekView::usualWidth(m_document.model(), fontMetrics()));
+    constexpr int rowsAColumn = AlarmBlock::alarmCount / 2;
+    constexpr int linesBesideTheRows = 9;
+    const TextUpDown field({{0, 23, 2, {}}, {0, 59, 2, {}}}, u':');
+    const int rows = rowsAColumn * (field.sizeHint().height() + 2);
+    const int width = std::max(charactersOfTheRows * fontMetrics().averageCharWidth(),
+                               WeekView::usualWidth(m_document.model(), fontMetrics()));
+    return {width,
+            rows + linesBesideTheRows * fontMetrics().lineSpacing() + m_tabs->sizeHint().height()};
 }
 
 QString ProgrammePages::sheetTitle() const { return m_week ? m_week->sheetTitle() : m_sheetTitle; }

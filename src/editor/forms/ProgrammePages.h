@@ -45,8 +45,8 @@ public:
     QString sheetTitle() const;
     void setSheetTitle(const QString& title);
 
-    /// The width of a window in which every page has room, also of those that are not made yet.
-    int usualWidth() const;
+    /// The size in which every page has room, also those that are not made yet.
+    QSize usualSize() const;
 
 signals:
     void tabChanged();

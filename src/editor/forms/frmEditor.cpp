@@ -127,8 +127,11 @@ void frmEditor::growToPages()
     // By itself a window gets two thirds of the screen at most; this one needs more. Its pages are
     // made later; that of the year needs so many lines of text.
     constexpr int linesOfTheYear = 50;
+    const QSize pages = m_pages->usualSize();
+    const int besidePages = sizeHint().height() - m_pages->sizeHint().height();
     QSize size = sizeHint().expandedTo(
-        {m_pages->usualWidth(), linesOfTheYear * fontMetrics().lineSpacing()});
+        {pages.width(),
+         std::max(pages.height() + besidePages, linesOfTheYear * fontMetrics().lineSpacing())});
     // The panels at the bottom make the rows scroll.
     size.rwidth() += style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, this);
     const QScreen* on = screen();

@@ -17,6 +17,7 @@ class TestEditorWindow : public QObject {
     Q_OBJECT
 private slots:
     void newWindowIsUntouchedAndBeginsAtTheFirstHour();
+    void newWindowShowsAllRows();
     void typedTimeIsInTheDocument();
     void typingIsOneStepWithAName();
     void anotherFieldIsAnotherStep();
@@ -49,6 +50,14 @@ void TestEditorWindow::newWindowIsUntouchedAndBeginsAtTheFirstHour()
     EditorFixture w;
     QVERIFY(w.window->isUntouched());
     QCOMPARE(w.time(0)->fieldWithFocus(), 0);
+}
+
+void TestEditorWindow::newWindowShowsAllRows()
+{
+    // The screen is 800 high.
+    const EditorFixture w;
+    const auto* last = w.find<QWidget>(u"lblOrde(15)"_s);
+    QTRY_COMPARE(last->visibleRegion().boundingRect(), last->rect());
 }
 
 void TestEditorWindow::typedTimeIsInTheDocument()
