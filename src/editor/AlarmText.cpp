@@ -19,17 +19,17 @@ struct Time {
     int minute;
 };
 
+// The cells of these functions are plain; see DayWords.
+
 std::optional<Time> timeIn(const QString& cell)
 {
     // A point needs two digits behind it: 9.5 may be nine and a half.
     static const QRegularExpression pattern(
         u"^(\\d{1,2}) ?(?:[:h] ?(\\d{1,2})|\\.(\\d\\d))(?:[:.]00)? ?(?:(a|p)\\.? ?m\\.?|h\\.?)?$"_s);
-    const auto first = std::find_if_not(cell.begin(), cell.end(),
-                                        [](QChar character) { return character.isSpace(); });
     // Most cells are none: these need no search.
-    if (first == cell.end() || !first->isDigit())
+    if (cell.isEmpty() || !cell.front().isDigit())
         return std::nullopt;
-    const QRegularExpressionMatch match = pattern.match(DayWords::plain(cell));
+    const QRegularExpressionMatch match = pattern.match(cell);
     if (!match.hasMatch())
         return std::nullopt;
     constexpr int noon = 12;
@@ -49,14 +49,14 @@ bool isMark(const QString& cell)
 {
     static const QStringList marks{u"x"_s, u"1"_s,         u"si"_s,  u"✓"_s,
                                    u"✔"_s, u"verdadero"_s, u"true"_s};
-    return marks.contains(DayWords::plain(cell));
+    return marks.contains(cell);
 }
 
 bool isEmpty(const QString& cell)
 {
     static const QStringList none{QString(), u"0"_s,  u"no"_s,    u"-"_s,
                                   u"·"_s,    u"··"_s, u"falso"_s, u"false"_s};
-    return none.contains(DayWords::plain(cell));
+    return none.contains(cell);
 }
 
 /// Whether the cells are a column for each day. A single X is Wednesday.
@@ -75,12 +75,16 @@ public:
     void take(const QString& line)
     {
         ++m_line;
-        const QStringList cells = line.split(line.contains(u'\t') ? u'\t' : u';');
-        const auto hour = std::find_if(cells.begin(), cells.end(),
-                                       [](const QString& cell) { return timeIn(cell); });
-        const QStringList days = cells.mid(hour - cells.begin() + 1);
-        if (hour != cells.end())
-            takeAlarm(*timeIn(*hour), days);
+        QStringList cells = line.split(line.contains(u'\t') ? u'\t' : u';');
+        for (QString& cell : cells)
+            cell = DayWords::plain(cell);
+        std::optional<Time> time;
+        const auto hour = std::find_if(cells.cbegin(), cells.cend(), [&time](const QString& cell) {
+            time = timeIn(cell);
+            return time.has_value();
+        });
+        if (time)
+            takeAlarm(*time, cells.mid(hour - cells.cbegin() + 1));
         else if (!takeCaptions(cells) && !line.trimmed().isEmpty())
             tell(u"«%1» no tiene hora."_s.arg(line.simplified()));
     }
@@ -94,9 +98,7 @@ private:
 
     bool takeCaptions(const QStringList& cells)
     {
-        const auto hour = std::find_if(cells.begin(), cells.end(), [](const QString& cell) {
-            return DayWords::plain(cell) == u"hora";
-        });
+        const auto hour = std::find(cells.begin(), cells.end(), u"hora"_s);
         if (hour == cells.end())
             return false;
         m_columns.clear();
@@ -162,8 +164,9 @@ QString text(const std::vector<Alarm>& alarms)
 Alarms parse(const QString& text, ClockModel model)
 {
     TableReader reader(model);
-    static const QRegularExpression lineEnd(u"\r\n|\n|\r"_s);
-    QStringList lines = text.split(lineEnd);
+    QString ended = text;
+    ended.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
+    QStringList lines = ended.split(u'\n');
     if (lines.last().isEmpty())
         lines.removeLast();
     for (const QString& line : std::as_const(lines))

@@ -137,7 +137,10 @@ void TestAlarmText::daysAsPeopleWriteThemAreRead_data()
     add("los lunes y el martes", "lunes y martes");
     add("LMXJV", "lunes a viernes");
     add("LMMJV", "lunes a viernes");
+    add("MJ", "martes y jueves");
     add("L/X/V", "lunes, miércoles y viernes");
+    add("lun.+mié;vie-", "lunes, miércoles y viernes");
+    add("viernes e festivos", "viernes y festivos");
     add("M", "martes");
     add("X", "miércoles");
     add("laborables", "lunes a viernes");
