@@ -19,6 +19,8 @@ private slots:
     void station255TakesAnyStation();
     void headerIsFoundBehindNoise_data();
     void headerIsFoundBehindNoise();
+    void hunterTellsHowManyBytesAreToCome_data();
+    void hunterTellsHowManyBytesAreToCome();
 };
 
 void TestFrame::requestWithoutDataIsEightBytes()
@@ -144,7 +146,33 @@ void TestFrame::headerIsFoundBehindNoise()
 void TestFrame::headerKeepsItsBytes()
 {
     QCOMPARE((frame::Header{7, 255}.bytes()), QByteArray::fromHex("68ffff6807"));
-    QCOMPARE((frame::Header{7, 257}.bytes()), QByteArray::fromHex("4801014807"));
+    QCOMPARE((frame::Header{7, 256}.bytes()), QByteArray::fromHex("4800004807"));
+}
+
+void TestFrame::hunterTellsHowManyBytesAreToCome_data()
+{
+    QTest::addColumn<QByteArray>("received");
+    QTest::addColumn<int>("toCome");
+    const auto row = [](const char* name, const char* received, int toCome) {
+        QTest::newRow(name) << QByteArray::fromHex(received) << toCome;
+    };
+    row("nothing", "", 8);
+    row("noise", "0102030405", 8);
+    row("a start", "68", 7);
+    row("a start and a length", "6803", 6);
+    row("the length twice", "680303", 5);
+    row("two lengths", "680304", 8);
+    row("a second start", "68030368", 4);
+    row("the other start, which may begin a frame of its own", "68030348", 7);
+    row("no second start", "68030303", 8);
+}
+
+void TestFrame::hunterTellsHowManyBytesAreToCome()
+{
+    QFETCH(QByteArray, received);
+    frame::HeaderHunter hunter(1);
+    hunt(hunter, received);
+    QTEST(hunter.bytesToCome(), "toCome");
 }
 
 QTEST_GUILESS_MAIN(TestFrame)

@@ -15,6 +15,7 @@ private slots:
     void goodAnswerIsDelivered();
     void answerWithoutDataIsDelivered();
     void answerSplitAtEveryByteIsDelivered();
+    void portIsToldHowManyBytesAreToCome();
     void longAnswerIsDelivered();
     void answerOfEveryLengthByteIsDeliveredWhole_data();
     void answerOfEveryLengthByteIsDeliveredWhole();
@@ -46,6 +47,7 @@ private slots:
     void exchangeOutlivesTheLink();
     void vanishedPortIsAClosedPort();
     void vanishedPortInMidRequestStillTimesOut();
+    void timeOutOfAVanishedPortCarriesTheFrameReceivedLast();
     void vanishedPortIsTold();
 
 private:
@@ -114,6 +116,17 @@ void TestMessageLinkReceive::answerSplitAtEveryByteIsDelivered()
     QCOMPARE(m_fixture->link.state(), LinkState::Body);
     m_fixture->serie.arrive(QByteArray::fromHex("16"));
     QCOMPARE(m_answers, (QList<Answer>{{8, QByteArray::fromHex("020100"), 0}}));
+}
+
+void TestMessageLinkReceive::portIsToldHowManyBytesAreToCome()
+{
+    request(m_exchange);
+    m_fixture->serie.arrive(QByteArray::fromHex("68"));
+    QCOMPARE(m_fixture->serie.stillMissing(), 7);
+    m_fixture->serie.arrive(QByteArray::fromHex("0505"));
+    QCOMPARE(m_fixture->serie.stillMissing(), 5);
+    m_fixture->serie.arrive(QByteArray::fromHex("6801"));
+    QCOMPARE(m_fixture->serie.stillMissing(), 6);
 }
 
 void TestMessageLinkReceive::longAnswerIsDelivered()
@@ -454,6 +467,17 @@ void TestMessageLinkReceive::vanishedPortInMidRequestStillTimesOut()
     m_fixture->timeOut();
     QCOMPARE(m_answers, (QList<Answer>{{0, QByteArray(), 1}}));
     QVERIFY(!m_fixture->link.Ocupado());
+}
+
+void TestMessageLinkReceive::timeOutOfAVanishedPortCarriesTheFrameReceivedLast()
+{
+    request(m_exchange);
+    m_fixture->serie.arrive(QByteArray::fromHex("680505680108020100"
+                                                "0c16"));
+    request(m_exchange);
+    m_fixture->serie.vanish();
+    m_fixture->timeOut();
+    QCOMPARE(m_answers.last(), (Answer{8, QByteArray::fromHex("020100"), 1}));
 }
 
 void TestMessageLinkReceive::vanishedPortIsTold()

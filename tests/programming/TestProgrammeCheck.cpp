@@ -64,6 +64,8 @@ private slots:
     void missingLineInTheLastBlockIsTold();
     void whatFollowsAShiftedBlockIsCheckedAtItsLine();
     void whatMayBeShiftedDoesNotClash();
+    void modeTellsTheLikelyModel_data();
+    void modeTellsTheLikelyModel();
     void likelyModelIsNotGuessedFromShiftedLines();
     void tooLongFileIsTold();
     void dateThatNoCalendarHasIsTold();
@@ -344,6 +346,26 @@ void TestProgrammeCheck::whatMayBeShiftedDoesNotClash()
     lines.all.removeAt(40);
     QCOMPARE(problems(lines.text()),
              QStringList{u"2: En --AVISOS 1-- falta una línea, entre la 1 y la 99."_s});
+}
+
+void TestProgrammeCheck::modeTellsTheLikelyModel_data()
+{
+    QTest::addColumn<QByteArray>("mode");
+    QTest::addColumn<ClockModel>("model");
+    QTest::newRow("0") << QByteArray("0") << hct7200;
+    QTest::newRow("1, which both have") << QByteArray("1") << hct7200;
+    QTest::newRow("2") << QByteArray("2") << hct7300;
+    QTest::newRow("255") << QByteArray("255") << hct7300;
+    QTest::newRow("256, which no clock has") << QByteArray("256") << hct7200;
+}
+
+void TestProgrammeCheck::modeTellsTheLikelyModel()
+{
+    QFETCH(QByteArray, mode);
+    QFETCH(ClockModel, model);
+    ProgrammeLines lines = withBells();
+    lines.block(1, 1) = mode;
+    QVERIFY(ProgrammeFile::likelyModel(lines.text()) == model);
 }
 
 void TestProgrammeCheck::likelyModelIsNotGuessedFromShiftedLines()
