@@ -41,10 +41,7 @@ const std::array<Entry, 12>& entries()
 /// The number of COM ports that can be addressed at all; keeps index + 1 within an int.
 constexpr int highestPortIndex = 32766;
 
-int portNumber(const QString& index)
-{
-    return std::clamp(index.trimmed().toInt(), -1, highestPortIndex) + 1;
-}
+int portNumber(const QString& index) { return std::clamp(index.toInt(), -1, highestPortIndex) + 1; }
 
 QChar parityLetter(const QString& name)
 {
@@ -61,13 +58,13 @@ QChar parityLetter(const QString& name)
 
 int bitRate(const QString& speed)
 {
-    const int rate = speed.trimmed().toInt();
+    const int rate = speed.toInt();
     return rate <= 0 ? 9600 : rate;
 }
 
 quint8 byteOrZero(const QString& text)
 {
-    const int number = text.trimmed().toInt();
+    const int number = text.toInt();
     return number < 0 || number > 255 ? quint8(0) : static_cast<quint8>(number);
 }
 
