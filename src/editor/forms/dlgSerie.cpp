@@ -13,6 +13,7 @@
 #include <QPushButton>
 
 #include <algorithm>
+#include <initializer_list>
 
 using namespace Qt::StringLiterals;
 
@@ -86,6 +87,10 @@ QWidget* dlgSerie::makeTimes()
     form->addRow(u"Núme&ro de avisos:"_s, txtVeces);
     form->addRow(u"&Descanso añadido:"_s, txtDescanso);
     form->addRow(u"… &tras el aviso:"_s, txtTras);
+    // In styles with high fields the layout leaves captions above the middle of their fields.
+    for (QWidget* field :
+         std::initializer_list<QWidget*>{txtPrimero, txtCada, txtVeces, txtDescanso, txtTras})
+        form->labelForField(field)->setMinimumHeight(field->sizeHint().height());
     return group;
 }
 

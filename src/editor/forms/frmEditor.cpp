@@ -126,7 +126,7 @@ void frmEditor::growToPages()
         return;
     // By itself a window gets two thirds of the screen at most; this one needs more. Its pages are
     // made later; that of the year needs so many lines of text.
-    constexpr int linesOfTheYear = 50;
+    constexpr int linesOfTheYear = 53;
     const QSize pages = m_pages->usualSize();
     const int besidePages = sizeHint().height() - m_pages->sizeHint().height();
     QSize size = sizeHint().expandedTo(
