@@ -24,11 +24,14 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT HCT_SANITIZE)
     # What Debian hardens its own programs with. FORTIFY needs optimisation, so not in Debug; the sanitizers
     # have such checks of their own.
     set(hardening -fstack-protector-strong -fstack-clash-protection -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+    set(hardened_link -z,relro,-z,now)
     if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64")
         list(APPEND hardening -fcf-protection)
+        # Debian's crt files lack the mark of control-flow protection, for which alone the linker leaves it out.
+        string(APPEND hardened_link ",-z,ibt,-z,shstk")
     endif()
     target_compile_options(hct_flags INTERFACE "$<$<NOT:$<CONFIG:Debug>>:${hardening}>")
-    target_link_options(hct_flags INTERFACE "$<$<NOT:$<CONFIG:Debug>>:LINKER:-z,relro,-z,now>")
+    target_link_options(hct_flags INTERFACE "$<$<NOT:$<CONFIG:Debug>>:LINKER:${hardened_link}>")
     set(CMAKE_POSITION_INDEPENDENT_CODE ON)
     include(CheckPIESupported)
     check_pie_supported(LANGUAGES CXX)
