@@ -73,6 +73,7 @@ QString NetworkSerialPort::openDevice()
         m_client.emplace(*parsed.settings, isDtrEnabled(), isRtsEnabled());
     }
     m_openFailure.clear();
+    forgetLastBytes();
     m_isBroken = false;
     m_step = Step::Connecting;
     connectTo(*address);
@@ -88,10 +89,7 @@ void NetworkSerialPort::connectTo(const NetworkAddress& address)
     m_socket->setProxy(QNetworkProxy::NoProxy);
     connect(m_socket, &QTcpSocket::connected, this, &NetworkSerialPort::connected);
     connect(m_socket, &QTcpSocket::errorOccurred, this, &NetworkSerialPort::socketFailed);
-    // Queued: a receiver may open a box, and the socket tells of no further bytes before its signal
-    // has returned.
-    connect(m_socket, &QTcpSocket::readyRead, this, &NetworkSerialPort::readArrived,
-            Qt::QueuedConnection);
+    connect(m_socket, &QTcpSocket::readyRead, this, &NetworkSerialPort::bytesArrived);
     // Without buffers of the toolkit, which would keep copies of the bytes, and grow.
     m_socket->connectToHost(address.host, address.port,
                             QIODevice::ReadWrite | QIODevice::Unbuffered);
@@ -178,16 +176,38 @@ void NetworkSerialPort::socketFailed()
         loseLater();
 }
 
+void NetworkSerialPort::bytesArrived()
+{
+    // Later: a receiver may open a box, and the socket tells of no further bytes before its signal
+    // has returned.
+    if (!std::exchange(m_isArrivalTold, true))
+        readLater();
+    // Bytes are told once until they are read. The end of a connection may be told over and over on
+    // Windows, where the event loop comes to nothing else until it has been read.
+    else if (take(m_lastBytes))
+        m_hasLastBytes = true;
+}
+
+void NetworkSerialPort::readLater()
+{
+    QMetaObject::invokeMethod(this, &NetworkSerialPort::readArrived, Qt::QueuedConnection);
+}
+
 void NetworkSerialPort::readArrived()
 {
+    m_isArrivalTold = false;
     if (m_step != Step::Negotiating && m_step != Step::Open)
         return;
-    QByteArray data;
-    if (m_isBroken)
-        lose();
-    else if (!take(data))
-        return;
-    else if (isOpen())
+    QByteArray data = std::exchange(m_lastBytes, {});
+    if (!std::exchange(m_hasLastBytes, false)) {
+        if (m_isBroken)
+            return lose();
+        if (!take(data))
+            return;
+    }
+    // The end of the connection may have been told together with these bytes.
+    readLater();
+    if (isOpen())
         deliver(std::move(data));
     else
         negotiate();
@@ -204,10 +224,10 @@ bool NetworkSerialPort::take(QByteArray& data)
     acknowledgeAtOnce(m_socket->socketDescriptor());
     bytes.truncate(count);
     if (!m_client) {
-        data = std::move(bytes);
+        data.append(std::move(bytes));
         return true;
     }
-    data.reserve(count);
+    data.reserve(data.size() + count);
     QByteArray answers;
     m_client->take(bytes, data, answers);
     wipe(bytes);
@@ -223,7 +243,7 @@ bool NetworkSerialPort::take(QByteArray& data)
 void NetworkSerialPort::loseLater()
 {
     m_isBroken = true;
-    QMetaObject::invokeMethod(this, &NetworkSerialPort::readArrived, Qt::QueuedConnection);
+    readLater();
 }
 
 void NetworkSerialPort::lose()
@@ -237,6 +257,7 @@ void NetworkSerialPort::lose()
 void NetworkSerialPort::clearInput()
 {
     SerialPort::clearInput();
+    forgetLastBytes();
     if (!isOpen() || m_isBroken)
         return;
     QByteArray data;
@@ -244,6 +265,13 @@ void NetworkSerialPort::clearInput()
         wipe(data);
     if (m_client)
         send(comport::purgeReceived());
+}
+
+void NetworkSerialPort::forgetLastBytes()
+{
+    m_isArrivalTold = false;
+    m_hasLastBytes = false;
+    wipe(m_lastBytes);
 }
 
 void NetworkSerialPort::clearOutput()
@@ -297,6 +325,7 @@ void NetworkSerialPort::closeDevice()
 {
     m_step = Step::Closed;
     dropSocket();
+    forgetLastBytes();
     wipe(m_waiting);
 }
 

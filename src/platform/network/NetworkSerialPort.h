@@ -58,10 +58,13 @@ private:
     void openingTimedOut();
     void negotiationTimedOut();
     void negotiate();
+    void bytesArrived();
+    void readLater();
     void readArrived();
-    /// Takes some of what has arrived: the data comes into `data`, which is empty before, commands
-    /// are carried out. False when nothing has arrived.
+    /// Takes some of what has arrived: the data is appended to `data`, commands are carried out.
+    /// False when nothing has arrived.
     bool take(QByteArray& data);
+    void forgetLastBytes();
     void loseLater();
     void lose();
     void send(const QByteArray& bytes);
@@ -78,6 +81,10 @@ private:
     QString m_openFailure;
     /// Data for the time when the far end takes some again.
     QByteArray m_waiting;
+    bool m_isArrivalTold = false;
+    /// Something was taken before its turn, of which `m_lastBytes` is the data.
+    bool m_hasLastBytes = false;
+    QByteArray m_lastBytes;
     /// The connection is at its end, which has not been told yet.
     bool m_isBroken = false;
 };
