@@ -37,7 +37,8 @@ int editUntilKilled(const QString& folder)
         {dialogs, registry, folder, [] { return std::make_unique<FakeTimer>(); }});
     program.start({});
     QCoreApplication::processEvents();
-    if (!QTest::qWaitForWindowActive(program.windows().constFirst()))
+    frmEditor* const window = program.windows().constFirst();
+    if (!QTest::qWaitForWindowActive(window) || !EditorFixture::hasRows(*window))
         return 1;
     EditorFixture::type("7");
     QTextStream(stdout) << "edited" << Qt::endl;
