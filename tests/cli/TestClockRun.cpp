@@ -60,7 +60,7 @@ private:
     std::unique_ptr<ClockRun> m_run;
     std::unique_ptr<QSignalSpy> m_ended;
     Console m_console{Console::Form::Text, Console::Notes::Quiet};
-    const CommonOptions m_options;
+    const CommonOptions m_options{};
     ClockJob* m_job = nullptr;
     Diary m_diary;
 };

@@ -25,7 +25,7 @@ private:
     void takeTime();
 
     World m_world;
-    const CommonOptions m_options;
+    const CommonOptions m_options{};
 };
 
 QByteArray TestClockSetJob::blockWithoutADate()

@@ -21,6 +21,8 @@ namespace {
 constexpr qsizetype pieceSize = 16384;
 /// How many such pieces are discarded at a time: a far end may send without end.
 constexpr int mostPiecesDiscarded = 16;
+/// How long nothing is read from a far end that negotiates, even when nothing is told.
+constexpr std::chrono::milliseconds pauseBetweenLooks{100};
 
 /// RFC 2217 has no name for fewer data bits.
 constexpr int fewestDataBits = 5;
@@ -102,6 +104,10 @@ void NetworkSerialPort::waitUntilDecided()
     QEventLoop wait;
     m_wait = &wait;
     QTimer::singleShot(longestOpening, &wait, [this] { openingTimedOut(); });
+    // Wine, at least, does not tell each end of a connection that is cut at its beginning.
+    QTimer look;
+    connect(&look, &QTimer::timeout, this, &NetworkSerialPort::readArrived);
+    look.start(pauseBetweenLooks);
     setOpening(true);
     wait.exec(QEventLoop::ExcludeUserInputEvents);
     m_wait = nullptr;
