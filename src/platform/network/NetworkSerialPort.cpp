@@ -230,7 +230,12 @@ bool NetworkSerialPort::take(QByteArray& data)
     acknowledgeAtOnce(m_socket->socketDescriptor());
     bytes.truncate(count);
     if (!m_client) {
-        data.append(std::move(bytes));
+        if (data.isEmpty()) {
+            data = std::move(bytes);
+        } else {
+            data.append(bytes);
+            wipe(bytes);
+        }
         return true;
     }
     data.reserve(data.size() + count);
