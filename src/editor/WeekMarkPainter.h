@@ -18,7 +18,7 @@ class QPainter;
 /// Draws the marks of a picture of the week, with the painter's font: a frame in the colour of the
 /// output, its shape and the time. In a narrow mark both are smaller; a very narrow one has the
 /// time alone, and one without room for that the shape. A window is to be repainted while somebody
-/// types, so everything that marks have in common is done once.
+/// types, so texts are prepared once for all marks.
 class WeekMarkPainter {
 public:
     /// The colours of the three outputs.
@@ -51,11 +51,11 @@ private:
     };
 
     void drawFrame(const WeekPicture::Mark& mark);
-    /// Places shape and time in the largest form for which there is room.
-    void placeInside(const WeekPicture::Mark& mark);
+    /// Draws the shape and places the time, in the largest form for which there is room.
+    void drawInside(const WeekPicture::Mark& mark);
     /// False when there is no room for this form.
-    bool placeAs(const Inside& inside, const WeekPicture::Mark& mark);
-    void placeShape(const QRectF& place, qreal left, qreal size, int block);
+    bool drawAs(const Inside& inside, const WeekPicture::Mark& mark);
+    void drawShape(const QRectF& place, qreal left, qreal size, int block);
     void drawTexts(const Texts& texts);
     const QStaticText& textOf(Texts& texts, int minute) const;
 
@@ -64,7 +64,6 @@ private:
     Colours m_tints;
     const QColor m_text;
     const qreal m_ascent;
-    std::array<QPainterPath, Programme::blockCount> m_shapes;
     Texts m_texts;
     Texts m_smallTexts;
 };
