@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-enum class Part { Header, Alarm, Holiday, Vacation };
+enum class Part { Header, Time, Days, Holiday, Vacation };
 
 struct Field {
     Part part;
@@ -29,9 +29,9 @@ void addBlock(QList<Field>& fields, const AlarmBlock& before, const AlarmBlock& 
         const Alarm& old = before.Alarms[static_cast<std::size_t>(row)];
         const Alarm& fresh = after.Alarms[static_cast<std::size_t>(row)];
         if (old.Hour != fresh.Hour || old.Minute != fresh.Minute)
-            fields.append({Part::Alarm, block, row, u"hora del aviso %1"_s.arg(row + 1)});
+            fields.append({Part::Time, block, row, u"hora del aviso %1"_s.arg(row + 1)});
         if (old.flags != fresh.flags)
-            fields.append({Part::Alarm, block, row, u"días del aviso %1"_s.arg(row + 1)});
+            fields.append({Part::Days, block, row, u"días del aviso %1"_s.arg(row + 1)});
     }
 }
 
@@ -69,10 +69,13 @@ QString nameOfDates(const QList<Field>& fields)
 
 QString nameOfBlock(const QList<Field>& fields)
 {
-    if (!agree(fields, [](const Field& field) { return field.part; }))
+    const Part first = fields.front().part;
+    if (agree(fields, [](const Field& field) { return field.part; }))
+        return first == Part::Header ? u"duración y modo"_s
+               : first == Part::Time ? u"horas de avisos"_s
+                                     : u"días de avisos"_s;
+    if (!agree(fields, [](const Field& field) { return field.part == Part::Header; }))
         return u"varios cambios"_s;
-    if (fields.front().part == Part::Header)
-        return u"duración y modo"_s;
     if (agree(fields, [](const Field& field) { return field.row; }))
         return u"aviso %1"_s.arg(fields.front().row + 1);
     return u"avisos"_s;

@@ -44,6 +44,16 @@ void TestEditName::editIsNamedByWhatDiffers_data()
         [](Programme& p) { p.blocks[2].Alarms.fill(samples::onWorkingDays(9, 0)); },
         u"avisos de la salida 3"_s);
     add(
+        "hours", [](Programme& p) { p.blocks[0].Alarms[2].Hour = p.blocks[0].Alarms[3].Hour = 9; },
+        u"horas de avisos"_s);
+    add(
+        "days of several alarms",
+        [](Programme& p) {
+            p.blocks[1].Alarms[2].setWorkingDays(true);
+            p.blocks[1].Alarms[3].setWorkingDays(true);
+        },
+        u"días de avisos de la salida 2"_s);
+    add(
         "duration", [](Programme& p) { p.blocks[0].Duration = 5; }, u"duración"_s);
     add(
         "mode", [](Programme& p) { p.blocks[1].Mode = 2; }, u"modo de la salida 2"_s);
