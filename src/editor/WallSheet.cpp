@@ -35,19 +35,30 @@ WallSheet::WallSheet(const Programme& programme, ClockModel model, const QString
     : m_programme(programme), m_model(model), m_title(title), m_lists(programme, model)
 {}
 
-void WallSheet::paint(QPagedPaintDevice& device) const
+QPageLayout WallSheet::paper()
 {
-    QPainter painter(&device);
+    return {QPageSize(QPageSize::A4),
+            QPageLayout::Portrait,
+            {marginMillimetres, marginMillimetres, marginMillimetres, marginMillimetres},
+            QPageLayout::Millimeter};
+}
+
+bool WallSheet::paint(QPagedPaintDevice& device) const
+{
+    QPainter painter;
+    if (!painter.begin(&device))
+        return false;
     painter.scale(device.logicalDpiX() / pointsPerInch, device.logicalDpiY() / pointsPerInch);
     const QRectF area(QPointF(), device.pageLayout().paintRect(QPageLayout::Point).size());
     for (int page = 0; page < pageCount(area.size()); ++page) {
-        if (page > 0)
-            device.newPage();
+        if (page > 0 && !device.newPage())
+            return false;
         paintPage(painter, area, page);
     }
+    return painter.end();
 }
 
-QString WallSheet::writePdf(const QString& path) const
+QString WallSheet::writePdf(const QString& path, const QPageLayout& layout) const
 {
     QBuffer file;
     file.open(QIODevice::WriteOnly);
@@ -55,10 +66,7 @@ QString WallSheet::writePdf(const QString& path) const
         QPdfWriter writer(&file);
         writer.setTitle(m_title);
         writer.setCreator(u"hct-editor"_s);
-        writer.setPageSize(QPageSize(QPageSize::A4));
-        writer.setPageMargins(
-            {marginMillimetres, marginMillimetres, marginMillimetres, marginMillimetres},
-            QPageLayout::Millimeter);
+        writer.setPageLayout(layout);
         paint(writer);
     }
     return WholeFile::replace(path, file.data()) ? QString() : FileFailure::ofWriting(path);

@@ -3,6 +3,7 @@
 #include "WallLists.h"
 #include "WeekPicture.h"
 
+#include <QPageLayout>
 #include <QRectF>
 #include <QString>
 
@@ -16,11 +17,13 @@ class WallSheet {
 public:
     WallSheet(const Programme& programme, ClockModel model, const QString& title);
 
-    /// Paints all pages with the device's paper and margins.
-    void paint(QPagedPaintDevice& device) const;
-    /// A4. Replaces the file whole or not at all; why it could not be written, in Spanish, or
-    /// empty.
-    QString writePdf(const QString& path) const;
+    /// A4 and its margins.
+    static QPageLayout paper();
+
+    /// Paints all pages with the device's paper and margins; whether the device took them.
+    bool paint(QPagedPaintDevice& device) const;
+    /// Replaces the file whole or not at all; why it could not be written, in Spanish, or empty.
+    QString writePdf(const QString& path, const QPageLayout& layout = paper()) const;
 
     /// `area` is that within the margins.
     int pageCount(const QSizeF& area) const;

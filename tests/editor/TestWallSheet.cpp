@@ -31,6 +31,7 @@ private slots:
     void durationAndModeAreThoseOfTheHct7300Only();
     void datesAreListedInTheOrderOfTheCalendar();
     void smallPaperHasASecondPageForTheLists();
+    void deviceThatTakesNothingIsTold();
     void fileIsReplacedWholeOrNotAtAll();
 
 private:
@@ -180,13 +181,20 @@ void TestWallSheet::smallPaperHasASecondPageForTheLists()
     {
         QPdfWriter writer(path);
         writer.setPageSize(QPageSize(QPageSize::A5));
-        WallSheet(fullProgramme(hct7200), hct7200, u"T"_s).paint(writer);
+        QVERIFY(WallSheet(fullProgramme(hct7200), hct7200, u"T"_s).paint(writer));
     }
     QCOMPARE(PdfText::property(path, u"Pages"_s), u"2"_s);
     QVERIFY(PdfText::words(path, 1).contains(u"Miércoles"_s));
     QVERIFY(!PdfText::words(path, 1).contains(u"Festivos:"_s));
     QVERIFY(PdfText::words(path, 2).contains(u"Festivos:"_s));
     QVERIFY(!PdfText::words(path, 2).contains(u"Miércoles"_s));
+}
+
+void TestWallSheet::deviceThatTakesNothingIsTold()
+{
+    QPdfWriter writer(m_folder.filePath(u"no/such/folder.pdf"_s));
+    QTest::ignoreMessage(QtWarningMsg, "QPainter::begin(): Returned false");
+    QVERIFY(!WallSheet({}, hct7200, u"T"_s).paint(writer));
 }
 
 void TestWallSheet::fileIsReplacedWholeOrNotAtAll()

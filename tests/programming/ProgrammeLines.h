@@ -32,6 +32,15 @@ public:
     QByteArrayList all;
 };
 
+/// A file whose only alarm is at this hour on Mondays.
+inline QByteArray fileWithHour(const char* hour)
+{
+    ProgrammeLines lines;
+    lines.alarm(0, 0, 0) = hour;
+    lines.alarm(0, 0, 2) = "1";
+    return lines.text();
+}
+
 /// A programme in which every value of the file is 9, which tests do not use themselves.
 inline Programme allNines(ClockModel model)
 {

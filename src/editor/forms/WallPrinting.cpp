@@ -27,7 +27,14 @@ WallSheet WallPrinting::sheet() const
 
 void WallPrinting::print()
 {
-    m_dialogs.print(name(), [sheet = sheet()](QPrinter& printer) { sheet.paint(printer); });
+    m_dialogs.print(name(), [this](QPrinter& printer) {
+        // The toolkit writes a file without a look at whether the disk takes it.
+        const QString file = printer.outputFileName();
+        if (!file.isEmpty())
+            tellFailure(sheet().writePdf(file, printer.pageLayout()));
+        else if (!sheet().paint(printer))
+            tellFailure(u"La impresora no ha aceptado la hoja."_s);
+    });
 }
 
 void WallPrinting::preview()
@@ -49,6 +56,11 @@ void WallPrinting::savePdf()
     const QString failure = sheet().writePdf(path);
     if (failure.isEmpty())
         emit told(u"Guardado en %1."_s.arg(path));
-    else
+    tellFailure(failure);
+}
+
+void WallPrinting::tellFailure(const QString& failure)
+{
+    if (!failure.isEmpty())
         m_dialogs.tell(Dialogs::Icon::Critical, editorTitle(), failure);
 }

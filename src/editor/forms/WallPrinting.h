@@ -29,6 +29,8 @@ private:
     WallSheet sheet() const;
     /// The title; without one the name of the document without its extension.
     QString name() const;
+    /// Unless it is empty.
+    void tellFailure(const QString& failure);
 
     const ProgrammeDocument& m_document;
     EditorDialogs& m_dialogs;

@@ -6,18 +6,6 @@
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-QByteArray fileWithHour(const char* hour)
-{
-    ProgrammeLines lines;
-    lines.alarm(0, 0, 0) = hour;
-    lines.alarm(0, 0, 2) = "1";
-    return lines.text();
-}
-
-} // namespace
-
 /// The list of what differs from another file.
 class TestEditorComparison : public QObject {
     Q_OBJECT

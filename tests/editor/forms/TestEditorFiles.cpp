@@ -6,7 +6,6 @@
 #include <QDockWidget>
 #include <QDropEvent>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
 #include <QPushButton>
@@ -16,18 +15,6 @@ using namespace Qt::StringLiterals;
 
 constexpr auto hct7200 = ClockModel::Hct7200;
 constexpr auto hct7300 = ClockModel::Hct7300;
-
-namespace {
-
-QByteArray fileWithHour(const char* hour)
-{
-    ProgrammeLines lines;
-    lines.alarm(0, 0, 0) = hour;
-    lines.alarm(0, 0, 2) = "1";
-    return lines.text();
-}
-
-} // namespace
 
 /// Files, windows, and what is asked before something is lost.
 class TestEditorFiles : public QObject {
@@ -63,14 +50,7 @@ private slots:
     void quittingAsksEveryWindow();
     void quittingIsRefusedByOneWindow();
     void recentFilesAreInTheMenu();
-    void titleOfTheSheetBelongsToItsFile();
-    void titleIsKeptOfAFileThatLeftTheList();
-    void clearedTitleOfTheSheetStaysCleared();
-    void sheetKeepsItsTitleUnderAnotherName();
     void droppedFileIsOpened();
-    void pdfIsWritten();
-    void printsUnderTheTitleOfTheSheet();
-    void printsOnePage();
 };
 
 void TestEditorFiles::savedFileIsWhatTheControlProgramWrites()
@@ -381,67 +361,6 @@ void TestEditorFiles::recentFilesAreInTheMenu()
     QCOMPARE(again.window->document().name(), u"a&b.hct"_s);
 }
 
-void TestEditorFiles::titleOfTheSheetBelongsToItsFile()
-{
-    EditorFixture w;
-    w.write(w.path(u"a.hct"_s), fileWithHour("9"));
-    w.program.open(w.path(u"a.hct"_s), hct7200, w.window);
-    w.showTab(4);
-    auto* title = w.find<QLineEdit>(u"txtTitulo"_s);
-    title->setFocus();
-    QTest::keyClicks(title, u"Timbres"_s);
-    w.press(Qt::Key_Return);
-    QVERIFY(!w.window->isWindowModified());
-    EditorFixture again;
-    again.registry.values = w.registry.values;
-    again.program.open(w.path(u"a.hct"_s), hct7200, again.window);
-    QCOMPARE(again.window->sheetTitle(), u"Timbres"_s);
-}
-
-void TestEditorFiles::titleIsKeptOfAFileThatLeftTheList()
-{
-    EditorFixture w;
-    w.write(w.path(u"a.hct"_s), fileWithHour("9"));
-    w.program.open(w.path(u"a.hct"_s), hct7200, w.window);
-    RecentFiles recent(w.registry);
-    QVERIFY(recent.remove(w.path(u"a.hct"_s)));
-    w.showTab(4);
-    w.find<QLineEdit>(u"txtTitulo"_s)->setFocus();
-    w.type("Timbres");
-    w.press(Qt::Key_Return);
-    QCOMPARE(recent.find(w.path(u"a.hct"_s))->wallTitle, u"Timbres"_s);
-}
-
-void TestEditorFiles::clearedTitleOfTheSheetStaysCleared()
-{
-    EditorFixture w;
-    w.write(w.path(u"a.hct"_s), fileWithHour("9"));
-    w.program.open(w.path(u"a.hct"_s), hct7200, w.window);
-    w.window->setSheetTitle(u"Timbres"_s);
-    w.choose(u"mnuGuardar"_s);
-    w.showTab(4);
-    w.find<QLineEdit>(u"txtTitulo"_s)->clear();
-    w.choose(u"mnuGuardar"_s);
-    QCOMPARE(w.window->sheetTitle(), QString());
-    EditorFixture again;
-    again.registry.values = w.registry.values;
-    again.program.open(w.path(u"a.hct"_s), hct7200, again.window);
-    QCOMPARE(again.window->sheetTitle(), QString());
-}
-
-void TestEditorFiles::sheetKeepsItsTitleUnderAnotherName()
-{
-    EditorFixture w;
-    w.window->setSheetTitle(u"Timbres"_s);
-    w.dialogs.files = {{w.path(u"b.hct"_s), 0}};
-    w.choose(u"mnuGuardar"_s);
-    QCOMPARE(w.message(), u"Guardado en %1."_s.arg(w.path(u"b.hct"_s)));
-    EditorFixture again;
-    again.registry.values = w.registry.values;
-    again.program.open(w.path(u"b.hct"_s), hct7200, again.window);
-    QCOMPARE(again.window->sheetTitle(), u"Timbres"_s);
-}
-
 void TestEditorFiles::droppedFileIsOpened()
 {
     EditorFixture w;
@@ -454,34 +373,6 @@ void TestEditorFiles::droppedFileIsOpened()
     QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(w.window, &drop);
     QCOMPARE(w.window->document().name(), u"a.hct"_s);
-}
-
-void TestEditorFiles::pdfIsWritten()
-{
-    EditorFixture w;
-    w.dialogs.files = {{w.path(u"a.pdf"_s), 0}};
-    w.choose(u"mnuPdf"_s);
-    QVERIFY(w.contents(w.path(u"a.pdf"_s)).startsWith("%PDF"));
-    QCOMPARE(w.dialogs.fileRequests.value(0).defaultExtension, u"pdf"_s);
-}
-
-void TestEditorFiles::printsUnderTheTitleOfTheSheet()
-{
-    EditorFixture w;
-    w.choose(u"mnuVistaPrevia"_s);
-    w.window->setSheetTitle(u"Timbres"_s);
-    w.choose(u"mnuImprimir"_s);
-    QCOMPARE(w.dialogs.previewed, QStringList{u"Sin título"_s});
-    QCOMPARE(w.dialogs.printed, QStringList{u"Timbres"_s});
-}
-
-void TestEditorFiles::printsOnePage()
-{
-    EditorFixture w;
-    w.monday(0)->click();
-    w.dialogs.paper = w.path(u"paper.pdf"_s);
-    w.choose(u"mnuImprimir"_s);
-    QCOMPARE(w.contents(w.dialogs.paper).count("/Type /Page\n"), 1);
 }
 
 void TestEditorFiles::openingBeginsInTheDocuments()
