@@ -130,14 +130,17 @@ bool RecentFiles::write(const QList<File>& files)
     if (!hold)
         return false;
     for (int index = 0; index < mostFiles; ++index) {
-        // The registry cannot remove a value: an empty one is no file.
         const QString text = index < files.size() ? textOf(files[index]) : QString();
         QString old;
         modRexistro::readValue(m_registry, root, key(), valueName(index), old, true);
+        if (text == old)
+            continue;
         // One that is too long could not be read.
-        const bool fits = text.size() < Registry::maximumBytes;
-        if (text != old && !modRexistro::writeText(m_registry, root, key(), valueName(index),
-                                                   fits ? text : QString()))
+        const bool isKept = !text.isEmpty() && text.size() < Registry::maximumBytes;
+        const bool isDone =
+            isKept ? modRexistro::writeText(m_registry, root, key(), valueName(index), text)
+                   : m_registry.remove(root, key(), valueName(index));
+        if (!isDone)
             return false;
     }
     return true;

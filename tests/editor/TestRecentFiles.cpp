@@ -122,6 +122,7 @@ void TestRecentFiles::removedFileIsGone()
     QVERIFY(recent.add(at(u"b.hct"_s), hct7200));
     QVERIFY(recent.remove(at(u"b.hct"_s)));
     QCOMPARE(pathsIn(registry), QStringList{at(u"a.hct"_s)});
+    QCOMPARE(registry.values.size(), 1);
 }
 
 void TestRecentFiles::anyContentsOfTheRegistryAreRead_data()
