@@ -52,7 +52,8 @@ bool TelnetReader::take(quint8 byte)
 bool TelnetReader::takeCommandByte(quint8 byte)
 {
     m_command = {byte, 0, {}};
-    if (byte >= telnet::WILL && byte <= telnet::DONT)
+    // Only IAC is larger, and it never comes here.
+    if (byte >= telnet::WILL)
         m_state = State::Option;
     else
         m_state = byte == telnet::SB ? State::Subnegotiation : State::Data;
