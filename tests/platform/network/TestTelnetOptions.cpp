@@ -35,6 +35,7 @@ private slots:
     void whatIsOffIsNotRefused();
     void allRequestsTogetherHaveFewAnswers();
     void refusedOptionIsTold();
+    void binaryIsRefusedWhenOneDirectionIs();
     void withdrawnOptionIsAnsweredAndTold();
 };
 
@@ -143,6 +144,16 @@ void TestTelnetOptions::refusedOptionIsTold()
     QCOMPARE(comPort.answer(DONT, 44), QByteArray());
     QVERIFY(comPort.isComPortRefused());
     QVERIFY(!comPort.isBinaryRefused());
+}
+
+void TestTelnetOptions::binaryIsRefusedWhenOneDirectionIs()
+{
+    TelnetOptions ours;
+    QCOMPARE(ours.answer(DONT, 0), QByteArray());
+    QVERIFY(ours.isBinaryRefused());
+    TelnetOptions theirs;
+    QCOMPARE(theirs.answer(WONT, 0), QByteArray());
+    QVERIFY(theirs.isBinaryRefused());
 }
 
 void TestTelnetOptions::withdrawnOptionIsAnsweredAndTold()
