@@ -29,6 +29,8 @@ private slots:
     void lossIsToldOnce();
     void resetIsALoss();
     void withdrawnOptionIsALoss();
+    void errorThatTheSocketTellsIsALoss();
+    void bytesThatAreToldAgainAreReadOnce();
     void writingDoesNotTellALossItself();
     void closedPortTellsNoLoss();
     void portOpensAgain();
@@ -46,6 +48,14 @@ private:
         open(farEnd->rfc2217());
         QVERIFY(farEnd->waitFor(NetworkFarEnd::opening().size()));
         farEnd->takeReceived();
+    }
+    /// It tells by signals, some of them only on Windows.
+    QTcpSocket* socket() const { return port->findChild<QTcpSocket*>(); }
+    /// Sends bytes that are there before the event loop runs.
+    void sendAtOnce(const QByteArray& bytes)
+    {
+        farEnd->send(bytes);
+        QVERIFY(farEnd->connection()->waitForBytesWritten());
     }
     QByteArray waitForInput(qsizetype count)
     {
@@ -260,6 +270,35 @@ void TestNetworkSerialPort::withdrawnOptionIsALoss()
     farEnd->sendHex("fffe2c");
     QVERIFY(QTest::qWaitFor([this] { return losses > 0; }, 30000));
     QVERIFY(!port->isOpen());
+}
+
+void TestNetworkSerialPort::errorThatTheSocketTellsIsALoss()
+{
+    openRfc2217();
+    QVERIFY(QMetaObject::invokeMethod(
+        socket(), "errorOccurred",
+        Q_ARG(QAbstractSocket::SocketError, QAbstractSocket::RemoteHostClosedError)));
+    port->clearInput();
+    QVERIFY(port->isOpen());
+    QVERIFY(QTest::qWaitFor([this] { return !port->isOpen(); }, 30000));
+    QCOMPARE(losses, 1);
+    QVERIFY(QTest::qWaitFor(
+        [this] { return farEnd->connection()->state() == QTcpSocket::UnconnectedState; }, 30000));
+    QCOMPARE(farEnd->received, QByteArray());
+}
+
+void TestNetworkSerialPort::bytesThatAreToldAgainAreReadOnce()
+{
+    openRaw();
+    const auto tell = [this] { QVERIFY(QMetaObject::invokeMethod(socket(), "readyRead")); };
+    sendAtOnce("first ");
+    tell();
+    tell();
+    sendAtOnce("second");
+    tell();
+    tell();
+    QCOMPARE(port->inputCount(), 0);
+    QCOMPARE(waitForInput(12), QByteArray("first second"));
 }
 
 void TestNetworkSerialPort::writingDoesNotTellALossItself()
