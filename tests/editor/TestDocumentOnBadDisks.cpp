@@ -1,9 +1,14 @@
+#include "FakeTimer.h"
 #include "Files.h"
 #include "FullDisk.h"
 #include "OrdinaryUser.h"
 #include "ProgrammeDocument.h"
+#include "Recovery.h"
+#include "RecoveryFile.h"
+#include "RecoveryFolder.h"
 
 #include <QDir>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -18,6 +23,8 @@ private slots:
     void fileWithoutRightsIsTold();
     void folderThatIsGoneIsTold();
     void whatIsNoFileIsTold();
+    void recoveryFolderWithoutRightsIsTold();
+    void workWithoutRightsIsNotOffered();
 };
 
 namespace {
@@ -112,6 +119,34 @@ void TestDocumentOnBadDisks::whatIsNoFileIsTold()
     ProgrammeDocument document(ClockModel::Hct7200);
     QCOMPARE(document.saveAs(folder.path()).reason,
              u"\"%1\" no es un archivo."_s.arg(folder.path()));
+}
+
+void TestDocumentOnBadDisks::recoveryFolderWithoutRightsIsTold()
+{
+    const QTemporaryDir folder;
+    const OrdinaryUser ordinaryUser(folder.path());
+    QVERIFY(QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner));
+    ProgrammeDocument document(ClockModel::Hct7200);
+    FakeTimer timer;
+    Recovery recovery(document, folder.path(), timer);
+    const QSignalSpy failed(&recovery, &Recovery::failed);
+    document.edit(edited());
+    QVERIFY(!recovery.writeNow());
+    QVERIFY(QFile::setPermissions(folder.path(),
+                                  QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    QCOMPARE(failed.size(), 1);
+    QVERIFY(recovery.writeNow());
+}
+
+void TestDocumentOnBadDisks::workWithoutRightsIsNotOffered()
+{
+    const QTemporaryDir folder;
+    const OrdinaryUser ordinaryUser(folder.path());
+    const QString path = writeFile(folder.filePath(u"a.json"_s), RecoveryFile::text({}));
+    QVERIFY(QFile::setPermissions(path, QFile::WriteOwner));
+    QVERIFY(RecoveryFolder::abandoned(folder.path()).empty());
+    QVERIFY(QFile::setPermissions(path, QFile::ReadOwner));
+    QCOMPARE(RecoveryFolder::abandoned(folder.path()).size(), 1U);
 }
 
 QTEST_GUILESS_MAIN(TestDocumentOnBadDisks)
