@@ -29,7 +29,7 @@ QString ProgrammeJob::abandon()
 void ProgrammeJob::fail()
 {
     // The end of the connection is told to the one who runs the job, who abandons it.
-    if (!m_session.link().isConnected())
+    if (!m_session.link().isConnected() || m_transfer.lastFailure() == LinkStatus::PortClosed)
         return;
     const ExitStatus status = exitStatusOf(m_transfer.lastFailure());
     const QString reason =
