@@ -60,7 +60,7 @@ void FirmwareSendJob::tellSent()
 void FirmwareSendJob::fail()
 {
     // The end of the connection is told to the one who runs the job, who abandons it.
-    if (!m_session.link().isConnected() || m_transfer.lastFailure() == LinkStatus::PortClosed)
+    if (m_transfer.lastFailure() == LinkStatus::PortClosed)
         return;
     m_progress->end();
     const ExitStatus status = exitStatusOf(m_transfer.lastFailure());
