@@ -4,11 +4,24 @@
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// As in an URL, the "%" before the zone of an IPv6 address ("fe80::1%eth0") is written "%25".
+QString withEncodedZone(QString text)
+{
+    const qsizetype zone = text.indexOf(u'%');
+    if (zone >= 0 && !QStringView(text).sliced(zone).startsWith(u"%25"))
+        text.insert(zone + 1, u"25"_s);
+    return text;
+}
+
+} // namespace
+
 bool NetworkAddress::isMeantBy(const QString& device) { return device.contains(u"://"_s); }
 
 std::optional<NetworkAddress> NetworkAddress::of(const QString& text)
 {
-    const QUrl url(text, QUrl::StrictMode);
+    const QUrl url(withEncodedZone(text), QUrl::StrictMode);
     const bool isRaw = url.scheme() == u"tcp"_s;
     if (!isRaw && url.scheme() != u"rfc2217"_s)
         return std::nullopt;

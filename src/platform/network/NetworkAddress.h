@@ -6,7 +6,7 @@
 
 /// A serial port at the far end of a network: "tcp://HOST:PORT", where bytes pass as they are, or
 /// "rfc2217://HOST:PORT", telnet with the COM port option. The host is a name, an IPv4 address, or
-/// an IPv6 address in square brackets.
+/// an IPv6 address in square brackets, with its zone after "%" where it needs one.
 struct NetworkAddress {
     enum class Protocol { Raw, Rfc2217 };
 

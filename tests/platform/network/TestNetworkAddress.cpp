@@ -26,6 +26,10 @@ void TestNetworkAddress::addressIsRead_data()
                                << u"reloj-2.colegio.es"_s << 1;
     QTest::newRow("IPv4") << u"tcp://192.168.1.20:65535"_s << true << u"192.168.1.20"_s << 65535;
     QTest::newRow("IPv6") << u"rfc2217://[fe80::1]:4001"_s << false << u"fe80::1"_s << 4001;
+    QTest::newRow("IPv6 with zone")
+        << u"tcp://[fe80::1%eth0]:4001"_s << true << u"fe80::1%eth0"_s << 4001;
+    QTest::newRow("IPv6 with zone, as in an URL")
+        << u"tcp://[fe80::1%25eth0]:4001"_s << true << u"fe80::1%eth0"_s << 4001;
     QTest::newRow("capitals") << u"RFC2217://RELOJ:4001"_s << false << u"reloj"_s << 4001;
 }
 
@@ -57,6 +61,8 @@ void TestNetworkAddress::otherTextIsNone_data()
     QTest::newRow("fragment") << u"tcp://reloj:4001#x"_s;
     QTest::newRow("user") << u"tcp://juan@reloj:4001"_s;
     QTest::newRow("IPv6 without brackets") << u"tcp://fe80::1:4001"_s;
+    QTest::newRow("percent in the name") << u"tcp://el%20reloj:4001"_s;
+    QTest::newRow("percent at the end") << u"tcp://reloj:4001%"_s;
     QTest::newRow("blank in the name") << u"tcp://el reloj:4001"_s;
 }
 
