@@ -39,8 +39,13 @@ Connection::Connection(Session& session, const QString& number, std::chrono::sec
 
 void Connection::open()
 {
-    m_patience.start();
+    // The call is made within the attempt. The opening of a port has its own end, with its own
+    // reasons.
+    if (m_throughModem)
+        m_patience.start();
     attempt();
+    if (!m_throughModem && !m_over)
+        m_patience.start();
 }
 
 void Connection::attempt()

@@ -82,6 +82,7 @@ private slots:
     void secondUserIsRefused_data() { addRows(); }
     void secondUserIsRefused();
     void interruptionEndsAnOpeningAtOnce();
+    void waitBeginsWhenThePortIsOpen();
     void slowNetworkDisturbsNothing_data();
     void slowNetworkDisturbsNothing();
 };
@@ -172,6 +173,16 @@ void TestNetworkCommands::interruptionEndsAnOpeningAtOnce()
     hctctl.interrupt();
     QCOMPARE(hctctl.exitStatus(), 130);
     QVERIFY(hctctl.errors().startsWith(u"Interrumpido"_s));
+}
+
+void TestNetworkCommands::waitBeginsWhenThePortIsOpen()
+{
+    QTcpServer silent;
+    QVERIFY(silent.listen(QHostAddress::LocalHost));
+    const QString address = u"rfc2217://127.0.0.1:%1"_s.arg(silent.serverPort());
+    HctctlProcess hctctl;
+    QCOMPARE(hctctl.run({u"status"_s, u"--wait"_s, u"1"_s, u"--port"_s, address}), 3);
+    QVERIFY(hctctl.errors().startsWith(address + u" no admite RFC 2217."_s));
 }
 
 void TestNetworkCommands::slowNetworkDisturbsNothing_data()
