@@ -22,10 +22,12 @@ private slots:
     void missingDeviceIsListed();
     void portsAreATable();
     void portOfTheNetworkIsListed();
+    void wrongAddressIsListedAsMissing();
     void numberIsMadeAPortOfTheNetwork();
     void numberIsMadeADevice();
     void nameIsTakenAway();
     void nameThatCannotBeSavedIsTold();
+    void nameWithLettersThatTheSettingsLackIsRefused();
     void givenPortComesBeforeTheName();
 
 private:
@@ -106,6 +108,14 @@ void TestPortsCommand::portOfTheNetworkIsListed()
     QVERIFY(hctctl.output().contains(u"\nCOM15   tcp://192.168.1.20:4001  en red\n"_s));
 }
 
+void TestPortsCommand::wrongAddressIsListedAsMissing()
+{
+    qputenv("HCT_COM15", "http://192.168.1.20");
+    HctctlProcess hctctl;
+    QCOMPARE(hctctl.run({u"ports"_s, u"--json"_s}), 0);
+    QVERIFY(hctctl.output().contains(objectOf(u"http://192.168.1.20"_s, u"missing"_s)));
+}
+
 void TestPortsCommand::numberIsMadeAPortOfTheNetwork()
 {
     const SettingsOfItsOwn settings;
@@ -148,6 +158,16 @@ void TestPortsCommand::nameThatCannotBeSavedIsTold()
     QCOMPARE(status, 2);
     QCOMPARE(hctctl.output(), QString());
     QCOMPARE(hctctl.errors(), u"No se ha podido guardar la configuración.\n"_s);
+}
+
+void TestPortsCommand::nameWithLettersThatTheSettingsLackIsRefused()
+{
+    const SettingsOfItsOwn settings;
+    HctctlProcess hctctl;
+    QCOMPARE(hctctl.run({u"ports"_s, u"set"_s, u"COM15"_s, u"tcp://\u6642\u8a08:4001"_s}), 2);
+    QCOMPARE(hctctl.errors(), u"No se ha podido guardar la configuración.\n"_s);
+    QCOMPARE(hctctl.run({u"ports"_s}), 0);
+    QVERIFY(!hctctl.output().contains(u"COM15"_s));
 }
 
 void TestPortsCommand::givenPortComesBeforeTheName()

@@ -41,7 +41,8 @@ PortInformation informationOf(const QString& device)
     if (!NetworkAddress::isMeantBy(device))
         return PortInformation::of(device);
     PortInformation information;
-    information.state = PortInformation::State::Network;
+    if (NetworkAddress::of(device))
+        information.state = PortInformation::State::Network;
     return information;
 }
 
@@ -86,7 +87,8 @@ PortList PortList::ofThisMachine(const PortNames& names)
         const PortInformation information = informationOf(devices[i]);
 #ifdef Q_OS_WIN
         // There every number is a device's name.
-        if (information.state == PortInformation::State::Missing)
+        if (information.state == PortInformation::State::Missing &&
+            !NetworkAddress::isMeantBy(devices[i]))
             continue;
 #endif
         ports += {u"COM%1"_s.arg(i + 1), devices[i], information};

@@ -23,8 +23,10 @@ QString OwnPortNames::device(const Registry& registry, int number)
 
 bool OwnPortNames::set(Registry& registry, int number, const QString& device)
 {
-    return registry.set(Registry::RootKey::CurrentUser, keyOfOwnNames(), valueName(number),
-                        {RegistryValue::Text, AnsiText::fromUnicode(device) + '\0'});
+    const QByteArray text = AnsiText::fromUnicode(device);
+    return AnsiText::toUnicode(text) == device &&
+           registry.set(Registry::RootKey::CurrentUser, keyOfOwnNames(), valueName(number),
+                        {RegistryValue::Text, text + '\0'});
 }
 
 bool OwnPortNames::unset(Registry& registry, int number)

@@ -10,7 +10,7 @@ namespace OwnPortNames {
 
 /// Without blanks around it; empty when there is none.
 QString device(const Registry& registry, int number);
-/// These two are false when the registry cannot be written.
+/// These two are false when the registry cannot be written, or lacks a letter of the device.
 bool set(Registry& registry, int number, const QString& device);
 bool unset(Registry& registry, int number);
 
