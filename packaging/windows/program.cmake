@@ -21,6 +21,8 @@ function(hct_windows_program target HCT_DESCRIPTION)
         # It would add a manifest of its own.
         target_link_options(${target} PRIVATE /MANIFEST:NO)
     endif()
+    # A connection to a clock is not encrypted.
+    qt_import_plugins(${target} EXCLUDE_BY_TYPE tls)
     get_filename_component(translations ${HCT_TOOLKIT_SPANISH} DIRECTORY)
     qt_add_resources(${target} toolkit_spanish
         BASE ${translations} PREFIX /i18n FILES ${HCT_TOOLKIT_SPANISH})
