@@ -121,8 +121,10 @@ void EditorMenus::makeEdit()
                [&rows] { rows.selectAll(); });
     m_edit->addSeparator();
     // Only names the keys, which the grid itself takes.
-    addForRows(u"mnuRepetir"_s, u"Repetir &los días hacia abajo\tCtrl+D"_s, {},
-               [&rows] { rows.repeatDays(); });
+    addForRows(u"mnuRepetir"_s,
+               u"Repetir &los días hacia abajo\t"_s +
+                   QKeySequence(Qt::CTRL | Qt::Key_D).toString(QKeySequence::NativeText),
+               {}, [&rows] { rows.repeatDays(); });
     addForRows(u"mnuSerie"_s, u"&Serie de avisos..."_s, {Qt::CTRL | Qt::Key_E},
                [&rows] { rows.addSeries(); });
     addForRows(u"mnuOrdenar"_s, u"&Ordenar por hora"_s, {}, [&rows] { rows.sort(); });

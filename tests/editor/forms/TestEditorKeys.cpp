@@ -9,6 +9,7 @@
 #include <QShortcut>
 #include <QToolBar>
 #include <QToolButton>
+#include <QTranslator>
 #include <QTreeWidget>
 
 using namespace Qt::StringLiterals;
@@ -32,6 +33,21 @@ QStringList faultyEntries(const QMenu& menu)
     }
     return faulty;
 }
+
+/// Names the key Ctrl as the toolkit's Spanish texts do.
+class NamesOfKeys : public QTranslator {
+public:
+    NamesOfKeys() { QCoreApplication::installTranslator(this); }
+
+    bool isEmpty() const override { return false; }
+    QString translate(const char* context, const char* text, const char* /*disambiguation*/,
+                      int /*number*/) const override
+    {
+        const bool isCtrl =
+            QByteArrayView(context) == "QShortcut" && QByteArrayView(text) == "Ctrl";
+        return isCtrl ? u"Control"_s : QString();
+    }
+};
 
 QImage pictureOf(const QIcon& icon) { return icon.pixmap(QSize(24, 24)).toImage(); }
 
@@ -59,6 +75,7 @@ class TestEditorKeys : public QObject {
 private slots:
     void everyEntryOfAMenuHasItsAccessKey();
     void buttonsAndMenusShareNoAccessKey();
+    void repeatingDaysNamesItsKeysAsTheOtherEntriesDo();
     void panelHasTheFocusWhenItIsShown();
     void escapeClosesAPanelAndGoesBack();
     void enterInAPanelGoesToTheRow();
@@ -113,6 +130,14 @@ void TestEditorKeys::buttonsAndMenusShareNoAccessKey()
     const qsizetype all = keys.size();
     QVERIFY2(all >= 12, qPrintable(keys.join(u' ')));
     QVERIFY2(keys.removeDuplicates() == 0, qPrintable(keys.join(u' ')));
+}
+
+void TestEditorKeys::repeatingDaysNamesItsKeysAsTheOtherEntriesDo()
+{
+    const NamesOfKeys spanish;
+    EditorFixture w;
+    QCOMPARE(w.find<QAction>(u"mnuRepetir"_s)->text(),
+             u"Repetir &los días hacia abajo\tControl+D"_s);
 }
 
 void TestEditorKeys::panelHasTheFocusWhenItIsShown()
