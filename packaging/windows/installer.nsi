@@ -80,7 +80,7 @@ Function runProgram
 FunctionEnd
 
 ; A running program can neither be replaced nor deleted, so it must be closed before anything changes.
-!macro askToClose PROGRAM
+!macro askToClose PROGRAM NAME
     !define AGAIN "tryAgain${__LINE__}"
     ${AGAIN}:
     ${If} ${FileExists} "$INSTDIR\${PROGRAM}"
@@ -88,7 +88,7 @@ FunctionEnd
         FileOpen $0 "$INSTDIR\${PROGRAM}" a
         ${If} ${Errors}
             MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION \
-                "${PRODUCT} está abierto. Guarde lo que esté haciendo, ciérrelo y pulse Reintentar.$\r$\n$\r$\nSi no lo está, el archivo $INSTDIR\${PROGRAM} no se puede modificar." \
+                "${NAME} está abierto. Guarde lo que esté haciendo, ciérrelo y pulse Reintentar.$\r$\n$\r$\nSi no lo está, el archivo $INSTDIR\${PROGRAM} no se puede modificar." \
                 /SD IDCANCEL IDRETRY ${AGAIN}
             SetErrorLevel 2
             Abort
@@ -128,9 +128,9 @@ FunctionEnd
 !insertmacro removeScripts "un."
 
 Section
-    !insertmacro askToClose "hct.exe"
-    !insertmacro askToClose "hct-editor.exe"
-    !insertmacro askToClose "hctctl.exe"
+    !insertmacro askToClose "hct.exe" "${PRODUCT}"
+    !insertmacro askToClose "hct-editor.exe" "${EDITOR}"
+    !insertmacro askToClose "hctctl.exe" "hctctl"
     SetOutPath "$INSTDIR"
     File "${FILES}/hct.exe"
     File "${FILES}/hct-editor.exe"
@@ -208,9 +208,9 @@ FunctionEnd
 ; Removes what the installer brought and nothing else. The operator's settings stay in the registry;
 ; scripts and programme files that were added or changed stay in their folders.
 Section "Uninstall"
-    !insertmacro askToClose "hct.exe"
-    !insertmacro askToClose "hct-editor.exe"
-    !insertmacro askToClose "hctctl.exe"
+    !insertmacro askToClose "hct.exe" "${PRODUCT}"
+    !insertmacro askToClose "hct-editor.exe" "${EDITOR}"
+    !insertmacro askToClose "hctctl.exe" "hctctl"
     Delete "$SMPROGRAMS\${PRODUCT}.lnk"
     Delete "$SMPROGRAMS\${EDITOR}.lnk"
     Delete "$SMPROGRAMS\${MANUAL}.lnk"
