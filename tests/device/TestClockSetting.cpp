@@ -73,6 +73,7 @@ void TestClockSetting::datesAreJudgedByTheClocksRule_data()
     QTest::newRow("28/02/2019") << 28 << 2 << 2019 << true;
     QTest::newRow("30/02/2020") << 30 << 2 << 2020 << false;
     QTest::newRow("31/02/2020") << 31 << 2 << 2020 << false;
+    QTest::newRow("29/04/2019") << 29 << 4 << 2019 << true;
     QTest::newRow("30/04/2019") << 30 << 4 << 2019 << true;
     QTest::newRow("31/04/2019") << 31 << 4 << 2019 << false;
     QTest::newRow("01/01/9999") << 1 << 1 << 9999 << true;
