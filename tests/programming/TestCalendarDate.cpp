@@ -40,6 +40,8 @@ void TestCalendarDate::faultOfAHalfPeriodIsTold()
     QCOMPARE(CalendarDate::faultOf(VacationPeriod{1, 8, 31, 8}), QString());
     QCOMPARE(CalendarDate::faultOf(VacationPeriod{0, 0, 31, 8}), u"tiene fin y no tiene inicio"_s);
     QCOMPARE(CalendarDate::faultOf(VacationPeriod{1, 0, 0, 0}), u"tiene inicio y no tiene fin"_s);
+    QCOMPARE(CalendarDate::faultOf(VacationPeriod{0, 8, 0, 0}), u"tiene inicio y no tiene fin"_s);
+    QCOMPARE(CalendarDate::faultOf(VacationPeriod{0, 0, 0, 8}), u"tiene fin y no tiene inicio"_s);
 }
 
 QTEST_GUILESS_MAIN(TestCalendarDate)
