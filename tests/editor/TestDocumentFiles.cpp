@@ -26,6 +26,8 @@ private slots:
     void savingEndsTheTyping();
     void everyFileIsTold();
     void pathIsAbsolute();
+    void folderIsThatOfTheFile();
+    void anotherFileIsReplacedWithoutPermission();
     void fileThatCannotBeReadChangesNothing();
     void problemsOfAFileAreTold();
     void misreadFileIsNotReplacedWithoutPermission();
@@ -189,6 +191,23 @@ void TestDocumentFiles::pathIsAbsolute()
     QVERIFY(QFileInfo(savedPath) == QFileInfo(inFolder(u"relative.hct"_s)));
     QCOMPARE(document.path(), savedPath);
     QVERIFY(QDir::isAbsolutePath(savedPath));
+}
+
+void TestDocumentFiles::folderIsThatOfTheFile()
+{
+    ProgrammeDocument document(ClockModel::Hct7200);
+    QCOMPARE(document.folder(), QString());
+    QVERIFY(document.saveAs(inFolder(u"folder.hct"_s)).isSaved());
+    QCOMPARE(document.folder(), m_folder.path());
+}
+
+void TestDocumentFiles::anotherFileIsReplacedWithoutPermission()
+{
+    const QString other = writeFile(inFolder(u"other.hct"_s), "nothing");
+    ProgrammeDocument document(ClockModel::Hct7200);
+    QVERIFY(document.saveAs(inFolder(u"one.hct"_s)).isSaved());
+    QVERIFY(document.saveAs(other).isSaved());
+    QCOMPARE(contentsOf(other), contentsOf(inFolder(u"one.hct"_s)));
 }
 
 void TestDocumentFiles::fileThatCannotBeReadChangesNothing()
