@@ -20,6 +20,8 @@ private slots:
     void titleOfAnUnknownFileIsNotKept();
     void pathMayHaveAnyLetters();
     void removedFileIsGone();
+    void unknownFileIsRemovedWithoutAChange();
+    void fileThatIsThereTwiceIsListedOnce();
     void anyContentsOfTheRegistryAreRead_data();
     void anyContentsOfTheRegistryAreRead();
     void pathThatIsTooLongIsNotKept();
@@ -123,6 +125,25 @@ void TestRecentFiles::removedFileIsGone()
     QVERIFY(recent.remove(at(u"b.hct"_s)));
     QCOMPARE(pathsIn(registry), QStringList{at(u"a.hct"_s)});
     QCOMPARE(registry.values.size(), 1);
+}
+
+void TestRecentFiles::unknownFileIsRemovedWithoutAChange()
+{
+    MemoryRegistry registry;
+    RecentFiles recent(registry);
+    QVERIFY(recent.add(at(u"a.hct"_s), hct7200));
+    QVERIFY(recent.remove(at(u"b.hct"_s)));
+    QCOMPARE(pathsIn(registry), QStringList{at(u"a.hct"_s)});
+}
+
+void TestRecentFiles::fileThatIsThereTwiceIsListedOnce()
+{
+    MemoryRegistry registry;
+    const QByteArray path = at(u"a.hct"_s).toLatin1();
+    registry.setText(key(), u"Archivo1"_s, "7300|" + path + "|");
+    registry.setText(key(), u"Archivo2"_s, "7200|" + path + "|");
+    QCOMPARE(pathsIn(registry), QStringList{at(u"a.hct"_s)});
+    QCOMPARE(RecentFiles(registry).find(at(u"a.hct"_s))->model, hct7300);
 }
 
 void TestRecentFiles::anyContentsOfTheRegistryAreRead_data()
