@@ -125,6 +125,8 @@ void TestRecoveryFolder::whatIsNoWorkIsNotRead_data()
                                   << R"("program")"_ba;
     QTest::newRow("one number too many") << R"("programme":[)"_ba
                                          << R"("programme":[0,)"_ba;
+    QTest::newRow("one number more at the end") << "]"_ba
+                                                << ",0]"_ba;
     QTest::newRow("negative number") << R"("programme":[1)"_ba
                                      << R"("programme":[-1)"_ba;
     QTest::newRow("large number") << R"("programme":[1)"_ba
