@@ -24,6 +24,7 @@ private slots:
     void folderThatIsGoneIsTold();
     void whatIsNoFileIsTold();
     void recoveryFolderWithoutRightsIsTold();
+    void fullDiskIsToldByTheRecovery();
     void workWithoutRightsIsNotOffered();
 };
 
@@ -134,6 +135,25 @@ void TestDocumentOnBadDisks::recoveryFolderWithoutRightsIsTold()
     QVERIFY(!recovery.writeNow());
     QVERIFY(QFile::setPermissions(folder.path(),
                                   QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    QCOMPARE(failed.size(), 1);
+    QVERIFY(recovery.writeNow());
+}
+
+void TestDocumentOnBadDisks::fullDiskIsToldByTheRecovery()
+{
+    const QTemporaryDir folder;
+    ProgrammeDocument document(ClockModel::Hct7200);
+    FakeTimer timer;
+    Recovery recovery(document, folder.path(), timer);
+    const QSignalSpy failed(&recovery, &Recovery::failed);
+    document.edit(edited());
+    QCOMPARE(failed.size(), 0);
+    {
+        const FullDisk disk;
+        document.edit({});
+        document.edit(edited());
+        QVERIFY(timer.fire());
+    }
     QCOMPARE(failed.size(), 1);
     QVERIFY(recovery.writeNow());
 }
