@@ -93,6 +93,7 @@ void TestYearPicture::holidayIsFoundByItsDate()
     const YearPicture picture(table, area);
     QCOMPARE(picture.holidayAt({1, 5}).value_or(-1), 3);
     QVERIFY(!picture.holidayAt({5, 1}));
+    QVERIFY(!picture.holidayAt({1, 6}));
 }
 
 void TestYearPicture::periodsAreFoundByADate()
@@ -138,6 +139,7 @@ void TestYearPicture::periodsThatNoCalendarHasAreLeftOut()
     QCOMPARE(barsOf(tableOf({30, 2, 5, 3})), QStringList());
     QCOMPARE(barsOf(tableOf({1, 2, 0, 0})), QStringList());
     QCOMPARE(barsOf(tableOf({0, 0, 1, 2})), QStringList());
+    QCOMPARE(barsOf(tableOf({1, 0, 1, 2})), QStringList());
     QCOMPARE(YearPicture(tableOf({1, 2, 0, 0}), area).periodsAt({1, 2}), std::vector<int>());
 }
 
