@@ -71,6 +71,9 @@ void TestCommandMistakes::mistakeIsTold_data()
                                   << u"--wait lleva un solo valor."_s << u"hctctl --help"_s;
     QTest::newRow("value of an option that takes none")
         << u"--json=x ports"_s << u"--json no lleva ningún valor."_s << u"hctctl --help"_s;
+    QTest::newRow("number too small")
+        << u"status --wait 0"_s << u"--wait: \"0\" no es un número de 1 a 3600."_s
+        << u"hctctl --help"_s;
     QTest::newRow("no number") << u"status --wait x"_s
                                << u"--wait: \"x\" no es un número de 1 a 3600."_s
                                << u"hctctl --help"_s;
@@ -121,6 +124,9 @@ void TestCommandMistakes::mistakeIsTold_data()
                              << u"--at: \"2026-02-30T00:00:00\" no es una fecha con hora como "
                                 "2026-11-21T16:06:36."_s
                              << u"hctctl clock set --help"_s;
+    QTest::newRow("year before those of the clock")
+        << u"clock set --at 1989-12-31T23:59:59"_s
+        << u"--at: el reloj solo admite los años 1990 a 2089."_s << u"hctctl clock set --help"_s;
     QTest::newRow("year that the clock does not have")
         << u"clock set --at 2090-01-01T00:00:00"_s
         << u"--at: el reloj solo admite los años 1990 a 2089."_s << u"hctctl clock set --help"_s;
