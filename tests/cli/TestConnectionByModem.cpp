@@ -18,7 +18,9 @@ private slots:
     void clockThatIsReachedIsTold();
     void clockThatDoesNotAnswerIsCalledOnce();
     void clockThatRefusesTheNumberIsTold();
+    void damagedAnswersAreTold();
     void portThatIsLostInTheCallIsTold();
+    void endOfTheConnectionAfterAFailureIsNotTold();
 
 private:
     /// Dials; the modem is ready and the call is taken.
@@ -124,6 +126,27 @@ void TestConnectionByModem::clockThatRefusesTheNumberIsTold()
         answer(QByteArray::fromHex("0201"));
     QCOMPARE(failures(), QStringList{u"1: El reloj no acepta el número de identificación 1: "
                                      "indique el suyo con --identification."_s});
+}
+
+void TestConnectionByModem::damagedAnswersAreTold()
+{
+    call();
+    for (int attempt = 0; attempt < 4; ++attempt) {
+        m_world->nextRequest();
+        m_world->modem.arrive(LinkFixture::frame(1, 8, QByteArray::fromHex("0200"), 1));
+    }
+    QCOMPARE(failures(), QStringList{u"4: Las respuestas llegan dañadas por /dev/fake: compruebe "
+                                     "el cable y la velocidad."_s});
+}
+
+void TestConnectionByModem::endOfTheConnectionAfterAFailureIsNotTold()
+{
+    call();
+    m_world->modem.vanish();
+    m_session->workflow().Desconectar();
+    QCOMPARE(failures().size(), 1);
+    QCoreApplication::processEvents();
+    QCOMPARE(m_failures.size(), 1);
 }
 
 void TestConnectionByModem::portThatIsLostInTheCallIsTold()
