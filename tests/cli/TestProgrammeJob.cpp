@@ -16,6 +16,7 @@ class TestProgrammeJob : public QObject {
     Q_OBJECT
 private slots:
     void portThatIsLostIsLeftToTheRunToTell();
+    void endOfTheConnectionIsLeftToTheRunToTell();
 
 private:
     const QTemporaryDir m_folder;
@@ -37,6 +38,20 @@ void TestProgrammeJob::portThatIsLostIsLeftToTheRunToTell()
     QVERIFY(m_world.tmrTemporizador.fire());
     for (int attempt = 0; attempt < 20; ++attempt)
         m_world.nextRequest();
+    QCOMPARE(finished.count(), 0);
+}
+
+void TestProgrammeJob::endOfTheConnectionIsLeftToTheRunToTell()
+{
+    Connected connected(m_world);
+    ProgrammeVerifyJob job(
+        connected.session, m_console, m_options,
+        ProgrammeInput(writeFile(m_folder.filePath(u"b.hct"_s), ProgrammeLines().text())));
+    const QSignalSpy finished(&job, &ClockJob::finished);
+    job.begin();
+    m_world.nextRequest();
+    connected.session.workflow().Desconectar();
+    QCoreApplication::processEvents();
     QCOMPARE(finished.count(), 0);
 }
 
