@@ -16,6 +16,7 @@ class TestFirmwareSendJob : public QObject {
 private slots:
     void initTestCase();
     void portThatIsLostIsLeftToTheRunToTell();
+    void interruptionBeforeTheResetIsConfirmedTellsBothEnds();
     void interruptionBehindTheLastLineTellsThatAllWereTaken();
 
 private:
@@ -44,6 +45,21 @@ void TestFirmwareSendJob::portThatIsLostIsLeftToTheRunToTell()
     QVERIFY(m_world.tmrTemporizador.fire());
     m_world.nextRequest();
     QCOMPARE(finished.count(), 0);
+}
+
+void TestFirmwareSendJob::interruptionBeforeTheResetIsConfirmedTellsBothEnds()
+{
+    Connected connected(m_world);
+    FirmwareSendJob job(connected.session, m_console, m_image, FirmwareSendJob::Reset::Wanted);
+    job.begin();
+    m_world.nextRequest();
+    m_world.answer(QByteArray::fromHex("dd00"));
+    m_world.nextRequest();
+    QCOMPARE(
+        job.abandon(),
+        u"El reloj tiene media imagen: ha tomado 1 de 2 líneas. Puede haber tomado la 2. Si se "
+        "ha reiniciado, la tiene entera. Para que la tenga entera, envíe otra vez el archivo: "
+        "se empieza por la primera línea."_s);
 }
 
 void TestFirmwareSendJob::interruptionBehindTheLastLineTellsThatAllWereTaken()
