@@ -15,6 +15,7 @@ private slots:
     void ownNameComesFirst();
     void ownNameMayBeAPathToo();
     void ownNameIsWrittenAndRemoved();
+    void ownNameThatIsNoTextIsNone();
     void givenDeviceComesBeforeAll();
     void addressMayStandWhereADeviceMay();
     void environmentComesBeforeTheSystemsNames();
@@ -86,6 +87,15 @@ void TestPortNames::ownNameIsWrittenAndRemoved()
     QVERIFY(OwnPortNames::unset(m_registry, 16));
     QCOMPARE(m_registry.values.size(), 0);
     QVERIFY(OwnPortNames::unset(m_registry, 16));
+    QCOMPARE(m_names.device(16), QString());
+}
+
+void TestPortNames::ownNameThatIsNoTextIsNone()
+{
+    m_registry.values.insert(MemoryRegistry::path(Registry::RootKey::CurrentUser,
+                                                  u"Software\\Quorvex\\Lurimat\\Puertos"_s,
+                                                  u"COM16"_s),
+                             {RegistryValue::Dword, QByteArray("/dev", 4)});
     QCOMPARE(m_names.device(16), QString());
 }
 
