@@ -19,6 +19,7 @@ private slots:
     void modelIsThatOfTheCommandLine();
     void modelIsDeducedFromTheModes();
     void titleAndModelOfTheLastTimeAreTaken();
+    void fileThatHadNoTitleHasItsName();
     void titleOfTheCommandLineIsTaken();
     void misreadFileIsNotPrinted();
     void doubtsAreToldAndThePdfIsWritten();
@@ -42,6 +43,16 @@ private:
         lines.alarm(0, 0, 1) = "5";
         lines.alarm(0, 0, 2) = "1";
         return writeFile(at(u"colegio.hct"_s), lines.text());
+    }
+    /// Stores what the editor keeps of a file: its model, path and title.
+    void openedBefore(const QByteArray& file) const
+    {
+        QVERIFY(QDir(m_folder->path()).mkpath(u"Quorvex/Lurimat"_s));
+        writeFile(at(u"Quorvex/Lurimat/registry.reg"_s),
+                  "Windows Registry Editor Version 5.00\r\n\r\n"
+                  "[HKEY_CURRENT_USER\\Software\\Quorvex\\Lurimat\\Editor]\r\n"
+                  "\"Archivo1\"=\"" +
+                      file + "\"\r\n");
     }
     QString sheet() const { return PdfText::words(at(u"a.pdf"_s)).join(u' '); }
 
@@ -95,14 +106,17 @@ void TestPdfCommand::modelIsDeducedFromTheModes()
 void TestPdfCommand::titleAndModelOfTheLastTimeAreTaken()
 {
     const QString path = school();
-    QVERIFY(QDir(m_folder->path()).mkpath(u"Quorvex/Lurimat"_s));
-    writeFile(at(u"Quorvex/Lurimat/registry.reg"_s),
-              "Windows Registry Editor Version 5.00\r\n\r\n"
-              "[HKEY_CURRENT_USER\\Software\\Quorvex\\Lurimat\\Editor]\r\n"
-              "\"Archivo1\"=\"7300|" +
-                  path.toUtf8() + "|Nuestro colegio\"\r\n");
+    openedBefore("7300|" + path.toUtf8() + "|Nuestro colegio");
     QCOMPARE(run({u"--pdf"_s, at(u"a.pdf"_s), path}), 0);
     QVERIFY(sheet().startsWith(u"Nuestro colegio HCT-7300"));
+}
+
+void TestPdfCommand::fileThatHadNoTitleHasItsName()
+{
+    const QString path = school();
+    openedBefore("7300|" + path.toUtf8() + "|");
+    QCOMPARE(run({u"--pdf"_s, at(u"a.pdf"_s), path}), 0);
+    QVERIFY(sheet().startsWith(u"colegio HCT-7300"));
 }
 
 void TestPdfCommand::titleOfTheCommandLineIsTaken()
