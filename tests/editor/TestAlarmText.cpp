@@ -101,7 +101,8 @@ void TestAlarmText::timesOfSpreadsheetsAreRead()
 void TestAlarmText::whatIsNoTimeIsTold_data()
 {
     QTest::addColumn<QString>("text");
-    for (const char* text : {"24:00", "9:60", "9", "9.5", "9:05:30", "13:00 PM", "nueve", "lunes"})
+    for (const char* text :
+         {"24:00", "9:60", "9", "9.5", "9:05:30", "0:30 AM", "13:00 PM", "nueve", "lunes"})
         QTest::newRow(text) << QString::fromLatin1(text);
 }
 
