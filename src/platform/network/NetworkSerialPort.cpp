@@ -109,7 +109,9 @@ void NetworkSerialPort::waitUntilDecided()
     connect(&look, &QTimer::timeout, this, &NetworkSerialPort::readArrived);
     look.start(pauseBetweenLooks);
     setOpening(true);
-    wait.exec(QEventLoop::ExcludeUserInputEvents);
+    // A receiver may have closed the port, and a loop does not know that it was ended before.
+    if (m_step != Step::Closed)
+        wait.exec(QEventLoop::ExcludeUserInputEvents);
     m_wait = nullptr;
     // The loop also ends when the program does.
     if (!isOpen())

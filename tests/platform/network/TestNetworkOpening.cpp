@@ -26,6 +26,7 @@ private slots:
     void textInPlaceOfTheNegotiationIsCut();
     void eventsRunMeanwhile();
     void closingEndsIt();
+    void closingAsSoonAsItIsToldEndsIt();
     void endOfTheProgramEndsIt();
     void secondOpeningDoesNothing();
     void bytesFromBeforeAreNoData();
@@ -209,6 +210,18 @@ void TestNetworkOpening::closingEndsIt()
     QVERIFY(!port.isOpening());
     QCOMPARE(port.openError(), QString());
     QCOMPARE(lost.count(), 0);
+}
+
+void TestNetworkOpening::closingAsSoonAsItIsToldEndsIt()
+{
+    NetworkFarEnd farEnd;
+    NetworkSerialPort port(farEnd.rfc2217());
+    connect(&port, &SerialPort::openingChanged, &port, &SerialPort::close);
+    port.open();
+    QVERIFY(!port.isOpen());
+    QVERIFY(!port.isOpening());
+    // The end of its time would have left a reason.
+    QCOMPARE(port.openError(), QString());
 }
 
 void TestNetworkOpening::endOfTheProgramEndsIt()
