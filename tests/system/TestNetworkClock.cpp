@@ -1,14 +1,18 @@
 #include "ConnectedProgram.h"
 #include "LogText.h"
 #include "MessageLink.h"
+#include "NetworkSerialPort.h"
 #include "Ser2net.h"
 #include "SerialPort.h"
+#include "frmPortoSerie.h"
 #include "frmSincronizacionReloxo.h"
 
 #include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
+
+#include <qpa/qwindowsysteminterface.h>
 
 #include <fcntl.h>
 #include <termios.h>
@@ -71,6 +75,23 @@ private:
     const MessageLink& m_link;
 };
 
+/// As the window system tells a click in the middle of a window: it waits for the event loop.
+void clickOnScreen(QWidget& window)
+{
+    const QPointF place = window.rect().center();
+    const QPointF onScreen = window.mapToGlobal(place);
+    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
+        QWindowSystemInterface::handleMouseEvent(
+            window.windowHandle(), place, onScreen,
+            type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton, Qt::LeftButton, type);
+}
+
+/// As the window system tells that the button in the title bar was clicked.
+void closeOnScreen(QWidget& window)
+{
+    QWindowSystemInterface::handleCloseEvent(window.windowHandle());
+}
+
 void addProtocols()
 {
     QTest::addColumn<Ser2net::Protocol>("protocol");
@@ -92,7 +113,9 @@ private slots:
     void serverThatIsKilledIsALostPort();
     void secondUserIsRefused();
     void windowIsPaintedWhileThePortOpens();
+    void clicksWhileThePortOpensAreLost();
     void closingTheWindowWhileThePortOpensEndsTheProgram();
+    void closingTheSettingsWhileThePortOpensEndsTheOpening();
 };
 
 void TestNetworkClock::connectsAndShowsWhatTheClockTells_data()
@@ -216,6 +239,33 @@ void TestNetworkClock::windowIsPaintedWhileThePortOpens()
     QCOMPARE(run.timesLogged(u"Fallo en identificación del equipo"_s), 4);
 }
 
+void TestNetworkClock::clicksWhileThePortOpensAreLost()
+{
+    QTcpServer silent;
+    QVERIFY(silent.listen(QHostAddress::LocalHost));
+    QSignalSpy connections(&silent, &QTcpServer::newConnection);
+    NetworkSerialPort port(u"rfc2217://127.0.0.1:%1"_s.arg(silent.serverPort()));
+    QPushButton button(u"Conectar"_s);
+    button.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&button));
+    QSignalSpy clicks(&button, &QPushButton::clicked);
+    connect(&button, &QPushButton::clicked, &port, &SerialPort::open);
+    QTimer::singleShot(200, &button, [&] {
+        clickOnScreen(button);
+        clickOnScreen(button);
+    });
+    clickOnScreen(button);
+    QVERIFY(clicks.wait(patience));
+    QCOMPARE(port.openError(), port.deviceName() + u" no admite RFC 2217."_s);
+    // The next one arrives, and none before it.
+    button.disconnect(&port);
+    clickOnScreen(button);
+    QVERIFY(clicks.wait(patience));
+    QCoreApplication::processEvents();
+    QCOMPARE(clicks.count(), 2);
+    QCOMPARE(connections.count(), 1);
+}
+
 void TestNetworkClock::closingTheWindowWhileThePortOpensEndsTheProgram()
 {
     QTcpServer silent;
@@ -223,13 +273,33 @@ void TestNetworkClock::closingTheWindowWhileThePortOpensEndsTheProgram()
     ConnectedProgram run({}, [&silent](const QString& /*device*/) {
         return u"rfc2217://127.0.0.1:%1"_s.arg(silent.serverPort());
     });
-    QSignalSpy unloaded(&run.program.mainWindow(), &frmPrincipal::unloaded);
-    QTimer::singleShot(200, &run.program.mainWindow(), &QWidget::close);
+    auto& window = run.program.mainWindow();
+    QSignalSpy unloaded(&window, &frmPrincipal::unloaded);
+    QTimer::singleShot(200, &window, [&] { closeOnScreen(window); });
     run.choose("mnuConectar");
     // The end of its time would have left a reason.
     QCOMPARE(run.system.environment().commSerie.openError(), QString());
     QCOMPARE(unloaded.count(), 1);
     QCOMPARE(run.timesLogged(u"Estableciendo conexión..."_s), 0);
+}
+
+void TestNetworkClock::closingTheSettingsWhileThePortOpensEndsTheOpening()
+{
+    QTcpServer silent;
+    QVERIFY(silent.listen(QHostAddress::LocalHost));
+    ConnectedProgram run({}, [&silent](const QString& /*device*/) {
+        return u"rfc2217://127.0.0.1:%1"_s.arg(silent.serverPort());
+    });
+    run.program.session().settings().modemPort = u"0"_s;
+    run.program.session().link().ApplySettings();
+    run.choose("mnuConfiguracion");
+    auto& settings = run.program.communications();
+    QVERIFY(QTest::qWaitForWindowExposed(&settings));
+    QTimer::singleShot(200, &settings, [&] { closeOnScreen(settings); });
+    settings.findChild<QPushButton*>(u"cmdComprobarPIN"_s)->click();
+    QCOMPARE(run.system.environment().commModem.openError(), QString());
+    QVERIFY(!settings.isVisible());
+    QVERIFY(run.program.mainWindow().isVisible());
 }
 
 QTEST_MAIN(TestNetworkClock)

@@ -95,7 +95,9 @@ QWidget* frmPortoSerie::makeButtons()
 void frmPortoSerie::accept()
 {
     m_portsPage->storeInto(m_settings);
+    m_isApplying = true;
     m_link.ApplySettings();
+    m_isApplying = false;
     const QPointer<frmPortoSerie> self(this);
     if (!m_settings.SaveSettings(m_registry))
         m_dialogs.tell(Dialogs::Icon::Critical, u"Error"_s,
@@ -107,6 +109,9 @@ void frmPortoSerie::accept()
 void frmPortoSerie::reject()
 {
     m_link.RemataConexion();
+    // Closed while a port opened with the accepted settings, which are saved nevertheless.
+    if (m_isApplying)
+        return;
     m_link.restoreConnectionType();
     m_settings.LoadSettings(m_registry);
     m_link.ApplySettings();

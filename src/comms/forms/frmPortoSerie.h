@@ -49,6 +49,8 @@ private:
     /// There from the start, to keep what is written before it can be seen.
     MiniTerminal* txtRexistro;
     bool m_isModemFree = true;
+    /// While `accept` applies the settings, which may open a port and let events run.
+    bool m_isApplying = false;
 
     /// Null until the dialog is first shown.
     QTabWidget* tabOpcions = nullptr;

@@ -1,6 +1,7 @@
 #include "NetworkSerialPort.h"
 
 #include "ComPortCommands.h"
+#include "InputFilter.h"
 #include "NetworkAddress.h"
 #include "SocketOptions.h"
 #include "Wipe.h"
@@ -110,8 +111,11 @@ void NetworkSerialPort::waitUntilDecided()
     look.start(pauseBetweenLooks);
     setOpening(true);
     // A receiver may have closed the port, and a loop does not know that it was ended before.
-    if (m_step != Step::Closed)
-        wait.exec(QEventLoop::ExcludeUserInputEvents);
+    if (m_step != Step::Closed) {
+        // Input that waited would be carried out afterwards: three clicks would open three times.
+        const InputFilter filter;
+        wait.exec();
+    }
     m_wait = nullptr;
     // The loop also ends when the program does.
     if (!isOpen())

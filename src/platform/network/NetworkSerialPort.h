@@ -12,9 +12,9 @@ struct NetworkAddress;
 /// A serial port at the far end of a network; see NetworkAddress. Line settings, DTR and RTS reach
 /// it only by RFC 2217.
 ///
-/// `open` waits for the far end, longestOpening at most. Meanwhile events run, without those of the
-/// user's input: the windows are painted, and what the user does is done afterwards. `close` and
-/// the end of the event loop end the wait.
+/// `open` waits for the far end, longestOpening at most. Meanwhile events run: windows are painted
+/// and can be closed, but other input of the operator is lost; see InputFilter. `close` and the end
+/// of the event loop end the wait.
 ///
 /// A far end that is gone is noticed within 30 s.
 class NetworkSerialPort final : public SerialPort {
