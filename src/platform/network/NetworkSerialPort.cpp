@@ -7,6 +7,7 @@
 #include "Wipe.h"
 
 #include <QEventLoop>
+#include <QHostInfo>
 #include <QNetworkProxy>
 #include <QTcpSocket>
 #include <QTimer>
@@ -36,8 +37,6 @@ QString noAnswer(const QString& device)
 QString connectionFailure(const QTcpSocket& socket, const QString& device)
 {
     switch (socket.error()) {
-    case QAbstractSocket::HostNotFoundError:
-        return u"%1: no se encuentra el equipo, compruebe su nombre."_s.arg(device);
     case QAbstractSocket::ConnectionRefusedError:
         return u"%1: conexión rechazada, compruebe la dirección y que el equipo está preparado."_s
             .arg(device);
@@ -49,8 +48,8 @@ QString connectionFailure(const QTcpSocket& socket, const QString& device)
 
 } // namespace
 
-NetworkSerialPort::NetworkSerialPort(const QString& device, QObject* parent)
-    : SerialPort(parent), m_device(device)
+NetworkSerialPort::NetworkSerialPort(const QString& device, LookUp lookUp, QObject* parent)
+    : SerialPort(parent), m_device(device), m_lookUp(std::move(lookUp))
 {}
 
 NetworkSerialPort::~NetworkSerialPort()
@@ -60,6 +59,12 @@ NetworkSerialPort::~NetworkSerialPort()
 }
 
 std::chrono::milliseconds NetworkSerialPort::answerAllowance() const { return 3s; }
+
+void NetworkSerialPort::lookUpByTheSystem(const QString& name, QObject* context,
+                                          const AddressReceiver& found)
+{
+    QHostInfo::lookupHost(name, context, found);
+}
 
 QString NetworkSerialPort::openDevice()
 {
@@ -79,42 +84,89 @@ QString NetworkSerialPort::openDevice()
     forgetLastBytes();
     m_isBroken = false;
     m_step = Step::Connecting;
-    connectTo(*address);
-    waitUntilDecided();
+    reach(*address);
     if (!isOpen())
         dropSocket();
     return m_openFailure;
 }
 
-void NetworkSerialPort::connectTo(const NetworkAddress& address)
+void NetworkSerialPort::reach(const NetworkAddress& address)
 {
+    QEventLoop wait;
+    m_wait = &wait;
+    m_deadline.setRemainingTime(longestOpening);
+    findAddresses(address);
+    if (isUndecided())
+        waitUntilDecided();
+    m_wait = nullptr;
+}
+
+void NetworkSerialPort::findAddresses(const NetworkAddress& address)
+{
+    m_networkPort = address.port;
+    m_addressFailure.clear();
+    if (const QHostAddress literal(address.host); !literal.isNull())
+        return tryAddresses({literal});
+    m_lookUp(address.host, m_wait, [this](const QHostInfo& host) {
+        if (m_step == Step::Connecting)
+            tryAddresses(host.addresses());
+    });
+}
+
+void NetworkSerialPort::tryAddresses(const QList<QHostAddress>& addresses)
+{
+    if (addresses.isEmpty())
+        return failOpening(u"%1: no se encuentra el equipo, compruebe su nombre."_s.arg(m_device));
+    m_addresses = addresses;
+    tryNextAddress();
+}
+
+void NetworkSerialPort::tryNextAddress()
+{
+    dropSocket();
     m_socket = new QTcpSocket(this);
     m_socket->setProxy(QNetworkProxy::NoProxy);
     connect(m_socket, &QTcpSocket::connected, this, &NetworkSerialPort::connected);
     connect(m_socket, &QTcpSocket::errorOccurred, this, &NetworkSerialPort::socketFailed);
     connect(m_socket, &QTcpSocket::readyRead, this, &NetworkSerialPort::bytesArrived);
+    // The last one has all that is left.
+    if (const auto left = m_addresses.size(); left > 1)
+        QTimer::singleShot(m_deadline.remainingTime() / left, m_socket, [this, socket = m_socket] {
+            if (socket == m_socket && m_step == Step::Connecting)
+                addressFailed(noAnswer(m_device));
+        });
     // Without buffers of the toolkit, which would keep copies of the bytes, and grow.
-    m_socket->connectToHost(address.host, address.port,
+    m_socket->connectToHost(m_addresses.takeFirst(), m_networkPort,
                             QIODevice::ReadWrite | QIODevice::Unbuffered);
+}
+
+void NetworkSerialPort::addressFailed(const QString& reason)
+{
+    // One that refuses may be the wrong one, and the right one silent.
+    if (m_addressFailure != noAnswer(m_device))
+        m_addressFailure = reason;
+    if (m_addresses.isEmpty())
+        return failOpening(m_addressFailure);
+    // Later: the socket may be in the midst of its work.
+    QTimer::singleShot(0, m_socket, [this, socket = m_socket] {
+        if (socket == m_socket && m_step == Step::Connecting)
+            tryNextAddress();
+    });
 }
 
 void NetworkSerialPort::waitUntilDecided()
 {
-    if (isOpen() || m_step == Step::Closed)
-        return;
-    QEventLoop wait;
-    m_wait = &wait;
-    QTimer::singleShot(longestOpening, &wait, [this] { openingTimedOut(); });
+    QTimer::singleShot(longestOpening, m_wait, [this] { openingTimedOut(); });
     // Wine, at least, does not tell each end of a connection that is cut at its beginning.
     QTimer look;
     connect(&look, &QTimer::timeout, this, &NetworkSerialPort::readArrived);
     look.start(pauseBetweenLooks);
     setOpening(true);
     // A receiver may have closed the port, and a loop does not know that it was ended before.
-    if (m_step != Step::Closed) {
+    if (isUndecided()) {
         // Input that waited would be carried out afterwards: three clicks would open three times.
         const InputFilter filter;
-        wait.exec();
+        m_wait->exec();
     }
     m_wait = nullptr;
     // The loop also ends when the program does.
@@ -183,7 +235,7 @@ void NetworkSerialPort::negotiate()
 void NetworkSerialPort::socketFailed()
 {
     if (m_step == Step::Connecting)
-        failOpening(connectionFailure(*m_socket, m_device));
+        addressFailed(connectionFailure(*m_socket, m_device));
     else
         loseLater();
 }

@@ -3,9 +3,14 @@
 #include "ComPortClient.h"
 #include "SerialPort.h"
 
+#include <QDeadlineTimer>
+#include <QHostAddress>
+
+#include <functional>
 #include <optional>
 
 class QEventLoop;
+class QHostInfo;
 class QTcpSocket;
 struct NetworkAddress;
 
@@ -14,13 +19,19 @@ struct NetworkAddress;
 ///
 /// `open` waits for the far end, longestOpening at most. Meanwhile events run: windows are painted
 /// and can be closed, but other input of the operator is lost; see InputFilter. `close` and the end
-/// of the event loop end the wait.
+/// of the event loop end the wait. The addresses of a name are tried one after the other.
 ///
 /// A far end that is gone is noticed within 30 s.
 class NetworkSerialPort final : public SerialPort {
     Q_OBJECT
 public:
-    explicit NetworkSerialPort(const QString& device, QObject* parent = nullptr);
+    using AddressReceiver = std::function<void(const QHostInfo& host)>;
+    /// Looks up the addresses of a name, and tells them in the event loop unless `context` is gone.
+    using LookUp =
+        std::function<void(const QString& name, QObject* context, const AddressReceiver& found)>;
+
+    explicit NetworkSerialPort(const QString& device, LookUp lookUp = lookUpByTheSystem,
+                               QObject* parent = nullptr);
     ~NetworkSerialPort() override;
 
     bool isOpen() const override { return m_step == Step::Open; }
@@ -46,9 +57,18 @@ protected:
     void abandonOpening() override;
 
 private:
+    static void lookUpByTheSystem(const QString& name, QObject* context,
+                                  const AddressReceiver& found);
+
     enum class Step { Closed, Connecting, Negotiating, Open };
 
-    void connectTo(const NetworkAddress& address);
+    void reach(const NetworkAddress& address);
+    void findAddresses(const NetworkAddress& address);
+    void tryAddresses(const QList<QHostAddress>& addresses);
+    /// Each gets its share of the time that is left.
+    void tryNextAddress();
+    void addressFailed(const QString& reason);
+    bool isUndecided() const { return m_step == Step::Connecting || m_step == Step::Negotiating; }
     void waitUntilDecided();
     /// Ends the wait of `open`.
     void decide(Step step);
@@ -72,6 +92,13 @@ private:
     void dropSocket();
 
     const QString m_device;
+    const LookUp m_lookUp;
+    /// Those of the far end that have not been tried yet, and its port.
+    QList<QHostAddress> m_addresses;
+    quint16 m_networkPort = 0;
+    /// What to tell of the addresses that have been tried.
+    QString m_addressFailure;
+    QDeadlineTimer m_deadline;
     QTcpSocket* m_socket = nullptr;
     /// Nothing for a raw connection.
     std::optional<ComPortClient> m_client;
