@@ -131,10 +131,11 @@ void NetworkSerialPort::tryNextAddress()
     connect(m_socket, &QTcpSocket::readyRead, this, &NetworkSerialPort::bytesArrived);
     // The last one has all that is left.
     if (const auto left = m_addresses.size(); left > 1)
-        QTimer::singleShot(m_deadline.remainingTime() / left, m_socket, [this, socket = m_socket] {
-            if (socket == m_socket && m_step == Step::Connecting)
-                addressFailed(noAnswer(m_device));
-        });
+        QTimer::singleShot(std::chrono::milliseconds(m_deadline.remainingTime() / left), m_socket,
+                           [this, socket = m_socket] {
+                               if (socket == m_socket && m_step == Step::Connecting)
+                                   addressFailed(noAnswer(m_device));
+                           });
     // Without buffers of the toolkit, which would keep copies of the bytes, and grow.
     m_socket->connectToHost(m_addresses.takeFirst(), m_networkPort,
                             QIODevice::ReadWrite | QIODevice::Unbuffered);
