@@ -1,6 +1,7 @@
 #include "EditorFixture.h"
 #include "ProgrammeLines.h"
 
+#include <QDir>
 #include <QLineEdit>
 
 using namespace Qt::StringLiterals;
@@ -116,8 +117,8 @@ void TestEditorSheet::printingToAFileThatCannotBeWrittenIsTold()
     w.dialogs.paper = w.path(u"no/such/paper.pdf"_s);
     w.choose(u"mnuImprimir"_s);
     QCOMPARE(w.dialogs.boxes.size(), 1);
-    QCOMPARE(w.dialogs.boxes[0].text,
-             u"No se puede llegar a la carpeta \"%1\"."_s.arg(w.path(u"no/such"_s)));
+    QCOMPARE(w.dialogs.boxes[0].text, u"No se puede llegar a la carpeta \"%1\"."_s.arg(
+                                          QDir::toNativeSeparators(w.path(u"no/such"_s))));
 }
 
 QTEST_MAIN(TestEditorSheet)
