@@ -28,9 +28,10 @@ WallSheet WallPrinting::sheet() const
 void WallPrinting::print()
 {
     m_dialogs.print(name(), [this](QPrinter& printer) {
-        // The toolkit writes a file without a look at whether the disk takes it.
+        // The toolkit writes a file without a look at whether the disk takes it. Windows writes one
+        // of another format itself, and asks for its name then: here it is "FILE:".
         const QString file = printer.outputFileName();
-        if (!file.isEmpty())
+        if (!file.isEmpty() && printer.outputFormat() == QPrinter::PdfFormat)
             tellFailure(sheet().writePdf(file, printer.pageLayout()));
         else if (!sheet().paint(printer))
             tellFailure(u"La impresora no ha aceptado la hoja."_s);
